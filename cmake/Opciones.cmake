@@ -1,0 +1,23 @@
+# The flags of every target, in one interface target.
+add_library(atipicos_opciones INTERFACE)
+target_compile_features(atipicos_opciones INTERFACE cxx_std_20)
+target_include_directories(atipicos_opciones INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(atipicos_opciones INTERFACE
+    -Wall -Wextra -Wpedantic -Werror
+    -Wcast-align -Wconversion -Wduplicated-cond -Wextra-semi -Wformat=2 -Wlogical-op -Wnon-virtual-dtor
+    -Wnull-dereference -Wold-style-cast -Woverloaded-virtual -Wshadow -Wsign-conversion -Wuseless-cast
+    # The paths in error places are those of the project, whoever builds it and wherever.
+    "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+if(ATIPICOS_SANITIZADORES)
+    target_compile_options(atipicos_opciones INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -Wno-null-dereference)
+    target_link_options(atipicos_opciones INTERFACE -fsanitize=address,undefined)
+endif()
+
+# One static library for one folder: atipicos_biblioteca(<name> SOURCES … USES …)
+function(atipicos_biblioteca nombre)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    add_library(${nombre} STATIC ${ARG_SOURCES})
+    target_link_libraries(${nombre} PUBLIC atipicos_opciones ${ARG_USES})
+    set_target_properties(${nombre} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+endfunction()

@@ -1,0 +1,73 @@
+#include "context/modComun.hpp"
+
+#include <utility>
+
+namespace atipicos::modComun {
+
+namespace {
+
+    struct Referencias {
+        std::shared_ptr<qvoremp::Empresa> EmpresaOrvalin;
+        std::shared_ptr<adodb::Connection> ConexionOrvalin;
+        std::shared_ptr<qvbxemp::Empresa> EmpresaBexmor;
+        std::shared_ptr<adodb::Connection> ConexionBexmor;
+        std::shared_ptr<MsgBox> avisos;
+        std::shared_ptr<Reloj> reloj;
+    };
+
+    Referencias& referencias() noexcept
+    {
+        static Referencias unicas;
+        return unicas;
+    }
+
+    template <class T>
+    const std::shared_ptr<T>& establecida(const std::shared_ptr<T>& referencia, Donde donde)
+    {
+        if (!referencia)
+            throw Error::de_ejecucion(numero_error::objeto_no_establecido, donde);
+        return referencia;
+    }
+
+}
+
+void set_EmpresaOrvalin(std::shared_ptr<qvoremp::Empresa> empresa) noexcept
+{
+    referencias().EmpresaOrvalin = std::move(empresa);
+}
+
+void set_ConexionOrvalin(std::shared_ptr<adodb::Connection> conexion) noexcept
+{
+    referencias().ConexionOrvalin = std::move(conexion);
+}
+
+void set_EmpresaBexmor(std::shared_ptr<qvbxemp::Empresa> empresa) noexcept
+{
+    referencias().EmpresaBexmor = std::move(empresa);
+}
+
+void set_ConexionBexmor(std::shared_ptr<adodb::Connection> conexion) noexcept
+{
+    referencias().ConexionBexmor = std::move(conexion);
+}
+
+void set_MsgBox(std::shared_ptr<MsgBox> avisos) noexcept { referencias().avisos = std::move(avisos); }
+
+void set_Reloj(std::shared_ptr<Reloj> reloj) noexcept { referencias().reloj = std::move(reloj); }
+
+qvoremp::Empresa& EmpresaOrvalin(Donde donde) { return *establecida(referencias().EmpresaOrvalin, donde); }
+
+adodb::Connection& ConexionOrvalin(Donde donde) { return *establecida(referencias().ConexionOrvalin, donde); }
+
+qvbxemp::Empresa& EmpresaBexmor(Donde donde) { return *establecida(referencias().EmpresaBexmor, donde); }
+
+const std::shared_ptr<adodb::Connection>& ConexionBexmor(Donde donde)
+{
+    return establecida(referencias().ConexionBexmor, donde);
+}
+
+MsgBox& Avisos(Donde donde) { return *establecida(referencias().avisos, donde); }
+
+Reloj& reloj(Donde donde) { return *establecida(referencias().reloj, donde); }
+
+} // namespace atipicos::modComun

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/adodb/Connection.hpp"
+#include "platform/clock/Reloj.hpp"
+#include "platform/msgbox/MsgBox.hpp"
+#include "platform/qvbxemp/Biblioteca.hpp"
+#include "platform/qvoremp/Empresa.hpp"
+
+#include <memory>
+
+/// What the host hands in, held once for the whole component: the last reference set through any class
+/// is the one in force for all of them. Nothing is checked when a reference is set, and none is ever
+/// closed or cleared by the component. To be used from the host's user-interface thread only.
+namespace atipicos::modComun {
+
+void set_EmpresaOrvalin(std::shared_ptr<qvoremp::Empresa> empresa) noexcept;
+void set_ConexionOrvalin(std::shared_ptr<adodb::Connection> conexion) noexcept;
+void set_EmpresaBexmor(std::shared_ptr<qvbxemp::Empresa> empresa) noexcept;
+void set_ConexionBexmor(std::shared_ptr<adodb::Connection> conexion) noexcept;
+
+/// How the component reaches the person and the time of day; the program that loads it sets both once.
+void set_MsgBox(std::shared_ptr<MsgBox> avisos) noexcept;
+void set_Reloj(std::shared_ptr<Reloj> reloj) noexcept;
+
+/// The references in force. Each raises error 91 while it has not been set.
+[[nodiscard]] qvoremp::Empresa& EmpresaOrvalin(Donde donde = Donde::aqui());
+[[nodiscard]] adodb::Connection& ConexionOrvalin(Donde donde = Donde::aqui());
+[[nodiscard]] qvbxemp::Empresa& EmpresaBexmor(Donde donde = Donde::aqui());
+[[nodiscard]] const std::shared_ptr<adodb::Connection>& ConexionBexmor(Donde donde = Donde::aqui());
+[[nodiscard]] MsgBox& Avisos(Donde donde = Donde::aqui());
+[[nodiscard]] Reloj& reloj(Donde donde = Donde::aqui());
+
+} // namespace atipicos::modComun
