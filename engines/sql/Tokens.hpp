@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+/// Statements taken apart, for the engines that must write them differently for their database.
+namespace atipicos::sql {
+
+enum class Clase : std::uint8_t {
+    blanco,
+    comentario, ///< -- to the end of the line, or /* … */
+    palabra, ///< keyword or plain name
+    nombre, ///< "name" or [name]
+    texto, ///< 'text', a quote inside doubled; also one that is never closed
+    numero,
+    simbolo, ///< one operator or punctuation mark
+};
+
+struct Token {
+    Clase clase;
+    std::string_view texto; ///< as it stands in the statement, quotes included
+};
+
+/// The tokens of a statement in order; put together they are the statement again, byte for byte.
+/// They refer to `sql`, which must stay alive. Never fails: what is no token is a symbol.
+[[nodiscard]] std::vector<Token> separa(std::string_view sql);
+
+[[nodiscard]] bool iguales(std::string_view a, std::string_view b) noexcept; ///< compared without ASCII case
+
+} // namespace atipicos::sql

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "engines/sql/Reescritura.hpp"
+#include "platform/adodb/Connection.hpp"
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <sqlite3.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace atipicos::sqlite {
+
+/// A database file that another connection writes and this one may only read, as `nombre.dbo.Tabla`.
+struct Adjunta {
+    std::string nombre;
+    std::filesystem::path fichero;
+};
+
+struct Opciones {
+    std::filesystem::path fichero;
+    std::vector<Adjunta> adjuntas = {};
+    bool crear = false; ///< makes the file when there is none
+    bool solo_lectura = false;
+    std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
+    bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
+};
+
+/// A connection to a database file: write-ahead log, foreign keys on, and a transaction takes the write lock
+/// at once (`BEGIN IMMEDIATE`), so that it cannot find out at its end that another came first.
+///
+/// Attached files are opened read-only: that lock would otherwise be taken on them too.
+class Connection final : public adodb::Connection {
+public:
+    /// Raises an error that names the file and what is wrong with it: missing, a folder, no database.
+    [[nodiscard]] static std::shared_ptr<Connection> Abrir(
+        const Opciones& opciones, Donde donde = Donde::aqui());
+
+    void Execute(const std::string& sql, std::int32_t* afectadas = nullptr,
+        adodb::CommandType tipo = adodb::CommandType::Text, Donde donde = Donde::aqui()) override;
+    void BeginTrans(Donde donde = Donde::aqui()) override;
+    void CommitTrans(Donde donde = Donde::aqui()) override;
+    void RollbackTrans(Donde donde = Donde::aqui()) override;
+    [[nodiscard]] std::unique_ptr<adodb::Recordset> CreateRecordset() override;
+
+    /// Runs the statements of a script in order, each as `Execute` does. An error names the line of the
+    /// script (1-based) on which the failing statement begins.
+    void ejecuta_guion(std::string_view guion, Donde donde = Donde::aqui());
+
+    [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde); ///< as this database wants it
+    [[nodiscard]] sqlite3* base() const noexcept { return m_base.get(); }
+
+private:
+    struct Cierra {
+        void operator()(sqlite3* base) const noexcept { sqlite3_close_v2(base); }
+    };
+
+    explicit Connection(sqlite3* base);
+    void prepara(const Opciones& opciones, Donde donde);
+    void adjunta(const Adjunta& otra, Donde donde);
+    void lee_catalogo(Donde donde);
+    void ejecuta(const std::string& sql, std::int32_t* afectadas, Donde donde); ///< without rewriting
+
+    std::unique_ptr<sqlite3, Cierra> m_base;
+    std::vector<std::string> m_adjuntas;
+    sql::Catalogo m_catalogo;
+    bool m_catalogo_leido = false;
+};
+
+} // namespace atipicos::sqlite

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/adodb/Connection.hpp"
+#include "runtime/Variant.hpp"
+
+#include <memory>
+#include <sqlite3.h>
+#include <string>
+
+namespace atipicos::sqlite {
+
+/// The error that SQLite has just reported on `base`, with the kind of thing it is and its own words;
+/// what a person meets (locked, read-only, full disk) is said in Spanish first.
+[[nodiscard]] adodb::ErrorBaseDatos error_de(sqlite3* base, const std::string& instruccion, Donde donde);
+
+/// One prepared statement.
+class Instruccion {
+public:
+    /// `sql` is one statement, already rewritten; an empty one prepares nothing and has no rows.
+    Instruccion(sqlite3* base, const std::string& sql, Donde donde);
+
+    /// Goes to the next row; false at the end.
+    bool avanza(Donde donde);
+
+    void liga(int parametro, const Variant& valor, Donde donde); ///< 1-based
+    [[nodiscard]] sqlite3_stmt* get() const noexcept { return m_instruccion.get(); }
+
+private:
+    struct Cierra {
+        void operator()(sqlite3_stmt* instruccion) const noexcept { sqlite3_finalize(instruccion); }
+    };
+
+    sqlite3* m_base;
+    std::unique_ptr<sqlite3_stmt, Cierra> m_instruccion;
+};
+
+/// What a column holds, as its declared type says.
+enum class Tipo : std::uint8_t { Segun, Moneda, Fecha, Bit }; ///< `Segun`: as each value is stored
+[[nodiscard]] Tipo tipo_declarado(const char* declarado) noexcept; ///< null: an expression
+
+/// The value of a column in the current row.
+[[nodiscard]] Variant valor_de(sqlite3_stmt* instruccion, int columna, Tipo tipo, Donde donde);
+
+} // namespace atipicos::sqlite

@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# Dependencies point down the floors of the house: each folder may include only those listed for it,
+# and no Qt stands outside forms, controls and the host's own windows.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+# folder: folders that it may include
+permitidas() {
+    case "$1" in
+        runtime/*) echo runtime ;;
+        platform/*) echo runtime platform ;;
+        context/*) echo runtime platform context ;;
+        charges/*) echo runtime platform context charges ;;
+        posting/*) echo runtime platform context charges posting ;;
+        editor/*) echo runtime platform context charges posting editor ;;
+        browser/*) echo runtime platform context charges browser ;;
+        engines/*) echo runtime platform engines ;;
+        host/orvalin/* | host/bexmor/* | host/sql/*) echo runtime platform engines host/sql host/orvalin host/bexmor ;;
+        host/app/*) echo runtime platform context charges posting editor browser engines host ;;
+        *) echo "?" ;;
+    esac
+}
+
+fallos=0
+while IFS= read -r fichero; do
+    lista=$(permitidas "$fichero")
+    if [ "$lista" = "?" ]; then
+        echo "$fichero: no floor is known for this folder"
+        fallos=1
+        continue
+    fi
+    while IFS=: read -r linea incluido; do
+        bien=0
+        for carpeta in $lista; do
+            [[ "$incluido" == "$carpeta"/* ]] && bien=1
+        done
+        if [ $bien -eq 0 ]; then
+            echo "$fichero:$linea: includes $incluido, which is not below it"
+            fallos=1
+        fi
+    done < <(grep -nE '^#include "' "$fichero" | sed -E 's/^([0-9]+):#include "([^"]+)".*/\1:\2/')
+    if grep -nE '^#include <Q' "$fichero" && [[ ! "$fichero" =~ (/frm[^/]*|^controls/.*|^host/app/.*)$ ]]; then
+        echo "$fichero: includes Qt"
+        fallos=1
+    fi
+done < <(git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp' | grep -vE '^(tests|bench)/')
+exit $fallos

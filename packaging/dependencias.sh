@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that the build needs, if any is missing: packaging/dependencias.sh [pruebas|ci]
+#   (none)   what the program is built with
+#   pruebas  also what the tests and benchmarks are built and run with
+#   ci       also what the checks of the source need
+set -euo pipefail
+
+paquetes=(cmake g++ libcli11-dev libcsv-dev libsqlite3-dev libssl-dev libxlsxwriter-dev ninja-build
+    nlohmann-json3-dev)
+case "${1-}" in
+    pruebas | ci) paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev python3 sqlite3 unzip) ;;&
+    ci) paquetes+=(clang-format clang-tidy) ;;
+esac
+
+faltan=()
+for paquete in "${paquetes[@]}"; do
+    estado=$(dpkg-query -W -f='${db:Status-Status}' "$paquete" 2>/dev/null || true)
+    [ "$estado" = installed ] || faltan+=("$paquete")
+done
+[ ${#faltan[@]} -eq 0 ] && exit 0
+
+echo "Faltan paquetes de Debian: ${faltan[*]}"
+como=()
+if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+        echo "Hace falta ser root para instalarlos. Ejecute como root:" >&2
+        echo "    apt-get install ${faltan[*]}" >&2
+        exit 1
+    fi
+    como=(sudo)
+fi
+echo "Instalando…"
+export DEBIAN_FRONTEND=noninteractive
+"${como[@]}" apt-get update -qq
+"${como[@]}" apt-get install -y -qq --no-install-recommends "${faltan[@]}" >/dev/null

@@ -1,0 +1,343 @@
+// What every engine must do. An engine joins by describing itself in `motores()`.
+#include "engines/sqlite/Connection.hpp"
+#include "tests/support/CarpetaTemporal.hpp"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <set>
+#include <thread>
+
+namespace atipicos {
+namespace {
+
+    using adodb::Categoria;
+    using adodb::Connection;
+    using adodb::CursorType;
+    using adodb::ErrorBaseDatos;
+    using adodb::LockType;
+    using Conexion = std::shared_ptr<Connection>;
+
+    /// How to reach an engine: a pair of databases, and connections to the first of them.
+    struct Motor {
+        std::string nombre;
+        std::function<void(const pruebas::CarpetaTemporal&)> crea;
+        std::function<Conexion(const pruebas::CarpetaTemporal&, std::chrono::milliseconds espera)> abre;
+    };
+    void PrintTo(const Motor& motor, std::ostream* salida) { *salida << motor.nombre; }
+
+    constexpr auto tablas = R"(
+        CREATE TABLE Contador (Empresa INT NOT NULL, Ejercicio INT NOT NULL, Numero INT NOT NULL,
+                               PRIMARY KEY (Empresa, Ejercicio));
+        CREATE TABLE Valores (Id INT NOT NULL PRIMARY KEY, Corto SMALLINT, Largo INT, Dinero MONEY, Fecha DATETIME,
+                              Marca BIT, Texto NVARCHAR(1000)))";
+
+    std::vector<Motor> motores()
+    {
+        Motor sqlite;
+        sqlite.nombre = "sqlite";
+        sqlite.crea = [](const auto& carpeta) {
+            sqlite::Connection::Abrir({ .fichero = carpeta / "uno.db", .crear = true })
+                ->ejecuta_guion(tablas);
+            sqlite::Connection::Abrir({ .fichero = carpeta / "dos.db", .crear = true })
+                ->ejecuta_guion("CREATE TABLE Cuentas (Cuenta NVARCHAR(12) PRIMARY KEY, Alta DATETIME);"
+                                "INSERT INTO Cuentas (Cuenta, Alta) VALUES ('40000017', '21/11/2026')");
+        };
+        sqlite.abre = [](const auto& carpeta, auto espera) {
+            return sqlite::Connection::Abrir({ .fichero = carpeta / "uno.db",
+                .adjuntas = { { "Bexmor", carpeta / "dos.db" } },
+                .espera = espera });
+        };
+        return { sqlite };
+    }
+
+    struct Contrato : testing::TestWithParam<Motor> {
+        pruebas::CarpetaTemporal carpeta;
+        Conexion conexion;
+
+        Contrato()
+        {
+            GetParam().crea(carpeta);
+            conexion = abre();
+        }
+
+        Conexion abre(std::chrono::milliseconds espera = std::chrono::seconds(10)) const
+        {
+            return GetParam().abre(carpeta, espera);
+        }
+
+        void ejecuta(const std::string& sql) const { conexion->Execute(sql); }
+
+        Variant primero(const std::string& sql) const
+        {
+            auto rs = conexion->CreateRecordset();
+            rs->Open(sql, CursorType::Static, LockType::ReadOnly);
+            return rs->Eof() ? Variant() : rs->Fields(std::size_t{ 0 }).Value();
+        }
+
+        std::int32_t cuenta(const std::string& tabla) const
+        {
+            return CLng(primero("SELECT COUNT(*) FROM " + tabla));
+        }
+    };
+
+    template <class Uso> Categoria categoria_de(Uso uso)
+    {
+        try {
+            uso();
+        } catch (const ErrorBaseDatos& error) {
+            EXPECT_FALSE(error.descripcion().empty());
+            return error.categoria();
+        }
+        ADD_FAILURE() << "no error was raised";
+        return Categoria::otra;
+    }
+
+    TEST_P(Contrato, a_transaction_is_kept_when_committed_and_gone_when_rolled_back)
+    {
+        conexion->BeginTrans();
+        ejecuta("INSERT INTO Valores (Id) VALUES (1)");
+        conexion->CommitTrans();
+        conexion->BeginTrans();
+        ejecuta("INSERT INTO Valores (Id) VALUES (2)");
+        conexion->RollbackTrans();
+        EXPECT_EQ(cuenta("Valores"), 1);
+    }
+
+    TEST_P(Contrato, a_connection_that_is_dropped_leaves_nothing_of_its_transaction)
+    {
+        conexion->BeginTrans();
+        ejecuta("INSERT INTO Valores (Id) VALUES (1)");
+        conexion.reset();
+        conexion = abre();
+        EXPECT_EQ(cuenta("Valores"), 0);
+    }
+
+    TEST_P(Contrato, transactions_are_not_nested_and_none_ends_that_was_not_begun)
+    {
+        EXPECT_THROW(conexion->CommitTrans(), ErrorBaseDatos);
+        EXPECT_THROW(conexion->RollbackTrans(), ErrorBaseDatos);
+        conexion->BeginTrans();
+        EXPECT_THROW(conexion->BeginTrans(), ErrorBaseDatos);
+        conexion->CommitTrans();
+    }
+
+    TEST_P(Contrato, a_failing_statement_undoes_itself_alone)
+    {
+        ejecuta("INSERT INTO Valores (Id) VALUES (3)");
+        conexion->BeginTrans();
+        ejecuta("INSERT INTO Valores (Id) VALUES (1)");
+        EXPECT_EQ(categoria_de([&] { ejecuta("INSERT INTO Valores (Id) VALUES (2), (3), (4)"); }),
+            Categoria::restriccion);
+        EXPECT_EQ(categoria_de([&] { ejecuta("INSERT INTO Valores (Id) VALUES ('d'Or')"); }),
+            Categoria::instruccion);
+        EXPECT_EQ(
+            categoria_de([&] { ejecuta("INSERT INTO NoHay (Id) VALUES (1)"); }), Categoria::instruccion);
+        ejecuta("INSERT INTO Valores (Id) VALUES (5)");
+        conexion->CommitTrans();
+        EXPECT_EQ(cuenta("Valores"), 3) << "1, 3 and 5";
+    }
+
+    TEST_P(Contrato, one_execute_is_one_statement)
+    {
+        EXPECT_EQ(categoria_de([&] { ejecuta("INSERT INTO Valores (Id) VALUES (1); DELETE FROM Valores"); }),
+            Categoria::instruccion);
+        EXPECT_EQ(cuenta("Valores"), 0) << "nothing of it ran";
+    }
+
+    TEST_P(Contrato, counts_the_rows_affected)
+    {
+        std::int32_t filas = -1;
+        conexion->Execute("INSERT INTO Valores (Id, Largo) VALUES (1, 7), (2, 7), (3, 8)", &filas);
+        EXPECT_EQ(filas, 3);
+        conexion->Execute("UPDATE Valores SET Largo = 7 WHERE Largo = 7", &filas);
+        EXPECT_EQ(filas, 2) << "rows found, changed or not";
+        conexion->Execute("UPDATE Valores SET Largo = 9 WHERE Id = 99", &filas);
+        EXPECT_EQ(filas, 0);
+        conexion->Execute("DELETE FROM Valores", &filas);
+        EXPECT_EQ(filas, 3);
+    }
+
+    TEST_P(Contrato, money_comes_back_to_the_fourth_decimal)
+    {
+        for (const auto* texto :
+            { "0", "1", "-1", "0.0001", "-0.0001", "1234567.8901", "99999999999.9999", "-12.5" }) {
+            ejecuta("DELETE FROM Valores");
+            ejecuta(std::string("INSERT INTO Valores (Id, Dinero) VALUES (1, ") + texto + ")");
+            EXPECT_EQ(primero("SELECT Dinero FROM Valores"), Variant(Currency::de_texto(texto))) << texto;
+        }
+    }
+
+    TEST_P(Contrato, whole_numbers_bits_texts_and_nulls_come_back_as_what_they_are)
+    {
+        const std::string largo(1'000'000, 'x');
+        ejecuta("INSERT INTO Valores (Id, Corto, Largo, Marca, Texto) VALUES (1, -32768, 2147483647, 1, "
+                "'Ñandú ''12 €'' \t \"x\"')");
+        ejecuta("INSERT INTO Valores (Id, Corto, Largo, Marca, Texto) VALUES (2, 32767, -2147483648, 0, '"
+            + largo + "')");
+        auto rs = conexion->CreateRecordset();
+        rs->Open("SELECT * FROM Valores ORDER BY Id", CursorType::ForwardOnly, LockType::ReadOnly);
+        EXPECT_EQ(rs->Fields("corto").Value(), Variant(-32768));
+        EXPECT_EQ(rs->Fields("LARGO").Value(), Variant(2147483647));
+        EXPECT_EQ(rs->Fields("Marca").Value(), Variant(true));
+        EXPECT_EQ(rs->Fields("Texto").Value(), Variant("Ñandú '12 €' \t \"x\""));
+        EXPECT_EQ(rs->Fields("Fecha").Value(), Variant(Nulo{}));
+        std::string anexado = "-";
+        rs->Fields("Fecha").anexa_texto(anexado);
+        EXPECT_EQ(anexado, "-") << "null appends nothing";
+        rs->MoveNext();
+        EXPECT_EQ(rs->Fields("Marca").Value(), Variant(false));
+        EXPECT_EQ(rs->Fields("Largo").Value(), Variant(std::int32_t{ -2147483647 } - 1));
+        EXPECT_EQ(rs->Fields("Texto").Value(), Variant(largo));
+        rs->MoveNext();
+        EXPECT_TRUE(rs->Eof());
+    }
+
+    TEST_P(Contrato, regional_dates_are_stored_compared_and_ordered_as_dates)
+    {
+        ejecuta("INSERT INTO Valores (Id, Fecha, Texto) VALUES (1, '02/11/2026', '02/11/2026')");
+        ejecuta("INSERT INTO Valores (Id, Fecha) VALUES (2, '10/01/2026 9:05:03')");
+        ejecuta("INSERT INTO Valores (Id, Fecha) VALUES (3, '9:05:03')");
+        EXPECT_EQ(primero("SELECT Fecha FROM Valores WHERE Id = 1"), Variant(*Date::de_dia(2026, 11, 2)));
+        EXPECT_EQ(CStr(primero("SELECT Fecha FROM Valores WHERE Id = 2")), "10/01/2026 9:05:03");
+        EXPECT_EQ(CStr(primero("SELECT Fecha FROM Valores WHERE Id = 3")), "01/01/1900 9:05:03");
+        EXPECT_EQ(primero("SELECT Texto FROM Valores WHERE Id = 1"), Variant("02/11/2026"));
+        EXPECT_EQ(
+            primero("SELECT MAX(Id) FROM Valores v WHERE v.Fecha BETWEEN '01/01/2026' AND '02/11/2026'"),
+            Variant(2));
+        EXPECT_EQ(
+            primero("SELECT COUNT(*) FROM Valores v WHERE v.Fecha BETWEEN '01/01/2026' AND '10/01/2026'"),
+            Variant(0))
+            << "the last day ends at its midnight";
+        EXPECT_EQ(
+            categoria_de([&] { ejecuta("UPDATE Valores SET Fecha='31/02/2026'"); }), Categoria::instruccion);
+    }
+
+    TEST_P(Contrato, isnull_and_three_part_names_are_understood)
+    {
+        EXPECT_EQ(primero("SELECT ISNULL(c.Cuenta, '') AS Cuenta FROM Bexmor.dbo.Cuentas c WHERE c.Alta = "
+                          "'21/11/2026'"),
+            Variant("40000017"));
+        EXPECT_EQ(primero("SELECT ISNULL(NULL, 'nada') AS x"), Variant("nada"));
+    }
+
+    TEST_P(Contrato, a_field_that_is_not_there_and_a_row_that_is_not_there_are_errors)
+    {
+        auto rs = conexion->CreateRecordset();
+        rs->Open("SELECT Id FROM Valores", CursorType::Static, LockType::ReadOnly);
+        EXPECT_TRUE(rs->Eof());
+        EXPECT_THROW(static_cast<void>(rs->Fields("NoHay")), ErrorBaseDatos);
+        EXPECT_THROW(static_cast<void>(rs->Fields("Id").Value()), ErrorBaseDatos);
+        EXPECT_THROW(rs->MoveNext(), ErrorBaseDatos);
+        EXPECT_THROW(rs->AddNew(), ErrorBaseDatos) << "it is read-only";
+        rs->Close();
+        EXPECT_THROW(rs->Close(), ErrorBaseDatos);
+    }
+
+    TEST_P(Contrato, an_error_names_the_line_that_ran_the_statement)
+    {
+        try {
+            conexion->Execute("nonsense");
+            FAIL();
+        } catch (const ErrorBaseDatos& error) {
+            EXPECT_EQ(error.donde().linea(), __LINE__ - 3U);
+            EXPECT_EQ(error.instruccion(), "nonsense");
+        }
+    }
+
+    void abre_contador(adodb::Recordset& rs)
+    {
+        rs.Open("SELECT * FROM Contador WHERE Empresa =1 AND Ejercicio =2026", CursorType::Keyset,
+            LockType::Pessimistic);
+    }
+
+    TEST_P(Contrato, a_pessimistic_recordset_adds_and_changes_its_row)
+    {
+        auto rs = conexion->CreateRecordset();
+        abre_contador(*rs);
+        ASSERT_TRUE(rs->Eof());
+        rs->AddNew();
+        rs->Fields("Empresa").Value(1);
+        rs->Fields("Ejercicio").Value(2026);
+        rs->Fields("Numero").Value(260'001);
+        rs->Update();
+        rs->Close();
+        abre_contador(*rs);
+        EXPECT_EQ(rs->Fields("Numero").Value(), Variant(260'001));
+        rs->Fields("Numero").Value(260'002);
+        rs->Update();
+        rs->Close();
+        EXPECT_EQ(primero("SELECT Numero FROM Contador"), Variant(260'002));
+    }
+
+    TEST_P(Contrato, a_pessimistic_recordset_left_without_update_changes_nothing_and_lets_go)
+    {
+        ejecuta("INSERT INTO Contador (Empresa, Ejercicio, Numero) VALUES (1, 2026, 5)");
+        {
+            auto rs = conexion->CreateRecordset();
+            abre_contador(*rs);
+            rs->Fields("Numero").Value(6);
+        }
+        abre(std::chrono::milliseconds(0))->Execute("UPDATE Contador SET Numero = Numero + 10");
+        EXPECT_EQ(primero("SELECT Numero FROM Contador"), Variant(15));
+    }
+
+    TEST_P(Contrato, two_connections_at_once_get_unique_and_consecutive_numbers)
+    {
+        constexpr int veces = 150;
+        ejecuta("INSERT INTO Contador (Empresa, Ejercicio, Numero) VALUES (1, 2026, 0)");
+        std::array<std::vector<std::int32_t>, 2> numeros;
+        const auto toma = [&](std::size_t quien) {
+            const auto propia = abre();
+            for (int i = 0; i < veces; ++i) {
+                const bool en_transaccion = i % 2 == 0;
+                if (en_transaccion)
+                    propia->BeginTrans();
+                auto rs = propia->CreateRecordset();
+                abre_contador(*rs);
+                const auto numero = CLng(rs->Fields("Numero").Value()) + 1;
+                rs->Fields("Numero").Value(numero);
+                rs->Update();
+                rs->Close();
+                numeros[quien].push_back(numero);
+                if (en_transaccion)
+                    propia->CommitTrans();
+            }
+        };
+        std::thread otro(toma, 1U);
+        toma(0);
+        otro.join();
+        std::set<std::int32_t> todos(numeros[0].begin(), numeros[0].end());
+        todos.insert(numeros[1].begin(), numeros[1].end());
+        EXPECT_EQ(todos.size(), 2U * veces);
+        EXPECT_EQ(*todos.rbegin(), 2 * veces);
+    }
+
+    TEST_P(Contrato, waiting_too_long_for_another_user_is_told_as_a_lock)
+    {
+        const auto otra = abre(std::chrono::milliseconds(20));
+        conexion->BeginTrans();
+        ejecuta("INSERT INTO Valores (Id) VALUES (1)");
+        EXPECT_EQ(
+            categoria_de([&] { otra->Execute("INSERT INTO Valores (Id) VALUES (2)"); }), Categoria::bloqueo);
+        EXPECT_EQ(categoria_de([&] { otra->BeginTrans(); }), Categoria::bloqueo);
+        conexion->CommitTrans();
+        otra->Execute("INSERT INTO Valores (Id) VALUES (2)");
+    }
+
+    TEST_P(Contrato, rows_left_unread_do_not_stand_in_the_way_of_a_commit)
+    {
+        ejecuta("INSERT INTO Valores (Id) VALUES (1), (2)");
+        auto rs = conexion->CreateRecordset();
+        rs->Open("SELECT * FROM Valores", CursorType::ForwardOnly, LockType::ReadOnly);
+        conexion->BeginTrans();
+        ejecuta("INSERT INTO Valores (Id) VALUES (3)");
+        conexion->CommitTrans();
+        EXPECT_EQ(cuenta("Valores"), 3);
+    }
+
+    INSTANTIATE_TEST_SUITE_P(
+        motores, Contrato, testing::ValuesIn(motores()), [](const auto& caso) { return caso.param.nombre; });
+
+}
+}
