@@ -201,6 +201,8 @@ namespace {
                 return true;
             if (m_vista.es_comparacion(i + 1) && es_fecha_desde(i + 2))
                 return true;
+            if (m_vista.es(i + 1, "BETWEEN") && es_fecha_desde(i + 2))
+                return true;
             if (m_vista.es(i - 1, "BETWEEN"))
                 return es_fecha(sin_not(i - 2));
             if (m_vista.es(i - 1, "AND") && m_vista.es(i - 3, "BETWEEN"))

@@ -1,0 +1,188 @@
+#include "host/app/LineaDeOrdenes.hpp"
+
+#include "host/app/Ordenes.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <csignal>
+#include <iostream>
+
+namespace atipicos::app {
+
+namespace {
+
+    const CLI::Validator dia(
+        [](std::string& texto) {
+            return Date::de_texto(texto)
+                ? std::string()
+                : "«" + texto + "» no es una fecha: se escribe dd/mm/aaaa, como 21/11/2026.";
+        },
+        "DD/MM/AAAA");
+
+    void en_castellano(CLI::App& app)
+    {
+        const auto formato = std::make_shared<CLI::Formatter>();
+        for (const auto& [ingles, castellano] : { std::pair{ "Usage", "Uso" }, { "OPTIONS", "OPCIONES" },
+                 { "SUBCOMMAND", "ORDEN" }, { "SUBCOMMANDS", "ÓRDENES" }, { "Options", "Opciones" },
+                 { "Subcommands", "Órdenes" }, { "Positionals", "Argumentos" },
+                 { "REQUIRED", "(obligatorio)" }, { "TEXT", "TEXTO" }, { "INT", "NÚMERO" } })
+            formato->label(ingles, castellano);
+        formato->column_width(34);
+        app.formatter(formato);
+        app.set_help_flag("-h,--help", "Muestra esta ayuda y termina");
+    }
+
+    std::string tras(const std::string& texto, const std::string& separador)
+    {
+        const auto lugar = texto.find(separador);
+        return lugar == std::string::npos ? texto : texto.substr(lugar + separador.size());
+    }
+
+    std::string antes_de(const std::string& texto, const std::string& separador)
+    {
+        return texto.substr(0, texto.find(separador));
+    }
+
+    /// The library says in English what is wrong with the command line; this says it in Spanish.
+    std::string explica(const CLI::ParseError& error)
+    {
+        const std::string texto = error.what();
+        if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr)
+            return "No se esperaba: " + tras(texto, ": ");
+        if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
+            return texto.find("subcommand") != std::string::npos
+                ? "Falta la orden."
+                : "Falta " + antes_de(texto, " is required") + ".";
+        if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr)
+            return "El valor no es un número admitido: " + tras(texto, ": ");
+        if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)
+            return "Falta o sobra un valor en " + antes_de(texto, ":") + ".";
+        return texto; // from our own checks
+    }
+
+    void agrega_cargo(CLI::App& orden, OpcionesCargo& opciones)
+    {
+        orden.add_option("CODIGO", opciones.codigo, "Código del cargo, como AT260001")->required();
+        orden.add_option("--ejercicio", opciones.ejercicio, "Ejercicio del cargo")->required();
+        orden.add_option("--almacen", opciones.almacen, "Almacén del cargo")->required();
+    }
+
+    struct Todo {
+        OpcionesComunes comunes;
+        OpcionesRegistrar registrar;
+        OpcionesListar listar;
+        OpcionesCargo cargo;
+        bool vacia = false;
+        std::string desde;
+        std::string hasta;
+    };
+
+    CLI::App* comun(CLI::App* orden, OpcionesComunes& comunes)
+    {
+        orden->add_option("--datos", comunes.datos, "Carpeta de las bases de datos (por defecto, datos)");
+        orden->add_option("--empresa", comunes.empresa, "Empresa de gestión (por defecto, la 1)");
+        orden->add_option("--usuario", comunes.usuario, "Usuario (por defecto, el primero que haya)");
+        return orden;
+    }
+
+    void declara(CLI::App& app, Todo& todo)
+    {
+        auto* crear = app.add_subcommand("crear", "Crea las bases de datos con la empresa de muestra");
+        crear->add_option("--datos", todo.comunes.datos, "Carpeta en la que se crean (por defecto, datos)");
+        crear->add_flag("--vacia", todo.vacia, "Sólo las tablas, sin la empresa de muestra");
+
+        auto* registrar
+            = comun(app.add_subcommand("registrar", "Registra y contabiliza los cargos de un fichero CSV"),
+                todo.comunes);
+        registrar->add_option("FICHERO", todo.registrar.fichero, "Fichero CSV de reclamaciones")->required();
+        registrar->add_flag(
+            "--otra-vez", todo.registrar.otra_vez, "También los que ya se registraron de ese fichero");
+
+        auto* listar = comun(app.add_subcommand("listar", "Lista los cargos entre dos fechas"), todo.comunes);
+        listar->add_option("--desde", todo.desde, "Primer día")->required()->check(dia);
+        listar->add_option("--hasta", todo.hasta, "Último día")->required()->check(dia);
+        listar->add_option("--almacen", todo.listar.almacen, "Sólo los de este almacén");
+        listar->add_option("--proveedor", todo.listar.proveedor, "Sólo los de este proveedor");
+        listar->add_option("--formato", todo.listar.formato, "tabla, csv, json o xlsx (por defecto, tabla)");
+        listar->add_option("--salida", todo.listar.salida, "Fichero en el que se escribe");
+
+        auto* mostrar = comun(
+            app.add_subcommand("mostrar", "Muestra un cargo con su asiento, su impuesto y sus previsiones"),
+            todo.comunes);
+        agrega_cargo(*mostrar, todo.cargo);
+        mostrar->add_option("--formato", todo.cargo.formato, "texto o json (por defecto, texto)");
+
+        auto* eliminar
+            = comun(app.add_subcommand("eliminar", "Elimina un cargo; su asiento queda"), todo.comunes);
+        agrega_cargo(*eliminar, todo.cargo);
+        eliminar->add_flag("--si", todo.cargo.si, "Sin preguntar");
+
+        comun(app.add_subcommand("verificar", "Comprueba las bases de datos enteras, sin cambiar nada"),
+            todo.comunes);
+        for (auto* orden : app.get_subcommands({}))
+            en_castellano(*orden);
+    }
+
+    void comprueba(const std::string& valor, std::initializer_list<const char*> admitidos)
+    {
+        for (const auto* uno : admitidos)
+            if (valor == uno)
+                return;
+        throw CLI::ValidationError("--formato", "no se conoce el formato «" + valor + "».");
+    }
+
+    int despacha(CLI::App& app, Todo& todo)
+    {
+        const auto orden = app.get_subcommands().front()->get_name();
+        if (orden == "crear")
+            return crear(todo.comunes, todo.vacia);
+        if (orden == "registrar")
+            return registrar(todo.comunes, todo.registrar);
+        if (orden == "listar") {
+            comprueba(todo.listar.formato, { "tabla", "csv", "json", "xlsx" });
+            if (todo.listar.formato == "xlsx" && todo.listar.salida.empty())
+                throw CLI::ValidationError("--formato", "xlsx necesita --salida FICHERO.");
+            todo.listar.desde = *Date::de_texto(todo.desde);
+            todo.listar.hasta = *Date::de_texto(todo.hasta);
+            return listar(todo.comunes, todo.listar);
+        }
+        if (orden == "mostrar") {
+            comprueba(todo.cargo.formato, { "texto", "json" });
+            return mostrar(todo.comunes, todo.cargo);
+        }
+        if (orden == "eliminar")
+            return eliminar(todo.comunes, todo.cargo);
+        return verificar(todo.comunes);
+    }
+
+}
+
+int ejecuta(int argc, const char* const* argv)
+{
+    std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write, told like any other
+    CLI::App app("Registra cargos y abonos atípicos a proveedores y los contabiliza.", "atipicos");
+    Todo todo;
+    en_castellano(app);
+    declara(app, todo);
+    app.require_subcommand(1);
+    try {
+        app.parse(argc, argv);
+        const int estado = despacha(app, todo);
+        std::cout.flush();
+        if (!std::cout)
+            throw Error(no_hecho, "atipicos", "No se pudo escribir todo en la salida.");
+        return estado;
+    } catch (const CLI::CallForHelp&) {
+        const auto elegidas = app.get_subcommands();
+        std::cout << (elegidas.empty() ? app.help() : elegidas.front()->help("", CLI::AppFormatMode::Normal));
+        return hecho;
+    } catch (const CLI::ParseError& error) {
+        std::cerr << "atipicos: " << explica(error) << "\nVea: atipicos --help\n";
+        return mal_usado;
+    } catch (const std::exception& error) {
+        std::cerr << "atipicos: " << error.what() << '\n';
+        return no_hecho;
+    }
+}
+
+} // namespace atipicos::app

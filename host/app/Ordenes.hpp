@@ -1,0 +1,52 @@
+#pragma once
+
+#include "runtime/Date.hpp"
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+/// The commands of the program. Each returns its exit status (`hecho` or `no_hecho`) or raises an `Error`,
+/// which counts as refused.
+namespace atipicos::app {
+
+inline constexpr int hecho = 0;
+inline constexpr int no_hecho = 1; ///< refused or failed; standard error says why
+inline constexpr int mal_usado = 2;
+
+struct OpcionesComunes {
+    std::filesystem::path datos = "datos";
+    std::int16_t empresa = 1;
+    std::int32_t usuario = 0; ///< 0: the first one there is
+};
+
+struct OpcionesRegistrar {
+    std::filesystem::path fichero;
+    bool otra_vez = false;
+};
+
+struct OpcionesListar {
+    Date desde;
+    Date hasta;
+    std::int16_t almacen = 0; ///< 0: all
+    std::int32_t proveedor = 0; ///< 0: all
+    std::string formato = "tabla"; ///< tabla, csv, json or xlsx
+    std::filesystem::path salida; ///< empty: standard output
+};
+
+struct OpcionesCargo {
+    std::string codigo;
+    std::int16_t ejercicio = 0;
+    std::int16_t almacen = 0;
+    std::string formato = "texto"; ///< of `mostrar`: texto or json
+    bool si = false; ///< of `eliminar`: without asking
+};
+
+int crear(const OpcionesComunes& comunes, bool vacia);
+int registrar(const OpcionesComunes& comunes, const OpcionesRegistrar& opciones);
+int listar(const OpcionesComunes& comunes, const OpcionesListar& opciones);
+int mostrar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
+int eliminar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
+int verificar(const OpcionesComunes& comunes);
+
+} // namespace atipicos::app

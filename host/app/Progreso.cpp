@@ -1,0 +1,34 @@
+#include "host/app/Progreso.hpp"
+
+#include <iostream>
+#include <unistd.h>
+#include <utility>
+
+namespace atipicos::app {
+
+Progreso::Progreso(std::string texto, std::size_t total)
+    : m_texto(std::move(texto))
+    , m_total(total)
+    , m_terminal(isatty(STDERR_FILENO) == 1)
+    , m_proxima(Reloj::now() + std::chrono::seconds(1))
+{
+}
+
+Progreso::~Progreso()
+{
+    if (m_escrito)
+        std::cerr << "\r\x1b[K" << std::flush;
+}
+
+void Progreso::avanza()
+{
+    ++m_hechos;
+    const auto ahora = Reloj::now();
+    if (!m_terminal || ahora < m_proxima)
+        return;
+    m_proxima = ahora + std::chrono::milliseconds(100);
+    m_escrito = true;
+    std::cerr << '\r' << m_texto << ": " << m_hechos << " de " << m_total << std::flush;
+}
+
+} // namespace atipicos::app

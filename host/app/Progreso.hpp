@@ -1,0 +1,31 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace atipicos::app {
+
+/// A line on standard error that says how far long work has come. It appears when the work lasts more than a
+/// second and standard error is a terminal, and is wiped when it is destroyed.
+class Progreso {
+public:
+    Progreso(std::string texto, std::size_t total);
+    Progreso(const Progreso&) = delete;
+    Progreso& operator=(const Progreso&) = delete;
+    ~Progreso();
+
+    void avanza();
+
+private:
+    using Reloj = std::chrono::steady_clock;
+
+    std::string m_texto;
+    std::size_t m_total;
+    std::size_t m_hechos = 0;
+    bool m_terminal;
+    bool m_escrito = false;
+    Reloj::time_point m_proxima;
+};
+
+} // namespace atipicos::app

@@ -1,0 +1,63 @@
+#include "host/app/Tabla.hpp"
+
+#include <algorithm>
+#include <ostream>
+
+namespace atipicos::app {
+
+namespace {
+
+    void escribe_fila(std::ostream& salida, const std::vector<Tabla::Columna>& columnas,
+        const std::vector<std::size_t>& anchos, const std::vector<std::string>& celdas)
+    {
+        std::string linea;
+        for (std::size_t i = 0; i < columnas.size(); ++i) {
+            const std::string hueco(anchos[i] - ancho(celdas[i]), ' ');
+            linea += i == 0 ? "" : "  ";
+            linea += columnas[i].alineacion == Alineacion::derecha ? hueco + celdas[i] : celdas[i] + hueco;
+        }
+        linea.erase(linea.find_last_not_of(' ') + 1);
+        salida << linea << '\n';
+    }
+
+}
+
+std::size_t ancho(std::string_view texto) noexcept
+{
+    return static_cast<std::size_t>(std::count_if(texto.begin(), texto.end(),
+        [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; })); // not inside a letter
+}
+
+Tabla::Tabla(std::vector<Columna> columnas)
+    : m_columnas(std::move(columnas))
+{
+    for (const auto& columna : m_columnas)
+        m_anchos.push_back(ancho(columna.titulo));
+}
+
+void Tabla::agrega(std::vector<std::string> celdas)
+{
+    celdas.resize(m_columnas.size());
+    for (std::size_t i = 0; i < celdas.size(); ++i) {
+        for (char& c : celdas[i])
+            c = c == '\n' || c == '\r' || c == '\t' ? ' ' : c;
+        m_anchos[i] = std::max(m_anchos[i], ancho(celdas[i]));
+    }
+    m_filas.push_back(std::move(celdas));
+}
+
+void Tabla::escribe(std::ostream& salida) const
+{
+    std::vector<std::string> titulos;
+    std::vector<std::string> rayas;
+    for (std::size_t i = 0; i < m_columnas.size(); ++i) {
+        titulos.push_back(m_columnas[i].titulo);
+        rayas.emplace_back(m_anchos[i], '-');
+    }
+    escribe_fila(salida, m_columnas, m_anchos, titulos);
+    escribe_fila(salida, m_columnas, m_anchos, rayas);
+    for (const auto& fila : m_filas)
+        escribe_fila(salida, m_columnas, m_anchos, fila);
+}
+
+} // namespace atipicos::app

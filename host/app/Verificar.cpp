@@ -1,0 +1,29 @@
+#include "host/app/Ordenes.hpp"
+#include "host/app/Verificacion.hpp"
+
+#include <iostream>
+
+namespace atipicos::app {
+
+int verificar(const OpcionesComunes& comunes)
+{
+    const auto bases = orvalin::abre_bases(comunes.datos);
+    const auto resultado = verifica(bases);
+    for (const auto& diferencia : resultado.diferencias)
+        std::cout << diferencia << '\n';
+    if (resultado.asientos_sin_cargo > 0)
+        std::cout << "Asientos sin cargo (de cargos eliminados o cambiados; se eliminan en Contabilidad): "
+                  << resultado.asientos_sin_cargo << '\n';
+    std::cout << "Verificación: " << resultado.cargos << " cargos, " << resultado.lineas << " líneas, "
+              << resultado.asientos << " asientos, " << resultado.apuntes << " apuntes, "
+              << resultado.registros << " registros de impuesto, " << resultado.previsiones
+              << " previsiones: ";
+    if (resultado.diferencias.empty())
+        std::cout << "sin diferencias.\n";
+    else
+        std::cout << resultado.diferencias.size()
+                  << (resultado.diferencias.size() == 1 ? " diferencia.\n" : " diferencias.\n");
+    return resultado.diferencias.empty() ? hecho : no_hecho;
+}
+
+} // namespace atipicos::app

@@ -1,0 +1,3 @@
+#include "host/app/LineaDeOrdenes.hpp"
+
+int main(int argc, char** argv) { return atipicos::app::ejecuta(argc, argv); }

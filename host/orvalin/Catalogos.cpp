@@ -1,0 +1,74 @@
+#include "host/orvalin/Catalogos.hpp"
+
+#include "platform/adodb/campos.hpp"
+
+#include <utility>
+
+namespace atipicos::orvalin {
+
+Catalogos::Catalogos(std::shared_ptr<adodb::Connection> conexion, std::int16_t empresa)
+    : m_conexion(std::move(conexion))
+    , m_empresa(empresa)
+{
+}
+
+std::optional<Almacen> Catalogos::almacen(std::int16_t codigo, Donde donde) const
+{
+    const auto rs = ficha("Almacenes", codigo, donde);
+    if (rs->Eof())
+        return std::nullopt;
+    return Almacen{ adodb::texto(*rs, "Nombre", donde), adodb::entero(*rs, "EmpContable", donde) };
+}
+
+std::optional<std::string> Catalogos::proveedor(std::int32_t codigo, Donde donde) const
+{
+    const auto rs = ficha("Proveedores", codigo, donde);
+    if (rs->Eof())
+        return std::nullopt;
+    return adodb::texto(*rs, "Nombre", donde);
+}
+
+std::optional<Articulo> Catalogos::articulo(std::int32_t codigo, Donde donde) const
+{
+    const auto rs = ficha("Articulos", codigo, donde);
+    if (rs->Eof())
+        return std::nullopt;
+    return Articulo{ adodb::texto(*rs, "Nombre", donde), adodb::texto(*rs, "CtaIngresosAtipicos", donde) };
+}
+
+std::vector<Ficha> Catalogos::empresas(Donde donde) const { return fichas("Empresas", donde); }
+
+std::vector<Ficha> Catalogos::usuarios(Donde donde) const { return fichas("SGD_Usuarios", donde); }
+
+std::vector<Ficha> Catalogos::almacenes(Donde donde) const
+{
+    return fichas("Almacenes WHERE Cod_Empresa =" + std::to_string(m_empresa), donde);
+}
+
+std::unique_ptr<adodb::Recordset> Catalogos::consulta(const std::string& sql, Donde donde) const
+{
+    if (!m_conexion)
+        throw Error::de_ejecucion(numero_error::objeto_no_establecido, donde);
+    auto rs = m_conexion->CreateRecordset();
+    rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
+    return rs;
+}
+
+std::unique_ptr<adodb::Recordset> Catalogos::ficha(const char* tabla, std::int32_t codigo, Donde donde) const
+{
+    return consulta(std::string("SELECT * FROM ") + tabla + " WHERE Cod_Empresa =" + std::to_string(m_empresa)
+            + " AND Codigo =" + std::to_string(codigo),
+        donde);
+}
+
+std::vector<Ficha> Catalogos::fichas(const std::string& tabla_y_filtro, Donde donde) const
+{
+    std::vector<Ficha> todas;
+    const auto rs = consulta("SELECT Codigo, Nombre FROM " + tabla_y_filtro + " ORDER BY Codigo", donde);
+    for (; !rs->Eof(); rs->MoveNext(donde))
+        todas.push_back(
+            { CLng(rs->Fields("Codigo", donde).Value(donde), donde), adodb::texto(*rs, "Nombre", donde) });
+    return todas;
+}
+
+} // namespace atipicos::orvalin

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string_view>
+
+/// The SQL scripts of this folder, as they are read by a person.
+namespace atipicos::guiones {
+
+[[nodiscard]] std::string_view orvalin(); ///< schema of the management database
+[[nodiscard]] std::string_view bexmor(); ///< schema of the accounting database
+[[nodiscard]] std::string_view muestra_orvalin(); ///< sample company, management side
+[[nodiscard]] std::string_view muestra_bexmor(); ///< sample company, accounting side
+
+/// Version of both schemas, as their table `Esquema` holds it.
+inline constexpr int version = 1;
+
+} // namespace atipicos::guiones

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "host/orvalin/Bases.hpp"
+#include "tests/support/CarpetaTemporal.hpp"
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+namespace atipicos::pruebas {
+
+/// The first column of every row of a query, as texts.
+inline std::vector<std::string> columna(adodb::Connection& conexion, const std::string& sql)
+{
+    std::vector<std::string> valores;
+    const auto rs = conexion.CreateRecordset();
+    rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly);
+    for (; !rs->Eof(); rs->MoveNext()) {
+        const auto valor = rs->Fields(std::size_t{ 0 }).Value();
+        valores.push_back(valor.es_nulo() ? "null" : CStr(valor));
+    }
+    return valores;
+}
+
+inline std::int32_t cuenta(adodb::Connection& conexion, const std::string& desde)
+{
+    return std::stoi(columna(conexion, "SELECT COUNT(*) AS N FROM " + desde).at(0));
+}
+
+/// What `accion` raised: its description, or "no error".
+template <class Accion> std::string error_de(Accion accion)
+{
+    try {
+        accion();
+    } catch (const Error& error) {
+        return error.descripcion();
+    }
+    return "no error";
+}
+
+/// The databases of the sample company in a folder of the test's own.
+struct BasesDeMuestra : testing::Test {
+    CarpetaTemporal carpeta;
+    orvalin::Bases bases = abre();
+
+private:
+    orvalin::Bases abre() const
+    {
+        orvalin::crea_bases(carpeta.ruta(), false);
+        return orvalin::abre_bases(carpeta.ruta(), { .sincronizacion_completa = false });
+    }
+};
+
+} // namespace atipicos::pruebas
