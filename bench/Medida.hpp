@@ -1,0 +1,66 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+#include <stdlib.h>
+#include <string>
+#include <vector>
+
+/// What the benchmarks share: a stopwatch, a line of figures, a folder to work in.
+namespace atipicos::bench {
+
+class Medida {
+public:
+    template <class Trabajo> void mide(Trabajo trabajo)
+    {
+        const auto antes = std::chrono::steady_clock::now();
+        trabajo();
+        m_milisegundos.push_back(
+            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - antes).count());
+    }
+
+    [[nodiscard]] double mediana() const
+    {
+        auto orden = m_milisegundos;
+        std::sort(orden.begin(), orden.end());
+        return orden.at(orden.size() / 2);
+    }
+
+    void escribe(const char* nombre) const
+    {
+        const auto [minimo, maximo] = std::minmax_element(m_milisegundos.begin(), m_milisegundos.end());
+        std::printf("  %-28s median %9.3f ms   min %9.3f   max %9.3f   (%zu runs)\n", nombre, mediana(),
+            *minimo, *maximo, m_milisegundos.size());
+    }
+
+private:
+    std::vector<double> m_milisegundos;
+};
+
+/// A folder beside the program, on the disk that is measured, removed at the end.
+class Carpeta {
+public:
+    Carpeta()
+    {
+        std::string plantilla = (std::filesystem::current_path() / "bench-XXXXXX").string();
+        if (mkdtemp(plantilla.data()) == nullptr)
+            throw std::runtime_error("cannot make a folder here");
+        m_ruta = plantilla;
+    }
+    Carpeta(const Carpeta&) = delete;
+    Carpeta& operator=(const Carpeta&) = delete;
+    ~Carpeta()
+    {
+        std::error_code da_igual;
+        std::filesystem::remove_all(m_ruta, da_igual);
+    }
+    [[nodiscard]] std::filesystem::path operator/(const char* nombre) const { return m_ruta / nombre; }
+
+private:
+    std::filesystem::path m_ruta;
+};
+
+} // namespace atipicos::bench
