@@ -45,7 +45,13 @@ Currency Currency::de_double(double valor, Donde donde)
 
 double Currency::a_double() const noexcept
 {
-    return static_cast<double>(m_crudo) / static_cast<double>(escala);
+    constexpr std::int64_t exacto_en_double = std::int64_t{ 1 } << 53;
+    if (-exacto_en_double <= m_crudo && m_crudo <= exacto_en_double)
+        return static_cast<double>(m_crudo) / static_cast<double>(escala);
+    // Beyond, dividing would round twice. The whole part is exact, and the error of the decimals is far too
+    // small to carry the sum over the middle between two doubles.
+    const std::int64_t enteros = m_crudo / escala;
+    return static_cast<double>(enteros) + static_cast<double>(m_crudo % escala) / static_cast<double>(escala);
 }
 
 std::string Currency::texto() const

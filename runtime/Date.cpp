@@ -1,6 +1,5 @@
 #include "runtime/Date.hpp"
 
-#include <array>
 #include <cmath>
 
 namespace atipicos {
@@ -19,15 +18,12 @@ namespace {
 
     year_month_day calendario(Date fecha) { return year_month_day{ floor<days>(fecha.instante()) }; }
 
-    bool en_rango(Date::Instante instante)
-    {
-        const int anio = static_cast<int>(year_month_day{ floor<days>(instante) }.year());
-        return anio >= anio_minimo && anio <= anio_maximo;
-    }
-
+    /// By instants, because the years of the library wrap around far before the days do.
     Date comprobada(Date::Instante instante, Donde donde)
     {
-        if (!en_rango(instante))
+        constexpr local_days primero{ std::chrono::year{ anio_minimo } / 1 / 1 };
+        constexpr local_days ultimo{ std::chrono::year{ anio_maximo } / 12 / 31 };
+        if (instante < primero || instante >= ultimo + days(1))
             throw Error::de_ejecucion(numero_error::desbordamiento, donde);
         return Date(instante);
     }

@@ -89,14 +89,14 @@ namespace {
 
 Currency Redondear(Currency valor, int decimales, Donde donde)
 {
-    comprueba_decimales(decimales, donde);
     if (decimales >= decimales_de_currency)
         return valor;
-    const auto unidad = potencia_de_10(decimales_de_currency - decimales);
-    const entero_ancho redondo = redondea_cociente<entero_ancho>(valor.crudo(), unidad) * unidad;
-    if (redondo != static_cast<std::int64_t>(redondo))
+    comprueba_decimales(decimales, donde);
+    const auto unidad = potencia_de_10<std::int64_t>(decimales_de_currency - decimales);
+    std::int64_t redondo = 0;
+    if (__builtin_mul_overflow(redondea_cociente(valor.crudo(), unidad), unidad, &redondo))
         throw Error::de_ejecucion(numero_error::desbordamiento, donde);
-    return Currency::de_crudo(static_cast<std::int64_t>(redondo));
+    return Currency::de_crudo(redondo);
 }
 
 double Redondear(double valor, int decimales, Donde donde)

@@ -95,13 +95,22 @@ namespace {
         return static_cast<std::int32_t>(*numero);
     }
 
-    /// As many decimals as the 15 significant digits have, with the comma.
-    std::string texto_de(double valor)
+    /// As many decimals as the 15 significant digits have, with the comma; a number whose whole part has more
+    /// digits than those shows its exponent.
+    std::string texto_de(double valor, Donde donde)
     {
-        std::array<char, 400> texto{};
-        const auto fin = std::to_chars(texto.data(), texto.data() + texto.size(), valor == 0 ? 0 : valor,
-            std::chars_format::general, 15);
-        std::string resultado(texto.data(), fin.ptr);
+        constexpr double limite = 1e15;
+        std::array<char, 32> texto{};
+        const auto* fin
+            = std::to_chars(texto.data(), texto.data() + texto.size(), valor, std::chars_format::general, 15)
+                  .ptr;
+        std::string resultado(static_cast<const char*>(texto.data()), fin);
+        if (!(std::fabs(valor) >= limite) || std::isinf(valor)) {
+            // 15 digits come back unchanged from the double nearest to them.
+            double leido = valor;
+            std::from_chars(texto.data(), fin, leido);
+            resultado = texto_sql(leido, donde);
+        }
         std::replace(resultado.begin(), resultado.end(), '.', ',');
         return resultado;
     }
@@ -122,12 +131,38 @@ namespace {
         std::string operator()(Nulo) const { throw Error::de_ejecucion(numero_error::nulo_no_valido, donde); }
         std::string operator()(bool valor) const { return valor ? "Verdadero" : "Falso"; }
         std::string operator()(std::int32_t valor) const { return std::to_string(valor); }
-        std::string operator()(double valor) const { return texto_de(valor); }
+        std::string operator()(double valor) const { return texto_de(valor, donde); }
         std::string operator()(Currency valor) const { return texto_de(valor); }
         std::string operator()(Date valor) const { return valor.texto_regional(); }
         std::string operator()(const std::string& valor) const { return valor; }
         std::string operator()(const Referencia&) const { no_coinciden(donde); }
     };
+
+    bool es_blanco(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+    bool es_cifra_o_punto(char c) { return c == '.' || (c >= '0' && c <= '9'); }
+
+    /// About how many digits lie before the point of a number that fits in no double; negative for the
+    /// zeros behind the point.
+    std::int64_t orden_de_magnitud(std::string_view numero)
+    {
+        const auto fin = std::min(numero.find_first_not_of("-.0123456789"), numero.size());
+        const auto punto = std::min(numero.substr(0, fin).find('.'), fin);
+        const auto primera = numero.find_first_of("123456789");
+        std::int64_t orden = static_cast<std::int64_t>(punto) - static_cast<std::int64_t>(primera);
+        if (fin < numero.size() && (numero[fin] == 'e' || numero[fin] == 'E')) {
+            const auto signo = numero.find_first_not_of('+', fin + 1);
+            std::int32_t exponente = 0; // beyond 32 bits its sign decides
+            const auto* ultima = numero.data() + numero.size();
+            if (signo < numero.size()
+                && std::from_chars(numero.data() + signo, ultima, exponente).ec
+                    == std::errc::result_out_of_range)
+                exponente = numero[signo] == '-' ? std::numeric_limits<std::int32_t>::min()
+                                                 : std::numeric_limits<std::int32_t>::max();
+            orden += exponente;
+        }
+        return orden;
+    }
 
     std::string minusculas(std::string texto)
     {
@@ -191,24 +226,22 @@ std::string CStr(const Variant& valor, Donde donde) { return std::visit(ComoText
 double Val(std::string_view texto, Donde donde)
 {
     std::string numero;
-    bool punto = false;
-    for (const char c : texto) {
-        if (c == ' ' || c == '\t' || c == '\n' || c == '\r')
-            continue;
-        const bool signo = (c == '-' || c == '+') && numero.empty();
-        const bool separa = c == '.' && !punto;
-        if (!signo && !separa && (c < '0' || c > '9'))
-            break;
-        punto = punto || separa;
-        numero += c;
-    }
-    if (!numero.empty() && numero[0] == '+')
+    for (const char c : texto)
+        if (!es_blanco(c))
+            numero += c;
+    const std::size_t signo = numero.starts_with('-') || numero.starts_with('+') ? 1 : 0;
+    if (signo == numero.size() || !es_cifra_o_punto(numero[signo])) // "infinito" is no number either
+        return 0;
+    if (numero.front() == '+') // from_chars reads no plus sign
         numero.erase(0, 1);
     double valor = 0;
-    if (std::from_chars(numero.data(), numero.data() + numero.size(), valor).ec
-        == std::errc::result_out_of_range)
-        throw Error::de_ejecucion(numero_error::desbordamiento, donde);
-    return valor;
+    const auto* fin = numero.data() + numero.size();
+    if (std::from_chars(numero.data(), fin, valor).ec == std::errc::result_out_of_range) {
+        if (orden_de_magnitud(numero) > 0)
+            throw Error::de_ejecucion(numero_error::desbordamiento, donde);
+        return 0; // nearer to zero than any other double
+    }
+    return valor == 0 ? 0 : valor; // no negative zero
 }
 
 } // namespace atipicos

@@ -17,7 +17,7 @@ namespace {
                 ? std::string()
                 : "«" + texto + "» no es una fecha: se escribe dd/mm/aaaa, como 21/11/2026.";
         },
-        "DD/MM/AAAA");
+        "");
 
     void en_castellano(CLI::App& app)
     {
@@ -25,11 +25,17 @@ namespace {
         for (const auto& [ingles, castellano] : { std::pair{ "Usage", "Uso" }, { "OPTIONS", "OPCIONES" },
                  { "SUBCOMMAND", "ORDEN" }, { "SUBCOMMANDS", "ÓRDENES" }, { "Options", "Opciones" },
                  { "Subcommands", "Órdenes" }, { "Positionals", "Argumentos" },
-                 { "REQUIRED", "(obligatorio)" }, { "TEXT", "TEXTO" }, { "INT", "NÚMERO" } })
+                 { "REQUIRED", "(obligatorio)" }, { "TEXT", "TEXTO" }, { "INT", "N" } })
             formato->label(ingles, castellano);
         formato->column_width(34);
         app.formatter(formato);
-        app.set_help_flag("-h,--help", "Muestra esta ayuda y termina");
+        app.set_help_flag("-h,--help", "Muestra esta ayuda y termina")->group("Opciones");
+        for (auto* opcion : app.get_options([](const CLI::Option* una) { return una->nonpositional(); }))
+            opcion->group("Opciones");
+        for (auto* orden : app.get_subcommands([](const CLI::App*) { return true; })) {
+            orden->group("Órdenes");
+            en_castellano(*orden);
+        }
     }
 
     std::string tras(const std::string& texto, const std::string& separador)
@@ -99,8 +105,14 @@ namespace {
             "--otra-vez", todo.registrar.otra_vez, "También los que ya se registraron de ese fichero");
 
         auto* listar = comun(app.add_subcommand("listar", "Lista los cargos entre dos fechas"), todo.comunes);
-        listar->add_option("--desde", todo.desde, "Primer día")->required()->check(dia);
-        listar->add_option("--hasta", todo.hasta, "Último día")->required()->check(dia);
+        listar->add_option("--desde", todo.desde, "Primer día")
+            ->required()
+            ->check(dia)
+            ->type_name("DD/MM/AAAA");
+        listar->add_option("--hasta", todo.hasta, "Último día")
+            ->required()
+            ->check(dia)
+            ->type_name("DD/MM/AAAA");
         listar->add_option("--almacen", todo.listar.almacen, "Sólo los de este almacén");
         listar->add_option("--proveedor", todo.listar.proveedor, "Sólo los de este proveedor");
         listar->add_option("--formato", todo.listar.formato, "tabla, csv, json o xlsx (por defecto, tabla)");
@@ -119,8 +131,6 @@ namespace {
 
         comun(app.add_subcommand("verificar", "Comprueba las bases de datos enteras, sin cambiar nada"),
             todo.comunes);
-        for (auto* orden : app.get_subcommands({}))
-            en_castellano(*orden);
     }
 
     void comprueba(const std::string& valor, std::initializer_list<const char*> admitidos)
@@ -162,8 +172,8 @@ int ejecuta(int argc, const char* const* argv)
     std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write, told like any other
     CLI::App app("Registra cargos y abonos atípicos a proveedores y los contabiliza.", "atipicos");
     Todo todo;
-    en_castellano(app);
     declara(app, todo);
+    en_castellano(app);
     app.require_subcommand(1);
     try {
         app.parse(argc, argv);
@@ -174,10 +184,14 @@ int ejecuta(int argc, const char* const* argv)
         return estado;
     } catch (const CLI::CallForHelp&) {
         const auto elegidas = app.get_subcommands();
-        std::cout << (elegidas.empty() ? app.help() : elegidas.front()->help("", CLI::AppFormatMode::Normal));
+        std::cout << (elegidas.empty() ? app.help() : elegidas.front()->help("atipicos"));
         return hecho;
     } catch (const CLI::ParseError& error) {
-        std::cerr << "atipicos: " << explica(error) << "\nVea: atipicos --help\n";
+        const std::string primero = argc > 1 ? argv[1] : "";
+        const bool orden_desconocida = app.get_subcommands().empty() && !primero.empty() && primero[0] != '-';
+        std::cerr << "atipicos: "
+                  << (orden_desconocida ? "No se conoce la orden «" + primero + "»." : explica(error))
+                  << "\nVea: atipicos --help\n";
         return mal_usado;
     } catch (const std::exception& error) {
         std::cerr << "atipicos: " << error.what() << '\n';

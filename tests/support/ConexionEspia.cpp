@@ -58,8 +58,11 @@ void ConexionEspia::pasa(const std::string& dicha, Donde donde)
 {
     m_parte->dichas.push_back(m_nombre + " " + dicha);
     const bool toca = m_parte->dichas.size() == m_parte->falla_en;
-    if (toca && m_parte->conexion_perdida)
+    if (toca && m_parte->conexion_perdida) {
         m_perdida = true;
+        if (m_en_transaccion) // what the database does when its client is gone
+            m_real->RollbackTrans();
+    }
     if (toca || m_perdida)
         throw adodb::ErrorBaseDatos(m_perdida ? adodb::Categoria::conexion : adodb::Categoria::otra, "Prueba",
             Parte::descripcion, dicha, donde);
@@ -76,18 +79,21 @@ void ConexionEspia::BeginTrans(Donde donde)
 {
     pasa("BEGIN", donde);
     m_real->BeginTrans(donde);
+    m_en_transaccion = true;
 }
 
 void ConexionEspia::CommitTrans(Donde donde)
 {
     pasa("COMMIT", donde);
     m_real->CommitTrans(donde);
+    m_en_transaccion = false;
 }
 
 void ConexionEspia::RollbackTrans(Donde donde)
 {
     pasa("ROLLBACK", donde);
     m_real->RollbackTrans(donde);
+    m_en_transaccion = false;
 }
 
 std::unique_ptr<adodb::Recordset> ConexionEspia::CreateRecordset()

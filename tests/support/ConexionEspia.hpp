@@ -37,6 +37,7 @@ private:
     std::shared_ptr<adodb::Connection> m_real;
     std::shared_ptr<Parte> m_parte;
     bool m_perdida = false;
+    bool m_en_transaccion = false;
 };
 
 } // namespace atipicos::pruebas

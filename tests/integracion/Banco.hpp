@@ -1,0 +1,49 @@
+#pragma once
+
+#include "browser/DetalleAtipico.hpp"
+#include "context/modComun.hpp"
+#include "editor/GuardarAtipico.hpp"
+#include "host/bexmor/Biblioteca.hpp"
+#include "host/orvalin/Bases.hpp"
+#include "host/orvalin/Empresa.hpp"
+#include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/ConexionEspia.hpp"
+#include "tests/support/Contexto.hpp"
+
+#include <map>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace atipicos::pruebas {
+
+/// How many rows each table that a save writes to has, and the numbers of both counters.
+using Estado = std::map<std::string, std::int32_t>;
+
+/// The sample company on real databases, with a spy on each connection.
+class Banco {
+public:
+    Banco();
+    Banco(const Banco&) = delete;
+    Banco& operator=(const Banco&) = delete;
+    ~Banco();
+
+    /// Saves a charge of three lines with tax, from a supplier who pays in three instalments. With a code it
+    /// is that charge changed.
+    ResultadoGuardado guarda(const std::string& codigo = {});
+
+    [[nodiscard]] Estado estado() const; ///< read past the spies
+    [[nodiscard]] Variant consulta(const std::string& sql) const; ///< first value, management
+    [[nodiscard]] std::vector<std::string> titulos() const; ///< of the boxes shown
+
+    std::shared_ptr<Parte> parte = std::make_shared<Parte>();
+    std::shared_ptr<MsgBoxDePrueba> avisos = std::make_shared<MsgBoxDePrueba>();
+
+private:
+    CarpetaTemporal m_carpeta;
+    orvalin::Bases m_bases;
+    std::unique_ptr<bexmor::Biblioteca> m_biblioteca;
+};
+
+} // namespace atipicos::pruebas
