@@ -67,10 +67,12 @@ namespace {
         return Date(dia->instante() + *leida);
     }
 
-    std::string dos(int numero)
+    void anexa_cifras(std::string& destino, int numero, std::size_t cuantas)
     {
-        const auto texto = std::to_string(numero);
-        return texto.size() < 2 ? "0" + texto : texto;
+        const auto inicio = destino.size();
+        destino.append(cuantas, '0');
+        for (auto i = inicio + cuantas; i > inicio && numero > 0; numero /= 10)
+            destino[--i] = static_cast<char>('0' + numero % 10);
     }
 
 }
@@ -91,15 +93,23 @@ std::optional<Date> lee_fecha_regional(std::string_view texto)
 
 std::string texto_iso(Date fecha)
 {
-    const auto anio = std::to_string(fecha.anio());
-    auto texto = std::string(4 - anio.size(), '0') + anio + "-" + dos(fecha.mes()) + "-" + dos(fecha.dia());
+    std::string texto;
+    const auto anexa = [&](char separador, int numero, std::size_t cifras) {
+        texto += separador;
+        anexa_cifras(texto, numero, cifras);
+    };
+    anexa_cifras(texto, fecha.anio(), 4);
+    anexa('-', fecha.mes(), 2);
+    anexa('-', fecha.dia(), 2);
     const auto hora = fecha.hora_del_dia();
     if (hora.count() == 0)
         return texto;
     const auto segundos = static_cast<int>(hora.count() / 1000);
-    texto += " " + dos(segundos / 3600) + ":" + dos(segundos / 60 % 60) + ":" + dos(segundos % 60);
+    anexa(' ', segundos / 3600, 2);
+    anexa(':', segundos / 60 % 60, 2);
+    anexa(':', segundos % 60, 2);
     if (const auto milesimas = static_cast<int>(hora.count() % 1000); milesimas != 0)
-        texto += "." + std::to_string(1000 + milesimas).substr(1);
+        anexa('.', milesimas, 3);
     return texto;
 }
 

@@ -87,7 +87,19 @@ namespace {
         return { Clase::simbolo, i + (es_operador_doble(par) ? 2U : 1U) };
     }
 
-    char minuscula(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+    /// Takes off the front of `sql` what comes before the first keyword, and that keyword, which it gives
+    /// back.
+    std::string_view toma_palabra(std::string_view& sql)
+    {
+        while (!sql.empty()) {
+            const auto [clase, fin] = clasifica(sql, 0);
+            const auto texto = sql.substr(0, fin);
+            sql.remove_prefix(fin);
+            if (clase != Clase::blanco && clase != Clase::comentario)
+                return clase == Clase::palabra ? texto : std::string_view();
+        }
+        return {};
+    }
 
 }
 
@@ -101,6 +113,18 @@ std::vector<Token> separa(std::string_view sql)
         i = fin.donde;
     }
     return tokens;
+}
+
+std::string_view primera_palabra(std::string_view sql) noexcept { return toma_palabra(sql); }
+
+bool crea_disparador(std::string_view sql) noexcept
+{
+    if (!iguales(toma_palabra(sql), "CREATE"))
+        return false;
+    auto palabra = toma_palabra(sql);
+    if (iguales(palabra, "TEMP") || iguales(palabra, "TEMPORARY"))
+        palabra = toma_palabra(sql);
+    return iguales(palabra, "TRIGGER");
 }
 
 bool iguales(std::string_view a, std::string_view b) noexcept

@@ -26,6 +26,17 @@ struct Token {
 /// They refer to `sql`, which must stay alive. Never fails: what is no token is a symbol.
 [[nodiscard]] std::vector<Token> separa(std::string_view sql);
 
+/// The first keyword or plain name, past blanks and comments; empty when something else comes first.
+[[nodiscard]] std::string_view primera_palabra(std::string_view sql) noexcept;
+
+/// Whether the statement makes a trigger: such a one bears statements of its own, each ended by ";".
+[[nodiscard]] bool crea_disparador(std::string_view sql) noexcept;
+
+[[nodiscard]] constexpr char minuscula(char c) noexcept ///< ASCII
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 [[nodiscard]] bool iguales(std::string_view a, std::string_view b) noexcept; ///< compared without ASCII case
 
 } // namespace atipicos::sql

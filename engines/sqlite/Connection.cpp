@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace atipicos::sqlite {
 
@@ -44,17 +45,28 @@ namespace {
             no_se_abre(fichero, "es una carpeta, no una base de datos.", donde);
         if (!crear && !std::filesystem::exists(estado))
             no_se_abre(fichero, "no existe la base de datos.", donde);
+        if (crear && !std::filesystem::exists(std::filesystem::absolute(fichero).parent_path(), fallo))
+            no_se_abre(fichero, "no existe la carpeta en la que crear la base de datos.", donde);
     }
 
-    bool cambia_el_esquema(const std::string& sql)
+    /// Does something with a database file, so that its errors name the file.
+    template <class Accion> void nombrando(const std::filesystem::path& fichero, Donde donde, Accion accion)
     {
-        const auto palabra = sql.find_first_not_of(" \t\r\n");
-        if (palabra == std::string::npos)
-            return false;
-        static constexpr std::array<std::string_view, 4> palabras{ "CREATE", "ALTER", "DROP", "ATTACH" };
-        return std::any_of(palabras.begin(), palabras.end(), [&](std::string_view una) {
-            return sql::iguales(std::string_view(sql).substr(palabra, una.size()), una);
-        });
+        try {
+            accion();
+        } catch (const adodb::ErrorBaseDatos& error) {
+            throw adodb::ErrorBaseDatos(error.categoria(), error.fuente(),
+                "«" + fichero.string() + "»: " + error.descripcion(), error.instruccion(), donde);
+        }
+    }
+
+    bool cambia_el_esquema(std::string_view sql)
+    {
+        static constexpr std::array<std::string_view, 5> palabras{ "CREATE", "ALTER", "DROP", "ATTACH",
+            "DETACH" };
+        const auto primera = sql::primera_palabra(sql);
+        return std::any_of(palabras.begin(), palabras.end(),
+            [&](std::string_view palabra) { return sql::iguales(primera, palabra); });
     }
 
 }
@@ -70,18 +82,16 @@ std::shared_ptr<Connection> Connection::Abrir(const Opciones& opciones, Donde do
     const auto* modo = opciones.solo_lectura ? "ro" : opciones.crear ? "rwc" : "rw";
     sqlite3* base = nullptr;
     const int resultado = sqlite3_open_v2(uri(opciones.fichero, modo).c_str(), &base,
-        SQLITE_OPEN_URI | (opciones.solo_lectura ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE)
+        SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX
+            | (opciones.solo_lectura ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE)
             | (opciones.crear ? SQLITE_OPEN_CREATE : 0),
         nullptr);
-    const std::shared_ptr<Connection> conexion(new Connection(base)); // closes it, also when opening failed
-    try {
+    std::shared_ptr<Connection> conexion(new Connection(base)); // closes it, also when opening failed
+    nombrando(opciones.fichero, donde, [&] {
         if (resultado != SQLITE_OK)
             throw error_de(base, {}, donde);
         conexion->prepara(opciones, donde);
-    } catch (const adodb::ErrorBaseDatos& error) {
-        throw adodb::ErrorBaseDatos(error.categoria(), error.fuente(),
-            "«" + opciones.fichero.string() + "»: " + error.descripcion(), error.instruccion(), donde);
-    }
+    });
     for (const auto& otra : opciones.adjuntas)
         conexion->adjunta(otra, donde);
     return conexion;
@@ -105,40 +115,66 @@ void Connection::adjunta(const Adjunta& otra, Donde donde)
     std::string nombre = otra.nombre;
     for (auto p = nombre.find('"'); p != std::string::npos; p = nombre.find('"', p + 2))
         nombre.insert(p, 1, '"');
-    Instruccion instruccion(base(), "ATTACH ? AS \"" + nombre + "\"", donde);
-    instruccion.liga(1, uri(otra.fichero, "ro"), donde);
-    instruccion.avanza(donde);
+    nombrando(otra.fichero, donde, [&] {
+        Instruccion instruccion(base(), "ATTACH ? AS \"" + nombre + "\"", donde);
+        instruccion.liga(1, uri(otra.fichero, "ro"), donde);
+        instruccion.avanza(donde);
+    });
     m_adjuntas.push_back(otra.nombre);
     m_catalogo.agrega_base(otra.nombre, "\"" + nombre + "\"");
 }
 
 void Connection::lee_catalogo(Donde donde)
 {
+    m_catalogo.olvida_fechas();
     auto esquemas = m_adjuntas;
     esquemas.emplace_back("main");
     for (const auto& esquema : esquemas) {
         Instruccion consulta(base(),
-            "SELECT t.name, c.name FROM pragma_table_list t JOIN pragma_table_xinfo(t.name, t.schema) c"
+            "SELECT t.name, c.name,"
+            " (SELECT v.cid FROM pragma_table_info(t.name, t.schema) v WHERE v.name = c.name)"
+            " FROM pragma_table_list t JOIN pragma_table_xinfo(t.name, t.schema) c"
             " WHERE t.schema = ? AND c.type LIKE 'DATE%'",
             donde);
         consulta.liga(1, esquema, donde);
-        while (consulta.avanza(donde))
+        while (consulta.avanza(donde)) {
+            const Variant lugar = valor_de(consulta.get(), 2, Tipo::Segun, donde); // null: a computed column
             m_catalogo.agrega_fecha(CStr(valor_de(consulta.get(), 0, Tipo::Segun, donde)),
-                CStr(valor_de(consulta.get(), 1, Tipo::Segun, donde)));
+                CStr(valor_de(consulta.get(), 1, Tipo::Segun, donde)),
+                lugar.es_nulo() ? sql::Catalogo::sin_lugar : static_cast<std::size_t>(CLng(lugar)));
+        }
     }
     m_catalogo_leido = true;
 }
 
 std::string Connection::reescribe(const std::string& sql, Donde donde)
 {
+    if (m_en_transaccion && sqlite3_get_autocommit(base()) != 0)
+        throw adodb::ErrorBaseDatos(Categoria::otra, "SQLite",
+            "La transacción se ha perdido por un error anterior: sólo se puede deshacer.", sql, donde);
     if (!m_catalogo_leido)
         lee_catalogo(donde);
     return sql::reescribe(sql, m_catalogo, donde);
 }
 
+void Connection::guarda_lecturas(Donde donde)
+{
+    while (!m_lecturas.empty())
+        m_lecturas.back()->guarda_el_resto(donde);
+}
+
+void Connection::olvida_lectura(const Recordset& filas) noexcept
+{
+    const auto lugar = std::find(m_lecturas.begin(), m_lecturas.end(), &filas);
+    if (lugar != m_lecturas.end())
+        m_lecturas.erase(lugar);
+}
+
 void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb::CommandType, Donde donde)
 {
-    ejecuta(reescribe(sql, donde), afectadas, donde);
+    const auto reescrita = reescribe(sql, donde);
+    guarda_lecturas(donde);
+    ejecuta(reescrita, afectadas, donde);
     if (cambia_el_esquema(sql))
         m_catalogo_leido = false;
 }
@@ -154,47 +190,85 @@ void Connection::ejecuta(const std::string& sql, std::int32_t* afectadas, Donde 
 
 void Connection::BeginTrans(Donde donde)
 {
-    if (sqlite3_get_autocommit(base()) == 0)
+    if (m_en_transaccion || sqlite3_get_autocommit(base()) == 0)
         throw adodb::ErrorBaseDatos(Categoria::instruccion, "SQLite",
             "Ya hay una transacción abierta en esta conexión.", "BEGIN", donde);
+    guarda_lecturas(donde);
     ejecuta("BEGIN IMMEDIATE", nullptr, donde);
+    m_en_transaccion = true;
 }
 
-void Connection::CommitTrans(Donde donde) { ejecuta("COMMIT", nullptr, donde); }
+void Connection::CommitTrans(Donde donde)
+{
+    comprueba_transaccion("COMMIT", donde);
+    ejecuta(reescribe("COMMIT", donde), nullptr, donde);
+    m_en_transaccion = false;
+}
 
-void Connection::RollbackTrans(Donde donde) { ejecuta("ROLLBACK", nullptr, donde); }
+void Connection::RollbackTrans(Donde donde)
+{
+    comprueba_transaccion("ROLLBACK", donde);
+    m_en_transaccion = false;
+    m_catalogo_leido = false; // tables made in it are gone
+    if (sqlite3_get_autocommit(base()) == 0)
+        ejecuta("ROLLBACK", nullptr, donde);
+}
+
+void Connection::comprueba_transaccion(const char* instruccion, Donde donde) const
+{
+    if (!m_en_transaccion)
+        throw adodb::ErrorBaseDatos(Categoria::instruccion, "SQLite",
+            "No hay ninguna transacción abierta en esta conexión.", instruccion, donde);
+}
+
+void Connection::deshaz() noexcept
+{
+    m_en_transaccion = false;
+    sqlite3_exec(base(), "ROLLBACK", nullptr, nullptr, nullptr); // fails when there is none, and that is fine
+}
 
 std::unique_ptr<adodb::Recordset> Connection::CreateRecordset() { return std::make_unique<Recordset>(*this); }
 
+void Connection::ejecuta_de_guion(const std::string& instruccion, int linea, Donde donde)
+{
+    try {
+        Execute(instruccion, nullptr, adodb::CommandType::Text, donde);
+    } catch (const adodb::ErrorBaseDatos& error) {
+        throw adodb::ErrorBaseDatos(error.categoria(), error.fuente(),
+            "línea " + std::to_string(linea) + " del guion: " + error.descripcion(), instruccion, donde);
+    }
+}
+
 void Connection::ejecuta_guion(std::string_view guion, Donde donde)
 {
+    constexpr std::string_view marca_utf8 = "\xef\xbb\xbf";
+    if (guion.starts_with(marca_utf8))
+        guion.remove_prefix(marca_utf8.size());
     std::string instruccion;
     int linea = 1;
     int inicio = 0; // line on which the statement begins; 0: it has not begun
-    const auto ejecuta_una = [&] {
-        if (inicio != 0) {
-            try {
-                Execute(instruccion, nullptr, adodb::CommandType::Text, donde);
-            } catch (const adodb::ErrorBaseDatos& error) {
-                throw adodb::ErrorBaseDatos(error.categoria(), error.fuente(),
-                    "línea " + std::to_string(inicio) + " del guion: " + error.descripcion(), instruccion,
-                    donde);
-            }
-        }
-        instruccion.clear();
-        inicio = 0;
-    };
+    std::string_view anterior; // the two last tokens
+    std::string_view ultimo;
     for (const auto& token : sql::separa(guion)) {
         const bool vacio = token.clase == sql::Clase::blanco || token.clase == sql::Clase::comentario;
-        if (inicio == 0 && !vacio && token.texto != ";")
+        const bool cierra = token.texto == ";"
+            && (!sql::crea_disparador(instruccion) || (sql::iguales(ultimo, "END") && anterior == ";"));
+        if (inicio == 0 && !vacio && !cierra)
             inicio = linea;
         linea += static_cast<int>(std::count(token.texto.begin(), token.texto.end(), '\n'));
-        if (token.clase == sql::Clase::simbolo && token.texto == ";")
-            ejecuta_una();
-        else
+        if (!vacio)
+            anterior = std::exchange(ultimo, token.texto);
+        if (!cierra) {
             instruccion += token.texto;
+            continue;
+        }
+        if (inicio != 0)
+            ejecuta_de_guion(instruccion, inicio, donde);
+        instruccion.clear();
+        inicio = 0;
     }
-    ejecuta_una();
+    if (inicio != 0)
+        ejecuta_de_guion(instruccion, inicio, donde);
 }
 
 } // namespace atipicos::sqlite

@@ -13,6 +13,8 @@
 
 namespace atipicos::sqlite {
 
+class Recordset;
+
 /// A database file that another connection writes and this one may only read, as `nombre.dbo.Tabla`.
 struct Adjunta {
     std::string nombre;
@@ -32,6 +34,11 @@ struct Opciones {
 /// at once (`BEGIN IMMEDIATE`), so that it cannot find out at its end that another came first.
 ///
 /// Attached files are opened read-only: that lock would otherwise be taken on them too.
+///
+/// Some failures, a full disk among them, make SQLite undo the whole transaction at once. From then on every
+/// statement is refused until `RollbackTrans`: alone it would be stored outside any transaction.
+///
+/// Only one thread at a time may use a connection and its recordsets.
 class Connection final : public adodb::Connection {
 public:
     /// Raises an error that names the file and what is wrong with it: missing, a folder, no database.
@@ -49,7 +56,17 @@ public:
     /// script (1-based) on which the failing statement begins.
     void ejecuta_guion(std::string_view guion, Donde donde = Donde::aqui());
 
-    [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde); ///< as this database wants it
+    /// The statement as this database wants it. Refused when the transaction it belongs to is lost.
+    [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde);
+
+    /// Rows that are still being read would stand in the way of a write that comes after another user's:
+    /// they are read to their end and kept.
+    void guarda_lecturas(Donde donde);
+    void anota_lectura(Recordset& filas) { m_lecturas.push_back(&filas); }
+    void olvida_lectura(const Recordset& filas) noexcept;
+
+    void deshaz() noexcept; ///< ends the transaction, if there is one, without it
+    [[nodiscard]] bool en_transaccion() const noexcept { return m_en_transaccion; }
     [[nodiscard]] sqlite3* base() const noexcept { return m_base.get(); }
 
 private:
@@ -61,12 +78,16 @@ private:
     void prepara(const Opciones& opciones, Donde donde);
     void adjunta(const Adjunta& otra, Donde donde);
     void lee_catalogo(Donde donde);
+    void comprueba_transaccion(const char* instruccion, Donde donde) const; ///< that one is open
+    void ejecuta_de_guion(const std::string& instruccion, int linea, Donde donde);
     void ejecuta(const std::string& sql, std::int32_t* afectadas, Donde donde); ///< without rewriting
 
     std::unique_ptr<sqlite3, Cierra> m_base;
     std::vector<std::string> m_adjuntas;
+    std::vector<Recordset*> m_lecturas; ///< recordsets that are being read
     sql::Catalogo m_catalogo;
     bool m_catalogo_leido = false;
+    bool m_en_transaccion = false; ///< also when SQLite has already undone it
 };
 
 } // namespace atipicos::sqlite

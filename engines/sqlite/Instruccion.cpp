@@ -2,8 +2,8 @@
 
 #include "engines/sql/Fechas.hpp"
 #include "engines/sql/Tokens.hpp"
-#include "runtime/Formato.hpp"
 
+#include <cmath>
 #include <limits>
 #include <string_view>
 #include <variant>
@@ -95,6 +95,15 @@ namespace {
         return Currency::de_crudo(valor * Currency::escala);
     }
 
+    Currency moneda(double valor, Donde donde)
+    {
+        const double diezmilesimas = std::nearbyint(valor * Currency::escala);
+        constexpr double limite = 1e15; // 15 digits: no shorter decimal gives the same double
+        if (std::fabs(diezmilesimas) < limite && diezmilesimas / Currency::escala == valor)
+            return Currency::de_crudo(static_cast<std::int64_t>(diezmilesimas));
+        return Currency::de_double(valor, donde);
+    }
+
     Variant fecha(std::string_view texto)
     {
         const auto leida = sql::lee_iso(texto);
@@ -166,7 +175,7 @@ Variant valor_de(sqlite3_stmt* instruccion, int columna, Tipo tipo, Donde donde)
     }
     case SQLITE_FLOAT: {
         const double valor = sqlite3_column_double(instruccion, columna);
-        return tipo == Tipo::Moneda ? Variant(Currency::de_double(valor, donde)) : Variant(valor);
+        return tipo == Tipo::Moneda ? Variant(moneda(valor, donde)) : Variant(valor);
     }
     case SQLITE_NULL:
         return Nulo{};

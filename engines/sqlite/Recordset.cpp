@@ -1,6 +1,7 @@
 #include "engines/sqlite/Recordset.hpp"
 
-#include "engines/sql/Tokens.hpp"
+#include "engines/sql/Fechas.hpp"
+#include "engines/sql/Vista.hpp"
 #include "engines/sqlite/Connection.hpp"
 
 #include <algorithm>
@@ -8,7 +9,7 @@
 
 namespace atipicos::sqlite {
 
-/// A column. Of a row being read it asks the statement; of one being written it keeps its own value.
+/// A column. Of a row being read it asks the statement; of one in memory it keeps its own value.
 class Campo final : public adodb::Field {
 public:
     Campo(const Recordset& filas, int columna, std::string nombre, Tipo tipo)
@@ -23,18 +24,20 @@ public:
 
     Variant Value(Donde donde) const override
     {
-        if (m_filas.m_editable)
-            return propio;
-        return valor_de(fila(donde), m_columna, m_tipo, donde);
+        comprueba_fila(donde);
+        return m_filas.m_en_memoria ? propio : lee(donde);
     }
 
     void anexa_texto(std::string& destino) const override
     {
-        if (m_filas.m_editable) {
-            destino += propio.es_nulo() ? std::string() : CStr(propio);
+        comprueba_fila(Donde{});
+        auto* instruccion = m_filas.m_instruccion->get();
+        if (m_filas.m_en_memoria || m_tipo != Tipo::Segun
+            || sqlite3_column_type(instruccion, m_columna) == SQLITE_FLOAT) {
+            if (const Variant valor = Value(Donde{}); !valor.es_nulo())
+                destino += CStr(valor);
             return;
         }
-        auto* instruccion = fila(Donde{});
         const auto* texto = reinterpret_cast<const char*>(sqlite3_column_text(instruccion, m_columna));
         if (texto != nullptr)
             destino.append(texto, static_cast<std::size_t>(sqlite3_column_bytes(instruccion, m_columna)));
@@ -46,7 +49,7 @@ public:
             m_filas.falla("El campo «" + m_nombre
                     + "» no se puede cambiar: no hay ninguna fila abierta para escritura.",
                 donde);
-        propio = valor;
+        propio = como_fecha(valor, donde);
         cambiado = true;
     }
 
@@ -56,17 +59,31 @@ public:
         cambiado = false;
     }
 
-    [[nodiscard]] Variant lee(Donde donde) const { return valor_de(fila(donde), m_columna, m_tipo, donde); }
+    [[nodiscard]] Variant lee(Donde donde) const
+    {
+        return valor_de(m_filas.m_instruccion->get(), m_columna, m_tipo, donde);
+    }
 
     Variant propio = Nulo{};
     bool cambiado = false;
 
 private:
-    [[nodiscard]] sqlite3_stmt* fila(Donde donde) const
+    void comprueba_fila(Donde donde) const
     {
-        if (m_filas.m_fin)
+        if (m_filas.m_fin && !m_filas.m_nueva)
             m_filas.falla("No hay ninguna fila de la que leer el campo «" + m_nombre + "».", donde);
-        return m_filas.m_instruccion->get();
+    }
+
+    /// A regional text given to a date column is the date that a statement with that text would store.
+    [[nodiscard]] Variant como_fecha(const Variant& valor, Donde donde) const
+    {
+        const auto* texto = std::get_if<std::string>(&valor.valor());
+        if (m_tipo != Tipo::Fecha || texto == nullptr)
+            return valor;
+        const auto fecha = sql::lee_fecha_regional(*texto);
+        if (!fecha)
+            m_filas.falla("La conversión del texto '" + *texto + "' en una fecha no es posible.", donde);
+        return *fecha;
     }
 
     const Recordset& m_filas;
@@ -77,7 +94,7 @@ private:
 
 namespace {
 
-    std::string entre_comillas(const std::string& nombre)
+    std::string entre_comillas(std::string_view nombre)
     {
         std::string texto = "\"";
         for (const char c : nombre) {
@@ -86,18 +103,6 @@ namespace {
                 texto += c;
         }
         return texto + "\"";
-    }
-
-    /// The table after FROM, as it is written.
-    std::string tabla_de(const std::string& sql)
-    {
-        const auto tokens = sql::separa(sql);
-        auto lugar = std::find_if(tokens.begin(), tokens.end(),
-            [](const sql::Token& token) { return sql::iguales(token.texto, "FROM"); });
-        while (lugar != tokens.end() && ++lugar != tokens.end())
-            if (lugar->clase == sql::Clase::palabra)
-                return std::string(lugar->texto);
-        return {};
     }
 
 }
@@ -117,43 +122,62 @@ void Recordset::Open(
     m_sql = sql;
     const std::string reescrita = m_conexion.reescribe(sql, donde);
     const bool editable = bloqueo == adodb::LockType::Pessimistic;
-    if (editable && sqlite3_get_autocommit(m_conexion.base()) != 0) {
+    if (editable && !m_conexion.en_transaccion()) {
         m_conexion.BeginTrans(donde);
         m_transaccion_propia = true;
     }
     try {
         m_instruccion.emplace(m_conexion.base(), reescrita, donde);
         m_fin = !m_instruccion->avanza(donde);
-        crea_campos(editable);
-        if (editable)
-            lee_todo(donde);
+        crea_campos();
+        if (!m_fin)
+            m_conexion.anota_lectura(*this);
+        if (editable) {
+            busca_tabla(reescrita);
+            guarda_el_resto(donde);
+            m_editable = true;
+        }
     } catch (...) {
         suelta();
         throw;
     }
 }
 
-void Recordset::crea_campos(bool editable)
+void Recordset::crea_campos()
 {
     auto* instruccion = m_instruccion->get();
     const int columnas = instruccion == nullptr ? 0 : sqlite3_column_count(instruccion);
     for (int i = 0; i < columnas; ++i)
         m_campos.push_back(std::make_unique<Campo>(*this, i, sqlite3_column_name(instruccion, i),
             tipo_declarado(sqlite3_column_decltype(instruccion, i))));
-    if (editable)
-        m_tabla = tabla_de(m_sql);
 }
 
-void Recordset::lee_todo(Donde donde)
+/// The table after FROM is the one that `Update` writes.
+void Recordset::busca_tabla(const std::string& reescrita)
 {
-    for (; !m_fin; m_fin = !m_instruccion->avanza(donde)) {
+    auto tokens = sql::separa(reescrita);
+    const sql::Vista vista(tokens);
+    std::size_t i = 0;
+    while (i < vista.size() && !vista.es(i, "FROM"))
+        ++i;
+    const auto fin = vista.fin_valor(i + 1);
+    m_esquema = fin > i + 1 ? vista.nombre(i + 1) : "main";
+    m_tabla = vista.nombre(fin);
+}
+
+void Recordset::guarda_el_resto(Donde donde)
+{
+    m_conexion.olvida_lectura(*this);
+    m_en_memoria = true;
+    m_fila = 0;
+    while (!m_fin) {
         auto& fila = m_filas.emplace_back();
+        fila.reserve(m_campos.size());
         for (const auto& campo : m_campos)
             fila.push_back(campo->lee(donde));
+        m_fin = true; // also when going on fails
+        m_fin = !m_instruccion->avanza(donde);
     }
-    sqlite3_reset(m_instruccion->get());
-    m_editable = true;
-    m_fila = 0;
     carga_fila();
 }
 
@@ -166,18 +190,24 @@ void Recordset::carga_fila()
 
 void Recordset::MoveNext(Donde donde)
 {
+    comprueba_abierto(donde);
     if (m_fin)
         falla("No hay ninguna fila a la que avanzar.", donde);
-    if (!m_editable) {
-        m_fin = !m_instruccion->avanza(donde);
+    if (m_en_memoria) {
+        ++m_fila;
+        m_nueva = false;
+        carga_fila();
         return;
     }
-    ++m_fila;
-    carga_fila();
+    m_fin = true; // also when going on fails
+    m_fin = !m_instruccion->avanza(donde);
+    if (m_fin)
+        m_conexion.olvida_lectura(*this);
 }
 
 adodb::Field& Recordset::Fields(std::string_view nombre, Donde donde)
 {
+    comprueba_abierto(donde);
     for (const auto& campo : m_campos)
         if (sql::iguales(campo->Name(), nombre))
             return *campo;
@@ -186,6 +216,7 @@ adodb::Field& Recordset::Fields(std::string_view nombre, Donde donde)
 
 adodb::Field& Recordset::Fields(std::size_t posicion, Donde donde)
 {
+    comprueba_abierto(donde);
     if (posicion >= m_campos.size())
         falla("No existe el campo número " + std::to_string(posicion) + " en el conjunto de filas.", donde);
     return *m_campos[posicion];
@@ -193,6 +224,7 @@ adodb::Field& Recordset::Fields(std::size_t posicion, Donde donde)
 
 void Recordset::AddNew(Donde donde)
 {
+    comprueba_abierto(donde);
     if (!m_editable)
         falla("El conjunto de filas no está abierto para escritura.", donde);
     for (const auto& campo : m_campos)
@@ -202,8 +234,11 @@ void Recordset::AddNew(Donde donde)
 
 void Recordset::Update(Donde donde)
 {
+    comprueba_abierto(donde);
     if (!m_editable || (m_fin && !m_nueva))
         falla("No hay ninguna fila que guardar.", donde);
+    static_cast<void>(m_conexion.reescribe({}, donde)); // refused when the transaction is lost
+    m_conexion.guarda_lecturas(donde);
     if (m_nueva)
         inserta(donde);
     else
@@ -224,7 +259,9 @@ void Recordset::inserta(Donde donde)
             valores += valores.empty() ? "?" : ", ?";
         }
     Instruccion instruccion(m_conexion.base(),
-        "INSERT INTO " + entre_comillas(m_tabla) + " (" + columnas + ") VALUES (" + valores + ")", donde);
+        "INSERT INTO " + entre_comillas(m_esquema) + "." + entre_comillas(m_tabla)
+            + (columnas.empty() ? " DEFAULT VALUES" : " (" + columnas + ") VALUES (" + valores + ")"),
+        donde);
     int parametro = 0;
     for (const auto& campo : m_campos)
         if (campo->cambiado)
@@ -250,50 +287,66 @@ void Recordset::modifica(Donde donde)
         }
     if (cambios.empty())
         return;
+    const auto condicion = condicion_de_clave(valores, donde);
+    Instruccion instruccion(m_conexion.base(),
+        "UPDATE " + entre_comillas(m_esquema) + "." + entre_comillas(m_tabla) + " SET " + cambios + condicion,
+        donde);
+    int parametro = 0;
+    for (const auto& valor : valores)
+        instruccion.liga(++parametro, valor, donde);
+    instruccion.avanza(donde);
+    if (sqlite3_changes(m_conexion.base()) == 0)
+        falla("La fila no se puede guardar: ya no está en la tabla «" + m_tabla + "».", donde);
+    for (std::size_t i = 0; i < m_campos.size(); ++i)
+        m_filas[m_fila][i] = m_campos[i]->propio;
+    carga_fila();
+}
 
-    std::string clave;
-    Instruccion consulta(m_conexion.base(), "SELECT name FROM pragma_table_info(?) WHERE pk > 0", donde);
+/// ` WHERE key = ?…` for the current row; the key's values are added to `valores`.
+std::string Recordset::condicion_de_clave(std::vector<Variant>& valores, Donde donde)
+{
+    std::string condicion;
+    Instruccion consulta(m_conexion.base(), "SELECT name FROM pragma_table_info(?, ?) WHERE pk > 0", donde);
     consulta.liga(1, m_tabla, donde);
+    consulta.liga(2, m_esquema, donde);
     while (consulta.avanza(donde)) {
         const auto nombre = CStr(valor_de(consulta.get(), 0, Tipo::Segun, donde));
         const auto lugar = std::find_if(m_campos.begin(), m_campos.end(),
             [&](const auto& campo) { return sql::iguales(campo->Name(), nombre); });
         if (lugar == m_campos.end())
             falla("La fila no se puede guardar: falta el campo clave «" + nombre + "».", donde);
-        clave += (clave.empty() ? " WHERE " : " AND ") + entre_comillas(nombre) + " = ?";
+        condicion += (condicion.empty() ? " WHERE " : " AND ") + entre_comillas(nombre) + " = ?";
         valores.push_back(m_filas[m_fila][static_cast<std::size_t>(lugar - m_campos.begin())]);
     }
-    if (clave.empty())
+    if (condicion.empty())
         falla("La fila no se puede guardar: la tabla «" + m_tabla + "» no tiene clave.", donde);
-
-    Instruccion instruccion(
-        m_conexion.base(), "UPDATE " + entre_comillas(m_tabla) + " SET " + cambios + clave, donde);
-    int parametro = 0;
-    for (const auto& valor : valores)
-        instruccion.liga(++parametro, valor, donde);
-    instruccion.avanza(donde);
-    for (std::size_t i = 0; i < m_campos.size(); ++i)
-        m_filas[m_fila][i] = m_campos[i]->propio;
-    carga_fila();
+    return condicion;
 }
 
 void Recordset::Close(Donde donde)
 {
-    if (!m_instruccion)
-        falla("El conjunto de filas ya está cerrado.", donde);
+    comprueba_abierto(donde);
     suelta();
 }
 
 void Recordset::suelta() noexcept
 {
+    m_conexion.olvida_lectura(*this);
     m_instruccion.reset();
     m_campos.clear();
     m_filas.clear();
     m_fin = true;
+    m_en_memoria = false;
     m_editable = false;
     m_nueva = false;
     if (std::exchange(m_transaccion_propia, false))
-        sqlite3_exec(m_conexion.base(), "ROLLBACK", nullptr, nullptr, nullptr); // nothing was written
+        m_conexion.deshaz(); // nothing was written
+}
+
+void Recordset::comprueba_abierto(Donde donde) const
+{
+    if (!m_instruccion)
+        falla("El conjunto de filas está cerrado.", donde);
 }
 
 void Recordset::falla(std::string descripcion, Donde donde) const

@@ -14,7 +14,7 @@ namespace {
     Catalogo catalogo()
     {
         Catalogo c;
-        c.agrega_fecha("Cargos", "Fecha");
+        c.agrega_fecha("Cargos", "Fecha", 1);
         c.agrega_fecha("Cargos", "Hora");
         c.agrega_fecha("Asientos", "Dia");
         c.agrega_base("Bexmor", "\"Bexmor\"");
@@ -62,6 +62,36 @@ namespace {
         EXPECT_EQ(
             en("INSERT INTO Bexmor.dbo.Asientos (n, Dia) SELECT n, '01/02/2026' FROM x WHERE a='01/02/2026'"),
             "INSERT INTO \"Bexmor\".Asientos (n, Dia) SELECT n, '2026-02-01' FROM x WHERE a='01/02/2026'");
+    }
+
+    TEST(Reescritura, dates_that_an_insert_puts_by_place_or_from_several_selects)
+    {
+        EXPECT_EQ(en("INSERT INTO Cargos VALUES ('01/02/2026', '01/02/2026')"),
+            "INSERT INTO Cargos VALUES ('01/02/2026', '2026-02-01')");
+        EXPECT_EQ(en("INSERT INTO Cargos (n, Fecha) SELECT (SELECT '01/02/2026'), '01/02/2026' UNION ALL "
+                     "SELECT '01/02/2026', '' AS x"),
+            "INSERT INTO Cargos (n, Fecha) SELECT (SELECT '01/02/2026'), '2026-02-01' UNION ALL "
+            "SELECT '01/02/2026', '1900-01-01' AS x");
+    }
+
+    TEST(Reescritura, a_text_or_a_column_inside_an_expression_stays)
+    {
+        for (const std::string sql : { "SELECT 1 FROM Cargos WHERE Observ || Fecha = '01/01/2026'",
+                 "SELECT 1 FROM Cargos WHERE Fecha = '01/01/2026' || ''",
+                 "SELECT 1 FROM Cargos WHERE Fecha = 'x' + '01/01/2026'",
+                 "SELECT 1 FROM Cargos WHERE '01/01/2026' < Fecha || Observ",
+                 "SELECT 1 FROM Cargos WHERE Fecha = '01/01/20267" })
+            EXPECT_EQ(en(sql), sql);
+    }
+
+    TEST(Reescritura, dates_between_columns_and_in_joins_within_parentheses)
+    {
+        EXPECT_EQ(en("SELECT 1 FROM (Cargos c INNER JOIN Otra o ON 1=1) WHERE c.Fecha BETWEEN o.Dia AND "
+                     "'01/02/2026' AND o.Dia BETWEEN c.Fecha AND '01/02/2026'"),
+            "SELECT 1 FROM (Cargos c INNER JOIN Otra o ON 1=1) WHERE c.Fecha BETWEEN o.Dia AND "
+            "'2026-02-01' AND o.Dia BETWEEN c.Fecha AND '01/02/2026'");
+        EXPECT_EQ(en("SELECT 1 FROM Cargos WHERE Fecha IN (NULL, Hora, '01/02/2026')"),
+            "SELECT 1 FROM Cargos WHERE Fecha IN (NULL, Hora, '2026-02-01')");
     }
 
     TEST(Reescritura, dates_that_an_update_sets)
@@ -113,6 +143,10 @@ namespace {
         EXPECT_EQ(error_de("SELECT 'x' ;;"), motivo);
         EXPECT_EQ(en("DELETE FROM a ; -- the end\n"), "DELETE FROM a ; -- the end\n");
         EXPECT_EQ(en("SELECT ';' FROM a -- ; x"), "SELECT ';' FROM a -- ; x");
+        const std::string disparador
+            = "CREATE TRIGGER x AFTER INSERT ON a BEGIN DELETE FROM b; SELECT 1; END";
+        EXPECT_EQ(en(disparador + ";"), disparador + ";");
+        EXPECT_EQ(error_de(disparador + "; SELECT 1"), motivo);
     }
 
     /// Pieces from which statements are thrown together, most of them nonsense.
@@ -122,9 +156,9 @@ namespace {
         "JOIN", "pc", "1.5e", "\xc3\xb1", ";", "Hora", "\t" };
 
     /// The quoted texts of a statement, found by hand: whatever the tokeniser thinks of it.
-    std::vector<std::string> textos(const std::string& sql)
+    std::vector<std::string_view> textos(std::string_view sql)
     {
-        std::vector<std::string> resultado;
+        std::vector<std::string_view> resultado;
         for (std::size_t i = 0; i < sql.size(); ++i) {
             const auto par = sql.substr(i, 2);
             if (par == "--")
@@ -135,7 +169,7 @@ namespace {
                 const char cierre = sql[i] == '[' ? ']' : sql[i];
                 std::size_t fin = i + 1;
                 while (
-                    fin < sql.size() && (sql[fin] != cierre || sql.substr(fin, 2) == std::string(2, cierre)))
+                    fin < sql.size() && (sql[fin] != cierre || sql.substr(fin + 1, 1) == sql.substr(fin, 1)))
                     fin += sql[fin] == cierre ? 2U : 1U;
                 if (sql[i] == '\'')
                     resultado.push_back(sql.substr(i, fin - i));

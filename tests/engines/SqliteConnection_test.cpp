@@ -33,6 +33,23 @@ namespace {
         }
     };
 
+    template <class Uso> std::string error_de(Uso uso)
+    {
+        try {
+            uso();
+        } catch (const adodb::ErrorBaseDatos& error) {
+            return error.descripcion();
+        }
+        return "no error";
+    }
+
+    std::int32_t cuenta(Connection& conexion)
+    {
+        auto rs = conexion.CreateRecordset();
+        rs->Open("SELECT COUNT(*) AS n FROM t", adodb::CursorType::Static, adodb::LockType::ReadOnly);
+        return CLng(rs->Fields("n").Value());
+    }
+
     TEST_F(Ficheros, a_missing_database_is_named)
     {
         const auto error = al_abrir({ .fichero = carpeta / "no hay.db" });
@@ -63,6 +80,21 @@ namespace {
         EXPECT_THAT(
             al_abrir({ .fichero = carpeta / "uno.db", .adjuntas = { { "B", carpeta / "dos.db" } } }).second,
             HasSubstr("dos.db»: no existe la base de datos."));
+    }
+
+    TEST_F(Ficheros, an_attached_file_that_is_no_database_is_named)
+    {
+        crea("uno.db");
+        std::ofstream(carpeta / "texto.db") << std::string(5000, 'x');
+        EXPECT_THAT(
+            al_abrir({ .fichero = carpeta / "uno.db", .adjuntas = { { "B", carpeta / "texto.db" } } }).second,
+            HasSubstr("texto.db»: El fichero no es una base de datos o está dañado"));
+    }
+
+    TEST_F(Ficheros, a_missing_folder_is_named)
+    {
+        EXPECT_THAT(al_abrir({ .fichero = carpeta / "no hay" / "uno.db", .crear = true }).second,
+            HasSubstr("uno.db»: no existe la carpeta en la que crear la base de datos."));
     }
 
     TEST_F(Ficheros, names_with_reserved_characters_are_opened)
@@ -141,6 +173,75 @@ namespace {
             EXPECT_EQ(error.descripcion(),
                 "línea 5 del guion: La conversión del texto '31/02/2026' en una fecha no es posible.");
         }
+    }
+
+    TEST_F(Ficheros, what_follows_a_lost_transaction_is_refused_until_it_is_rolled_back)
+    {
+        const auto conexion = crea("uno.db");
+        conexion->BeginTrans();
+        conexion->Execute("INSERT INTO t (Id) VALUES (1)");
+        auto rs = conexion->CreateRecordset();
+        rs->Open("SELECT * FROM t", adodb::CursorType::Keyset, adodb::LockType::Pessimistic);
+        rs->Fields("Id").Value(5);
+        EXPECT_THROW(conexion->Execute("INSERT OR ROLLBACK INTO t (Id) VALUES (1)"), adodb::ErrorBaseDatos);
+        const auto* motivo = "La transacción se ha perdido por un error anterior: sólo se puede deshacer.";
+        EXPECT_EQ(error_de([&] { conexion->Execute("INSERT INTO t (Id) VALUES (2)"); }), motivo);
+        EXPECT_EQ(error_de([&] { rs->Update(); }), motivo);
+        EXPECT_EQ(error_de([&] { conexion->CommitTrans(); }), motivo);
+        EXPECT_EQ(cuenta(*Connection::Abrir({ .fichero = carpeta / "uno.db" })), 0);
+        conexion->RollbackTrans();
+        conexion->Execute("INSERT INTO t (Id) VALUES (3)");
+        EXPECT_EQ(cuenta(*conexion), 1);
+    }
+
+    TEST_F(Ficheros, a_full_disk_is_told_and_leaves_nothing_half_written)
+    {
+        const auto conexion = crea("uno.db");
+        conexion->Execute("PRAGMA max_page_count = 4");
+        conexion->Execute("CREATE TABLE Textos (x TEXT)");
+        conexion->BeginTrans();
+        conexion->Execute("INSERT INTO t (Id) VALUES (1)");
+        EXPECT_THAT(error_de([&] {
+            conexion->Execute("INSERT INTO Textos VALUES ('" + std::string(99999, 'x') + "')");
+        }),
+            HasSubstr("No queda sitio en el disco"));
+        EXPECT_NE(error_de([&] { conexion->CommitTrans(); }), "no error");
+        conexion->RollbackTrans();
+        EXPECT_EQ(cuenta(*conexion), 0);
+    }
+
+    TEST_F(Ficheros, the_date_columns_are_those_of_the_tables_as_they_are_now)
+    {
+        const auto conexion = crea("uno.db");
+        const std::string inserta = "INSERT INTO u VALUES ('01/02/2026')";
+        const auto reescrita = [&] { return conexion->reescribe(inserta, Donde::aqui()); };
+        EXPECT_EQ(reescrita(), inserta) << "there is no such table yet";
+        conexion->Execute("-- with a comment before it\nCREATE TABLE u (Otra AS (1), Fecha DATE)");
+        EXPECT_EQ(reescrita(), "INSERT INTO u VALUES ('2026-02-01')");
+        conexion->Execute("DROP TABLE u");
+        conexion->Execute("CREATE TABLE u (Fecha TEXT)");
+        EXPECT_EQ(reescrita(), inserta);
+        conexion->BeginTrans();
+        conexion->Execute("ALTER TABLE u ADD COLUMN Dia DATETIME");
+        EXPECT_THROW(conexion->Execute("INSERT INTO u (Dia) VALUES ('x')"), adodb::ErrorBaseDatos);
+        conexion->RollbackTrans();
+        EXPECT_EQ(conexion->reescribe("INSERT INTO u (Dia) VALUES ('x')", Donde::aqui()),
+            "INSERT INTO u (Dia) VALUES ('x')");
+    }
+
+    TEST_F(Ficheros, a_script_may_begin_with_a_mark_and_make_triggers)
+    {
+        const auto conexion = crea("uno.db");
+        conexion->ejecuta_guion(
+            "\xef\xbb\xbf"
+            "CREATE TRIGGER doble AFTER INSERT ON t WHEN new.Id < 9 BEGIN"
+            " INSERT INTO t (Id) VALUES (CASE WHEN new.Id > 4 THEN 9 ELSE new.Id + 5 END);"
+            " DELETE FROM t WHERE Id = 0; END;\n INSERT INTO t (Id) VALUES (1);;");
+        EXPECT_EQ(cuenta(*conexion), 2) << "1 and 6";
+        EXPECT_EQ(error_de([&] {
+            conexion->Execute("CREATE TRIGGER x AFTER DELETE ON t BEGIN SELECT 1; END; DELETE FROM t");
+        }),
+            "Sólo se admite una instrucción en cada ejecución.");
     }
 
     TEST_F(Ficheros, a_text_with_a_nul_is_refused)

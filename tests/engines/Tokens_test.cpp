@@ -38,6 +38,22 @@ namespace {
         EXPECT_EQ(tokens.at(0).clase, Clase::palabra);
     }
 
+    TEST(Tokens, the_first_word_stands_behind_blanks_and_comments)
+    {
+        EXPECT_EQ(primera_palabra(" -- DROP\n/* ALTER */ CREATE TABLE"), "CREATE");
+        EXPECT_EQ(primera_palabra("(SELECT 1)"), "");
+        EXPECT_EQ(primera_palabra(" -- "), "");
+    }
+
+    TEST(Tokens, a_trigger_is_told_from_what_only_names_one)
+    {
+        EXPECT_TRUE(crea_disparador("CREATE TRIGGER x"));
+        EXPECT_TRUE(crea_disparador("create /* a */ temp trigger x"));
+        EXPECT_FALSE(crea_disparador("CREATE TABLE trigger"));
+        EXPECT_FALSE(crea_disparador("DROP TRIGGER x"));
+        EXPECT_FALSE(crea_disparador("CREATE"));
+    }
+
     TEST(Tokens, put_together_they_are_the_statement)
     {
         const std::string sql = "SELECT 1.e5,.5,'a''b'''\t--x";
