@@ -81,7 +81,8 @@ namespace {
     {
         const auto rs = conexion.CreateRecordset();
         try {
-            rs->Open("SELECT Version FROM Esquema", adodb::CursorType::Static, adodb::LockType::ReadOnly,
+            // Named in full: a table missing here would be looked for in the attached database.
+            rs->Open("SELECT Version FROM main.Esquema", adodb::CursorType::Static, adodb::LockType::ReadOnly,
                 adodb::CommandType::Text, donde);
         } catch (const adodb::ErrorBaseDatos& error) {
             if (error.categoria() != adodb::Categoria::instruccion)

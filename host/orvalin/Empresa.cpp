@@ -84,6 +84,8 @@ Variant Empresa::Parametro(std::string_view clave, Donde) const
 
 Currency Empresa::PorcentajeImpuesto(std::int16_t tipo, Donde donde) const
 {
+    if (tipo == 0)
+        return {};
     const auto lugar = m_datos.porcentajes.find(tipo);
     if (lugar == m_datos.porcentajes.end())
         throw Error(no_existe, fuente, "No existe el tipo de impuesto " + std::to_string(tipo) + ".", donde);

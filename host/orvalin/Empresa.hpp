@@ -32,7 +32,7 @@ public:
     /// for whom the object was made.
     [[nodiscard]] Variant Parametro(std::string_view clave, Donde donde = Donde::aqui()) const override;
 
-    /// Raises an error when there is no such tax type.
+    /// Type 0 means no tax: 0 percent. Raises an error when there is no such tax type.
     [[nodiscard]] Currency PorcentajeImpuesto(std::int16_t tipo, Donde donde = Donde::aqui()) const override;
 
     [[nodiscard]] int DecimalesImporte(Donde donde = Donde::aqui()) const override;

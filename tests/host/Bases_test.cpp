@@ -2,8 +2,10 @@
 
 #include "tests/host/BasesDeMuestra.hpp"
 
+#include <csignal>
 #include <fstream>
 #include <set>
+#include <sys/resource.h>
 
 namespace atipicos::orvalin {
 namespace {
@@ -77,6 +79,39 @@ namespace {
             "«" + (carpeta / "fichero").string() + "»: no se puede crear la carpeta.");
     }
 
+    /// While it lives, no file of this process grows beyond so many bytes, as on a full disk.
+    class DiscoLleno {
+    public:
+        explicit DiscoLleno(rlim_t bytes)
+            : m_senal(std::signal(SIGXFSZ, SIG_IGN))
+        {
+            getrlimit(RLIMIT_FSIZE, &m_antes);
+            const rlimit limite{ bytes, m_antes.rlim_max };
+            setrlimit(RLIMIT_FSIZE, &limite);
+        }
+        DiscoLleno(const DiscoLleno&) = delete;
+        DiscoLleno& operator=(const DiscoLleno&) = delete;
+        ~DiscoLleno()
+        {
+            setrlimit(RLIMIT_FSIZE, &m_antes);
+            static_cast<void>(std::signal(SIGXFSZ, m_senal));
+        }
+
+    private:
+        void (*m_senal)(int);
+        rlimit m_antes{};
+    };
+
+    TEST_F(Bases_, leave_nothing_half_made_when_the_disk_is_full)
+    {
+        for (const rlim_t bytes : { 4'000U, 40'000U, 120'000U }) {
+            const DiscoLleno lleno(bytes);
+            EXPECT_NE(error_de([&] { crea_bases(carpeta.ruta(), false); }), "no error") << bytes;
+            EXPECT_EQ(ficheros(), std::set<std::string>{}) << bytes;
+        }
+        EXPECT_EQ(error_de([&] { crea_bases(carpeta.ruta(), false); }), "no error");
+    }
+
     TEST_F(Bases_, that_are_missing_are_named)
     {
         EXPECT_EQ(al_abrir(), "«" + (carpeta / "bexmor.db").string() + "»: no existe la base de datos.");
@@ -96,10 +131,14 @@ namespace {
 
     TEST_F(Bases_, without_a_version_are_no_databases_of_this_program)
     {
+        const auto mensaje = [&](const char* fichero) {
+            return "«" + (carpeta / fichero).string() + "»: no es una base de datos de este programa.";
+        };
         crea_bases(carpeta.ruta(), true);
-        abre_bases(carpeta.ruta()).bexmor->Execute("DROP TABLE Esquema");
-        EXPECT_EQ(al_abrir(),
-            "«" + (carpeta / "bexmor.db").string() + "»: no es una base de datos de este programa.");
+        abre_bases(carpeta.ruta()).orvalin->Execute("DROP TABLE Esquema");
+        EXPECT_EQ(al_abrir(), mensaje("orvalin.db"));
+        std::filesystem::rename(carpeta / "orvalin.db", carpeta / "bexmor.db");
+        EXPECT_EQ(al_abrir(), mensaje("bexmor.db"));
     }
 
     TEST_F(Bases_, opened_for_reading_cannot_be_written)

@@ -56,6 +56,7 @@ namespace {
         const Empresa empresa(bases.orvalin, 1, 12);
         EXPECT_EQ(empresa.PorcentajeImpuesto(1), Currency::de_entero(7));
         EXPECT_EQ(empresa.PorcentajeImpuesto(2), Currency::de_entero(3));
+        EXPECT_EQ(empresa.PorcentajeImpuesto(0), Currency());
         EXPECT_EQ(error_de([&] { static_cast<void>(empresa.PorcentajeImpuesto(9)); }),
             "No existe el tipo de impuesto 9.");
     }
@@ -82,10 +83,10 @@ namespace {
     TEST_F(OrvalinEmpresa, a_failed_reading_leaves_the_values_of_before)
     {
         Empresa empresa(bases.orvalin, 1, 12);
-        bases.orvalin->Execute("DROP TABLE Tipos_Impuesto");
-        EXPECT_THROW(empresa.Recargar(), adodb::ErrorBaseDatos);
-        EXPECT_EQ(empresa.PorcentajeImpuesto(1), Currency::de_entero(7));
+        bases.orvalin->Execute("UPDATE Empresas SET Nombre ='Otra', RaizProveedores ='x' WHERE Codigo =1");
+        EXPECT_THROW(empresa.Recargar(), Error);
         EXPECT_EQ(empresa.Nombre(), "Comercial Drago Sur, S.L.");
+        EXPECT_EQ(empresa.RaizProveedores(), 400);
     }
 
 }
