@@ -35,6 +35,7 @@ public:
 
     [[nodiscard]] Estado estado() const; ///< read past the spies
     [[nodiscard]] Variant consulta(const std::string& sql) const; ///< first value, management
+    [[nodiscard]] const orvalin::Bases& bases() const noexcept { return m_bases; } ///< the real connections
     [[nodiscard]] std::vector<std::string> titulos() const; ///< of the boxes shown
 
     std::shared_ptr<Parte> parte = std::make_shared<Parte>();

@@ -1,0 +1,196 @@
+#include "host/app/FicheroReclamaciones.hpp"
+
+#include <gmock/gmock.h>
+
+namespace atipicos::app {
+namespace {
+
+    using testing::ElementsAre;
+    using testing::IsEmpty;
+    using testing::SizeIs;
+
+    const std::string cabecera
+        = "referencia;almacen;proveedor;fecha;observaciones;franquiciado;articulo;descripcion;"
+          "unidades;costo;observaciones_linea\n";
+
+    std::vector<std::string> textos(const std::vector<Reparo>& reparos)
+    {
+        std::vector<std::string> resultado;
+        for (const auto& reparo : reparos)
+            resultado.push_back(std::to_string(reparo.fila) + " " + reparo.columna + ": " + reparo.motivo);
+        return resultado;
+    }
+
+    std::string rechazo(const std::string& contenido)
+    {
+        try {
+            static_cast<void>(lee_reclamaciones(contenido));
+        } catch (const Error& error) {
+            return error.descripcion();
+        }
+        return "read";
+    }
+
+    TEST(FicheroReclamaciones, consecutive_rows_with_one_reference_are_one_charge)
+    {
+        const auto leidas = lee_reclamaciones(cabecera
+            + "R1;3;101;21/11/2026;Palé dañado;S;1001;Agua;2,5;1.234,5678;lote 1\n"
+              "R1;;;;;;;Portes;-1;0,5;\n"
+              "\n"
+              "R2;1;102;01/12/2026;;;;Rappel;1;100;\n");
+        EXPECT_THAT(leidas.errores, IsEmpty());
+        ASSERT_THAT(leidas.todas, SizeIs(2));
+        const auto& uno = leidas.todas[0];
+        EXPECT_EQ(uno.referencia, "R1");
+        EXPECT_EQ(uno.almacen, 3);
+        EXPECT_EQ(uno.proveedor, 101);
+        EXPECT_EQ(uno.fecha.texto(), "21/11/2026");
+        EXPECT_EQ(uno.observaciones, "Palé dañado");
+        EXPECT_TRUE(uno.franquiciado);
+        ASSERT_THAT(uno.lineas, SizeIs(2));
+        EXPECT_EQ(uno.lineas[0].articulo, 1001);
+        EXPECT_EQ(uno.lineas[0].unidades.texto(), "2.5000");
+        EXPECT_EQ(uno.lineas[0].costo.texto(), "1234.5678");
+        EXPECT_EQ(uno.lineas[1].articulo, 0);
+        EXPECT_EQ(uno.lineas[1].unidades.texto(), "-1.0000");
+        EXPECT_EQ(uno.lineas[1].fila, 3);
+        EXPECT_EQ(leidas.todas[1].fila, 5) << "the blank row counts";
+        EXPECT_FALSE(leidas.todas[1].franquiciado);
+    }
+
+    TEST(FicheroReclamaciones, a_mark_windows_line_ends_and_columns_in_another_order_are_read)
+    {
+        const auto leidas = lee_reclamaciones("\xEF\xBB\xBF"
+                                              "costo;unidades;descripcion;articulo;franquiciado;"
+                                              "observaciones;fecha;proveedor;almacen;referencia;"
+                                              "observaciones_linea\r\n2;3;Año;;n;;21/11/2026;101;1;R1;x\r\n");
+        EXPECT_THAT(leidas.errores, IsEmpty());
+        ASSERT_THAT(leidas.todas, SizeIs(1));
+        EXPECT_EQ(leidas.todas[0].lineas.at(0).descripcion, "Año");
+        EXPECT_EQ(leidas.todas[0].lineas.at(0).costo.texto(), "2.0000");
+    }
+
+    TEST(FicheroReclamaciones, quoted_fields_hold_separators_quotes_and_line_breaks)
+    {
+        const auto leidas = lee_reclamaciones(cabecera
+            + "R1;1;101;21/11/2026;\"uno; \"\"dos\"\"\ntres\";N;;Agua;1;1;\n"
+              "R2;1;101;31/02/2026;;N;;Agua;1;1;\n");
+        EXPECT_EQ(leidas.todas.at(0).observaciones, "uno; \"dos\"\ntres");
+        EXPECT_THAT(
+            textos(leidas.errores), ElementsAre("4 fecha: «31/02/2026» no es una fecha (dd/mm/aaaa)."))
+            << "rows are those of the file, over the broken field too";
+    }
+
+    TEST(FicheroReclamaciones, a_quote_becomes_an_acute_accent_and_is_told)
+    {
+        const auto leidas = lee_reclamaciones(cabecera + "R1;1;101;21/11/2026;;;;Peña d'Or;1;1;l'any\n");
+        EXPECT_EQ(leidas.todas.at(0).lineas.at(0).descripcion, "Peña d´Or");
+        EXPECT_THAT(textos(leidas.notas),
+            ElementsAre("2 descripcion: el apóstrofo (') se ha cambiado por un acento (´).",
+                "2 observaciones_linea: el apóstrofo (') se ha cambiado por un acento (´)."));
+        EXPECT_TRUE(leidas.todas[0].valida);
+    }
+
+    struct Mala {
+        const char* nombre;
+        std::string fila;
+        const char* error;
+    };
+    void PrintTo(const Mala& mala, std::ostream* salida) { *salida << mala.nombre; }
+
+    struct FilaMala : testing::TestWithParam<Mala> { };
+
+    TEST_P(FilaMala, is_told_with_its_place_and_reason_and_spoils_its_charge_only)
+    {
+        const auto leidas = lee_reclamaciones(cabecera + "A;1;101;21/11/2026;;;;x;1;1;\n" + GetParam().fila
+            + "\nC;1;101;21/11/2026;;;;x;1;1;\n");
+        EXPECT_THAT(textos(leidas.errores), ElementsAre(GetParam().error));
+        ASSERT_THAT(leidas.todas, SizeIs(3));
+        EXPECT_TRUE(leidas.todas[0].valida);
+        EXPECT_FALSE(leidas.todas[1].valida);
+        EXPECT_TRUE(leidas.todas[2].valida);
+    }
+
+    INSTANTIATE_TEST_SUITE_P(filas, FilaMala,
+        testing::Values(Mala{ "number", "B;1;101;21/11/2026;;;;x;1,2,3;1;",
+                            "3 unidades: «1,2,3» no es un número (como 1.234,56)." },
+            Mala{ "letters", "B;1;101;21/11/2026;;;;x;1;uno;",
+                "3 costo: «uno» no es un número (como 1.234,56)." },
+            Mala{ "empty_number", "B;1;101;21/11/2026;;;;x;;1;",
+                "3 unidades: «» no es un número (como 1.234,56)." },
+            Mala{ "thousands", "B;1;101;21/11/2026;;;;x;1.23;1;",
+                "3 unidades: «1.23» no es un número (como 1.234,56)." },
+            Mala{ "five_decimals", "B;1;101;21/11/2026;;;;x;1;0,00001;",
+                "3 costo: «0,00001» tiene más de cuatro decimales." },
+            Mala{ "beyond_currency", "B;1;101;21/11/2026;;;;x;1;922337203685477,5808;",
+                "3 costo: «922337203685477,5808» no cabe en un importe." },
+            Mala{ "impossible_date", "B;1;101;31/02/2026;;;;x;1;1;",
+                "3 fecha: «31/02/2026» no es una fecha (dd/mm/aaaa)." },
+            Mala{ "two_digit_year", "B;1;101;21/11/26;;;;x;1;1;",
+                "3 fecha: «21/11/26» no es una fecha (dd/mm/aaaa)." },
+            Mala{ "warehouse_range", "B;40000;101;21/11/2026;;;;x;1;1;",
+                "3 almacen: «40000» no es un código (un número de 1 a 32767)." },
+            Mala{ "no_supplier", "B;1;;21/11/2026;;;;x;1;1;",
+                "3 proveedor: «» no es un código (un número de 1 a 2147483647)." },
+            Mala{ "negative_article", "B;1;101;21/11/2026;;;-4;x;1;1;",
+                "3 articulo: «-4» no es un código (un número de 1 a 2147483647)." },
+            Mala{
+                "franchise_letter", "B;1;101;21/11/2026;;X;;x;1;1;", "3 franquiciado: «X» ha de ser S o N." },
+            Mala{ "no_reference", ";1;101;21/11/2026;;;;x;1;1;",
+                "3 referencia: está vacía; es lo que une las líneas de un cargo." },
+            Mala{ "too_few_fields", "B;1;101;21/11/2026;;;;x;1;1", "3 : tiene 10 campos y se esperaban 11." },
+            Mala{ "too_many_fields", "B;1;101;21/11/2026;;;;x;1;1;;",
+                "3 : tiene 12 campos y se esperaban 11." },
+            Mala{ "nul", std::string("B;1;101;21/11/2026;;;;x\0y;1;1;", 30),
+                "3 descripcion: contiene un carácter nulo." },
+            Mala{ "latin1",
+                "B;1;101;21/11/2026;Da\xF1"
+                "ado;;;x;1;1;",
+                "3 observaciones: no está en UTF-8; guarde el fichero con esa codificación." },
+            Mala{ "surrogate", "B;1;101;21/11/2026;\xED\xA0\x80;;;x;1;1;",
+                "3 observaciones: no está en UTF-8; guarde el fichero con esa codificación." }),
+        [](const auto& caso) { return caso.param.nombre; });
+
+    TEST(FicheroReclamaciones, a_further_row_that_contradicts_the_first_is_told)
+    {
+        const auto leidas
+            = lee_reclamaciones(cabecera + "R1;1;101;21/11/2026;;;;x;1;1;\nR1;1;102;21/11/2026;;;;x;1;1;\n");
+        EXPECT_THAT(textos(leidas.errores),
+            ElementsAre("3 proveedor: «102» no es lo que dice la primera fila de «R1» («101»)."));
+        EXPECT_FALSE(leidas.todas.at(0).valida);
+    }
+
+    TEST(FicheroReclamaciones, a_reference_that_comes_back_later_is_told)
+    {
+        const auto fila = [](const char* referencia) {
+            return std::string(referencia) + ";1;101;21/11/2026;;;;x;1;1;\n";
+        };
+        const auto leidas = lee_reclamaciones(cabecera + fila("R1") + fila("R2") + fila("R1"));
+        EXPECT_THAT(textos(leidas.errores),
+            ElementsAre("4 referencia: «R1» ya ha salido antes; sus filas han de ir seguidas."));
+    }
+
+    TEST(FicheroReclamaciones, headings_that_cannot_be_used_refuse_the_file)
+    {
+        EXPECT_EQ(rechazo(""), "el fichero está vacío.");
+        EXPECT_EQ(rechazo("\n\n"), "el fichero está vacío.");
+        EXPECT_EQ(rechazo("referencia;almacen\n"), "fila 1: falta la columna «proveedor».");
+        EXPECT_EQ(rechazo("referencia;color\n"), "fila 1: no se conoce la columna «color».");
+        EXPECT_EQ(rechazo("referencia;almacen;almacen\n"), "fila 1: la columna «almacen» está dos veces.");
+    }
+
+    TEST(FicheroReclamaciones, quotes_out_of_place_refuse_the_file_and_name_the_row)
+    {
+        EXPECT_THAT(rechazo(cabecera + "R1;1;101;21/11/2026;\"a\"b;;;x;1;1;\n"),
+            testing::StartsWith("fila 2: las comillas"));
+        EXPECT_THAT(rechazo(cabecera + "R1;1;101;21/11/2026;\"a;;;x;1;1;\n"),
+            testing::StartsWith("fila 2: las comillas"));
+    }
+
+    TEST(FicheroReclamaciones, only_headings_are_no_charges)
+    {
+        EXPECT_THAT(lee_reclamaciones(cabecera).todas, IsEmpty());
+    }
+
+}
+}

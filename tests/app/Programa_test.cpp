@@ -1,0 +1,240 @@
+// The real program, as a person runs it: commands, formats, messages, exit status.
+#include "tests/app/Programa.hpp"
+
+#include "engines/sqlite/Connection.hpp"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace atipicos {
+namespace {
+
+    using testing::EndsWith;
+    using testing::HasSubstr;
+    using testing::StartsWith;
+
+    const std::string muestra = "'" ATIPICOS_FUENTES "/host/datos/reclamaciones.csv'";
+
+    struct ConMuestra : testing::Test {
+        pruebas::Programa programa;
+
+        ConMuestra()
+        {
+            EXPECT_EQ(programa("crear").estado, 0);
+            EXPECT_EQ(programa("registrar " + muestra).estado, 0);
+        }
+    };
+
+    TEST(Programa, wrong_usage_is_status_2_in_spanish)
+    {
+        const pruebas::Programa programa;
+        for (const auto& [argumentos, mensaje] : { std::pair{ "", "atipicos: Falta la orden.\n" },
+                 { "borrar", "atipicos: No se conoce la orden «borrar».\n" },
+                 { "listar", "atipicos: Falta --desde.\n" },
+                 { "listar --desde 31/02/2026 --hasta 01/01/2026",
+                     "atipicos: --desde: «31/02/2026» no es una fecha: se escribe dd/mm/aaaa, como "
+                     "21/11/2026.\n" },
+                 { "listar --desde 01/01/26 --hasta 01/01/2026",
+                     "atipicos: --desde: «01/01/26» no es una fecha" },
+                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --almacen 40000",
+                     "atipicos: El valor no es un número admitido: --almacen = 40000\n" },
+                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --formato pdf",
+                     "atipicos: --formato: no se conoce el formato «pdf».\n" },
+                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --formato xlsx",
+                     "atipicos: --formato: xlsx necesita --salida FICHERO.\n" },
+                 { "verificar --rapido", "atipicos: No se esperaba: --rapido\n" },
+                 { "mostrar AT1 --ejercicio 2026", "atipicos: Falta --almacen.\n" } }) {
+            const auto ejecucion = programa(argumentos);
+            EXPECT_EQ(ejecucion.estado, 2) << argumentos;
+            EXPECT_THAT(ejecucion.errores, StartsWith(mensaje)) << argumentos;
+            EXPECT_EQ(ejecucion.salida, "") << argumentos;
+        }
+    }
+
+    TEST(Programa, help_is_status_0_and_spanish)
+    {
+        const pruebas::Programa programa;
+        for (const auto* orden : { "", "crear", "registrar", "listar", "mostrar", "eliminar", "verificar" }) {
+            const auto ejecucion = programa(std::string(orden) + " --help");
+            EXPECT_EQ(ejecucion.estado, 0);
+            EXPECT_THAT(ejecucion.salida, HasSubstr("Uso: atipicos"));
+            EXPECT_THAT(ejecucion.salida, testing::Not(HasSubstr("Options")));
+            EXPECT_THAT(ejecucion.salida, testing::Not(HasSubstr("REQUIRED")));
+        }
+    }
+
+    TEST(Programa, crear_refuses_a_folder_that_holds_databases_and_leaves_them)
+    {
+        const pruebas::Programa programa;
+        ASSERT_EQ(programa("crear --datos d").estado, 0);
+        const auto antes = programa.lee("d/orvalin.db");
+        const auto ejecucion = programa("crear --datos d");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_THAT(ejecucion.errores, HasSubstr("ya existe"));
+        EXPECT_EQ(programa.lee("d/orvalin.db"), antes);
+    }
+
+    TEST(Programa, an_empty_database_has_no_company_to_work_with)
+    {
+        const pruebas::Programa programa;
+        ASSERT_EQ(programa("crear --vacia").estado, 0);
+        const auto ejecucion = programa("listar --desde 01/01/2026 --hasta 31/12/2026");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_EQ(ejecucion.errores, "atipicos: No existe la empresa 1. La base de datos está vacía.\n");
+        EXPECT_THAT(programa("verificar").salida, EndsWith("0 previsiones: sin diferencias.\n"));
+    }
+
+    TEST(Programa, databases_that_cannot_be_used_are_told_and_nothing_is_made)
+    {
+        const pruebas::Programa programa;
+        for (const auto* orden :
+            { "verificar", "listar --desde 01/01/2026 --hasta 31/12/2026", "registrar x.csv" }) {
+            const auto ejecucion = programa(orden);
+            EXPECT_EQ(ejecucion.estado, 1) << orden;
+            EXPECT_THAT(ejecucion.errores, HasSubstr("datos")) << orden;
+        }
+        EXPECT_FALSE(std::filesystem::exists(programa.carpeta / "datos"));
+
+        ASSERT_EQ(programa("crear").estado, 0);
+        programa.escribe("datos/orvalin.db", std::string(9000, 'x'));
+        const auto ejecucion = programa("verificar");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_THAT(ejecucion.errores, HasSubstr("El fichero no es una base de datos o está dañado"));
+    }
+
+    TEST(Programa, a_database_of_another_version_is_told)
+    {
+        const pruebas::Programa programa;
+        ASSERT_EQ(programa("crear").estado, 0);
+        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/bexmor.db" })
+            ->Execute("UPDATE Esquema SET Version = 99");
+        const auto ejecucion = programa("verificar");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_THAT(ejecucion.errores, HasSubstr("bexmor.db"));
+        EXPECT_THAT(ejecucion.errores, HasSubstr("99"));
+    }
+
+    TEST_F(ConMuestra, listar_as_a_table_shows_headings_rows_and_totals)
+    {
+        const auto ejecucion = programa("listar --desde 01/11/2026 --hasta 30/11/2026 --proveedor 103");
+        EXPECT_EQ(ejecucion.estado, 0);
+        EXPECT_THAT(ejecucion.salida, StartsWith("Código"));
+        EXPECT_THAT(ejecucion.salida, HasSubstr("Ñandú Exportaciones, S.L."));
+        EXPECT_THAT(ejecucion.salida, HasSubstr(" cargos, importe "));
+    }
+
+    TEST_F(ConMuestra, an_empty_list_says_so_and_is_no_failure)
+    {
+        const auto ejecucion = programa("listar --desde 01/01/2031 --hasta 31/12/2031");
+        EXPECT_EQ(ejecucion.estado, 0);
+        EXPECT_EQ(ejecucion.errores, "No hay cargos entre el 01/01/2031 y el 31/12/2031.\n");
+    }
+
+    TEST_F(ConMuestra, csv_and_json_hold_the_same_charges_as_typed_values)
+    {
+        const std::string rango = "listar --desde 01/01/2025 --hasta 31/12/2026 ";
+        ASSERT_EQ(programa(rango + "--formato csv --salida l.csv").estado, 0);
+        const auto csv = programa.lee("l.csv");
+        EXPECT_THAT(csv, StartsWith("Código;Almacén;Nombre del almacén;"));
+        const auto json = nlohmann::json::parse(programa(rango + "--formato json").salida);
+        EXPECT_EQ(static_cast<std::size_t>(std::count(csv.begin(), csv.end(), '\n')), json.size() + 1);
+        EXPECT_TRUE(json.at(0).at("importe").is_number());
+        EXPECT_TRUE(json.at(0).at("asiento").is_number_integer());
+        EXPECT_EQ(json.at(0).at("fecha").get<std::string>().size(), 10U);
+    }
+
+    TEST_F(ConMuestra, xlsx_holds_numbers_as_numbers_and_dates_as_dates)
+    {
+        ASSERT_EQ(
+            programa("listar --desde 01/01/2025 --hasta 31/12/2026 --formato xlsx --salida l.xlsx").estado,
+            0);
+        ASSERT_EQ(std::system(("cd '" + programa.carpeta.ruta().string()
+                      + "' && unzip -p l.xlsx xl/worksheets/sheet1.xml > hoja.xml")
+                                  .c_str()),
+            0);
+        const auto hoja = programa.lee("hoja.xml");
+        EXPECT_THAT(hoja, HasSubstr("<c r=\"F2\" s=\"")) << "the date has a format";
+        EXPECT_THAT(hoja, testing::Not(HasSubstr("<c r=\"G2\" t=\"s\""))) << "the amount is no text";
+        EXPECT_THAT(hoja, HasSubstr("state=\"frozen\""));
+    }
+
+    TEST_F(ConMuestra, an_output_that_cannot_be_written_is_told)
+    {
+        const auto ejecucion
+            = programa("listar --desde 01/01/2025 --hasta 31/12/2026 --formato csv --salida no/hay.csv");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_THAT(ejecucion.errores, HasSubstr("No se puede escribir «no/hay.csv»"));
+        if (std::filesystem::exists("/dev/full")) {
+            const std::string orden = "cd '" + programa.carpeta.ruta().string()
+                + "' && '" ATIPICOS_PROGRAMA
+                  "' listar --desde 01/01/2025 --hasta 31/12/2026 >/dev/full 2>lleno.txt";
+            EXPECT_EQ(WEXITSTATUS(std::system(orden.c_str())), 1);
+            EXPECT_EQ(programa.lee("lleno.txt"), "atipicos: No se pudo escribir todo en la salida.\n");
+        }
+    }
+
+    TEST_F(ConMuestra, mostrar_prints_an_entry_that_balances_from_a_to_e)
+    {
+        const auto json = nlohmann::json::parse(
+            programa("mostrar AT260001 --ejercicio 2026 --almacen 4 --formato json").salida);
+        double saldo = 0;
+        for (const auto& apunte : json.at("asiento").at("apuntes"))
+            saldo += apunte.at("debe").get<double>() - apunte.at("haber").get<double>();
+        EXPECT_NEAR(saldo, 0, 1e-9);
+        const auto texto = programa("mostrar AT260001 --ejercicio 2026 --almacen 4").salida;
+        for (const auto* trozo :
+            { "\nA  ", "\nB  ", "\nC  ", "\nD  ", "\nE  ", "Cuadra", "Registro de impuesto", "Previsión" })
+            EXPECT_THAT(texto, HasSubstr(trozo));
+    }
+
+    TEST_F(ConMuestra, an_unknown_charge_is_told_by_mostrar_and_eliminar)
+    {
+        for (const auto* orden : { "mostrar", "eliminar --si" }) {
+            const auto ejecucion = programa(std::string(orden) + " AT999999 --ejercicio 2026 --almacen 4");
+            EXPECT_EQ(ejecucion.estado, 1);
+            EXPECT_EQ(ejecucion.errores,
+                "atipicos: No existe el cargo AT999999 del ejercicio 2026 en el almacén 4.\n");
+        }
+        EXPECT_EQ(programa("mostrar \"x' OR '1'='1\" --ejercicio 2026 --almacen 4").estado, 1)
+            << "a code is only a code";
+    }
+
+    TEST_F(ConMuestra, eliminar_asks_unless_told_not_to_and_leaves_the_entry)
+    {
+        const auto sin_terminal = programa("eliminar AT260001 --ejercicio 2026 --almacen 4");
+        EXPECT_EQ(sin_terminal.estado, 1);
+        EXPECT_THAT(sin_terminal.errores, HasSubstr("--si"));
+        const auto eliminado = programa("eliminar AT260001 --ejercicio 2026 --almacen 4 --si");
+        EXPECT_EQ(eliminado.estado, 0);
+        EXPECT_THAT(eliminado.salida, HasSubstr("sigue en Contabilidad"));
+        const auto verificado = programa("verificar");
+        EXPECT_EQ(verificado.estado, 0);
+        EXPECT_THAT(verificado.salida, StartsWith("Asientos sin cargo"));
+    }
+
+    TEST_F(ConMuestra, an_unknown_company_or_user_names_those_that_exist)
+    {
+        const auto empresa = programa("listar --desde 01/01/2026 --hasta 31/12/2026 --empresa 9");
+        EXPECT_EQ(empresa.estado, 1);
+        EXPECT_THAT(empresa.errores,
+            StartsWith("atipicos: No existe la empresa 9. Hay:\n  1  Comercial Drago Sur, S.L.\n"));
+        EXPECT_THAT(programa("listar --desde 01/01/2026 --hasta 31/12/2026 --usuario 99").errores,
+            StartsWith("atipicos: No existe el usuario 99. Hay:\n"));
+    }
+
+    TEST_F(ConMuestra, a_locked_database_is_told_and_nothing_changes)
+    {
+        const auto otro = sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/orvalin.db" });
+        otro->BeginTrans();
+        const auto ejecucion = programa("eliminar AT260001 --ejercicio 2026 --almacen 4 --si");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_THAT(ejecucion.errores, HasSubstr("[error] frmCompras_Atipicos_Visor:cmdEliminar_Click: "));
+        EXPECT_THAT(ejecucion.errores, HasSubstr("bloqueada por otro usuario"));
+        otro->RollbackTrans();
+        EXPECT_EQ(programa("mostrar AT260001 --ejercicio 2026 --almacen 4").estado, 0);
+    }
+
+}
+}

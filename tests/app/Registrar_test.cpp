@@ -1,0 +1,218 @@
+// Recording claims files with the real program: what is bad, what is given twice, what is killed half-way.
+#include "tests/app/Programa.hpp"
+
+#include "engines/sqlite/Connection.hpp"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <random>
+#include <spawn.h>
+#include <thread>
+#include <unistd.h>
+
+namespace atipicos {
+namespace {
+
+    using testing::EndsWith;
+    using testing::HasSubstr;
+    using testing::StartsWith;
+
+    const std::string muestra = ATIPICOS_FUENTES "/host/datos/reclamaciones.csv";
+    const std::string cabecera
+        = "referencia;almacen;proveedor;fecha;observaciones;franquiciado;articulo;descripcion;"
+          "unidades;costo;observaciones_linea\n";
+
+    struct Registrar : testing::Test {
+        pruebas::Programa programa;
+        Registrar() { EXPECT_EQ(programa("crear").estado, 0); }
+
+        pruebas::Ejecucion registra(const std::string& contenido, const std::string& opciones = {}) const
+        {
+            programa.escribe("r.csv", contenido);
+            return programa("registrar r.csv " + opciones);
+        }
+
+        Variant consulta(const std::string& sql) const
+        {
+            const auto conexion
+                = sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/orvalin.db" });
+            auto rs = conexion->CreateRecordset();
+            rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly);
+            return rs->Fields(std::size_t{ 0 }).Value();
+        }
+    };
+
+    TEST_F(Registrar, the_sample_file_is_recorded_once_however_often_it_is_given)
+    {
+        const auto primera = programa("registrar '" + muestra + "'");
+        EXPECT_EQ(primera.estado, 0);
+        const auto cargos = CLng(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos"));
+        EXPECT_GE(cargos, 60);
+        EXPECT_GE(CLng(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos_Lineas")), 180);
+        EXPECT_THAT(primera.salida,
+            EndsWith("\n" + std::to_string(cargos) + " registradas, 0 ya lo estaban, 0 rechazadas.\n"));
+        EXPECT_EQ(primera.errores, "");
+
+        const auto segunda = programa("registrar '" + muestra + "'");
+        EXPECT_EQ(segunda.estado, 0);
+        EXPECT_THAT(segunda.salida,
+            EndsWith("\n0 registradas, " + std::to_string(cargos) + " ya lo estaban, 0 rechazadas.\n"));
+        EXPECT_EQ(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos"), Variant(cargos));
+        EXPECT_THAT(programa("verificar").salida, EndsWith(": sin diferencias.\n"));
+    }
+
+    TEST_F(Registrar, the_same_contents_under_another_name_are_known_and_recorded_again_only_on_purpose)
+    {
+        const auto fichero = cabecera + "R1;1;101;21/11/2026;;;;Agua;1;10;\n";
+        EXPECT_EQ(registra(fichero).estado, 0);
+        programa.escribe("otro.csv", fichero);
+        EXPECT_THAT(programa("registrar otro.csv").salida, HasSubstr("0 registradas, 1 ya lo estaban"));
+        EXPECT_THAT(
+            programa("registrar otro.csv --otra-vez").salida, HasSubstr("1 registradas, 0 ya lo estaban"));
+        EXPECT_THAT(
+            programa("registrar otro.csv --otra-vez").salida, HasSubstr("1 registradas, 0 ya lo estaban"));
+        EXPECT_EQ(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos"), Variant(3));
+    }
+
+    TEST_F(Registrar, a_bad_charge_is_told_and_the_good_ones_of_the_file_are_recorded)
+    {
+        const auto ejecucion = registra(cabecera
+            + "R1;1;101;21/11/2026;;;;Agua;1;10;\n"
+              "R2;1;101;21/11/2026;;;;Agua;dos;10;\n"
+              "R3;9;999;21/11/2026;;;7777;Agua;1;10;\n"
+              "R4;1;101;21/11/2026;;;;Agua;900000000;900000000;\n"
+              "R5;2;102;21/11/2026;;S;;Vino;1;10;\n");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_EQ(ejecucion.errores,
+            "[error] r.csv, fila 3, columna «unidades»: «dos» no es un número (como 1.234,56).\n"
+            "[error] r.csv, fila 4, columna «almacen»: no existe el almacén 9.\n"
+            "[error] r.csv, fila 4, columna «proveedor»: no existe el proveedor 999.\n"
+            "[error] r.csv, fila 4, columna «articulo»: no existe el artículo 7777.\n"
+            "[error] r.csv, fila 5, columna «costo»: unidades por costo no cabe en un importe.\n");
+        EXPECT_THAT(ejecucion.salida, EndsWith("\n2 registradas, 0 ya lo estaban, 3 rechazadas.\n"));
+        EXPECT_EQ(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos"), Variant(2));
+        EXPECT_EQ(programa("verificar").estado, 0);
+    }
+
+    TEST_F(Registrar, files_that_cannot_be_read_are_told)
+    {
+        std::filesystem::create_directory(programa.carpeta / "carpeta");
+        programa.escribe("vacio.csv", "");
+        programa.escribe("falta.csv", "referencia;almacen\n");
+        for (const auto& [fichero, mensaje] : { std::pair{ "no_hay.csv", "No se puede leer «no_hay.csv»: " },
+                 { "carpeta", "«carpeta» es una carpeta, no un fichero." },
+                 { "vacio.csv", "vacio.csv, el fichero está vacío." },
+                 { "falta.csv", "falta.csv, fila 1: falta la columna «proveedor»." } }) {
+            const auto ejecucion = programa(std::string("registrar ") + fichero);
+            EXPECT_EQ(ejecucion.estado, 1);
+            EXPECT_THAT(ejecucion.errores, StartsWith(std::string("atipicos: ") + mensaje));
+        }
+    }
+
+    TEST_F(Registrar, a_file_without_permission_is_told)
+    {
+        if (geteuid() == 0)
+            GTEST_SKIP() << "root may read everything";
+        programa.escribe("r.csv", cabecera);
+        std::filesystem::permissions(programa.carpeta / "r.csv", std::filesystem::perms::none);
+        EXPECT_THAT(programa("registrar r.csv").errores, StartsWith("atipicos: No se puede leer «r.csv»: "));
+    }
+
+    TEST_F(Registrar, a_date_in_a_year_that_is_not_open_saves_the_charge_without_entry_and_says_so)
+    {
+        const auto ejecucion = registra(cabecera + "R1;1;101;21/11/2031;;;;Agua;1;10;\n");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_THAT(ejecucion.errores, HasSubstr("[error] frmCompras_Atipicos:GenerarAsiento: ["));
+        EXPECT_THAT(
+            ejecucion.errores, HasSubstr("El ejercicio 2031 no está abierto en la empresa contable 1."));
+        EXPECT_EQ(consulta("SELECT Asiento FROM Proveedores_Cargos_Atipicos"), Variant(0));
+        EXPECT_THAT(
+            programa("verificar").salida, HasSubstr("no tiene asiento y la empresa contabiliza sus cargos."));
+    }
+
+    TEST_F(Registrar, a_date_before_2000_is_refused_by_the_numbering)
+    {
+        const auto ejecucion = registra(cabecera + "R1;1;101;31/12/1999;;;;Agua;1;10;\n");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_THAT(ejecucion.errores, HasSubstr("[error] frmCompras_Atipicos:cmdAceptar_Click: ["));
+        EXPECT_THAT(
+            ejecucion.errores, HasSubstr("Se necesita la fecha para devolver el código de cargo/abono"));
+        EXPECT_EQ(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos"), Variant(0));
+        EXPECT_EQ(consulta("SELECT COUNT(*) FROM Importaciones"), Variant(0))
+            << "it is not taken for recorded";
+    }
+
+    TEST_F(Registrar, two_processes_at_once_give_unique_and_consecutive_codes)
+    {
+        std::string uno = cabecera;
+        std::string otro = cabecera;
+        for (int i = 0; i < 40; ++i) {
+            uno += "U" + std::to_string(i) + ";1;101;21/11/2026;;;;Agua;1;10;\n";
+            otro += "O" + std::to_string(i) + ";1;102;21/11/2026;;;;Vino;2;10;\n";
+        }
+        programa.escribe("uno.csv", uno);
+        programa.escribe("otro.csv", otro);
+        const std::string orden = "cd '" + programa.carpeta.ruta().string()
+            + "' && ('" ATIPICOS_PROGRAMA "' registrar uno.csv >u.txt 2>&1 & '" ATIPICOS_PROGRAMA
+              "' registrar otro.csv >o.txt 2>&1; wait)";
+        ASSERT_EQ(std::system(orden.c_str()), 0);
+        EXPECT_EQ(consulta("SELECT COUNT(DISTINCT Codigo) FROM Proveedores_Cargos_Atipicos"), Variant(80))
+            << programa.lee("u.txt") << programa.lee("o.txt");
+        EXPECT_EQ(consulta("SELECT MAX(Codigo) FROM Proveedores_Cargos_Atipicos"), Variant("AT260080"));
+        EXPECT_EQ(programa("verificar").estado, 0);
+    }
+
+    /// Starts recording and kills it after so long; returns whether it was still at it.
+    bool registra_y_mata(const pruebas::Programa& programa, std::chrono::microseconds cuando)
+    {
+        const auto datos = (programa.carpeta / "datos").string();
+        std::string programa_ruta = ATIPICOS_PROGRAMA;
+        std::string orden = "registrar";
+        std::string fichero = muestra;
+        std::string opcion = "--datos=" + datos;
+        char* argumentos[]{ programa_ruta.data(), orden.data(), fichero.data(), opcion.data(), nullptr };
+        posix_spawn_file_actions_t acciones;
+        posix_spawn_file_actions_init(&acciones);
+        posix_spawn_file_actions_addopen(&acciones, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_addopen(&acciones, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+        pid_t proceso = 0;
+        EXPECT_EQ(posix_spawn(&proceso, ATIPICOS_PROGRAMA, &acciones, nullptr, argumentos, environ), 0);
+        posix_spawn_file_actions_destroy(&acciones);
+        std::this_thread::sleep_for(cuando);
+        kill(proceso, SIGKILL);
+        int estado = 0;
+        waitpid(proceso, &estado, 0);
+        return WIFSIGNALED(estado);
+    }
+
+    TEST_F(Registrar, killed_at_random_moments_and_started_again_it_records_nothing_twice)
+    {
+        std::mt19937 azar(20261121); // NOLINT: the moments depend on the machine anyway
+        int matadas = 0;
+        for (int vez = 0; vez < 12; ++vez)
+            matadas += registra_y_mata(programa, std::chrono::milliseconds(20 + azar() % 60)) ? 1 : 0;
+        const auto acabada = programa("registrar '" + muestra + "'");
+        EXPECT_EQ(acabada.estado, 0);
+        const auto cargos = CLng(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos"));
+        EXPECT_EQ(consulta("SELECT COUNT(*) FROM Importaciones"), Variant(cargos));
+        EXPECT_EQ(consulta("SELECT COUNT(DISTINCT Referencia) FROM Importaciones"), Variant(cargos));
+        EXPECT_GT(matadas, 0) << "it was always through before it could be killed";
+
+        // What a kill may leave is a charge whose entry is missing, or has gone to the next one.
+        const auto verificado = programa("verificar").salida;
+        std::size_t lineas = 0;
+        for (std::size_t p = 0, fin = 0; (fin = verificado.find('\n', p)) != std::string::npos; p = fin + 1) {
+            const auto linea = verificado.substr(p, fin - p);
+            if (linea.starts_with("Verificación") || linea.starts_with("Asientos sin cargo"))
+                continue;
+            ++lineas;
+            EXPECT_THAT(linea,
+                testing::AnyOf(HasSubstr("no existe en Contabilidad."), HasSubstr("es del documento ")));
+        }
+        EXPECT_LE(lineas, static_cast<std::size_t>(matadas)) << verificado;
+    }
+
+}
+}

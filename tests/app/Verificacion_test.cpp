@@ -1,0 +1,92 @@
+// Each promise broken on purpose, and how `verificar` names it.
+#include "host/app/Verificacion.hpp"
+
+#include "tests/integracion/Banco.hpp"
+
+#include <gmock/gmock.h>
+
+namespace atipicos::app {
+namespace {
+
+    using testing::Contains;
+    using testing::ElementsAre;
+    using testing::HasSubstr;
+    using testing::IsEmpty;
+
+    struct Rota {
+        const char* nombre;
+        const char*
+            estropea; ///< run on the management database, or on the other one when it begins with "B:"
+        const char* diferencia;
+    };
+    void PrintTo(const Rota& rota, std::ostream* salida) { *salida << rota.nombre; }
+
+    struct Promesa : testing::TestWithParam<Rota> { };
+
+    TEST_P(Promesa, broken_is_named_with_its_charge_or_entry)
+    {
+        pruebas::Banco banco;
+        banco.guarda();
+        banco.guarda();
+        EXPECT_THAT(verifica(banco.bases()).diferencias, IsEmpty());
+        std::string sql = GetParam().estropea;
+        auto& conexion = sql.starts_with("B:") ? *banco.bases().bexmor : *banco.bases().orvalin;
+        conexion.Execute("PRAGMA foreign_keys=OFF");
+        conexion.Execute(sql.starts_with("B:") ? sql.substr(2) : sql);
+        EXPECT_THAT(verifica(banco.bases()).diferencias, Contains(HasSubstr(GetParam().diferencia)));
+    }
+
+    INSTANTIATE_TEST_SUITE_P(promesas, Promesa,
+        testing::Values(
+            Rota{ "total", "UPDATE Proveedores_Cargos_Atipicos SET Importe = 1 WHERE Codigo = 'AT260001'",
+                "cargo AT260001 (empresa 1, ejercicio 2026, almacén 1): importe 1,00 y líneas por 231,96." },
+            Rota{ "tax",
+                "UPDATE Proveedores_Cargos_Atipicos SET Impuesto_Importe = 1 WHERE Codigo = 'AT260001'",
+                "impuesto 1,00 y debería ser 16,24." },
+            Rota{ "gap_in_lines", "DELETE FROM Proveedores_Cargos_Atipicos_Lineas WHERE Num_Linea = 2",
+                "no tiene líneas o no están numeradas de corrido." },
+            Rota{ "no_entry", "UPDATE Proveedores_Cargos_Atipicos SET Asiento = 0 WHERE Codigo = 'AT260002'",
+                "cargo AT260002 (empresa 1, ejercicio 2026, almacén 1): no tiene asiento" },
+            Rota{ "missing_entry",
+                "UPDATE Proveedores_Cargos_Atipicos SET Asiento = 77 WHERE Codigo = 'AT260002'",
+                "su asiento 77 (empresa contable 1, ejercicio 2026) no existe en Contabilidad." },
+            Rota{ "entry_of_another",
+                "UPDATE Proveedores_Cargos_Atipicos SET Asiento = 1 WHERE Codigo = 'AT260002'",
+                "es del documento AT260001." },
+            Rota{ "code",
+                "UPDATE Proveedores_Cargos_Atipicos_Lineas SET Codigo = 'X1' WHERE Codigo = 'AT260002'",
+                "cargo X1 (empresa 1, ejercicio 2026, almacén 1): tiene una línea y no tiene cabecera." },
+            Rota{ "counter", "UPDATE Contador_Proveedores_Cargos_Atipicos SET Numero = 260001",
+                "cargo AT260002 (empresa 1, ejercicio 2026, almacén 1): el contador de su serie no ha "
+                "llegado" },
+            Rota{ "unbalanced", "B:UPDATE Apuntes SET Debe = Debe + 1 WHERE Asiento = 1 AND Linea = 1",
+                "asiento 1 (empresa contable 1, ejercicio 2026): no cuadra, debe 497,40 y haber 496,40." },
+            Rota{ "missing_line", "B:DELETE FROM Apuntes WHERE Asiento = 2 AND Linea = 3",
+                "asiento 2 (empresa contable 1, ejercicio 2026): le faltan apuntes." },
+            Rota{ "forecasts", "B:DELETE FROM Previsiones WHERE Asiento = 1 AND Numero = 1",
+                "sus previsiones suman" },
+            Rota{ "tax_record", "B:UPDATE Registro_Impuestos SET Cuota = 1 WHERE Asiento = 1",
+                "el registro de impuesto de su asiento 1" },
+            Rota{ "entry_counter", "B:UPDATE Contador_Asientos SET Numero = 1",
+                "asiento 2 (empresa contable 1, ejercicio 2026): el contador de asientos" }),
+        [](const auto& caso) { return caso.param.nombre; });
+
+    TEST(Verificacion, counts_everything_and_an_entry_left_without_charge_is_no_difference)
+    {
+        pruebas::Banco banco;
+        banco.guarda();
+        const auto segundo = banco.guarda().Codigo;
+        banco.guarda(segundo); // posts again; the first entry stays
+        const auto resultado = verifica(banco.bases());
+        EXPECT_THAT(resultado.diferencias, IsEmpty());
+        EXPECT_EQ(resultado.cargos, 2U);
+        EXPECT_EQ(resultado.lineas, 6U);
+        EXPECT_EQ(resultado.asientos, 3U);
+        EXPECT_EQ(resultado.apuntes, 21U);
+        EXPECT_EQ(resultado.registros, 3U);
+        EXPECT_EQ(resultado.previsiones, 9U);
+        EXPECT_EQ(resultado.asientos_sin_cargo, 1U);
+    }
+
+}
+}
