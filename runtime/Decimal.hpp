@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 /// The decimal value of a double or of a text: what a person reads, as a whole number and a power of ten.
@@ -25,6 +26,10 @@ struct Decimal {
 /// Nothing when the text is anything else. Only the first 36 significant
 /// digits are kept: no rounding half away from zero depends on what follows them.
 [[nodiscard]] std::optional<Decimal> lee_decimal(std::string_view texto, char separador);
+
+/// The plain digits of a display number ("-1.234,5" gives "-1234.5"), read as `lee_pantalla` does; nothing
+/// when it is no such number.
+[[nodiscard]] std::optional<std::string> cifras_de_pantalla(std::string_view texto);
 
 /// The value in units of 10^-`decimales`, rounded half away from zero; nothing beyond 37 digits.
 [[nodiscard]] std::optional<entero_ancho> en_unidades(Decimal decimal, int decimales) noexcept;

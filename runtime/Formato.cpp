@@ -3,6 +3,7 @@
 #include "runtime/Decimal.hpp"
 #include "runtime/Redondeo.hpp"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -147,20 +148,25 @@ void anexa_pantalla(std::string& destino, Currency valor, int decimales, Donde d
         anexa_unidades(destino, valor.crudo() * potencia_de_10(decimales - decimales_de_currency), decimales);
 }
 
-Currency lee_pantalla(std::string_view texto, Donde donde)
+std::optional<std::string> cifras_de_pantalla(std::string_view texto)
 {
     const auto primero = texto.find_first_not_of(' ');
     if (primero == std::string_view::npos)
-        throw Error::de_ejecucion(numero_error::tipos_no_coinciden, donde);
+        return std::nullopt;
     texto = texto.substr(primero, texto.find_last_not_of(' ') - primero + 1);
-
     std::string cifras;
-    const bool bien = quita_millares(texto, cifras);
-    for (char& c : cifras) // the point was of the thousands and is gone; one left over is no number
-        c = c == ',' ? '.' : c == '.' ? ',' : c;
-    if (!bien)
+    if (!quita_millares(texto, cifras) || cifras.find('.') != std::string::npos || !lee_decimal(cifras, ','))
+        return std::nullopt;
+    std::replace(cifras.begin(), cifras.end(), ',', '.');
+    return cifras;
+}
+
+Currency lee_pantalla(std::string_view texto, Donde donde)
+{
+    const auto cifras = cifras_de_pantalla(texto);
+    if (!cifras)
         throw Error::de_ejecucion(numero_error::tipos_no_coinciden, donde);
-    return Currency::de_texto(cifras, donde);
+    return Currency::de_texto(*cifras, donde);
 }
 
 } // namespace atipicos

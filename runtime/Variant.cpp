@@ -63,6 +63,15 @@ namespace {
         throw Error::de_ejecucion(numero_error::tipos_no_coinciden, donde);
     }
 
+    /// The plain digits of a display number. Error 13 when it is none.
+    std::string cifras_de(const std::string& texto, Donde donde)
+    {
+        auto cifras = cifras_de_pantalla(texto);
+        if (!cifras)
+            no_coinciden(donde);
+        return *std::move(cifras);
+    }
+
     /// The value as a number; dates count their days, True is -1.
     struct ComoDouble {
         Donde donde;
@@ -73,7 +82,16 @@ namespace {
         double operator()(double valor) const { return valor; }
         double operator()(Currency valor) const { return valor.a_double(); }
         double operator()(Date valor) const { return valor.automatizacion(); }
-        double operator()(const std::string& valor) const { return lee_pantalla(valor, donde).a_double(); }
+        double operator()(const std::string& valor) const
+        {
+            const auto cifras = cifras_de(valor, donde);
+            double numero = 0;
+            const auto* inicio
+                = cifras.data() + (cifras.front() == '+' ? 1 : 0); // from_chars reads no plus sign
+            if (std::from_chars(inicio, cifras.data() + cifras.size(), numero).ec != std::errc())
+                throw Error::de_ejecucion(numero_error::desbordamiento, donde);
+            return numero;
+        }
         double operator()(const Referencia&) const { no_coinciden(donde); }
     };
 
@@ -87,7 +105,7 @@ namespace {
         else if (const auto* moneda = std::get_if<Currency>(&valor))
             numero = Redondear(*moneda, 0, donde).crudo() / Currency::escala;
         else if (const auto* texto = std::get_if<std::string>(&valor))
-            numero = Redondear(lee_pantalla(*texto, donde), 0, donde).crudo() / Currency::escala;
+            numero = en_unidades(*lee_decimal(cifras_de(*texto, donde), '.'), 0);
         else
             numero = en_unidades(decimal_leido(std::visit(ComoDouble{ donde }, valor), 0, donde), 0);
         if (!numero || *numero < minimo || *numero > maximo)

@@ -183,13 +183,23 @@ namespace {
             m_conexion->anotacion = nullptr;
             if (resultado.estado != ResultadoGuardado::Estado::Guardado || resultado.InsertarFallido) {
                 ++m_rechazadas;
-                di("error",
-                    { reclamacion.fila, "", "«" + reclamacion.referencia + "» no se ha registrado." });
+                di("error", { reclamacion.fila, "", que_ha_quedado(reclamacion.referencia, vez) });
                 return;
             }
             ++m_nuevas;
             m_codigos[reclamacion.referencia]
                 = { { cargo.Cod_Ejercicio, cargo.Cod_Almacen, cargo.Codigo }, "registrada" };
+        }
+
+        /// After a save that showed an error: nothing of the charge, or the part of it that was committed.
+        std::string que_ha_quedado(const std::string& referencia, std::int16_t vez)
+        {
+            lee_registradas();
+            const auto lugar = m_registradas.find(referencia);
+            if (lugar == m_registradas.end() || lugar->second.vez != vez)
+                return "«" + referencia + "» no se ha registrado.";
+            return "«" + referencia + "» se ha guardado a medias como " + lugar->second.clave.Codigo
+                + "; vea qué le falta con: atipicos verificar";
         }
 
         /// Remembers the charge, provided that it is there: `Insertar` may have shown an error.

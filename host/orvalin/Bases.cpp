@@ -136,6 +136,10 @@ void crea_bases(const fs::path& carpeta, bool vacia, Donde donde)
 
 Bases abre_bases(const fs::path& carpeta, const OpcionesBases& opciones, Donde donde)
 {
+    if (!fs::exists(carpeta / fichero_orvalin) && !fs::exists(carpeta / fichero_bexmor))
+        falla(carpeta,
+            "no hay bases de datos en esta carpeta. Créelas con: atipicos crear --datos " + carpeta.string(),
+            donde);
     Bases bases;
     bases.bexmor = abre({ .fichero = carpeta / fichero_bexmor }, opciones, donde);
     bases.orvalin = abre(

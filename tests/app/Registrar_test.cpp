@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <random>
 #include <spawn.h>
+#include <sys/mount.h>
 #include <thread>
 #include <unistd.h>
 
@@ -109,6 +110,66 @@ namespace {
             EXPECT_EQ(ejecucion.estado, 1);
             EXPECT_THAT(ejecucion.errores, StartsWith(std::string("atipicos: ") + mensaje));
         }
+    }
+
+    TEST_F(Registrar, a_text_that_insertar_refuses_is_told_as_kept_in_part)
+    {
+        // A zero date cannot be had from a file, and quotes are replaced: a trigger stands for a table that
+        // refuses.
+        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/orvalin.db" })
+            ->ejecuta_guion("CREATE TRIGGER no BEFORE INSERT ON Proveedores_Cargos_Atipicos_Lineas"
+                            " WHEN NEW.Num_Linea = 2 BEGIN SELECT RAISE(ABORT, 'línea no admitida'); END");
+        const auto ejecucion = registra(cabecera
+            + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR1;;;;;;;Gas;1;10;\nR2;1;101;21/11/2026;;;;Agua;1;10;\n");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_EQ(ejecucion.errores,
+            "[error] clsAtipico:Insertar: línea no admitida\n"
+            "[error] r.csv, fila 2: «R1» se ha guardado a medias como AT260001; vea qué le falta con: "
+            "atipicos "
+            "verificar\n");
+        EXPECT_THAT(ejecucion.salida,
+            EndsWith("\n1 registradas, 0 ya lo estaban, 1 rechazadas, 1 mensajes de error.\n"));
+        EXPECT_THAT(programa("verificar").salida, HasSubstr("importe 20,00 y líneas por 10,00."));
+    }
+
+    /// A small disk of its own, while it lasts.
+    class DiscoPequeno {
+    public:
+        explicit DiscoPequeno(std::filesystem::path donde)
+            : m_donde(std::move(donde))
+        {
+            std::filesystem::create_directory(m_donde);
+            m_montado = mount("tmpfs", m_donde.c_str(), "tmpfs", 0, "size=900k") == 0;
+        }
+        DiscoPequeno(const DiscoPequeno&) = delete;
+        DiscoPequeno& operator=(const DiscoPequeno&) = delete;
+        ~DiscoPequeno()
+        {
+            if (m_montado)
+                umount(m_donde.c_str());
+        }
+        [[nodiscard]] bool montado() const { return m_montado; }
+
+    private:
+        std::filesystem::path m_donde;
+        bool m_montado = false;
+    };
+
+    TEST_F(Registrar, a_disk_that_fills_up_is_told_and_what_was_recorded_before_stays_whole)
+    {
+        const DiscoPequeno disco(programa.carpeta / "disco");
+        if (!disco.montado())
+            GTEST_SKIP() << "mounting a small disk needs root";
+        ASSERT_EQ(programa("crear --datos disco/d").estado, 0);
+        const auto ejecucion = programa("registrar '" + muestra + "' --datos disco/d");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_THAT(ejecucion.errores, HasSubstr("No queda sitio en el disco para la base de datos"));
+        EXPECT_THAT(ejecucion.salida, testing::Not(HasSubstr("\n0 registradas")));
+        const auto verificado = programa("verificar --datos disco/d").salida;
+        EXPECT_THAT(verificado,
+            testing::AnyOf(EndsWith(": sin diferencias.\n"), HasSubstr("no existe en Contabilidad.")));
+        EXPECT_THAT(
+            verificado, testing::AnyOf(EndsWith(": sin diferencias.\n"), EndsWith(": 1 diferencia.\n")));
     }
 
     TEST_F(Registrar, a_file_without_permission_is_told)

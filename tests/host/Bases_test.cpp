@@ -114,7 +114,10 @@ namespace {
 
     TEST_F(Bases_, that_are_missing_are_named)
     {
-        EXPECT_EQ(al_abrir(), "«" + (carpeta / "bexmor.db").string() + "»: no existe la base de datos.");
+        EXPECT_EQ(al_abrir(),
+            "«" + carpeta.ruta().string()
+                + "»: no hay bases de datos en esta carpeta. Créelas con: atipicos crear --datos "
+                + carpeta.ruta().string());
         crea_bases(carpeta.ruta(), true);
         std::filesystem::remove(carpeta / "orvalin.db");
         EXPECT_EQ(al_abrir(), "«" + (carpeta / "orvalin.db").string() + "»: no existe la base de datos.");

@@ -127,6 +127,15 @@ namespace {
         }
     }
 
+    TEST(CLng, rounds_a_text_once_on_all_its_decimals)
+    {
+        EXPECT_EQ(CLng("2,49996"), 2);
+        EXPECT_EQ(CLng("1.234,5"), 1235);
+        EXPECT_EQ(CDbl("0,12345"), 0.12345);
+        EXPECT_EQ(CDbl("+1.000,5"), 1000.5);
+        EXPECT_EQ(CDbl(",5"), 0.5);
+    }
+
     TEST(CLng, reaches_its_limits_and_is_error_6_beyond)
     {
         EXPECT_EQ(CInt(32767), 32767);
