@@ -5,9 +5,11 @@
 #include "platform/adodb/campos.hpp"
 #include "runtime/Formato.hpp"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <tuple>
+#include <vector>
 
 namespace atipicos::app {
 
@@ -136,6 +138,8 @@ namespace {
                     static_cast<std::int16_t>(cargo.fecha.anio()), CLng(rs.Fields("Asiento").Value()) };
                 m_cargos.emplace(clave_de(rs), cargo);
             });
+            for (const auto& [clave, cargo] : m_cargos)
+                m_nombrados[cargo.asiento].push_back(&clave);
             m_resultado.cargos = m_cargos.size();
         }
 
@@ -217,26 +221,43 @@ namespace {
                 difiere(nombre + ": impuesto " + texto(cargo.impuesto) + " y debería ser " + texto(impuesto)
                     + ".");
             if (cargo.asiento.numero > 0)
-                revisa_contabilizacion(nombre, std::get<3>(clave), cargo);
+                revisa_contabilizacion(clave, cargo);
             else if (empresa.enlace == 1)
                 difiere(nombre + ": no tiene asiento y la empresa contabiliza sus cargos.");
         }
 
-        void revisa_contabilizacion(const std::string& nombre, const std::string& codigo, const Cargo& cargo)
+        /// Of the charges that name an entry, the one that it was made for: codes are unique in a warehouse
+        /// only, so two of them may bear the document of the entry.
+        [[nodiscard]] const ClaveCargo& dueno(const ClaveAsiento& clave, const Asiento& asiento) const
         {
+            const auto& nombrado_por = m_nombrados.at(clave);
+            const auto suyo = std::find_if(nombrado_por.begin(), nombrado_por.end(), [&](const auto* uno) {
+                const auto& cargo = m_cargos.at(*uno);
+                return std::get<3>(*uno) == asiento.documento && cargo.total() == asiento.primer_debe
+                    && cargo.fecha.solo_dia() == asiento.fecha.solo_dia();
+            });
+            return suyo == nombrado_por.end() ? *nombrado_por.front() : **suyo;
+        }
+
+        void revisa_contabilizacion(const ClaveCargo& clave, const Cargo& cargo)
+        {
+            const auto nombre = texto(clave);
             const auto lugar = m_asientos.find(cargo.asiento);
             if (lugar == m_asientos.end()) {
                 difiere(nombre + ": su " + texto(cargo.asiento) + " no existe en Contabilidad.");
                 return;
             }
             auto& asiento = lugar->second;
-            if (asiento.documento != codigo) {
+            if (asiento.documento != std::get<3>(clave)) {
                 difiere(
                     nombre + ": su " + texto(cargo.asiento) + " es del documento " + asiento.documento + ".");
                 return;
             }
-            if (asiento.de_un_cargo)
-                difiere(nombre + ": comparte el " + texto(cargo.asiento) + " con otro cargo.");
+            if (const auto& otro = dueno(cargo.asiento, asiento); otro != clave) {
+                difiere(nombre + ": su " + texto(cargo.asiento) + " es del documento " + asiento.documento
+                    + " del almacén " + std::to_string(std::get<2>(otro)) + ".");
+                return;
+            }
             asiento.de_un_cargo = true;
             if (asiento.primer_debe != cargo.total())
                 difiere(nombre + ": su " + texto(cargo.asiento) + " carga " + texto(asiento.primer_debe)
@@ -286,6 +307,8 @@ namespace {
         std::map<std::int16_t, Empresa> m_empresas;
         std::map<ClaveCargo, Cargo> m_cargos;
         std::map<ClaveAsiento, Asiento> m_asientos;
+        std::map<ClaveAsiento, std::vector<const ClaveCargo*>>
+            m_nombrados; ///< the charges that name an entry
     };
 
 }

@@ -71,6 +71,31 @@ namespace {
                 "asiento 2 (empresa contable 1, ejercicio 2026): el contador de asientos" }),
         [](const auto& caso) { return caso.param.nombre; });
 
+    TEST(Verificacion, an_entry_number_that_went_to_the_same_code_of_another_warehouse_is_one_difference)
+    {
+        pruebas::Banco banco;
+        banco.guarda({}, 2);
+        auto& gestion = *banco.bases().orvalin;
+        // As a kill between both commits leaves it: the charge of warehouse 1 names the entry that warehouse
+        // 2 got.
+        gestion.Execute(
+            "INSERT INTO Proveedores_Cargos_Atipicos (Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo,"
+            " Proveedor, Fecha, Importe, Asiento, EmpContable, EjContable, Usuario, Hora, Observ, Cod_Compra,"
+            " Documento, Impuesto, Impuesto_Importe, Tipo) VALUES (1, 2026, 1, 'AT260001', 101, '20/11/2026',"
+            " 10, 1, 1, 2026, 1, '20/11/2026', '', 0, 0, 7, 0.7, 0)");
+        gestion.Execute(
+            "INSERT INTO Proveedores_Cargos_Atipicos_Lineas (Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo,"
+            " Num_Linea, Cod_Articulo, Descripcion, Unidades, Precio, Observ) VALUES (1, 2026, 1, 'AT260001',"
+            " 1, 0, 'x', 1, 10, '')");
+        gestion.Execute(
+            "INSERT INTO Contador_Proveedores_Cargos_Atipicos (Cod_Empresa, Cod_Ejercicio, Cod_Almacen,"
+            " Numero) VALUES (1, 2026, 1, 260001)");
+        EXPECT_THAT(verifica(banco.bases()).diferencias,
+            ElementsAre(
+                "cargo AT260001 (empresa 1, ejercicio 2026, almacén 1): su asiento 1 (empresa contable 1, "
+                "ejercicio 2026) es del documento AT260001 del almacén 2."));
+    }
+
     TEST(Verificacion, counts_everything_and_an_entry_left_without_charge_is_no_difference)
     {
         pruebas::Banco banco;

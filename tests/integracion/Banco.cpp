@@ -32,11 +32,11 @@ Banco::Banco()
 
 Banco::~Banco() { vacia_contexto(); }
 
-ResultadoGuardado Banco::guarda(const std::string& codigo)
+ResultadoGuardado Banco::guarda(const std::string& codigo, std::int16_t almacen)
 {
     clsAtipico cargo;
-    CargoTecleado tecleado{ codigo, 1, 104, "Conservas La Graciosa, S.A.", dia("21/11/2026"), "Palé dañado",
-        false, {}, {} };
+    CargoTecleado tecleado{ codigo, almacen, 104, "Conservas La Graciosa, S.A.", dia("21/11/2026"),
+        "Palé dañado", false, {}, {} };
     for (const auto* costo : { "5.6325", "1.1975", "12.5" }) {
         const Currency importe = importe_linea(moneda("12"), moneda(costo));
         cargo.Lineas->Add(1006, "Lata abollada", moneda("12"), moneda(costo));
