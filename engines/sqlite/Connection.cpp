@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unistd.h>
 #include <utility>
 
 namespace atipicos::sqlite {
@@ -49,6 +50,19 @@ namespace {
             no_se_abre(fichero, "no existe la carpeta en la que crear la base de datos.", donde);
     }
 
+    /// A write-ahead log stands beside its database, so the folder must be writable too. SQLite would only
+    /// say that it cannot open the file.
+    void comprueba_escritura(const std::filesystem::path& fichero, Donde donde)
+    {
+        const auto carpeta = std::filesystem::absolute(fichero).parent_path();
+        const bool existe = std::filesystem::exists(fichero);
+        if (access(carpeta.string().c_str(), W_OK) == 0
+            && (!existe || access(fichero.string().c_str(), W_OK) == 0))
+            return;
+        throw adodb::ErrorBaseDatos(Categoria::solo_lectura, "SQLite",
+            "«" + fichero.string() + "»: la base de datos o su carpeta es de sólo lectura.", {}, donde);
+    }
+
     /// Does something with a database file, so that its errors name the file.
     template <class Accion> void nombrando(const std::filesystem::path& fichero, Donde donde, Accion accion)
     {
@@ -79,6 +93,8 @@ Connection::Connection(sqlite3* base)
 std::shared_ptr<Connection> Connection::Abrir(const Opciones& opciones, Donde donde)
 {
     comprueba_fichero(opciones.fichero, opciones.crear, donde);
+    if (!opciones.solo_lectura)
+        comprueba_escritura(opciones.fichero, donde);
     const auto* modo = opciones.solo_lectura ? "ro" : opciones.crear ? "rwc" : "rw";
     sqlite3* base = nullptr;
     const int resultado = sqlite3_open_v2(uri(opciones.fichero, modo).c_str(), &base,

@@ -2,6 +2,7 @@
 #include "tests/app/Programa.hpp"
 
 #include "engines/sqlite/Connection.hpp"
+#include "tests/support/DiscoPequeno.hpp"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -102,6 +103,20 @@ namespace {
         const auto ejecucion = programa("verificar");
         EXPECT_EQ(ejecucion.estado, 1);
         EXPECT_THAT(ejecucion.errores, HasSubstr("El fichero no es una base de datos o está dañado"));
+    }
+
+    TEST(Programa, a_read_only_disk_is_told_and_nothing_changes)
+    {
+        const pruebas::Programa programa;
+        const pruebas::DiscoPequeno disco(programa.carpeta / "disco");
+        if (!disco.montado())
+            GTEST_SKIP() << "mounting a small disk needs root";
+        ASSERT_EQ(programa("crear --datos disco/d").estado, 0);
+        ASSERT_TRUE(disco.protege());
+        const auto ejecucion = programa("registrar " + muestra + " --datos disco/d");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_EQ(ejecucion.errores,
+            "atipicos: «disco/d/bexmor.db»: la base de datos o su carpeta es de sólo lectura.\n");
     }
 
     TEST(Programa, a_database_of_another_version_is_told)

@@ -2,6 +2,7 @@
 #include "tests/app/Programa.hpp"
 
 #include "engines/sqlite/Connection.hpp"
+#include "tests/support/DiscoPequeno.hpp"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +10,6 @@
 #include <fcntl.h>
 #include <random>
 #include <spawn.h>
-#include <sys/mount.h>
 #include <thread>
 #include <unistd.h>
 
@@ -132,32 +132,9 @@ namespace {
         EXPECT_THAT(programa("verificar").salida, HasSubstr("importe 20,00 y líneas por 10,00."));
     }
 
-    /// A small disk of its own, while it lasts.
-    class DiscoPequeno {
-    public:
-        explicit DiscoPequeno(std::filesystem::path donde)
-            : m_donde(std::move(donde))
-        {
-            std::filesystem::create_directory(m_donde);
-            m_montado = mount("tmpfs", m_donde.c_str(), "tmpfs", 0, "size=900k") == 0;
-        }
-        DiscoPequeno(const DiscoPequeno&) = delete;
-        DiscoPequeno& operator=(const DiscoPequeno&) = delete;
-        ~DiscoPequeno()
-        {
-            if (m_montado)
-                umount(m_donde.c_str());
-        }
-        [[nodiscard]] bool montado() const { return m_montado; }
-
-    private:
-        std::filesystem::path m_donde;
-        bool m_montado = false;
-    };
-
     TEST_F(Registrar, a_disk_that_fills_up_is_told_and_what_was_recorded_before_stays_whole)
     {
-        const DiscoPequeno disco(programa.carpeta / "disco");
+        const pruebas::DiscoPequeno disco(programa.carpeta / "disco");
         if (!disco.montado())
             GTEST_SKIP() << "mounting a small disk needs root";
         ASSERT_EQ(programa("crear --datos disco/d").estado, 0);

@@ -34,7 +34,7 @@ namespace {
         EXPECT_EQ(importe_impuesto(moneda("100"), moneda("7"), 2), moneda("7"));
         EXPECT_EQ(importe_impuesto(moneda("0.50"), moneda("7"), 2), moneda("0.04")); // 0.035
         EXPECT_EQ(importe_impuesto(moneda("-0.50"), moneda("7"), 2), moneda("-0.04"));
-        EXPECT_EQ(importe_impuesto(moneda("50.50"), moneda("7"), 2), moneda("3.54")); // 3.5349999… in binary
+        EXPECT_EQ(importe_impuesto(moneda("50.50"), moneda("7"), 2), moneda("3.54")); // 3.535
         EXPECT_EQ(importe_impuesto(moneda("33.33"), moneda("6.5"), 0), moneda("2"));
     }
 
