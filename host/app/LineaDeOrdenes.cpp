@@ -52,7 +52,7 @@ namespace {
     /// The library says in English what is wrong with the command line; this says it in Spanish.
     std::string explica(const CLI::ParseError& error)
     {
-        const std::string texto = error.what();
+        std::string texto = error.what();
         if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr)
             return "No se esperaba: " + tras(texto, ": ");
         if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
