@@ -1,10 +1,9 @@
 #include "host/app/FicheroReclamaciones.hpp"
 
+#include "host/app/LectorCsv.hpp"
 #include "host/app/Ordenes.hpp"
 #include "runtime/Formato.hpp"
 #include "runtime/Variant.hpp"
-
-#include <csv.h>
 
 #include <algorithm>
 #include <array>
@@ -38,76 +37,7 @@ namespace {
         "observaciones", "franquiciado", "articulo", "descripcion", "unidades", "costo",
         "observaciones_linea" };
 
-    struct Fila {
-        int numero = 0;
-        std::vector<std::string> campos;
-    };
-
     [[noreturn]] void falla(const std::string& motivo) { throw Error(no_hecho, "atipicos", motivo); }
-
-    /// The rows of the file with the line on which each begins; a quoted field may go over several lines.
-    class Lector {
-    public:
-        Lector()
-        {
-            csv_init(&m_csv, CSV_STRICT | CSV_STRICT_FINI);
-            csv_set_delim(&m_csv, ';');
-        }
-        Lector(const Lector&) = delete;
-        Lector& operator=(const Lector&) = delete;
-        ~Lector() { csv_free(&m_csv); }
-
-        std::vector<Fila> lee(std::string_view contenido)
-        {
-            for (std::size_t i = 0; i < contenido.size();) {
-                const auto fin = std::min(contenido.find('\n', i), contenido.size() - 1) + 1;
-                ++m_linea;
-                if (!m_a_medias)
-                    m_fila.numero = m_linea;
-                m_a_medias = true;
-                const auto trozo = contenido.substr(i, fin - i);
-                if (csv_parse(&m_csv, trozo.data(), trozo.size(), &Lector::campo, &Lector::fin_fila, this)
-                    != trozo.size())
-                    mal_entrecomillada();
-                if (m_fila.campos.empty() && !entre_comillas())
-                    m_a_medias = false; // a blank line
-                i = fin;
-            }
-            if (csv_fini(&m_csv, &Lector::campo, &Lector::fin_fila, this) != 0)
-                mal_entrecomillada();
-            return std::move(m_filas);
-        }
-
-    private:
-        [[nodiscard]] bool entre_comillas() const { return m_csv.quoted != 0; }
-
-        [[noreturn]] void mal_entrecomillada() const
-        {
-            falla("fila " + std::to_string(m_fila.numero)
-                + ": las comillas no están bien puestas (un texto con comillas o con «;» va entre comillas, "
-                  "y las de "
-                  "dentro, dobles).");
-        }
-
-        static void campo(void* texto, std::size_t tamano, void* lector)
-        {
-            const auto* inicio = static_cast<const char*>(texto);
-            static_cast<Lector*>(lector)->m_fila.campos.emplace_back(inicio == nullptr ? "" : inicio, tamano);
-        }
-
-        static void fin_fila(int, void* quien)
-        {
-            auto* lector = static_cast<Lector*>(quien);
-            lector->m_filas.push_back(std::exchange(lector->m_fila, {}));
-            lector->m_a_medias = false;
-        }
-
-        csv_parser m_csv{};
-        std::vector<Fila> m_filas;
-        Fila m_fila;
-        int m_linea = 0;
-        bool m_a_medias = false;
-    };
 
     bool es_utf8(std::string_view texto)
     {
@@ -137,7 +67,7 @@ namespace {
 
     using Orden = std::array<std::size_t, cuantas>; ///< where each column stands
 
-    Orden orden_de(const Fila& cabecera)
+    Orden orden_de(const FilaCsv& cabecera)
     {
         Orden orden{};
         orden.fill(std::string::npos);
@@ -165,7 +95,7 @@ namespace {
         {
         }
 
-        void lee(const Fila& fila)
+        void lee(const FilaCsv& fila)
         {
             m_fila = &fila;
             m_bien = true;
@@ -321,7 +251,7 @@ namespace {
         }
 
         const Orden& m_orden;
-        const Fila* m_fila = nullptr;
+        const FilaCsv* m_fila = nullptr;
         bool m_bien = true;
         std::set<std::string> m_vistas;
         std::vector<std::string> m_cabecera; ///< header values of the charge being read, as written
@@ -348,7 +278,7 @@ Reclamaciones lee_reclamaciones(std::string_view contenido)
 {
     if (contenido.starts_with("\xEF\xBB\xBF"))
         contenido.remove_prefix(3);
-    const auto filas = Lector().lee(contenido);
+    const auto filas = lee_csv(contenido);
     if (filas.empty())
         falla("el fichero está vacío.");
     const auto orden = orden_de(filas.front());
