@@ -1,6 +1,7 @@
 #include "browser/ListaAtipicos.hpp"
 #include "engines/sql/Fechas.hpp"
 #include "host/app/Ordenes.hpp"
+#include "host/app/Progreso.hpp"
 #include "host/app/SalidaSegura.hpp"
 #include "host/app/Sesion.hpp"
 #include "host/app/Tabla.hpp"
@@ -11,6 +12,7 @@
 
 #include <array>
 #include <iostream>
+#include <optional>
 
 namespace atipicos::app {
 
@@ -165,11 +167,17 @@ int listar(const OpcionesComunes& comunes, const OpcionesListar& opciones)
     FiltroAtipicos filtro{ opciones.desde.texto(), opciones.hasta.texto(), opciones.almacen,
         opciones.proveedor };
     std::size_t cuantos = 0;
+    std::optional<Progreso> progreso;
+    if (opciones.formato != "csv" || !opciones.salida.empty()) // rows that go to the terminal show themselves
+        progreso.emplace("Leyendo cargos");
     const std::function<void(const Cada&)> lista = [&](const Cada& cada) {
         Cargar_Atipicos(filtro, [&](const CargoListado& cargo) {
             ++cuantos;
+            if (progreso)
+                progreso->avanza();
             cada(cargo);
         });
+        progreso.reset(); // before what has been read is written
     };
     SalidaSegura salida(opciones.salida);
     if (opciones.formato == "tabla")

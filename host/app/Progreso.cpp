@@ -28,7 +28,10 @@ void Progreso::avanza()
         return;
     m_proxima = ahora + std::chrono::milliseconds(100);
     m_escrito = true;
-    std::cerr << '\r' << m_texto << ": " << m_hechos << " de " << m_total << std::flush;
+    std::cerr << '\r' << m_texto << ": " << m_hechos;
+    if (m_total > 0)
+        std::cerr << " de " << m_total;
+    std::cerr << std::flush;
 }
 
 } // namespace atipicos::app

@@ -10,7 +10,7 @@ namespace atipicos::app {
 /// second and standard error is a terminal, and is wiped when it is destroyed.
 class Progreso {
 public:
-    Progreso(std::string texto, std::size_t total);
+    explicit Progreso(std::string texto, std::size_t total = 0); ///< 0: not known beforehand
     Progreso(const Progreso&) = delete;
     Progreso& operator=(const Progreso&) = delete;
     ~Progreso();

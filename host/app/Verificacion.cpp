@@ -2,6 +2,7 @@
 
 #include "charges/Impuesto.hpp"
 #include "host/app/LibroContable.hpp"
+#include "host/app/Progreso.hpp"
 #include "platform/adodb/campos.hpp"
 #include "runtime/Formato.hpp"
 
@@ -150,6 +151,7 @@ namespace {
                 "Cod_Almacen, Codigo, Num_Linea",
                 [&](auto& rs) {
                     ++m_resultado.lineas;
+                    m_progreso.avanza();
                     const auto lugar = m_cargos.find(clave_de(rs));
                     if (lugar == m_cargos.end()) {
                         difiere(texto(clave_de(rs)) + ": tiene una línea y no tiene cabecera.");
@@ -179,6 +181,7 @@ namespace {
                 asiento.debe += apunte.debe;
                 asiento.haber += apunte.haber;
                 ++m_resultado.apuntes;
+                m_progreso.avanza();
             });
             lee_registros(bexmor, [&](const auto& clave, const RegistroLeido& registro) {
                 auto& asiento = m_asientos[clave];
@@ -304,6 +307,7 @@ namespace {
 
         const orvalin::Bases& m_bases;
         Verificacion m_resultado;
+        Progreso m_progreso{ "Comprobando" };
         std::map<std::int16_t, Empresa> m_empresas;
         std::map<ClaveCargo, Cargo> m_cargos;
         std::map<ClaveAsiento, Asiento> m_asientos;
