@@ -1,6 +1,7 @@
 #include "host/app/FicheroReclamaciones.hpp"
 
 #include "host/app/LectorCsv.hpp"
+#include "host/app/MotivoSistema.hpp"
 #include "host/app/Ordenes.hpp"
 #include "runtime/Formato.hpp"
 #include "runtime/Variant.hpp"
@@ -8,11 +9,11 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <fstream>
 #include <optional>
 #include <set>
 #include <sstream>
+#include <system_error>
 #include <utility>
 
 namespace atipicos::app {
@@ -262,15 +263,16 @@ namespace {
 std::string lee_fichero(const std::filesystem::path& fichero)
 {
     const auto nombre = "«" + fichero.string() + "»";
-    if (std::filesystem::is_directory(fichero))
+    std::error_code da_igual; // what cannot be looked at cannot be opened either, and that says why
+    if (std::filesystem::is_directory(fichero, da_igual))
         falla(nombre + " es una carpeta, no un fichero.");
     std::ifstream flujo(fichero, std::ios::binary);
     if (!flujo)
-        falla("No se puede leer " + nombre + ": " + std::strerror(errno) + ".");
+        falla("No se puede leer " + nombre + ": " + motivo_sistema(errno) + ".");
     std::ostringstream contenido;
     contenido << flujo.rdbuf();
     if (flujo.bad())
-        falla("No se pudo leer entero " + nombre + ": " + std::strerror(errno) + ".");
+        falla("No se pudo leer entero " + nombre + ": " + motivo_sistema(errno) + ".");
     return contenido.str();
 }
 

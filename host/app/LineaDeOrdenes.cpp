@@ -1,11 +1,15 @@
 #include "host/app/LineaDeOrdenes.hpp"
 
+#include "host/app/MotivoSistema.hpp"
 #include "host/app/Ordenes.hpp"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <csignal>
+#include <filesystem>
 #include <iostream>
+#include <new>
 
 namespace atipicos::app {
 
@@ -16,6 +20,16 @@ namespace {
             return Date::de_texto(texto)
                 ? std::string()
                 : "«" + texto + "» no es una fecha: se escribe dd/mm/aaaa, como 21/11/2026.";
+        },
+        "");
+
+    /// Only plain digits, and those read as decimal: the library takes "010" for 8 and "0x10" for 16.
+    const CLI::Validator numero(
+        [](std::string& texto) {
+            if (texto.empty() || texto.find_first_not_of("0123456789") != std::string::npos)
+                return "«" + texto + "» no es un número.";
+            texto.erase(0, std::min(texto.find_first_not_of('0'), texto.size() - 1));
+            return std::string();
         },
         "");
 
@@ -69,8 +83,10 @@ namespace {
     void agrega_cargo(CLI::App& orden, OpcionesCargo& opciones)
     {
         orden.add_option("CODIGO", opciones.codigo, "Código del cargo, como AT260001")->required();
-        orden.add_option("--ejercicio", opciones.ejercicio, "Ejercicio del cargo")->required();
-        orden.add_option("--almacen", opciones.almacen, "Almacén del cargo")->required();
+        orden.add_option("--ejercicio", opciones.ejercicio, "Ejercicio del cargo")
+            ->required()
+            ->transform(numero);
+        orden.add_option("--almacen", opciones.almacen, "Almacén del cargo")->required()->transform(numero);
     }
 
     struct Todo {
@@ -86,8 +102,10 @@ namespace {
     CLI::App* comun(CLI::App* orden, OpcionesComunes& comunes)
     {
         orden->add_option("--datos", comunes.datos, "Carpeta de las bases de datos (por defecto, datos)");
-        orden->add_option("--empresa", comunes.empresa, "Empresa de gestión (por defecto, la 1)");
-        orden->add_option("--usuario", comunes.usuario, "Usuario (por defecto, el primero que haya)");
+        orden->add_option("--empresa", comunes.empresa, "Empresa de gestión (por defecto, la 1)")
+            ->transform(numero);
+        orden->add_option("--usuario", comunes.usuario, "Usuario (por defecto, el primero que haya)")
+            ->transform(numero);
         return orden;
     }
 
@@ -113,8 +131,9 @@ namespace {
             ->required()
             ->check(dia)
             ->type_name("DD/MM/AAAA");
-        listar->add_option("--almacen", todo.listar.almacen, "Sólo los de este almacén");
-        listar->add_option("--proveedor", todo.listar.proveedor, "Sólo los de este proveedor");
+        listar->add_option("--almacen", todo.listar.almacen, "Sólo los de este almacén")->transform(numero);
+        listar->add_option("--proveedor", todo.listar.proveedor, "Sólo los de este proveedor")
+            ->transform(numero);
         listar->add_option("--formato", todo.listar.formato, "tabla, csv, json o xlsx (por defecto, tabla)");
         listar->add_option("--salida", todo.listar.salida, "Fichero en el que se escribe");
 
@@ -193,6 +212,13 @@ int ejecuta(int argc, const char* const* argv)
                   << (orden_desconocida ? "No se conoce la orden «" + primero + "»." : explica(error))
                   << "\nVea: atipicos --help\n";
         return mal_usado;
+    } catch (const std::filesystem::filesystem_error& error) {
+        std::cerr << "atipicos: «" << error.path1().string() << "»: " << motivo_sistema(error.code().value())
+                  << ".\n";
+        return no_hecho;
+    } catch (const std::bad_alloc&) {
+        std::cerr << "atipicos: No hay memoria suficiente.\n";
+        return no_hecho;
     } catch (const std::exception& error) {
         std::cerr << "atipicos: " << error.what() << '\n';
         return no_hecho;

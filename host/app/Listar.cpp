@@ -1,5 +1,6 @@
 #include "browser/ListaAtipicos.hpp"
 #include "engines/sql/Fechas.hpp"
+#include "host/app/MotivoSistema.hpp"
 #include "host/app/Ordenes.hpp"
 #include "host/app/Progreso.hpp"
 #include "host/app/SalidaSegura.hpp"
@@ -11,7 +12,10 @@
 #include <xlsxwriter.h>
 
 #include <array>
+#include <cerrno>
+#include <functional>
 #include <iostream>
+#include <memory>
 #include <optional>
 
 namespace atipicos::app {
@@ -122,41 +126,68 @@ namespace {
         salida << cargos.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
     }
 
+    /// Refuses to leave out in silence what a sheet has no room for: 1,048,576 rows, 32,767 letters a cell.
+    void comprueba(lxw_error fallo, const CargoListado& cargo)
+    {
+        if (fallo != LXW_NO_ERROR)
+            throw Error(no_hecho, "atipicos",
+                "El cargo " + cargo.Codigo
+                    + " no cabe en una hoja de cálculo (1.048.576 filas, 32.767 letras "
+                    + "por celda): use --formato csv.");
+    }
+
+    struct Formatos {
+        lxw_format* titulo;
+        lxw_format* importe;
+        lxw_format* fecha;
+    };
+
+    void escribe_fila(
+        lxw_worksheet* hoja, lxw_row_t fila, const CargoListado& cargo, const Formatos& formatos)
+    {
+        const auto texto = [&](lxw_col_t columna, const std::string& valor) {
+            comprueba(worksheet_write_string(hoja, fila, columna, valor.c_str(), nullptr), cargo);
+        };
+        const auto numero = [&](lxw_col_t columna, double valor, lxw_format* formato = nullptr) {
+            comprueba(worksheet_write_number(hoja, fila, columna, valor, formato), cargo);
+        };
+        texto(0, cargo.Codigo);
+        numero(1, cargo.Cod_Almacen);
+        texto(2, cargo.Nombre_Almacen);
+        numero(3, cargo.Proveedor);
+        texto(4, cargo.Nombre_Proveedor);
+        numero(5, cargo.Fecha.automatizacion(), formatos.fecha); // the same day count
+        numero(6, cargo.Importe.a_double(), formatos.importe);
+        numero(7, cargo.Impuesto_Importe.a_double(), formatos.importe);
+        numero(8, cargo.Impuesto.a_double(), formatos.importe);
+        if (cargo.Asiento > 0)
+            numero(9, cargo.Asiento);
+        numero(10, cargo.Usuario);
+        texto(11, cargo.Nombre_Usuario);
+        texto(12, cargo.Observ);
+    }
+
     void como_xlsx(const std::filesystem::path& fichero, const std::function<void(const Cada&)>& lista)
     {
-        lxw_workbook* libro = workbook_new(fichero.c_str());
-        lxw_worksheet* hoja = workbook_add_worksheet(libro, "Atípicos");
-        lxw_format* negrita = workbook_add_format(libro);
-        format_set_bold(negrita);
-        lxw_format* importe = workbook_add_format(libro);
-        format_set_num_format(importe, "#,##0.00");
-        lxw_format* fecha = workbook_add_format(libro);
-        format_set_num_format(fecha, "dd/mm/yyyy");
+        std::unique_ptr<lxw_workbook, decltype(&lxw_workbook_free)> libro(
+            workbook_new(fichero.c_str()), &lxw_workbook_free);
+        lxw_worksheet* hoja = workbook_add_worksheet(libro.get(), "Atípicos");
+        const Formatos formatos{ workbook_add_format(libro.get()), workbook_add_format(libro.get()),
+            workbook_add_format(libro.get()) };
+        format_set_bold(formatos.titulo);
+        format_set_num_format(formatos.importe, "#,##0.00");
+        format_set_num_format(formatos.fecha, "dd/mm/yyyy");
         for (std::size_t i = 0; i < titulos.size(); ++i)
-            worksheet_write_string(hoja, 0, static_cast<lxw_col_t>(i), titulos[i], negrita);
+            worksheet_write_string(hoja, 0, static_cast<lxw_col_t>(i), titulos[i], formatos.titulo);
         worksheet_freeze_panes(hoja, 1, 0);
         worksheet_set_column(hoja, 0, 12, 14, nullptr);
         lxw_row_t fila = 0;
-        lista([&](const CargoListado& cargo) {
-            ++fila;
-            worksheet_write_string(hoja, fila, 0, cargo.Codigo.c_str(), nullptr);
-            worksheet_write_number(hoja, fila, 1, cargo.Cod_Almacen, nullptr);
-            worksheet_write_string(hoja, fila, 2, cargo.Nombre_Almacen.c_str(), nullptr);
-            worksheet_write_number(hoja, fila, 3, cargo.Proveedor, nullptr);
-            worksheet_write_string(hoja, fila, 4, cargo.Nombre_Proveedor.c_str(), nullptr);
-            worksheet_write_number(hoja, fila, 5, cargo.Fecha.automatizacion(), fecha); // the same day count
-            worksheet_write_number(hoja, fila, 6, cargo.Importe.a_double(), importe);
-            worksheet_write_number(hoja, fila, 7, cargo.Impuesto_Importe.a_double(), importe);
-            worksheet_write_number(hoja, fila, 8, cargo.Impuesto.a_double(), importe);
-            if (cargo.Asiento > 0)
-                worksheet_write_number(hoja, fila, 9, cargo.Asiento, nullptr);
-            worksheet_write_number(hoja, fila, 10, cargo.Usuario, nullptr);
-            worksheet_write_string(hoja, fila, 11, cargo.Nombre_Usuario.c_str(), nullptr);
-            worksheet_write_string(hoja, fila, 12, cargo.Observ.c_str(), nullptr);
-        });
-        if (const auto fallo = workbook_close(libro); fallo != LXW_NO_ERROR)
+        lista([&](const CargoListado& cargo) { escribe_fila(hoja, ++fila, cargo, formatos); });
+        errno = 0;
+        if (const auto fallo = workbook_close(libro.release()); fallo != LXW_NO_ERROR)
             throw Error(no_hecho, "atipicos",
-                std::string("No se pudo escribir el libro: ") + lxw_strerror(fallo) + ".");
+                "No se pudo escribir el libro: "
+                    + (errno != 0 ? motivo_sistema(errno) : "error " + std::to_string(fallo)) + ".");
     }
 
 }

@@ -69,7 +69,7 @@ namespace {
                   << c.Nombre_Proveedor << "\n  Registrado     " << cargo.Hora.texto_regional() << " por "
                   << c.Usuario << "  " << c.Nombre_Usuario << '\n';
         if (!c.Observ.empty())
-            std::cout << "  Observaciones  " << c.Observ << '\n';
+            std::cout << "  Observaciones  " << en_una_linea(c.Observ) << '\n';
         std::cout << "  Importe        " << texto_pantalla(c.Importe, decimales) << " + impuesto "
                   << texto_pantalla(c.Impuesto_Importe, decimales) << " (" << texto_pantalla(c.Impuesto, 2)
                   << " %) = " << texto_pantalla(c.Importe + c.Impuesto_Importe, decimales) << '\n';

@@ -19,6 +19,8 @@
 #include <iostream>
 #include <map>
 #include <memory>
+#include <tuple>
+#include <vector>
 
 namespace atipicos::app {
 
@@ -45,6 +47,12 @@ namespace {
     struct Registrada {
         std::int16_t vez = 0; ///< how often it has been recorded
         ClaveAtipico clave; ///< the last time
+    };
+
+    struct EnTabla {
+        std::string referencia;
+        ClaveAtipico clave;
+        const char* estado = "";
     };
 
     class Registro {
@@ -113,15 +121,18 @@ namespace {
         void registra_una(Reclamacion& reclamacion)
         {
             const auto ya = m_registradas.find(reclamacion.referencia);
+            if (!reclamacion.valida) { // even under the name of one that was recorded
+                ++m_rechazadas;
+                return;
+            }
             if (ya != m_registradas.end() && !m_otra_vez) {
                 ++m_ya_registradas;
-                m_codigos[reclamacion.referencia] = { ya->second.clave, "ya registrada" };
+                m_tabla.push_back({ reclamacion.referencia, ya->second.clave, "ya registrada" });
                 return;
             }
             clsAtipico cargo;
             CargoTecleado tecleado;
-            if (reclamacion.valida)
-                prepara(reclamacion, cargo, tecleado);
+            prepara(reclamacion, cargo, tecleado);
             if (!reclamacion.valida) {
                 ++m_rechazadas;
                 return;
@@ -172,7 +183,10 @@ namespace {
         void guarda(const Reclamacion& reclamacion, clsAtipico& cargo, const CargoTecleado& tecleado,
             std::int16_t vez)
         {
-            m_conexion->anotacion = [&] { return anotacion(reclamacion.referencia, cargo, vez); };
+            m_conexion->anotacion = [&] {
+                exige_nueva(reclamacion.referencia, vez);
+                return anotacion(reclamacion.referencia, cargo, vez);
+            };
             const auto resultado = GuardarAtipico(cargo, tecleado, [](const Contabilizacion& datos) {
                 std::vector<Prevision> previsiones;
                 if (datos.GenerarPrevisiones)
@@ -182,24 +196,48 @@ namespace {
             });
             m_conexion->anotacion = nullptr;
             if (resultado.estado != ResultadoGuardado::Estado::Guardado || resultado.InsertarFallido) {
-                ++m_rechazadas;
-                di("error", { reclamacion.fila, "", que_ha_quedado(reclamacion.referencia, vez) });
+                cuenta_fallida(reclamacion, cargo, vez);
                 return;
             }
             ++m_nuevas;
-            m_codigos[reclamacion.referencia]
-                = { { cargo.Cod_Ejercicio, cargo.Cod_Almacen, cargo.Codigo }, "registrada" };
+            m_tabla.push_back({ reclamacion.referencia,
+                { cargo.Cod_Ejercicio, cargo.Cod_Almacen, cargo.Codigo }, "registrada" });
         }
 
-        /// After a save that showed an error: nothing of the charge, or the part of it that was committed.
-        std::string que_ha_quedado(const std::string& referencia, std::int16_t vez)
+        /// After a save that showed an error: nothing of the charge is there, or the part that was committed,
+        /// or the whole of it under the code that another process gave it meanwhile.
+        void cuenta_fallida(const Reclamacion& reclamacion, const clsAtipico& cargo, std::int16_t vez)
         {
             lee_registradas();
-            const auto lugar = m_registradas.find(referencia);
-            if (lugar == m_registradas.end() || lugar->second.vez != vez)
-                return "«" + referencia + "» no se ha registrado.";
-            return "«" + referencia + "» se ha guardado a medias como " + lugar->second.clave.Codigo
-                + "; vea qué le falta con: atipicos verificar";
+            const auto lugar = m_registradas.find(reclamacion.referencia);
+            const bool consta = lugar != m_registradas.end() && lugar->second.vez == vez;
+            if (consta && lugar->second.clave.Codigo != cargo.Codigo) {
+                ++m_ya_registradas;
+                m_tabla.push_back({ reclamacion.referencia, lugar->second.clave, "ya registrada" });
+                return;
+            }
+            ++m_rechazadas;
+            di("error",
+                { reclamacion.fila, "",
+                    "«" + reclamacion.referencia
+                        + (consta ? "» se ha guardado a medias como " + lugar->second.clave.Codigo
+                                    + "; vea qué le falta con: atipicos verificar"
+                                  : "» no se ha registrado.") });
+        }
+
+        /// Gives the save up when another process has recorded the reference since it was looked up.
+        void exige_nueva(const std::string& referencia, std::int16_t vez) const
+        {
+            auto rs = m_sesion.bases.orvalin->CreateRecordset();
+            rs->Open("SELECT Codigo FROM Importaciones WHERE Cod_Empresa ="
+                    + std::to_string(m_sesion.empresa->Codigo(Donde::aqui()))
+                    + " AND Huella =" + sql::literal(m_huella)
+                    + " AND Referencia =" + sql::literal(referencia) + " AND Vez =" + std::to_string(vez),
+                adodb::CursorType::Static, adodb::LockType::ReadOnly);
+            if (!rs->Eof())
+                throw Error(no_hecho, "atipicos",
+                    "Otro proceso acaba de registrar «" + referencia + "» de este fichero como "
+                        + adodb::texto(*rs, "Codigo") + ".");
         }
 
         /// Remembers the charge, provided that it is there: `Insertar` may have shown an error.
@@ -231,7 +269,7 @@ namespace {
         /// The charges of this file as the database holds them now, new and old.
         void escribe_tabla() const
         {
-            if (m_codigos.empty())
+            if (m_tabla.empty())
                 return;
             std::map<std::tuple<std::int32_t, std::int32_t, std::string>, CargoListado> cargos;
             Cargar_Atipicos({ "01/01/1900", "31/12/9999" }, [&](const CargoListado& cargo) {
@@ -241,8 +279,7 @@ namespace {
             Tabla tabla(
                 { { "Referencia" }, { "Código" }, { "Almacén", derecha }, { "Fecha" }, { "Proveedor" },
                     { "Total", derecha }, { "Impuesto", derecha }, { "Asiento", derecha }, { "Estado" } });
-            for (const auto& [referencia, registrada] : m_codigos) {
-                const auto& [clave, estado] = registrada;
+            for (const auto& [referencia, clave, estado] : m_tabla) {
                 const auto lugar = cargos.find({ clave.Ejercicio, clave.Almacen, clave.Codigo });
                 if (lugar == cargos.end()) {
                     tabla.agrega({ referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "", "",
@@ -265,7 +302,7 @@ namespace {
         Reclamaciones m_reclamaciones;
         std::string m_huella;
         std::map<std::string, Registrada> m_registradas;
-        std::map<std::string, std::pair<ClaveAtipico, std::string>> m_codigos;
+        std::vector<EnTabla> m_tabla; ///< in the order of the file
         int m_nuevas = 0;
         int m_ya_registradas = 0;
         int m_rechazadas = 0;

@@ -1,10 +1,10 @@
 #include "host/app/SalidaSegura.hpp"
 
+#include "host/app/MotivoSistema.hpp"
 #include "host/app/Ordenes.hpp"
 #include "runtime/Error.hpp"
 
 #include <cerrno>
-#include <cstring>
 #include <iostream>
 #include <system_error>
 #include <unistd.h>
@@ -16,18 +16,26 @@ SalidaSegura::SalidaSegura(std::filesystem::path destino)
 {
     if (m_destino.empty())
         return;
-    if (std::filesystem::is_directory(m_destino))
+    std::error_code da_igual; // what cannot be looked at cannot be opened either, and that says why
+    const auto estado = std::filesystem::status(m_destino, da_igual);
+    if (std::filesystem::is_directory(estado))
         falla("es una carpeta");
-    m_provisional = m_destino.string() + "." + std::to_string(getpid()) + ".parcial";
+    const bool es_un_fichero = std::filesystem::is_regular_file(estado);
+    m_definitivo = es_un_fichero && std::filesystem::is_symlink(m_destino, da_igual)
+        ? std::filesystem::canonical(m_destino)
+        : m_destino;
+    m_provisional = m_definitivo;
+    if (es_un_fichero || !std::filesystem::exists(estado)) // no file may take the place of a device or a pipe
+        m_provisional += "." + std::to_string(getpid()) + ".parcial";
     m_fichero.open(m_provisional, std::ios::binary | std::ios::trunc);
     if (!m_fichero)
-        falla(std::strerror(errno));
+        falla(errno == ENOENT ? "no existe la carpeta" : motivo_sistema(errno));
 }
 
 SalidaSegura::~SalidaSegura()
 {
     std::error_code da_igual;
-    if (!m_provisional.empty())
+    if (m_provisional != m_definitivo)
         std::filesystem::remove(m_provisional, da_igual);
 }
 
@@ -40,11 +48,13 @@ void SalidaSegura::termina()
     errno = 0;
     m_fichero.close();
     if (m_fichero.fail())
-        falla(errno == 0 ? "no se pudo escribir entero" : std::strerror(errno));
+        falla(errno == 0 ? "no se pudo escribir entero" : motivo_sistema(errno));
+    if (m_provisional == m_definitivo)
+        return;
     std::error_code fallo;
-    std::filesystem::rename(m_provisional, m_destino, fallo);
+    std::filesystem::rename(m_provisional, m_definitivo, fallo);
     if (fallo)
-        falla(fallo.message());
+        falla(motivo_sistema(fallo.value()));
 }
 
 void SalidaSegura::falla(const std::string& motivo) const

@@ -7,7 +7,8 @@
 namespace atipicos::app {
 
 /// Where a command writes: standard output, or a file that gets its name only when it is complete. What was
-/// there under that name stays until then, and nothing is left behind when the writing fails.
+/// there under that name stays until then, and nothing is left behind when the writing fails. A link stays a
+/// link: the file that it leads to is the one replaced. A device or a pipe is written to as it is.
 class SalidaSegura {
 public:
     /// `destino` empty: standard output. Raises an error that names the file when it cannot be written.
@@ -25,7 +26,8 @@ public:
 private:
     [[noreturn]] void falla(const std::string& motivo) const;
 
-    std::filesystem::path m_destino;
+    std::filesystem::path m_destino; ///< as it was named
+    std::filesystem::path m_definitivo; ///< where a link of that name leads
     std::filesystem::path m_provisional;
     std::ofstream m_fichero;
 };

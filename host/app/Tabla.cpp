@@ -1,6 +1,8 @@
 #include "host/app/Tabla.hpp"
 
 #include <algorithm>
+#include <clocale>
+#include <cwchar>
 #include <ostream>
 
 namespace atipicos::app {
@@ -24,8 +26,33 @@ namespace {
 
 std::size_t ancho(std::string_view texto) noexcept
 {
-    return static_cast<std::size_t>(std::count_if(texto.begin(), texto.end(),
-        [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; })); // not inside a letter
+    if (std::all_of(texto.begin(), texto.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80U; }))
+        return texto.size();
+    static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (utf8 == nullptr) // letters, then: an accent written apart counts as one
+        return static_cast<std::size_t>(std::count_if(texto.begin(), texto.end(),
+            [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+    const locale_t anterior = uselocale(utf8);
+    std::size_t lugares = 0;
+    std::mbstate_t estado{};
+    while (!texto.empty()) {
+        wchar_t letra = 0;
+        const std::size_t bytes = std::mbrtowc(&letra, texto.data(), texto.size(), &estado);
+        const bool legible = bytes != 0 && bytes <= texto.size();
+        lugares += legible ? static_cast<std::size_t>(std::max(wcwidth(letra), 0)) : 1;
+        texto.remove_prefix(legible ? bytes : 1);
+        if (!legible)
+            estado = {};
+    }
+    uselocale(anterior);
+    return lugares;
+}
+
+std::string en_una_linea(std::string texto)
+{
+    for (char& c : texto)
+        c = static_cast<unsigned char>(c) < 0x20U || c == 0x7f ? ' ' : c;
+    return texto;
 }
 
 Tabla::Tabla(std::vector<Columna> columnas)
@@ -39,8 +66,7 @@ void Tabla::agrega(std::vector<std::string> celdas)
 {
     celdas.resize(m_columnas.size());
     for (std::size_t i = 0; i < celdas.size(); ++i) {
-        for (char& c : celdas[i])
-            c = c == '\n' || c == '\r' || c == '\t' ? ' ' : c;
+        celdas[i] = en_una_linea(std::move(celdas[i]));
         m_anchos[i] = std::max(m_anchos[i], ancho(celdas[i]));
     }
     m_filas.push_back(std::move(celdas));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -19,7 +20,7 @@ public:
 
     explicit Tabla(std::vector<Columna> columnas);
 
-    void agrega(std::vector<std::string> celdas); ///< line breaks and tabs are shown as blanks
+    void agrega(std::vector<std::string> celdas); ///< cells by `en_una_linea`
     void escribe(std::ostream& salida) const; ///< titles, a rule, and the rows
 
 private:
@@ -28,7 +29,11 @@ private:
     std::vector<std::size_t> m_anchos;
 };
 
-/// How many places a text takes on a terminal: its letters, whatever bytes they have.
+/// The text with a blank for each line break, tab or other control character, which a terminal would obey.
+[[nodiscard]] std::string en_una_linea(std::string texto);
+
+/// How many places a text takes on a terminal: its letters, whatever bytes they have; two for an East Asian
+/// one, none for an accent of its own.
 [[nodiscard]] std::size_t ancho(std::string_view texto) noexcept;
 
 } // namespace atipicos::app

@@ -7,9 +7,13 @@
 #include "runtime/Formato.hpp"
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <map>
+#include <thread>
 #include <tuple>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace atipicos::app {
@@ -317,6 +321,18 @@ namespace {
 
 }
 
-Verificacion verifica(const orvalin::Bases& bases) { return Revision(bases).revisa(); }
+Verificacion verifica(const orvalin::Bases& bases)
+{
+    auto resultado = Revision(bases).revisa();
+    for (const auto espera : { std::chrono::milliseconds(50), std::chrono::milliseconds(200) }) {
+        if (resultado.diferencias.empty())
+            break;
+        std::this_thread::sleep_for(espera);
+        const auto antes = std::exchange(resultado, Revision(bases).revisa()).diferencias;
+        const std::unordered_set<std::string> repetidas(antes.begin(), antes.end());
+        std::erase_if(resultado.diferencias, [&](const auto& una) { return !repetidas.contains(una); });
+    }
+    return resultado;
+}
 
 } // namespace atipicos::app

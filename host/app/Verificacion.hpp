@@ -22,6 +22,8 @@ struct Verificacion {
 
 /// Checks both databases, all companies, without writing: numbering, lines, totals, tax, entries that balance
 /// and belong to their charge, tax records and forecasts that add up. Time grows with what there is to read.
+/// When something differs all is read again, and again a little later, and what differs every time counts: a
+/// charge that another process is saving meanwhile is half read, not wrong.
 [[nodiscard]] Verificacion verifica(const orvalin::Bases& bases);
 
 } // namespace atipicos::app

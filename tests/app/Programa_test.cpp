@@ -41,6 +41,12 @@ namespace {
                      "atipicos: --desde: «01/01/26» no es una fecha" },
                  { "listar --desde 01/01/2026 --hasta 02/01/2026 --almacen 40000",
                      "atipicos: El valor no es un número admitido: --almacen = 40000\n" },
+                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --almacen 0x1",
+                     "atipicos: --almacen: «0x1» no es un número.\n" },
+                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --proveedor=-3",
+                     "atipicos: --proveedor: «-3» no es un número.\n" },
+                 { "mostrar AT1 --almacen 1 --ejercicio 99999",
+                     "atipicos: El valor no es un número admitido: --ejercicio = 99999\n" },
                  { "listar --desde 01/01/2026 --hasta 02/01/2026 --formato pdf",
                      "atipicos: --formato: no se conoce el formato «pdf».\n" },
                  { "listar --desde 01/01/2026 --hasta 02/01/2026 --formato xlsx",
@@ -138,6 +144,41 @@ namespace {
         EXPECT_THAT(ejecucion.salida, StartsWith("Código"));
         EXPECT_THAT(ejecucion.salida, HasSubstr("Ñandú Exportaciones, S.L."));
         EXPECT_THAT(ejecucion.salida, HasSubstr(" cargos, importe "));
+    }
+
+    TEST_F(ConMuestra, a_number_with_zeros_before_is_decimal)
+    {
+        const std::string lista = "listar --desde 01/01/2025 --hasta 31/12/2026 --proveedor ";
+        const auto ejecucion = programa(lista + "0103");
+        EXPECT_THAT(ejecucion.salida, HasSubstr("Ñandú Exportaciones, S.L."));
+        EXPECT_EQ(ejecucion.salida, programa(lista + "103").salida);
+    }
+
+    TEST_F(ConMuestra, a_text_that_no_sheet_can_hold_is_told_and_not_left_out)
+    {
+        programa.escribe("largo.csv",
+            "referencia;almacen;proveedor;fecha;observaciones;franquiciado;articulo;descripcion;unidades;"
+            "costo;observaciones_linea\nL;1;101;01/02/2024;"
+                + std::string(32768, 'x') + ";;;Agua;1;10;\n");
+        ASSERT_EQ(programa("registrar largo.csv").estado, 0);
+        const auto ejecucion
+            = programa("listar --desde 01/02/2024 --hasta 01/02/2024 --formato xlsx --salida l.xlsx");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_THAT(ejecucion.errores, StartsWith("atipicos: El cargo AT240001 no cabe en una hoja"));
+        EXPECT_FALSE(std::filesystem::exists(programa.carpeta / "l.xlsx"));
+    }
+
+    TEST_F(ConMuestra, verificar_writes_nothing_into_the_databases)
+    {
+        const auto todo = [this] {
+            std::string contenido;
+            for (const auto* base : { "orvalin.db", "orvalin.db-wal", "bexmor.db", "bexmor.db-wal" })
+                contenido += programa.lee(std::string("datos/") + base) + '|';
+            return contenido;
+        };
+        const auto antes = todo();
+        EXPECT_EQ(programa("verificar").estado, 0);
+        EXPECT_TRUE(todo() == antes);
     }
 
     TEST_F(ConMuestra, an_empty_list_says_so_and_is_no_failure)

@@ -102,10 +102,11 @@ namespace {
         std::filesystem::create_directory(programa.carpeta / "carpeta");
         programa.escribe("vacio.csv", "");
         programa.escribe("falta.csv", "referencia;almacen\n");
-        for (const auto& [fichero, mensaje] : { std::pair{ "no_hay.csv", "No se puede leer «no_hay.csv»: " },
-                 { "carpeta", "«carpeta» es una carpeta, no un fichero." },
-                 { "vacio.csv", "vacio.csv, el fichero está vacío." },
-                 { "falta.csv", "falta.csv, fila 1: falta la columna «proveedor»." } }) {
+        for (const auto& [fichero, mensaje] :
+            { std::pair{ "no_hay.csv", "No se puede leer «no_hay.csv»: no existe." },
+                { "carpeta", "«carpeta» es una carpeta, no un fichero." },
+                { "vacio.csv", "vacio.csv, el fichero está vacío." },
+                { "falta.csv", "falta.csv, fila 1: falta la columna «proveedor»." } }) {
             const auto ejecucion = programa(std::string("registrar ") + fichero);
             EXPECT_EQ(ejecucion.estado, 1);
             EXPECT_THAT(ejecucion.errores, StartsWith(std::string("atipicos: ") + mensaje));
@@ -200,6 +201,73 @@ namespace {
             << programa.lee("u.txt") << programa.lee("o.txt");
         EXPECT_EQ(consulta("SELECT MAX(Codigo) FROM Proveedores_Cargos_Atipicos"), Variant("AT260080"));
         EXPECT_EQ(programa("verificar").estado, 0);
+    }
+
+    TEST_F(Registrar, one_file_given_to_two_processes_at_once_is_recorded_once)
+    {
+        std::string fichero = cabecera;
+        for (int i = 0; i < 60; ++i)
+            fichero += "R" + std::to_string(i) + ";1;101;21/11/2026;;;;Agua;1;10;\n";
+        programa.escribe("r.csv", fichero);
+        const std::string orden = "cd '" + programa.carpeta.ruta().string()
+            + "' && ('" ATIPICOS_PROGRAMA "' registrar r.csv >u.txt 2>&1 & '" ATIPICOS_PROGRAMA
+              "' registrar r.csv >o.txt 2>&1; wait)";
+        std::system(orden.c_str()); // either may have met the other, which is status 1
+        EXPECT_EQ(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos"), Variant(60));
+        EXPECT_EQ(consulta("SELECT MAX(Vez) FROM Importaciones"), Variant(1));
+        for (const auto* salida : { "u.txt", "o.txt" }) {
+            EXPECT_THAT(programa.lee(salida), HasSubstr(", 0 rechazadas"));
+            EXPECT_THAT(programa.lee(salida), testing::Not(HasSubstr("a medias")));
+        }
+        EXPECT_EQ(programa("verificar").estado, 0);
+    }
+
+    TEST_F(Registrar, what_is_being_recorded_meanwhile_is_no_difference_for_verificar)
+    {
+        std::string fichero = cabecera;
+        for (int i = 0; i < 300; ++i)
+            fichero += "R" + std::to_string(i) + ";1;101;21/11/2026;;;;Agua;1;10;\n";
+        programa.escribe("r.csv", fichero);
+        const std::string orden = "cd '" + programa.carpeta.ruta().string()
+            + "' && { '" ATIPICOS_PROGRAMA "' registrar r.csv >r.txt 2>&1; echo $? >fin.txt; } &";
+        ASSERT_EQ(std::system(orden.c_str()), 0);
+        int veces = 0;
+        for (; programa.lee("fin.txt").empty(); ++veces) {
+            const auto verificado = programa("verificar");
+            EXPECT_EQ(verificado.estado, 0) << verificado.salida << verificado.errores;
+        }
+        EXPECT_GT(veces, 0);
+        EXPECT_EQ(programa.lee("fin.txt"), "0\n") << programa.lee("r.txt");
+    }
+
+    TEST_F(Registrar, a_reference_recorded_by_another_meanwhile_is_told_and_not_doubled)
+    {
+        // Stands for another process that comes between the look-up and the save.
+        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/orvalin.db" })
+            ->ejecuta_guion(
+                "CREATE TRIGGER otro AFTER INSERT ON Importaciones WHEN NEW.Referencia = 'R1' BEGIN"
+                " INSERT INTO Importaciones SELECT NEW.Huella, 'R2', 1, NEW.Cod_Empresa,"
+                " NEW.Cod_Ejercicio, NEW.Cod_Almacen, NEW.Codigo; END");
+        const auto ejecucion
+            = registra(cabecera + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR2;1;101;21/11/2026;;;;Agua;1;10;\n");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_THAT(ejecucion.errores,
+            EndsWith("] Otro proceso acaba de registrar «R2» de este fichero como AT260001.\n"));
+        EXPECT_THAT(ejecucion.salida,
+            EndsWith("\n1 registradas, 1 ya lo estaban, 0 rechazadas, 1 mensajes de error.\n"));
+        EXPECT_EQ(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos"), Variant(1));
+    }
+
+    TEST_F(Registrar, a_bad_row_is_refused_again_when_its_reference_was_recorded_before)
+    {
+        const auto fila = [](const char* referencia) {
+            return std::string(referencia) + ";1;101;21/11/2026;;;;Agua;1;10;\n";
+        };
+        const auto fichero = cabecera + fila("R1") + fila("R2") + fila("R1");
+        EXPECT_THAT(registra(fichero).salida, EndsWith("\n2 registradas, 0 ya lo estaban, 1 rechazadas.\n"));
+        const auto segunda = registra(fichero);
+        EXPECT_EQ(segunda.estado, 1);
+        EXPECT_THAT(segunda.salida, EndsWith("\n0 registradas, 2 ya lo estaban, 1 rechazadas.\n"));
     }
 
     /// Starts recording and kills it after so long; returns whether it was still at it.

@@ -5,8 +5,11 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
 #include <fstream>
 #include <iterator>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace atipicos::app {
 namespace {
@@ -58,7 +61,41 @@ namespace {
         };
         EXPECT_EQ(
             error(carpeta.ruta()), "No se puede escribir «" + carpeta.ruta().string() + "»: es una carpeta.");
-        EXPECT_THAT(error(carpeta / "no hay/x.csv"), testing::StartsWith("No se puede escribir «"));
+        EXPECT_EQ(error(carpeta / "no hay/x.csv"),
+            "No se puede escribir «" + (carpeta / "no hay/x.csv").string() + "»: no existe la carpeta.");
+        EXPECT_THAT(
+            error(carpeta / std::string(300, 'x')), testing::EndsWith("»: el nombre es demasiado largo."));
+    }
+
+    TEST(SalidaSegura, a_link_stays_a_link_and_its_file_is_replaced)
+    {
+        const pruebas::CarpetaTemporal carpeta;
+        std::ofstream(carpeta / "real.csv") << "antes";
+        std::filesystem::create_symlink(carpeta / "real.csv", carpeta / "enlace.csv");
+        SalidaSegura salida(carpeta / "enlace.csv");
+        salida.flujo() << "después";
+        salida.termina();
+        EXPECT_TRUE(std::filesystem::is_symlink(carpeta / "enlace.csv"));
+        EXPECT_EQ(contenido(carpeta / "real.csv"), "después");
+        EXPECT_EQ(ficheros(carpeta), 2U);
+    }
+
+    TEST(SalidaSegura, a_pipe_is_written_to_and_stays_a_pipe)
+    {
+        const pruebas::CarpetaTemporal carpeta;
+        const auto tubo = carpeta / "tubo";
+        ASSERT_EQ(mkfifo(tubo.c_str(), 0600), 0);
+        const int lector = open(tubo.c_str(), O_RDONLY | O_NONBLOCK);
+        {
+            SalidaSegura salida(tubo);
+            salida.flujo() << "por el tubo";
+            salida.termina();
+        }
+        std::string leido(100, ' ');
+        const auto bytes = read(lector, leido.data(), leido.size());
+        close(lector);
+        EXPECT_EQ(leido.substr(0, static_cast<std::size_t>(bytes)), "por el tubo");
+        EXPECT_TRUE(std::filesystem::is_fifo(tubo));
     }
 
     TEST(SalidaSegura, a_full_disk_is_told_and_nothing_takes_the_name)

@@ -21,6 +21,20 @@ namespace {
             "x      1.000,00\n");
     }
 
+    TEST(Tabla, counts_the_places_that_a_terminal_gives)
+    {
+        EXPECT_EQ(ancho("Año 5 €"), 7U);
+        EXPECT_EQ(ancho("An\xCC\x83o"), 3U) << "the tilde comes as a letter of its own";
+        EXPECT_EQ(ancho("日本"), 4U);
+        EXPECT_EQ(ancho("a\xF1o"), 3U) << "a byte that is no letter takes a place";
+        EXPECT_EQ(ancho(""), 0U);
+    }
+
+    TEST(Tabla, lets_no_control_character_reach_the_terminal)
+    {
+        EXPECT_EQ(en_una_linea("a\x1B[31mb\x7F\nñ"), "a [31mb  ñ");
+    }
+
     TEST(Tabla, without_rows_shows_its_titles)
     {
         std::ostringstream salida;

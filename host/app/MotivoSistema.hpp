@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace atipicos::app {
+
+/// What an error number of the operating system (`errno`) means, in Spanish, to follow a colon: "no existe".
+[[nodiscard]] std::string motivo_sistema(int numero);
+
+} // namespace atipicos::app
