@@ -143,6 +143,7 @@ void Connection::adjunta(const Adjunta& otra, Donde donde)
 void Connection::lee_catalogo(Donde donde)
 {
     m_catalogo.olvida_fechas();
+    m_claves.clear();
     auto esquemas = m_adjuntas;
     esquemas.emplace_back("main");
     for (const auto& esquema : esquemas) {
@@ -177,6 +178,20 @@ void Connection::guarda_lecturas(Donde donde)
 {
     while (!m_lecturas.empty())
         m_lecturas.back()->guarda_el_resto(donde);
+}
+
+const std::vector<std::string>& Connection::columnas_clave(
+    const std::string& esquema, const std::string& tabla, Donde donde)
+{
+    const auto [lugar, nueva] = m_claves.try_emplace({ esquema, tabla });
+    if (nueva) {
+        Instruccion consulta(base(), "SELECT name FROM pragma_table_info(?, ?) WHERE pk > 0", donde);
+        consulta.liga(1, tabla, donde);
+        consulta.liga(2, esquema, donde);
+        while (consulta.avanza(donde))
+            lugar->second.push_back(CStr(valor_de(consulta.get(), 0, Tipo::Segun, donde)));
+    }
+    return lugar->second;
 }
 
 void Connection::olvida_lectura(const Recordset& filas) noexcept

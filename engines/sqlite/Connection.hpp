@@ -5,10 +5,12 @@
 
 #include <chrono>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <sqlite3.h>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace atipicos::sqlite {
@@ -67,6 +69,10 @@ public:
 
     void deshaz() noexcept; ///< ends the transaction, if there is one, without it
     [[nodiscard]] bool en_transaccion() const noexcept { return m_en_transaccion; }
+
+    /// The columns of a table's primary key, in no particular order; asked of the database once.
+    [[nodiscard]] const std::vector<std::string>& columnas_clave(
+        const std::string& esquema, const std::string& tabla, Donde donde);
     [[nodiscard]] sqlite3* base() const noexcept { return m_base.get(); }
 
 private:
@@ -87,6 +93,7 @@ private:
     std::vector<Recordset*> m_lecturas; ///< recordsets that are being read
     sql::Catalogo m_catalogo;
     bool m_catalogo_leido = false;
+    std::map<std::pair<std::string, std::string>, std::vector<std::string>> m_claves; ///< by schema and table
     bool m_en_transaccion = false; ///< also when SQLite has already undone it
 };
 

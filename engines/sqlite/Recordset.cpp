@@ -306,11 +306,7 @@ void Recordset::modifica(Donde donde)
 std::string Recordset::condicion_de_clave(std::vector<Variant>& valores, Donde donde)
 {
     std::string condicion;
-    Instruccion consulta(m_conexion.base(), "SELECT name FROM pragma_table_info(?, ?) WHERE pk > 0", donde);
-    consulta.liga(1, m_tabla, donde);
-    consulta.liga(2, m_esquema, donde);
-    while (consulta.avanza(donde)) {
-        const auto nombre = CStr(valor_de(consulta.get(), 0, Tipo::Segun, donde));
+    for (const auto& nombre : m_conexion.columnas_clave(m_esquema, m_tabla, donde)) {
         const auto lugar = std::find_if(m_campos.begin(), m_campos.end(),
             [&](const auto& campo) { return sql::iguales(campo->Name(), nombre); });
         if (lugar == m_campos.end())
