@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <string>
 #include <sys/wait.h>
 
@@ -34,7 +35,9 @@ public:
     [[nodiscard]] std::string lee(const std::string& fichero) const
     {
         std::ifstream flujo(carpeta / fichero, std::ios::binary);
-        return { std::istreambuf_iterator<char>(flujo), {} };
+        std::ostringstream contenido_leido;
+        contenido_leido << flujo.rdbuf();
+        return contenido_leido.str();
     }
 
     void escribe(const std::string& fichero, const std::string& contenido) const

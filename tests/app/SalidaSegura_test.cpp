@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,7 +18,9 @@ namespace {
     std::string contenido(const std::filesystem::path& fichero)
     {
         std::ifstream flujo(fichero);
-        return { std::istreambuf_iterator<char>(flujo), {} };
+        std::ostringstream contenido_leido;
+        contenido_leido << flujo.rdbuf();
+        return contenido_leido.str();
     }
 
     std::size_t ficheros(const pruebas::CarpetaTemporal& carpeta)

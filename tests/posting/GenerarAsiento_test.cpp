@@ -113,7 +113,9 @@ namespace {
             palabras >> palabra;
             aplica(entorno, palabra, palabras);
         }
-        const std::string esperado{ std::istreambuf_iterator<char>(fichero), {} };
+        std::ostringstream resto;
+        resto << fichero.rdbuf();
+        const std::string esperado = resto.str();
         ASSERT_FALSE(esperado.empty());
         EXPECT_EQ(esperado, entorno.genera());
     }
