@@ -7,8 +7,14 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # folder: folders that it may include
 permitidas() {
     case "$1" in
+        context/frmcls*) echo runtime platform context controls charges posting editor browser printing ;;
+        posting/frm*) echo runtime platform context controls charges posting ;;
+        editor/frm*) echo runtime platform context controls charges posting editor printing ;;
+        browser/frm*) echo runtime platform context controls charges posting editor browser printing ;;
+        printing/*) echo runtime platform context controls charges printing ;;
         runtime/*) echo runtime ;;
         platform/*) echo runtime platform ;;
+        controls/*) echo runtime platform controls ;;
         context/*) echo runtime platform context ;;
         charges/*) echo runtime platform context charges ;;
         posting/*) echo runtime platform context charges posting ;;
@@ -16,7 +22,7 @@ permitidas() {
         browser/*) echo runtime platform context charges browser ;;
         engines/*) echo runtime platform engines ;;
         host/orvalin/* | host/bexmor/* | host/sql/*) echo runtime platform engines host/sql host/orvalin host/bexmor ;;
-        host/app/*) echo runtime platform context charges posting editor browser engines host ;;
+        host/app/*) echo runtime platform context controls charges posting editor browser printing engines host ;;
         *) echo "?" ;;
     esac
 }

@@ -1,16 +1,25 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that the build needs, if any is missing: packaging/dependencias.sh [pruebas|ci]
-#   (none)   what the program is built with
-#   pruebas  also what the tests and benchmarks are built and run with
-#   ci       also what the checks of the source need
+# Installs the Debian packages that the build needs, if any is missing:
+#     packaging/dependencias.sh [ventanas] [pruebas] [ci]
+#   (none)    what the program is built with, without windows
+#   ventanas  also what its windows are built and shown with
+#   pruebas   also what the tests and benchmarks are built and run with
+#   ci        also what the checks of the source need
 set -euo pipefail
 
 paquetes=(cmake g++ libcli11-dev libcsv-dev libsqlite3-dev libssl-dev libxlsxwriter-dev ninja-build
     nlohmann-json3-dev)
-case "${1-}" in
-    pruebas | ci) paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev python3 sqlite3 unzip) ;;&
-    ci) paquetes+=(clang-format clang-tidy) ;;
-esac
+for para in "$@"; do
+    case "$para" in
+        ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
+        pruebas) paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev python3 sqlite3 unzip) ;;
+        ci) paquetes+=(clang-format clang-tidy) ;;
+        *)
+            echo "packaging/dependencias.sh: no se conoce «$para»" >&2
+            exit 2
+            ;;
+    esac
+done
 
 faltan=()
 for paquete in "${paquetes[@]}"; do

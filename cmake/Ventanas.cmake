@@ -1,0 +1,22 @@
+# Qt, for the windows alone.
+find_package(Qt6 6.4 REQUIRED COMPONENTS PrintSupport Test Widgets)
+
+# Flags of every target that uses Qt, beside those of atipicos_opciones.
+add_library(atipicos_opciones_qt INTERFACE)
+target_link_libraries(atipicos_opciones_qt INTERFACE atipicos_opciones Qt6::Widgets)
+target_compile_definitions(atipicos_opciones_qt INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CONTEXTLESS_CONNECT QT_NO_URL_CAST_FROM_STRING)
+# The code that Qt's tools write for us has casts that ours has not.
+target_compile_options(atipicos_opciones_qt INTERFACE -Wno-useless-cast)
+
+# One static library of widgets: atipicos_ventanas(<name> SOURCES … FORMS … USES …)
+function(atipicos_ventanas nombre)
+    cmake_parse_arguments(ARG "" "" "SOURCES;FORMS;USES" ${ARGN})
+    add_library(${nombre} STATIC ${ARG_SOURCES})
+    qt_wrap_ui(formularios ${ARG_FORMS})
+    target_sources(${nombre} PRIVATE ${formularios})
+    target_include_directories(${nombre} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
+    target_link_libraries(${nombre} PUBLIC atipicos_opciones_qt ${ARG_USES})
+    target_precompile_headers(${nombre} PRIVATE <QtWidgets>)
+    set_target_properties(${nombre} PROPERTIES AUTOMOC ON POSITION_INDEPENDENT_CODE ON)
+endfunction()

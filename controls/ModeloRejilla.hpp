@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QStringList>
+
+#include <vector>
+
+namespace atipicos {
+
+/// The rows of a grid, each kept as the tab-separated text in which it was added, so that a hundred thousand
+/// of them cost no more than their texts. Rows are counted as the forms count them: row 0 is the header row,
+/// rows 1 to `Rows` - 1 hold data. Columns count from 0.
+class ModeloRejilla final : public QAbstractTableModel {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ModeloRejilla)
+public:
+    explicit ModeloRejilla(QObject* parent = nullptr);
+
+    void set_Cols(int columnas);
+    void set_ColAlignment(int columna, Qt::Alignment alineacion);
+
+    [[nodiscard]] int Rows() const noexcept; ///< with the header row
+    void set_Rows(
+        int filas); ///< fewer: the last ones go; more: empty rows are added. 1 leaves the header alone
+    void AddItem(const QString& fila); ///< short rows are padded, long ones cut
+    void RemoveItem(int fila); ///< does nothing outside 1 to `Rows` - 1
+
+    [[nodiscard]] QString TextMatrix(int fila, int columna) const; ///< empty outside the grid
+    void set_TextMatrix(int fila, int columna, const QString& texto); ///< a tab in `texto` becomes a blank
+
+    /// While it is off, rows that are added are kept back from the view, which gets them at once.
+    void set_Redraw(bool activo);
+
+    [[nodiscard]] int rowCount(const QModelIndex& padre = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& padre = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& indice, int papel = Qt::DisplayRole) const override;
+    [[nodiscard]] QVariant headerData(
+        int seccion, Qt::Orientation orientacion, int papel = Qt::DisplayRole) const override;
+
+private:
+    void publica();
+
+    QStringList m_titulos;
+    std::vector<Qt::Alignment> m_alineaciones;
+    std::vector<QString> m_filas;
+    int m_publicadas = 0; ///< the view knows the first ones; the rest waits for redrawing
+    bool m_dibuja = true;
+};
+
+} // namespace atipicos

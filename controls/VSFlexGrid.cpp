@@ -1,0 +1,165 @@
+#include "controls/VSFlexGrid.hpp"
+
+#include "controls/CabeceraUnida.hpp"
+#include "controls/ModeloRejilla.hpp"
+#include "controls/Twips.hpp"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QKeyEvent>
+
+namespace atipicos {
+
+VSFlexGrid::VSFlexGrid(QWidget* parent)
+    : QTableView(parent)
+    , m_modelo(new ModeloRejilla(this))
+    , m_cabecera(new CabeceraUnida(this))
+{
+    setModel(m_modelo);
+    setHorizontalHeader(m_cabecera);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 2);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setAlternatingRowColors(true);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+}
+
+int VSFlexGrid::Cols() const { return m_modelo->columnCount(); }
+
+void VSFlexGrid::set_Cols(int columnas)
+{
+    m_modelo->set_Cols(columnas);
+    m_alineaciones.resize(static_cast<std::size_t>(columnas), Qt::AlignLeft | Qt::AlignVCenter);
+    m_mas_largo.assign(static_cast<std::size_t>(columnas), 0);
+}
+
+int VSFlexGrid::Rows() const { return m_modelo->Rows(); }
+
+void VSFlexGrid::set_Rows(int filas) { m_modelo->set_Rows(filas); }
+
+int VSFlexGrid::Row() const
+{
+    const auto elegidas = selectionModel()->selectedRows();
+    return elegidas.isEmpty() ? 0 : elegidas.front().row() + 1;
+}
+
+void VSFlexGrid::set_Row(int fila)
+{
+    if (fila < 1 || fila >= Rows()) {
+        setCurrentIndex({});
+        clearSelection();
+        return;
+    }
+    selectRow(fila - 1);
+}
+
+QString VSFlexGrid::TextMatrix(int fila, int columna) const { return m_modelo->TextMatrix(fila, columna); }
+
+void VSFlexGrid::set_TextMatrix(int fila, int columna, const QString& texto)
+{
+    m_modelo->set_TextMatrix(fila, columna, texto);
+    if (fila > 0)
+        ajusta_ancho(fila);
+}
+
+void VSFlexGrid::AddItem(const QString& fila)
+{
+    m_modelo->AddItem(fila);
+    ajusta_ancho(Rows() - 1);
+}
+
+void VSFlexGrid::RemoveItem(int fila)
+{
+    const int elegida = Row();
+    m_modelo->RemoveItem(fila);
+    if (elegida == fila)
+        set_Row(std::min(fila, Rows() - 1));
+}
+
+int VSFlexGrid::ColWidth(int columna) const { return columnWidth(columna); }
+
+void VSFlexGrid::set_ColWidth(int columna, int twips)
+{
+    setColumnWidth(columna, twips_a_pixeles(twips, *this));
+}
+
+void VSFlexGrid::set_ColAlignment(int columna, Qt::Alignment alineacion)
+{
+    m_alineaciones.at(static_cast<std::size_t>(columna)) = alineacion;
+    m_modelo->set_ColAlignment(columna, alineacion);
+}
+
+void VSFlexGrid::set_ColHidden(int columna, bool oculta) { setColumnHidden(columna, oculta); }
+
+void VSFlexGrid::set_MergeRow(bool unida) { m_cabecera->set_Unida(unida); }
+
+void VSFlexGrid::set_Redraw(bool activo) { m_modelo->set_Redraw(activo); }
+
+/// Measures a number only when it has more characters than any before it.
+void VSFlexGrid::ajusta_ancho(int fila)
+{
+    bool ajustado = false;
+    for (int columna = 0; columna < Cols(); ++columna) {
+        const auto lugar = static_cast<std::size_t>(columna);
+        if (!m_alineaciones[lugar].testFlag(Qt::AlignRight) || isColumnHidden(columna))
+            continue;
+        const QString texto = m_modelo->TextMatrix(fila, columna);
+        if (texto.size() <= m_mas_largo[lugar])
+            continue;
+        m_mas_largo[lugar] = texto.size();
+        const int necesario = fontMetrics().horizontalAdvance(texto + QLatin1String("00"));
+        if (necesario > columnWidth(columna)) {
+            setColumnWidth(columna, necesario);
+            ajustado = true;
+        }
+    }
+    if (ajustado)
+        emit AnchoAjustado();
+}
+
+void VSFlexGrid::copia() const
+{
+    QStringList celdas;
+    for (int columna = 0; columna < Cols(); ++columna)
+        if (!isColumnHidden(columna))
+            celdas << m_modelo->index(Row() - 1, columna).data().toString();
+    QApplication::clipboard()->setText(celdas.join(u'\t'));
+}
+
+void VSFlexGrid::keyPressEvent(QKeyEvent* tecla)
+{
+    const int ultima = Rows() - 1;
+    const bool sin_fila = Row() == 0;
+    if (tecla->matches(QKeySequence::Copy)) {
+        if (!sin_fila)
+            copia();
+        return;
+    }
+    switch (tecla->key()) {
+    case Qt::Key_Home:
+        set_Row(1);
+        return;
+    case Qt::Key_End:
+        set_Row(ultima);
+        return;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        if (!sin_fila)
+            break;
+        set_Row(1); // nothing was chosen: begin at the top
+        return;
+    default:
+        break;
+    }
+    QTableView::keyPressEvent(tecla);
+}
+
+} // namespace atipicos

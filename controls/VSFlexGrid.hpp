@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QTableView>
+
+#include <vector>
+
+namespace atipicos {
+
+class CabeceraUnida;
+class ModeloRejilla;
+
+/// A grid of texts: rows are added as tab-separated text and chosen whole. Row 0 is the header row, data rows
+/// count from 1; columns count from 0. A line break inside a cell is shown as a blank and kept.
+///
+/// Up, Down, Page Up, Page Down, Home and End move the chosen row (Home and End to the first and the last,
+/// with or without Ctrl); Ctrl+C copies it. Tab leaves the grid.
+class VSFlexGrid : public QTableView {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(VSFlexGrid)
+public:
+    explicit VSFlexGrid(QWidget* parent = nullptr);
+
+    [[nodiscard]] int Cols() const;
+    void set_Cols(int columnas);
+    [[nodiscard]] int Rows() const; ///< with the header row
+    void set_Rows(int filas); ///< 1 leaves the header row alone
+    [[nodiscard]] int Row() const; ///< the chosen row, 0 for none
+    void set_Row(int fila); ///< outside 1 to `Rows` - 1: none
+
+    [[nodiscard]] QString TextMatrix(int fila, int columna) const; ///< empty outside the grid
+    void set_TextMatrix(int fila, int columna, const QString& texto); ///< a tab in `texto` becomes a blank
+    void AddItem(const QString& fila);
+    void RemoveItem(int fila); ///< does nothing outside 1 to `Rows` - 1; the row that moves up is chosen
+
+    [[nodiscard]] int ColWidth(int columna) const; ///< pixels
+    void set_ColWidth(int columna, int twips);
+    void set_ColAlignment(int columna, Qt::Alignment alineacion); ///< columns to the right never cut a text
+    void set_ColHidden(int columna, bool oculta);
+    void set_MergeRow(bool unida); ///< equal neighbours of the header row show as one
+    void set_Redraw(bool activo); ///< off while many rows are added
+
+signals:
+    void AnchoAjustado(); ///< a column has grown because a number did not fit
+
+protected:
+    void keyPressEvent(QKeyEvent* tecla) override;
+
+private:
+    void ajusta_ancho(int fila);
+    void copia() const;
+
+    ModeloRejilla* m_modelo;
+    CabeceraUnida* m_cabecera;
+    std::vector<Qt::Alignment> m_alineaciones;
+    std::vector<qsizetype> m_mas_largo; ///< characters of the longest number of each column so far
+};
+
+} // namespace atipicos
