@@ -55,9 +55,19 @@ void set_MsgBox(std::shared_ptr<MsgBox> avisos) noexcept { referencias().avisos 
 
 void set_Reloj(std::shared_ptr<Reloj> reloj) noexcept { referencias().reloj = std::move(reloj); }
 
-qvoremp::Empresa& EmpresaOrvalin(Donde donde) { return *establecida(referencias().EmpresaOrvalin, donde); }
+const std::shared_ptr<qvoremp::Empresa>& comparte_EmpresaOrvalin(Donde donde)
+{
+    return establecida(referencias().EmpresaOrvalin, donde);
+}
 
-adodb::Connection& ConexionOrvalin(Donde donde) { return *establecida(referencias().ConexionOrvalin, donde); }
+const std::shared_ptr<adodb::Connection>& comparte_ConexionOrvalin(Donde donde)
+{
+    return establecida(referencias().ConexionOrvalin, donde);
+}
+
+qvoremp::Empresa& EmpresaOrvalin(Donde donde) { return *comparte_EmpresaOrvalin(donde); }
+
+adodb::Connection& ConexionOrvalin(Donde donde) { return *comparte_ConexionOrvalin(donde); }
 
 qvbxemp::Empresa& EmpresaBexmor(Donde donde) { return *establecida(referencias().EmpresaBexmor, donde); }
 

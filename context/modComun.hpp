@@ -27,6 +27,9 @@ void set_Reloj(std::shared_ptr<Reloj> reloj) noexcept;
 [[nodiscard]] adodb::Connection& ConexionOrvalin(Donde donde = Donde::aqui());
 [[nodiscard]] qvbxemp::Empresa& EmpresaBexmor(Donde donde = Donde::aqui());
 [[nodiscard]] const std::shared_ptr<adodb::Connection>& ConexionBexmor(Donde donde = Donde::aqui());
+/// The same references, for whoever keeps them beyond the call: a control given its company and connection.
+[[nodiscard]] const std::shared_ptr<qvoremp::Empresa>& comparte_EmpresaOrvalin(Donde donde = Donde::aqui());
+[[nodiscard]] const std::shared_ptr<adodb::Connection>& comparte_ConexionOrvalin(Donde donde = Donde::aqui());
 [[nodiscard]] MsgBox& Avisos(Donde donde = Donde::aqui());
 [[nodiscard]] Reloj& reloj(Donde donde = Donde::aqui());
 

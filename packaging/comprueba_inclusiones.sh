@@ -14,7 +14,7 @@ permitidas() {
         printing/*) echo runtime platform context controls charges printing ;;
         runtime/*) echo runtime ;;
         platform/*) echo runtime platform ;;
-        controls/*) echo runtime platform controls ;;
+        controls/*) echo runtime platform context controls ;;
         context/*) echo runtime platform context ;;
         charges/*) echo runtime platform context charges ;;
         posting/*) echo runtime platform context charges posting ;;
@@ -45,7 +45,7 @@ while IFS= read -r fichero; do
             fallos=1
         fi
     done < <(grep -nE '^#include "' "$fichero" | sed -E 's/^([0-9]+):#include "([^"]+)".*/\1:\2/')
-    if grep -nE '^#include <Q' "$fichero" && [[ ! "$fichero" =~ (/frm[^/]*|^controls/.*|^host/app/.*)$ ]]; then
+    if [[ ! "$fichero" =~ (/frm[^/]*|^controls/.*|^host/app/.*)$ ]] && grep -nE '^#include <Q' "$fichero"; then
         echo "$fichero: includes Qt"
         fallos=1
     fi

@@ -1,0 +1,124 @@
+#include "controls/ListaSeleccion.hpp"
+
+#include "controls/Anclaje.hpp"
+#include "controls/Texto.hpp"
+#include "controls/VSFlexGrid.hpp"
+
+#include <QDialogButtonBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace atipicos {
+
+namespace {
+
+    QString sin_tildes(const QString& texto)
+    {
+        QString plano;
+        for (const QChar caracter : texto.normalized(QString::NormalizationForm_D))
+            if (caracter.category() != QChar::Mark_NonSpacing)
+                plano += caracter.toLower();
+        return plano;
+    }
+
+}
+
+ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& fichas, QWidget* parent)
+    : QDialog(parent)
+    , m_filtro(new QLineEdit(this))
+    , m_lista(new VSFlexGrid(this))
+    , m_cuantas(new QLabel(this))
+{
+    setWindowTitle(titulo);
+    m_filas.reserve(fichas.size());
+    for (const auto& ficha : fichas) {
+        QString texto = a_qt(ficha.Codigo) + u'\t' + a_qt(ficha.Nombre).replace(u'\t', u' ');
+        QString plano = sin_tildes(texto);
+        m_filas.push_back({ std::move(texto), std::move(plano) });
+    }
+
+    auto* etiqueta = new QLabel(QStringLiteral("&Buscar:"), this);
+    etiqueta->setBuddy(m_filtro);
+    m_filtro->setObjectName(QStringLiteral("txtFiltro"));
+    m_filtro->setPlaceholderText(QStringLiteral("Parte del nombre o del código"));
+    m_filtro->setClearButtonEnabled(true);
+    m_filtro->installEventFilter(this);
+
+    m_lista->setObjectName(QStringLiteral("vsLista"));
+    m_lista->setAccessibleName(titulo);
+    m_lista->set_Cols(2);
+    m_lista->set_TextMatrix(0, 0, QStringLiteral("Código"));
+    m_lista->set_TextMatrix(0, 1, QStringLiteral("Nombre"));
+    m_lista->set_ColAlignment(0, Qt::AlignRight | Qt::AlignVCenter);
+    m_lista->set_ColWidth(0, 1300);
+    m_lista->set_ColWidth(1, 4500);
+    m_lista->setFocusPolicy(Qt::ClickFocus); // typing always goes to the filter
+    auto* anclaje = new Anclaje(*m_lista);
+    anclaje->AgregarColumna(1, 100);
+
+    auto* botones = new QDialogButtonBox(this);
+    botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole)->setDefault(true);
+    botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
+
+    auto* caja = new QVBoxLayout(this);
+    auto* arriba = new QHBoxLayout;
+    arriba->addWidget(etiqueta);
+    arriba->addWidget(m_filtro);
+    caja->addLayout(arriba);
+    caja->addWidget(m_lista);
+    auto* abajo = new QHBoxLayout;
+    abajo->addWidget(m_cuantas, 1);
+    abajo->addWidget(botones);
+    caja->addLayout(abajo);
+    resize(fontMetrics().averageCharWidth() * 75, fontMetrics().height() * 26);
+
+    connect(m_filtro, &QLineEdit::textChanged, this, &ListaSeleccion::filtra);
+    connect(m_lista, &VSFlexGrid::doubleClicked, this, &QDialog::accept);
+    connect(botones, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    filtra({});
+    m_filtro->setFocus();
+}
+
+QString ListaSeleccion::elegida() const { return m_lista->TextMatrix(std::max(m_lista->Row(), 0), 0); }
+
+void ListaSeleccion::filtra(const QString& buscado)
+{
+    const auto palabras = sin_tildes(buscado).split(u' ', Qt::SkipEmptyParts);
+    m_lista->set_Redraw(false);
+    m_lista->set_Rows(1);
+    for (const auto& fila : m_filas)
+        if (std::all_of(palabras.begin(), palabras.end(),
+                [&](const QString& palabra) { return fila.plano.contains(palabra); }))
+            m_lista->AddItem(fila.texto);
+    m_lista->set_Redraw(true);
+    m_lista->set_Row(1);
+    const auto espanol = QLocale(QLocale::Spanish, QLocale::Spain);
+    m_cuantas->setText(
+        QStringLiteral("%1 de %2")
+            .arg(espanol.toString(m_lista->Rows() - 1), espanol.toString(static_cast<int>(m_filas.size()))));
+}
+
+bool ListaSeleccion::eventFilter(QObject* objeto, QEvent* evento)
+{
+    if (objeto == m_filtro && evento->type() == QEvent::KeyPress) {
+        const auto* tecla = static_cast<QKeyEvent*>(evento);
+        switch (tecla->key()) {
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+            return QCoreApplication::sendEvent(m_lista, evento);
+        default:
+            break;
+        }
+    }
+    return QDialog::eventFilter(objeto, evento);
+}
+
+} // namespace atipicos

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "runtime/Date.hpp"
+
+#include <QLineEdit>
+
+#include <optional>
+
+class QCalendarWidget;
+
+namespace atipicos {
+
+/// A box for a day, mask "##/##/####". Up and Down move one day on or back (from today when the box holds no
+/// day), Alt+Down opens a calendar, "/" ends day or month after one digit.
+class qvMaskEdBox : public QLineEdit {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(qvMaskEdBox)
+public:
+    explicit qvMaskEdBox(QWidget* parent = nullptr);
+
+    [[nodiscard]] std::optional<Date> Fecha() const; ///< nothing while the text is no day of the calendar
+    void set_Fecha(Date fecha);
+    void Limpiar();
+
+protected:
+    void focusInEvent(QFocusEvent* evento) override;
+    void keyPressEvent(QKeyEvent* tecla) override;
+
+private:
+    void abre_calendario();
+    void mueve(int dias);
+    [[nodiscard]] bool termina_parte();
+};
+
+} // namespace atipicos

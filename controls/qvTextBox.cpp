@@ -1,0 +1,153 @@
+#include "controls/qvTextBox.hpp"
+
+#include "controls/Texto.hpp"
+#include "runtime/Formato.hpp"
+
+#include <QKeyEvent>
+#include <QValidator>
+
+#include <algorithm>
+
+namespace atipicos {
+
+namespace {
+
+    /// Lets nothing but a number of so many decimals be typed or pasted.
+    class ValidadorNumero final : public QValidator {
+    public:
+        ValidadorNumero(int decimales, QObject* parent)
+            : QValidator(parent)
+            , m_decimales(decimales)
+        {
+        }
+
+        State validate(QString& texto, int& /*posicion*/) const override
+        {
+            texto = texto.trimmed();
+            if (texto.isEmpty() || texto == u'-' || texto == u',' || texto == QLatin1String("-,"))
+                return Intermediate;
+            const auto coma = texto.indexOf(u',');
+            if (coma >= 0 && texto.size() - coma - 1 > m_decimales)
+                return Invalid;
+            if (m_decimales == 0 && coma >= 0)
+                return Invalid;
+            try {
+                static_cast<void>(lee_pantalla(de_qt(texto)));
+                return Acceptable;
+            } catch (const Error&) {
+                return Invalid;
+            }
+        }
+
+    private:
+        int m_decimales;
+    };
+
+    int decimales_necesarios(Currency valor)
+    {
+        auto resto = valor.crudo() % Currency::escala;
+        int decimales = 4;
+        while (decimales > 0 && resto % 10 == 0) {
+            resto /= 10;
+            --decimales;
+        }
+        return decimales;
+    }
+
+}
+
+qvTextBox::qvTextBox(QWidget* parent)
+    : QLineEdit(parent)
+{
+    setAlignment(Qt::AlignRight);
+    setValidator(new ValidadorNumero(m_admitidos, this));
+    connect(this, &QLineEdit::textEdited, this, &qvTextBox::tecleado);
+    connect(this, &QLineEdit::returnPressed, this, &qvTextBox::da_forma);
+}
+
+void qvTextBox::set_Decimales(int mostrados, int admitidos)
+{
+    m_admitidos = std::clamp(admitidos, 0, 4);
+    m_mostrados = std::clamp(mostrados, 0, m_admitidos);
+    delete validator();
+    setValidator(new ValidadorNumero(m_admitidos, this));
+}
+
+Currency qvTextBox::Valor() const
+{
+    try {
+        return lee_pantalla(de_qt(text()));
+    } catch (const Error&) { // "-", or nothing at all
+        return {};
+    }
+}
+
+void qvTextBox::set_Valor(Currency valor) { setText(texto_de(valor)); }
+
+QString qvTextBox::texto_de(Currency valor) const
+{
+    return a_qt(
+        texto_pantalla(valor, std::max(m_mostrados, std::min(decimales_necesarios(valor), m_admitidos))));
+}
+
+void qvTextBox::tecleado()
+{
+    const Currency valor = Valor();
+    if (valor == m_ultimo)
+        return;
+    m_ultimo = valor;
+    emit Change();
+}
+
+void qvTextBox::da_forma()
+{
+    if (!isReadOnly() && isModified() && !text().isEmpty())
+        set_Valor(Valor());
+}
+
+void qvTextBox::cambia_signo()
+{
+    const bool habia = text().startsWith(u'-');
+    const int cursor = cursorPosition();
+    setText(habia ? text().mid(1) : u'-' + text());
+    setModified(true);
+    setCursorPosition(std::max(cursor + (habia ? -1 : 1), 0));
+    tecleado();
+}
+
+void qvTextBox::focusInEvent(QFocusEvent* evento)
+{
+    m_ultimo = Valor();
+    if (!isReadOnly())
+        setText(text().remove(u'.'));
+    QLineEdit::focusInEvent(evento);
+    selectAll();
+}
+
+void qvTextBox::focusOutEvent(QFocusEvent* evento)
+{
+    const bool modificado = isModified();
+    if (!isReadOnly() && !text().isEmpty()
+        && (modificado || Valor() >= Currency::de_entero(1000) || Valor() <= Currency::de_entero(-1000)))
+        set_Valor(Valor());
+    QLineEdit::focusOutEvent(evento);
+}
+
+void qvTextBox::keyPressEvent(QKeyEvent* tecla)
+{
+    if (!isReadOnly() && tecla->text() == QLatin1String("-")) {
+        if (hasSelectedText())
+            setText({});
+        cambia_signo();
+        return;
+    }
+    const bool punto = tecla->key() == Qt::Key_Period && tecla->modifiers().testFlag(Qt::KeypadModifier);
+    if (!punto) {
+        QLineEdit::keyPressEvent(tecla);
+        return;
+    }
+    QKeyEvent coma(QEvent::KeyPress, Qt::Key_Comma, Qt::NoModifier, QStringLiteral(","));
+    QLineEdit::keyPressEvent(&coma);
+}
+
+} // namespace atipicos
