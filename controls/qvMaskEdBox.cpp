@@ -96,6 +96,10 @@ void qvMaskEdBox::focusInEvent(QFocusEvent* evento)
 
 void qvMaskEdBox::keyPressEvent(QKeyEvent* tecla)
 {
+    if (tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter) {
+        emit Intro();
+        return;
+    }
     if (isReadOnly()) {
         QLineEdit::keyPressEvent(tecla);
         return;

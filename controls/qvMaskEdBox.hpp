@@ -22,6 +22,9 @@ public:
     void set_Fecha(Date fecha);
     void Limpiar();
 
+signals:
+    void Intro(); ///< Enter was pressed, whatever is in the box
+
 protected:
     void focusInEvent(QFocusEvent* evento) override;
     void keyPressEvent(QKeyEvent* tecla) override;

@@ -62,7 +62,6 @@ qvTextBox::qvTextBox(QWidget* parent)
     setAlignment(Qt::AlignRight);
     setValidator(new ValidadorNumero(m_admitidos, this));
     connect(this, &QLineEdit::textEdited, this, &qvTextBox::tecleado);
-    connect(this, &QLineEdit::returnPressed, this, &qvTextBox::da_forma);
 }
 
 void qvTextBox::set_Decimales(int mostrados, int admitidos)
@@ -135,6 +134,11 @@ void qvTextBox::focusOutEvent(QFocusEvent* evento)
 
 void qvTextBox::keyPressEvent(QKeyEvent* tecla)
 {
+    if (tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter) {
+        da_forma();
+        emit Intro();
+        return;
+    }
     if (!isReadOnly() && tecla->text() == QLatin1String("-")) {
         if (hasSelectedText())
             setText({});

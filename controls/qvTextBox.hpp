@@ -23,6 +23,7 @@ public:
 
 signals:
     void Change(); ///< typing has changed the value
+    void Intro(); ///< Enter was pressed, whatever is in the box
 
 protected:
     void focusInEvent(QFocusEvent* evento) override;

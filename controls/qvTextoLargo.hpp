@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+namespace atipicos {
+
+/// A text box of several lines that Tab leaves.
+class qvTextoLargo : public QPlainTextEdit {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(qvTextoLargo)
+public:
+    explicit qvTextoLargo(QWidget* parent = nullptr);
+
+    void set_IntroAvanza(bool avanza); ///< Enter moves on to the next field, and Ctrl+Enter breaks the line
+    void set_Mayusculas(bool mayusculas); ///< what is typed becomes upper case; what is pasted stays
+
+protected:
+    void inputMethodEvent(QInputMethodEvent* evento) override;
+    void keyPressEvent(QKeyEvent* tecla) override;
+
+private:
+    bool m_intro_avanza = false;
+    bool m_mayusculas = false;
+};
+
+} // namespace atipicos
