@@ -136,7 +136,8 @@ void qvTextBox::keyPressEvent(QKeyEvent* tecla)
 {
     if (tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter) {
         da_forma();
-        emit Intro();
+        if (!tecla->isAutoRepeat()) // holding it down does not accept line after line
+            emit Intro();
         return;
     }
     if (!isReadOnly() && tecla->text() == QLatin1String("-")) {

@@ -52,8 +52,8 @@ void qvTextoLargo::keyPressEvent(QKeyEvent* tecla)
 void qvTextoLargo::inputMethodEvent(QInputMethodEvent* evento)
 {
     if (m_mayusculas && !evento->commitString().isEmpty())
-        evento->setCommitString(en_mayusculas(evento->commitString()), evento->replacementStart(),
-            evento->replacementLength());
+        evento->setCommitString(
+            en_mayusculas(evento->commitString()), evento->replacementStart(), evento->replacementLength());
     QPlainTextEdit::inputMethodEvent(evento);
 }
 

@@ -122,4 +122,12 @@ ResultadoGuardado GuardarAtipico(
     return resultado;
 }
 
+Mensaje mensaje_guardado(const ResultadoGuardado& resultado)
+{
+    std::string texto = "Atípico " + resultado.Codigo + " generado correctamente.";
+    if (resultado.Asiento > 0)
+        texto += "\r\nAsiento: " + std::to_string(resultado.Asiento);
+    return { texto, "¡ Atención !", Icono::informacion };
+}
+
 } // namespace atipicos

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "charges/clsAtipico.hpp"
+#include "platform/msgbox/MsgBox.hpp"
 #include "posting/GenerarAsiento.hpp"
 #include "posting/GenerarPrev.hpp"
 
@@ -51,5 +52,8 @@ struct ResultadoGuardado {
 /// goes on and commits what there is.
 [[nodiscard]] ResultadoGuardado GuardarAtipico(
     clsAtipico& cargo, const CargoTecleado& tecleado, const PedirPrevisiones& pedir_previsiones);
+
+/// What the person is told of a saved charge: its code and, when it was posted, the number of its entry.
+[[nodiscard]] Mensaje mensaje_guardado(const ResultadoGuardado& resultado);
 
 } // namespace atipicos

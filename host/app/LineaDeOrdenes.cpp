@@ -111,6 +111,7 @@ namespace {
 
     void declara(CLI::App& app, Todo& todo)
     {
+        comun(&app, todo.comunes);
         auto* crear = app.add_subcommand("crear", "Crea las bases de datos con la empresa de muestra");
         crear->add_option("--datos", todo.comunes.datos, "Carpeta en la que se crean (por defecto, datos)");
         crear->add_flag("--vacia", todo.vacia, "Sólo las tablas, sin la empresa de muestra");
@@ -160,8 +161,10 @@ namespace {
         throw CLI::ValidationError("--formato", "no se conoce el formato «" + valor + "».");
     }
 
-    int despacha(CLI::App& app, Todo& todo)
+    int despacha(CLI::App& app, Todo& todo, int (*ventana)(const OpcionesVentana&))
     {
+        if (app.get_subcommands().empty())
+            return ventana({ todo.comunes, app.count("--empresa") > 0, app.count("--usuario") > 0 });
         const auto orden = app.get_subcommands().front()->get_name();
         if (orden == "crear")
             return crear(todo.comunes, todo.vacia);
@@ -186,17 +189,17 @@ namespace {
 
 }
 
-int ejecuta(int argc, const char* const* argv)
+int ejecuta(int argc, const char* const* argv, int (*ventana)(const OpcionesVentana&))
 {
     std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write, told like any other
     CLI::App app("Registra cargos y abonos atípicos a proveedores y los contabiliza.", "atipicos");
     Todo todo;
     declara(app, todo);
     en_castellano(app);
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     try {
         app.parse(argc, argv);
-        const int estado = despacha(app, todo);
+        const int estado = despacha(app, todo, ventana);
         std::cout.flush();
         if (!std::cout)
             throw Error(no_hecho, "atipicos", "No se pudo escribir todo en la salida.");

@@ -1,3 +1,6 @@
 #include "host/app/LineaDeOrdenes.hpp"
 
-int main(int argc, char** argv) { return atipicos::app::ejecuta(argc, argv); }
+int main(int argc, char** argv)
+{
+    return atipicos::app::ejecuta(argc, argv, &atipicos::app::ventana_principal);
+}

@@ -1,6 +1,7 @@
 #include "host/bexmor/ServicioCuentas.hpp"
 
 #include "host/bexmor/Instrucciones.hpp"
+#include "host/sql/Literal.hpp"
 #include "platform/adodb/campos.hpp"
 
 namespace atipicos::bexmor {
@@ -34,6 +35,14 @@ std::string ServicioCuentas::FormarCuenta(
                 + std::to_string(longitud) + " cifras.",
             donde);
     return raiz + std::string(static_cast<std::size_t>(longitud) - ocupadas, '0') + cifras;
+}
+
+bool ServicioCuentas::ExisteCuenta(const std::string& cuenta, Donde donde) const
+{
+    const auto rs = consulta(m_empresa,
+        "SELECT Cuenta FROM Cuentas" + filtro(m_empresa) + " AND Cuenta =" + sql::literal(cuenta, donde),
+        donde);
+    return !rs->Eof();
 }
 
 qvbxemp::TipoImpuesto ServicioCuentas::LeerTipoImpuesto(std::int16_t tipo, Donde donde) const

@@ -13,6 +13,8 @@ public:
     [[nodiscard]] std::string FormarCuenta(const std::string& raiz, std::int32_t codigo, int longitud,
         Donde donde = Donde::aqui()) const override;
 
+    [[nodiscard]] bool ExisteCuenta(const std::string& cuenta, Donde donde = Donde::aqui()) const override;
+
     /// Raises an error when the company has no such tax type.
     [[nodiscard]] qvbxemp::TipoImpuesto LeerTipoImpuesto(
         std::int16_t tipo, Donde donde = Donde::aqui()) const override;

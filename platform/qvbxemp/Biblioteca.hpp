@@ -145,6 +145,10 @@ public:
     [[nodiscard]] virtual std::string FormarCuenta(
         const std::string& raiz, std::int32_t codigo, int longitud, Donde donde = Donde::aqui()) const = 0;
 
+    /// Whether the plan of the company's year has `cuenta`.
+    [[nodiscard]] virtual bool ExisteCuenta(
+        const std::string& cuenta, Donde donde = Donde::aqui()) const = 0;
+
     /// Percentage and account of a tax type.
     [[nodiscard]] virtual TipoImpuesto LeerTipoImpuesto(
         std::int16_t tipo, Donde donde = Donde::aqui()) const = 0;

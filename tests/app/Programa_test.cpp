@@ -28,31 +28,49 @@ namespace {
         }
     };
 
+    TEST(Programa, without_a_command_it_needs_a_display_or_says_that_it_has_no_windows)
+    {
+        const pruebas::Programa programa;
+        const auto ejecucion = programa("", "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM");
+        if (ATIPICOS_CON_VENTANAS) {
+            EXPECT_EQ(ejecucion.estado, 1);
+            EXPECT_EQ(ejecucion.errores,
+                "atipicos: No hay pantalla en la que abrir la ventana (DISPLAY no está definida). Las "
+                "órdenes "
+                "no la necesitan: atipicos --help\n");
+        } else {
+            EXPECT_EQ(ejecucion.estado, 2);
+            EXPECT_EQ(ejecucion.errores,
+                "atipicos: Falta la orden; este programa se ha compilado sin ventanas.\n"
+                "Vea: atipicos --help\n");
+        }
+    }
+
     TEST(Programa, wrong_usage_is_status_2_in_spanish)
     {
         const pruebas::Programa programa;
-        for (const auto& [argumentos, mensaje] : { std::pair{ "", "atipicos: Falta la orden.\n" },
-                 { "borrar", "atipicos: No se conoce la orden «borrar».\n" },
-                 { "listar", "atipicos: Falta --desde.\n" },
-                 { "listar --desde 31/02/2026 --hasta 01/01/2026",
-                     "atipicos: --desde: «31/02/2026» no es una fecha: se escribe dd/mm/aaaa, como "
-                     "21/11/2026.\n" },
-                 { "listar --desde 01/01/26 --hasta 01/01/2026",
-                     "atipicos: --desde: «01/01/26» no es una fecha" },
-                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --almacen 40000",
-                     "atipicos: El valor no es un número admitido: --almacen = 40000\n" },
-                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --almacen 0x1",
-                     "atipicos: --almacen: «0x1» no es un número.\n" },
-                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --proveedor=-3",
-                     "atipicos: --proveedor: «-3» no es un número.\n" },
-                 { "mostrar AT1 --almacen 1 --ejercicio 99999",
-                     "atipicos: El valor no es un número admitido: --ejercicio = 99999\n" },
-                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --formato pdf",
-                     "atipicos: --formato: no se conoce el formato «pdf».\n" },
-                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --formato xlsx",
-                     "atipicos: --formato: xlsx necesita --salida FICHERO.\n" },
-                 { "verificar --rapido", "atipicos: No se esperaba: --rapido\n" },
-                 { "mostrar AT1 --ejercicio 2026", "atipicos: Falta --almacen.\n" } }) {
+        for (const auto& [argumentos, mensaje] :
+            { std::pair{ "borrar", "atipicos: No se conoce la orden «borrar».\n" },
+                { "listar", "atipicos: Falta --desde.\n" },
+                { "listar --desde 31/02/2026 --hasta 01/01/2026",
+                    "atipicos: --desde: «31/02/2026» no es una fecha: se escribe dd/mm/aaaa, como "
+                    "21/11/2026.\n" },
+                { "listar --desde 01/01/26 --hasta 01/01/2026",
+                    "atipicos: --desde: «01/01/26» no es una fecha" },
+                { "listar --desde 01/01/2026 --hasta 02/01/2026 --almacen 40000",
+                    "atipicos: El valor no es un número admitido: --almacen = 40000\n" },
+                { "listar --desde 01/01/2026 --hasta 02/01/2026 --almacen 0x1",
+                    "atipicos: --almacen: «0x1» no es un número.\n" },
+                { "listar --desde 01/01/2026 --hasta 02/01/2026 --proveedor=-3",
+                    "atipicos: --proveedor: «-3» no es un número.\n" },
+                { "mostrar AT1 --almacen 1 --ejercicio 99999",
+                    "atipicos: El valor no es un número admitido: --ejercicio = 99999\n" },
+                { "listar --desde 01/01/2026 --hasta 02/01/2026 --formato pdf",
+                    "atipicos: --formato: no se conoce el formato «pdf».\n" },
+                { "listar --desde 01/01/2026 --hasta 02/01/2026 --formato xlsx",
+                    "atipicos: --formato: xlsx necesita --salida FICHERO.\n" },
+                { "verificar --rapido", "atipicos: No se esperaba: --rapido\n" },
+                { "mostrar AT1 --ejercicio 2026", "atipicos: Falta --almacen.\n" } }) {
             const auto ejecucion = programa(argumentos);
             EXPECT_EQ(ejecucion.estado, 2) << argumentos;
             EXPECT_THAT(ejecucion.errores, StartsWith(mensaje)) << argumentos;

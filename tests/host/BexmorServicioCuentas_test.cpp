@@ -35,6 +35,16 @@ namespace {
             "El código -5 es negativo y no puede formar una cuenta.");
     }
 
+    TEST_F(BexmorServicioCuentas, knows_the_accounts_of_its_plan)
+    {
+        EXPECT_TRUE(servicio.ExisteCuenta("57200001"));
+        EXPECT_FALSE(servicio.ExisteCuenta("57299999"));
+        EXPECT_FALSE(servicio.ExisteCuenta("572000001")) << "of the other company";
+        EXPECT_FALSE(servicio.ExisteCuenta("' OR ''='"));
+        empresa->Ejercicio = 1999;
+        EXPECT_FALSE(servicio.ExisteCuenta("57200001")) << "there is no plan of that year";
+    }
+
     TEST_F(BexmorServicioCuentas, reads_a_tax_type_of_its_company)
     {
         EXPECT_EQ(servicio.LeerTipoImpuesto(2).Porcentaje, Currency::de_entero(3));

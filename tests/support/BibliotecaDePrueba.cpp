@@ -125,6 +125,10 @@ namespace {
             return raiz + std::string(static_cast<std::size_t>(longitud) - raiz.size() - cifras.size(), '0')
                 + cifras;
         }
+        bool ExisteCuenta(const std::string& cuenta, Donde) const override
+        {
+            return cuenta.starts_with("572");
+        }
         qvbxemp::TipoImpuesto LeerTipoImpuesto(std::int16_t tipo, Donde) const override
         {
             return tipo == 1 ? qvbxemp::TipoImpuesto{ Currency::de_entero(7), "47700007" }

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "controls/Formulario.hpp"
+#include "editor/CargoGrabado.hpp"
+#include "editor/EdicionAtipico.hpp"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace Ui {
+class frmCompras_Atipicos;
+}
+
+namespace atipicos {
+
+/// "Reclamaciones a Proveedores": one charge is keyed in, or changed, line by line, saved and posted.
+///
+/// The form loads itself at each `Show`. With `Codigo` empty it is a new charge; else the charge of `Codigo`,
+/// `Ejercicio` and `Almacen` is loaded to be changed. After a save or a cancel it is a new charge again.
+class frmCompras_Atipicos final : public Formulario {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmCompras_Atipicos)
+public:
+    explicit frmCompras_Atipicos(QWidget* parent = nullptr);
+    ~frmCompras_Atipicos() override;
+
+    /// The one instance that the browser opens for an existing charge; made on first use.
+    [[nodiscard]] static frmCompras_Atipicos& compartido();
+
+    // The charge to open; set before `Show`.
+    std::int16_t Ejercicio = 0;
+    std::int16_t Almacen = 0;
+    std::string Codigo;
+
+    /// Loads the form, unless it is loaded, and shows it; with `Modal` not 0 it returns when the form is
+    /// closed.
+    void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
+
+    [[nodiscard]] bool hay_lineas() const; ///< a charge is keyed in that has not been saved
+
+public slots:
+    void done(int resultado) override; ///< closing unloads the form; an unsaved charge is dropped
+    void reject() override; ///< the close box: as `cmdSalir`
+
+signals:
+    void Descargado(); ///< the form has been unloaded
+
+protected:
+    void keyPressEvent(QKeyEvent* tecla) override;
+
+private:
+    // Opening and loading
+    void conecta();
+    void Form_Load();
+    void Form_Unload();
+    void empieza_vacio();
+    void prepara_rejilla();
+    void Nuevo_Atipico();
+    void Limpiar_Cabecera();
+    void Limpiar_Linea();
+    void Cargar_Atipico();
+
+    // Line entry
+    void txtImporte_Intro();
+    [[nodiscard]] bool cabecera_completa();
+    void acepta_linea();
+    void muestra_fila(int fila);
+
+    // Commands
+    void cmdAceptar_Click();
+    void cmdCancelar_Click();
+    void cmdEliminar_Click();
+    void cmdModificar_Click();
+    void cmdComent_Click();
+    [[nodiscard]] CargoTecleado cargo_tecleado() const;
+    [[nodiscard]] std::optional<std::vector<Prevision>> pide_previsiones(const Contabilizacion& datos);
+    void empieza_otro();
+
+    void set_CincoBotones(bool habilitados);
+    void muestra_total();
+    [[nodiscard]] int decimales_costo() const;
+    [[nodiscard]] bool es_oficina_central() const;
+
+    std::unique_ptr<Ui::frmCompras_Atipicos> m_ui;
+    EdicionAtipico m_edicion;
+    bool m_cargado = false;
+    bool m_guardando = false; ///< a second accept while the first is at work does nothing
+};
+
+} // namespace atipicos

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "controls/BuscaArticulo.hpp"
+#include "editor/EdicionAtipico.hpp"
+
+#include <QGroupBox>
+
+#include <memory>
+#include <optional>
+
+namespace Ui {
+class frmCompras_Atipicos_Linea;
+}
+
+namespace atipicos {
+
+/// The frame of the editor in which one line is keyed in. Enter always moves on: article, description,
+/// observations, units, cost, amount; in the amount, which only ever shows units × cost, it accepts the line.
+class frmCompras_Atipicos_Linea final : public QGroupBox {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmCompras_Atipicos_Linea)
+public:
+    explicit frmCompras_Atipicos_Linea(QWidget* parent = nullptr);
+    ~frmCompras_Atipicos_Linea() override;
+
+    /// Company and connection to look articles up in; decimals of the cost, 0 to 4.
+    void Prepara(const std::shared_ptr<qvoremp::Empresa>& empresa,
+        const std::shared_ptr<adodb::Connection>& conexion, int decimales_costo);
+    void Suelta(); ///< lets go of the article lookup
+
+    [[nodiscard]] LineaTecleada Linea() const;
+    void set_Linea(const LineaTecleada& linea); ///< error 6 when units × cost does not fit
+    void Limpiar(); ///< nothing in any field
+    void Poner_a_cero(); ///< ready for the next line: no texts, zeros in the numbers
+    void Enfocar(); ///< the article
+    void Limpiar_Observaciones();
+
+    /// The atypical-income account of an article. Error 91 before `Prepara`.
+    [[nodiscard]] std::string CtaAtipicos(std::int32_t articulo) const;
+
+signals:
+    void Aceptada(); ///< Enter in the amount
+
+private:
+    void txtArticulo_Intro();
+    void calcula_importe();
+
+    std::unique_ptr<Ui::frmCompras_Atipicos_Linea> m_ui;
+    std::optional<BuscaArticulo> m_articulos;
+};
+
+} // namespace atipicos

@@ -1,0 +1,70 @@
+#include "editor/frmEditor_Comentarios.hpp"
+
+#include "controls/Texto.hpp"
+#include "ui_frmEditor_Comentarios.h"
+
+#include <QKeyEvent>
+#include <QScreen>
+
+#include <utility>
+
+namespace atipicos {
+
+frmEditor_Comentarios::frmEditor_Comentarios(QWidget* parent)
+    : Formulario(parent)
+    , m_ui(std::make_unique<Ui::frmEditor_Comentarios>())
+{
+    m_ui->setupUi(this);
+    m_ui->txtComent->set_Mayusculas(true);
+    connect(m_ui->cmdAceptar, &QPushButton::clicked, this, &frmEditor_Comentarios::cmdAceptar_Click);
+    connect(m_ui->cmdCancelar, &QPushButton::clicked, this, &frmEditor_Comentarios::cmdCancelar_Click);
+}
+
+frmEditor_Comentarios::~frmEditor_Comentarios() = default;
+
+void frmEditor_Comentarios::set_Conexion(std::shared_ptr<adodb::Connection> conexion) noexcept
+{
+    m_conexion = std::move(conexion);
+}
+
+void frmEditor_Comentarios::set_cEmpresa(std::shared_ptr<qvoremp::Empresa> empresa) noexcept
+{
+    m_empresa = std::move(empresa);
+}
+
+void frmEditor_Comentarios::set_Comentario(const std::string& comentario)
+{
+    m_comentario = comentario;
+    m_ui->txtComent->setPlainText(a_qt(comentario));
+    m_ui->txtComent->moveCursor(QTextCursor::End);
+}
+
+void frmEditor_Comentarios::cmdAceptar_Click()
+{
+    m_comentario = de_qt(m_ui->txtComent->toPlainText().replace(u'\'', u'´'));
+    m_aceptado = true;
+    done(Accepted);
+}
+
+void frmEditor_Comentarios::cmdCancelar_Click()
+{
+    m_aceptado = false;
+    done(Rejected);
+}
+
+void frmEditor_Comentarios::keyPressEvent(QKeyEvent* tecla)
+{
+    if (tecla->key() == Qt::Key_F9)
+        cmdAceptar_Click();
+    else
+        Formulario::keyPressEvent(tecla);
+}
+
+void frmEditor_Comentarios::showEvent(QShowEvent* evento)
+{
+    const QRect pantalla = screen()->availableGeometry();
+    move(pantalla.center() - QPoint(width() / 2, height() / 2));
+    Formulario::showEvent(evento);
+}
+
+} // namespace atipicos

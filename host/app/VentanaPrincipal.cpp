@@ -1,0 +1,90 @@
+#include "host/app/VentanaPrincipal.hpp"
+
+#include "context/modComun.hpp"
+#include "controls/MsgBoxQt.hpp"
+#include "controls/Texto.hpp"
+#include "host/app/Apariencia.hpp"
+#include "host/app/frmPrincipal.hpp"
+#include "host/app/frmSesion.hpp"
+#include "host/app/Sesion.hpp"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
+
+#include <cstdlib>
+
+namespace atipicos::app {
+
+namespace {
+
+    /// Qt ends the program with a text of its own when it finds no display.
+    void exige_pantalla()
+    {
+        for (const auto* variable : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM" })
+            if (const char* valor = std::getenv(variable); valor != nullptr && *valor != '\0')
+                return;
+        throw Error(no_hecho, "atipicos",
+            "No hay pantalla en la que abrir la ventana (DISPLAY no está definida). Las órdenes no la "
+            "necesitan: atipicos --help");
+    }
+
+    bool tiene_bases(const std::filesystem::path& carpeta)
+    {
+        return std::filesystem::exists(carpeta / "orvalin.db")
+            || std::filesystem::exists(carpeta / "bexmor.db");
+    }
+
+    /// False when the person does not want them.
+    bool ofrece_crear_bases(const std::filesystem::path& carpeta)
+    {
+        MsgBoxQt avisos;
+        const auto respuesta = avisos.mostrar(
+            { "No hay ninguna base de datos en la carpeta «" + std::filesystem::absolute(carpeta).string()
+                    + "».\r\n\r\n¿Desea crear en ella la empresa de muestra?",
+                "¡ Atención !", Icono::pregunta, Botones::SiNo, Respuesta::No });
+        if (respuesta == Respuesta::No)
+            return false;
+        orvalin::crea_bases(carpeta, false);
+        return true;
+    }
+
+    int abre(const OpcionesVentana& opciones)
+    {
+        if (!tiene_bases(opciones.comunes.datos) && !ofrece_crear_bases(opciones.comunes.datos))
+            return no_hecho;
+        const auto elegida = elige_sesion(opciones);
+        if (!elegida)
+            return no_hecho;
+        Sesion sesion(*elegida);
+        modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
+        frmPrincipal ventana(sesion, *elegida);
+        ventana.show();
+        return QApplication::exec();
+    }
+
+}
+
+int ventana_principal(const OpcionesVentana& opciones)
+{
+    exige_pantalla();
+    int argc = 1;
+    char nombre[] = "atipicos";
+    char* argv[] = { nombre, nullptr };
+    QApplication aplicacion(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("atipicos"));
+    QApplication::setOrganizationName(QStringLiteral("atipicos"));
+    QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
+    QTranslator textos_de_qt;
+    if (textos_de_qt.load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&textos_de_qt);
+    aplica_tema(tema_guardado());
+    try {
+        return abre(opciones);
+    } catch (const Error& error) {
+        MsgBoxQt().mostrar({ error.descripcion(), "atipicos", Icono::critico });
+        return no_hecho;
+    }
+}
+
+} // namespace atipicos::app

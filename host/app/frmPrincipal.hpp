@@ -1,0 +1,37 @@
+#pragma once
+
+#include "context/frmclsCompras_Atipicos.hpp"
+#include "host/app/Apariencia.hpp"
+#include "host/app/Sesion.hpp"
+
+#include <QMainWindow>
+
+class QActionGroup;
+
+namespace atipicos::app {
+
+/// The main window of the reference host: it opens the component's forms through their launchers and tells in
+/// its status line who works where. It remembers its place and size.
+class frmPrincipal final : public QMainWindow {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmPrincipal)
+public:
+    /// `sesion` outlives the window.
+    frmPrincipal(Sesion& sesion, const OpcionesComunes& opciones, QWidget* parent = nullptr);
+
+protected:
+    void closeEvent(QCloseEvent* evento) override;
+
+private:
+    void hace_menus();
+    void hace_menu_ver();
+    void hace_estado(const OpcionesComunes& opciones);
+    void hace_portada();
+    void abre_editor();
+    void muestra_teclas();
+
+    Sesion& m_sesion;
+    frmclsCompras_Atipicos m_editor;
+};
+
+} // namespace atipicos::app
