@@ -22,16 +22,7 @@ template <class T = QWidget> T& control(QWidget& ventana, const char* nombre)
     return *hallado;
 }
 
-/// The name of the control that has the focus; of a picker, the picker's.
-inline QString foco()
-{
-    const QWidget* enfocado = QApplication::focusWidget();
-    if (enfocado == nullptr)
-        return {};
-    return enfocado->objectName() == QLatin1String("txtCodigo") ? enfocado->parentWidget()->objectName()
-                                                                : enfocado->objectName();
-}
-
+/// The control that has the focus.
 inline QWidget& enfocado()
 {
     // Without a window manager nobody goes back to the window behind a dialog that has closed.
@@ -42,6 +33,14 @@ inline QWidget& enfocado()
     if (!QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }))
         qFatal("no control has the focus");
     return *QApplication::focusWidget();
+}
+
+/// The name of the control that has the focus; of a picker, the picker's.
+inline QString foco()
+{
+    const QWidget& control = enfocado();
+    return control.objectName() == QLatin1String("txtCodigo") ? control.parentWidget()->objectName()
+                                                              : control.objectName();
 }
 
 inline void pulsa(Qt::Key tecla, Qt::KeyboardModifiers con = Qt::NoModifier)
