@@ -1,14 +1,14 @@
 #pragma once
 
+#include "tests/support/Dialogo.hpp"
+#include "tests/support/Teclas.hpp"
+
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDialog>
 #include <QPointer>
 #include <QTest>
-#include <QTimer>
 
 #include <algorithm>
-#include <functional>
 
 /// Drives windows as a person does: keys go to whatever has the focus, clicks to controls found by name.
 namespace atipicos::pruebas {
@@ -68,56 +68,11 @@ inline void intro(int veces = 1)
         pulsa(Qt::Key_Return);
 }
 
-inline void teclea(const char* texto) // one character at a time: keyClicks takes Latin-1 alone
-{
-    for (const QChar caracter : QString::fromUtf8(texto)) {
-        QKeyEvent baja(QEvent::KeyPress, 0, Qt::NoModifier, QString(caracter));
-        QApplication::sendEvent(&enfocado(), &baja);
-    }
-}
+inline void teclea(const char* texto) { teclea(&enfocado(), QString::fromUtf8(texto)); }
 
 inline void clic(QWidget& ventana, const char* nombre)
 {
     QTest::mouseClick(&control<QAbstractButton>(ventana, nombre), Qt::LeftButton);
 }
-
-/// Runs `que` inside the next dialog that opens, once. Destroyed before one has opened, it fails the test.
-class AlAbrirse {
-public:
-    explicit AlAbrirse(std::function<void(QWidget&)> que)
-        : m_que(std::move(que))
-    {
-        m_reloj.setInterval(1);
-        QObject::connect(&m_reloj, &QTimer::timeout, &m_reloj, [this] { mira(); });
-        m_reloj.start();
-    }
-    AlAbrirse(const AlAbrirse&) = delete;
-    AlAbrirse& operator=(const AlAbrirse&) = delete;
-    ~AlAbrirse()
-    {
-        if (m_que)
-            QTest::qFail("no dialog has opened", __FILE__, __LINE__);
-    }
-
-private:
-    void mira()
-    {
-        QWidget* dialogo = QApplication::activeModalWidget();
-        if (dialogo == nullptr || dialogo == m_antes || QApplication::activeWindow() != dialogo
-            || QApplication::focusWidget() == nullptr)
-            return;
-        m_reloj.stop();
-        const auto que = std::exchange(m_que, nullptr);
-        const QPointer<QWidget> abierto = dialogo;
-        que(*dialogo);
-        // A check that fails leaves `que` before it has closed the dialog.
-        if (auto* colgado = qobject_cast<QDialog*>(abierto.data()); colgado && QTest::currentTestFailed())
-            colgado->done(QDialog::Rejected);
-    }
-
-    std::function<void(QWidget&)> m_que;
-    QTimer m_reloj;
-    QPointer<QWidget> m_antes = QApplication::activeModalWidget();
-};
 
 } // namespace atipicos::pruebas
