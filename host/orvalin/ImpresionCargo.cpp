@@ -19,16 +19,16 @@ void ImpresionCargo::Imprimir(Donde donde)
 {
     if (!m_conexion || !almacen || !proveedor)
         throw Error::de_ejecucion(numero_error::objeto_no_establecido, donde);
-    if (Dispositivo < dispositivo::ninguno || Dispositivo > dispositivo::fichero_pdf)
+    if (Dispositivo < qvoremp::dispositivo::ninguno || Dispositivo > qvoremp::dispositivo::fichero_pdf)
         throw Error(1000, "QVOREMP:ImpresionCargo",
             "No se conoce el dispositivo de salida " + std::to_string(Dispositivo) + ".", donde);
-    if (Dispositivo == dispositivo::ninguno)
+    if (Dispositivo == qvoremp::dispositivo::ninguno)
         return;
     const auto cargo = CargoImpreso::lee(*m_conexion, m_empresa, Ejercicio, almacen->Codigo, Codigo, donde);
     auto documento = documento_cargo(cargo, *almacen, *proveedor, *m_plantilla, m_salida->medidor(), donde);
-    if (Dispositivo == dispositivo::impresora)
+    if (Dispositivo == qvoremp::dispositivo::impresora)
         m_salida->imprime(*documento, Impresora, donde);
-    else if (Dispositivo == dispositivo::pantalla)
+    else if (Dispositivo == qvoremp::dispositivo::pantalla)
         m_salida->muestra(std::move(documento), donde);
     else
         m_salida->guarda(*documento, donde);
