@@ -13,7 +13,6 @@
 #include <QIODevice>
 
 #include <algorithm>
-#include <iostream>
 
 namespace atipicos::app {
 
@@ -164,10 +163,14 @@ namespace {
         }
     }
 
+    /// Qt's remarks on the surroundings are not for the person; what goes wrong is told by an error.
+    void calla(QtMsgType, const QMessageLogContext&, const QString&) { }
+
 }
 
 int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones)
 {
+    qInstallMessageHandler(calla);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen"); // nothing is shown: no display is asked for
     int argc = 1;
@@ -185,9 +188,6 @@ int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones)
         en_un_fichero(claves, documentos, opciones.salida);
     else
         en_una_carpeta(claves, documentos, opciones.carpeta);
-    std::cout << (claves.size() == 1 ? std::string("1 documento")
-                                     : std::to_string(claves.size()) + " documentos")
-              << " en " << (opciones.carpeta.empty() ? opciones.salida : opciones.carpeta).string() << ".\n";
     return hecho;
 }
 

@@ -46,12 +46,12 @@ namespace {
 
     void lee_emisor(CargoImpreso& cargo, Lectura& lectura, std::int16_t empresa)
     {
-        if (!lectura.abre(
-                "SELECT Nombre, NIF, Domicilio, CodigoPostal, Poblacion FROM Empresas WHERE Codigo ="
+        if (!lectura.abre("SELECT Nombre, NIF, Domicilio, CodigoPostal, Poblacion, Provincia FROM Empresas "
+                          "WHERE Codigo ="
                 + std::to_string(empresa)))
             return;
         cargo.emisor = { lectura.texto("Nombre"), lectura.texto("NIF"), lectura.texto("Domicilio"),
-            lectura.texto("CodigoPostal"), lectura.texto("Poblacion") };
+            lectura.texto("CodigoPostal"), lectura.texto("Poblacion"), lectura.texto("Provincia") };
     }
 
     void lee_lineas(CargoImpreso& cargo, Lectura& lectura, const std::string& clave)

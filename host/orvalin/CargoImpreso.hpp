@@ -34,6 +34,7 @@ struct CargoImpreso {
         std::string Domicilio;
         std::string CodigoPostal;
         std::string Poblacion;
+        std::string Provincia;
     };
 
     Emisor emisor;

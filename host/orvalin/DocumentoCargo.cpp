@@ -12,20 +12,20 @@ namespace {
         return codigo_postal + (codigo_postal.empty() || nombre.empty() ? "" : " ") + nombre;
     }
 
-    /// As few decimals as say it: "12", "12,5", "12,485".
-    std::string cantidad(Currency valor)
+    /// How many decimals, from `minimo` on, show the whole of it.
+    int decimales_de(Currency valor, int minimo)
     {
-        int decimales = 4;
-        while (decimales > 0 && Redondear(valor, decimales - 1) == valor)
-            --decimales;
-        return texto_pantalla(valor, decimales);
+        while (minimo < 4 && Redondear(valor, minimo) != valor)
+            ++minimo;
+        return minimo;
     }
 
-    std::string precio(Currency valor, int decimales)
+    /// The same for a column, so that its decimal commas stand one below the other.
+    int decimales_de(const std::vector<LineaImpresa>& lineas, Currency LineaImpresa::*columna, int minimo)
     {
-        while (decimales < 4 && Redondear(valor, decimales) != valor)
-            ++decimales; // what is multiplied is what is shown
-        return texto_pantalla(valor, decimales);
+        for (const auto& linea : lineas)
+            minimo = decimales_de(linea.*columna, minimo);
+        return minimo;
     }
 
     std::string numero_o_nada(std::int64_t numero) { return numero > 0 ? std::to_string(numero) : ""; }
@@ -40,7 +40,8 @@ DatosDocumento datos_documento(
     DatosDocumento datos;
     datos.campos = { { "emisor.nombre", emisor.Nombre }, { "emisor.nif", emisor.NIF },
         { "emisor.domicilio", emisor.Domicilio },
-        { "emisor.poblacion", poblacion(emisor.CodigoPostal, emisor.Poblacion) }, { "codigo", cargo.Codigo },
+        { "emisor.poblacion", poblacion(emisor.CodigoPostal, emisor.Poblacion) },
+        { "emisor.provincia", emisor.Provincia }, { "codigo", cargo.Codigo },
         { "fecha", cargo.Fecha.texto() }, { "almacen.codigo", std::to_string(almacen.Codigo) },
         { "almacen.nombre", almacen.Nombre }, { "almacen.domicilio", almacen.Domicilio },
         { "almacen.poblacion", poblacion(almacen.CodigoPostal, almacen.Poblacion) },
@@ -48,15 +49,18 @@ DatosDocumento datos_documento(
         { "proveedor.nif", proveedor.NIF }, { "proveedor.domicilio", proveedor.Domicilio },
         { "proveedor.poblacion", poblacion(proveedor.CodigoPostal, proveedor.Poblacion) },
         { "observaciones", cargo.Observ }, { "base", importe(cargo.Importe) },
-        { "tipo", cantidad(cargo.Impuesto) }, { "cuota", importe(cargo.Impuesto_Importe) },
+        { "tipo", texto_pantalla(cargo.Impuesto, decimales_de(cargo.Impuesto, 0)) },
+        { "cuota", importe(cargo.Impuesto_Importe) },
         { "total", importe(cargo.Importe + cargo.Impuesto_Importe) },
         { "asiento", numero_o_nada(cargo.Asiento) },
         { "previsiones", numero_o_nada(std::ssize(cargo.previsiones)) } };
+    const auto decimales_unidades = decimales_de(cargo.lineas, &LineaImpresa::Unidades, 0);
+    const auto decimales_precio = decimales_de(cargo.lineas, &LineaImpresa::Precio, cargo.DecimalesPrecio);
     auto& filas = datos.listas["lineas"];
     for (const auto& linea : cargo.lineas)
         filas.push_back({ { "articulo", numero_o_nada(linea.Articulo) }, { "descripcion", linea.Descripcion },
-            { "unidades", cantidad(linea.Unidades) },
-            { "precio", precio(linea.Precio, cargo.DecimalesPrecio) },
+            { "unidades", texto_pantalla(linea.Unidades, decimales_unidades) },
+            { "precio", texto_pantalla(linea.Precio, decimales_precio) },
             { "importe", importe(Redondear(linea.Unidades * linea.Precio, cargo.DecimalesImporte)) },
             { "observaciones", linea.Observ } });
     auto& vencimientos = datos.listas["previsiones"];
