@@ -202,10 +202,11 @@ namespace {
         throw CLI::ValidationError("--formato", "no se conoce el formato «" + valor + "».");
     }
 
-    int despacha(CLI::App& app, Todo& todo, int (*ventana)(const OpcionesVentana&))
+    int despacha(CLI::App& app, Todo& todo, const Ventanas& ventanas)
     {
         if (app.get_subcommands().empty())
-            return ventana({ todo.comunes, app.count("--empresa") > 0, app.count("--usuario") > 0 });
+            return ventanas.principal(
+                { todo.comunes, app.count("--empresa") > 0, app.count("--usuario") > 0 });
         const auto orden = app.get_subcommands().front()->get_name();
         if (orden == "crear")
             return crear(todo.comunes, todo.vacia);
@@ -229,7 +230,7 @@ namespace {
                 todo.imprimir.desde = *Date::de_texto(todo.desde);
                 todo.imprimir.hasta = *Date::de_texto(todo.hasta);
             }
-            return imprimir(todo.comunes, todo.imprimir);
+            return ventanas.imprimir(todo.comunes, todo.imprimir);
         }
         if (orden == "eliminar")
             return eliminar(todo.comunes, todo.cargo);
@@ -238,7 +239,7 @@ namespace {
 
 }
 
-int ejecuta(int argc, const char* const* argv, int (*ventana)(const OpcionesVentana&))
+int ejecuta(int argc, const char* const* argv, const Ventanas& ventanas)
 {
     std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write, told like any other
     CLI::App app("Registra cargos y abonos atípicos a proveedores y los contabiliza.", "atipicos");
@@ -248,7 +249,7 @@ int ejecuta(int argc, const char* const* argv, int (*ventana)(const OpcionesVent
     app.require_subcommand(0, 1);
     try {
         app.parse(argc, argv);
-        const int estado = despacha(app, todo, ventana);
+        const int estado = despacha(app, todo, ventanas);
         std::cout.flush();
         if (!std::cout)
             throw Error(no_hecho, "atipicos", "No se pudo escribir todo en la salida.");
