@@ -103,10 +103,7 @@ private slots:
         QCOMPARE(sala.total(), QStringLiteral("85,09"));
         sala.banco.avisos->dichos.clear();
 
-        {
-            const AlAbrirse previsiones(&Ciclo_Test::ajusta_previsiones);
-            atajo(Qt::Key_A);
-        }
+        sala.acepta(&Ciclo_Test::ajusta_previsiones);
 
         QCOMPARE(sala.avisos().size(), std::size_t{ 1 });
         QVERIFY(sala.avisos().front()
@@ -162,8 +159,7 @@ private:
     {
         EscenaEditor::teclea_cabecera("101");
         EscenaEditor::teclea_linea("", "Otro", "", "1", "10");
-        const AlAbrirse previsiones([](QWidget&) { pulsa(Qt::Key_F9); });
-        atajo(Qt::Key_A);
+        escena->acepta();
         QCOMPARE(escena->avisos().back().texto,
             std::string("Atípico AT260002 generado correctamente.\r\nAsiento: 2"));
     }

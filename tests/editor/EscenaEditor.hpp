@@ -86,6 +86,15 @@ struct EscenaEditor {
         intro(); // in the amount: accepts the line
     }
 
+    /// Presses accept, settles the forecasts, and does not print.
+    void acepta(const std::function<void(QWidget&)>& previsiones = [](QWidget&) { pulsa(Qt::Key_F9); })
+    {
+        const AlAbrirse contabilizar(previsiones, "frmCompras_Atipicos_Contabilizar");
+        const AlAbrirse impresora([](QWidget& dialogo) { clic(dialogo, "cmdCancelar"); }, "frmImpresora");
+        enfocado();
+        atajo(Qt::Key_A);
+    }
+
     [[nodiscard]] const std::vector<Mensaje>& avisos() const { return banco.avisos->dichos; }
 };
 

@@ -21,9 +21,6 @@ void pon_parametro(const Banco& banco, const std::string& clave, const std::stri
     dynamic_cast<orvalin::Empresa&>(modComun::EmpresaOrvalin()).Recargar();
 }
 
-/// Accepts the forecasts that are proposed.
-void acepta_previsiones(QWidget& /*dialogo*/) { pulsa(Qt::Key_F9); }
-
 }
 
 class frmCompras_Atipicos_Test : public QObject {
@@ -479,8 +476,7 @@ private slots:
         escena.abre();
         EscenaEditor::teclea_cabecera("104");
         EscenaEditor::teclea_linea("", "Uno", "", "1", "10");
-        const AlAbrirse previsiones(acepta_previsiones);
-        clic(*escena.form, "cmdAceptar");
+        escena.acepta();
         QCOMPARE(escena.avisos().size(), std::size_t{ 1 });
         QVERIFY(escena.avisos().front()
             == (Mensaje{ "Atípico AT260001 generado correctamente.", "¡ Atención !", Icono::informacion }));
@@ -493,12 +489,11 @@ private slots:
         EscenaEditor escena("");
         EscenaEditor::teclea_cabecera("104");
         EscenaEditor::teclea_linea("", "Uno", "", "1", "10");
-        const AlAbrirse previsiones([&](QWidget&) {
+        escena.acepta([&](QWidget&) {
             escena.c<QAbstractButton>("cmdAceptar").click(); // as a second press that came first
             pulsa(Qt::Key_F9);
         });
-        escena.c<>("cmdAceptar").setFocus();
-        intro(3);
+        escena.c<QAbstractButton>("cmdAceptar").click();
         QCOMPARE(escena.avisos().size(), std::size_t{ 1 });
         QCOMPARE(escena.banco.estado().at("Proveedores_Cargos_Atipicos"), 1);
     }
@@ -513,6 +508,22 @@ private slots:
             QApplication::sendEvent(&enfocado(), &baja);
         }
         QCOMPARE(escena.rejilla().Rows(), 2);
+    }
+
+    void a_host_that_cannot_print_is_told_so_and_the_charge_is_not_saved_twice()
+    {
+        EscenaEditor escena("");
+        EscenaEditor::teclea_cabecera("104");
+        EscenaEditor::teclea_linea("", "Uno", "", "1", "10");
+        const AlAbrirse contabilizar([](QWidget&) { pulsa(Qt::Key_F9); }, "frmCompras_Atipicos_Contabilizar");
+        const AlAbrirse impresora([](QWidget& dialogo) { clic(dialogo, "cmdAceptar"); }, "frmImpresora");
+        clic(*escena.form, "cmdAceptar");
+        QCOMPARE(escena.banco.titulos(),
+            (std::vector<std::string>{ "¡ Atención !", "frmCompras_Atipicos:Imprimir_Atipico" }));
+        QVERIFY(escena.avisos().back().texto.ends_with("La variable de objeto no está establecida"));
+        QCOMPARE(escena.rejilla().Rows(), 1);
+        QCOMPARE(escena.cinco_botones(), QStringLiteral("disabled"));
+        QCOMPARE(escena.banco.estado().at("Proveedores_Cargos_Atipicos"), 1);
     }
 
     // A charge opened for change
@@ -548,10 +559,7 @@ private slots:
         escena.rejilla().set_Row(1);
         escena.banco.avisos->respuestas = { Respuesta::Si };
         clic(*escena.form, "cmdEliminar");
-        {
-            const AlAbrirse previsiones(acepta_previsiones);
-            clic(*escena.form, "cmdAceptar");
-        }
+        escena.acepta();
         QCOMPARE(escena.avisos().back().texto,
             std::string("Atípico AT260001 generado correctamente.\r\nAsiento: 2"));
         auto estado = escena.banco.estado();
@@ -561,10 +569,7 @@ private slots:
         QVERIFY(escena.c<>("txtAlmacen").isEnabled());
         EscenaEditor::teclea_cabecera("101");
         EscenaEditor::teclea_linea("", "Nuevo", "", "1", "10");
-        {
-            const AlAbrirse previsiones(acepta_previsiones);
-            clic(*escena.form, "cmdAceptar");
-        }
+        escena.acepta();
         QCOMPARE(escena.avisos().back().texto,
             std::string("Atípico AT260002 generado correctamente.\r\nAsiento: 3"));
         estado = escena.banco.estado();

@@ -11,11 +11,13 @@
 
 namespace atipicos::pruebas {
 
-/// Runs `que` inside the next dialog that opens, once. Destroyed before one has opened, it fails the test.
+/// Runs `que` inside the next dialog that opens (with a name, the next one of that name), once. Destroyed
+/// before one has opened, it fails the test.
 class AlAbrirse {
 public:
-    explicit AlAbrirse(std::function<void(QWidget&)> que)
+    explicit AlAbrirse(std::function<void(QWidget&)> que, const char* nombre = "")
         : m_que(std::move(que))
+        , m_nombre(QLatin1String(nombre))
     {
         m_reloj.setInterval(1);
         QObject::connect(&m_reloj, &QTimer::timeout, &m_reloj, [this] { mira(); });
@@ -34,7 +36,8 @@ private:
     {
         QWidget* dialogo = QApplication::activeModalWidget();
         if (dialogo == nullptr || dialogo == m_antes || QApplication::activeWindow() != dialogo
-            || QApplication::focusWidget() == nullptr)
+            || QApplication::focusWidget() == nullptr
+            || (!m_nombre.isEmpty() && dialogo->objectName() != m_nombre))
             return;
         m_reloj.stop();
         const auto que = std::exchange(m_que, nullptr);
@@ -46,6 +49,7 @@ private:
     }
 
     std::function<void(QWidget&)> m_que;
+    QString m_nombre;
     QTimer m_reloj;
     QPointer<QWidget> m_antes = QApplication::activeModalWidget();
 };
