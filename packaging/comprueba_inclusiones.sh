@@ -49,5 +49,5 @@ while IFS= read -r fichero; do
         echo "$fichero: includes Qt"
         fallos=1
     fi
-done < <(git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp' | grep -vE '^(tests|bench)/')
+done < <(git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp' | grep -vE '^(tests|bench|demo)/')
 exit $fallos
