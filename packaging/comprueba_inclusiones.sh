@@ -37,6 +37,7 @@ while IFS= read -r fichero; do
     fi
     while IFS=: read -r linea incluido; do
         bien=0
+        [[ "$incluido" == ui_* ]] && bien=1 # what Qt makes of the form's own .ui
         for carpeta in $lista; do
             [[ "$incluido" == "$carpeta"/* ]] && bien=1
         done
