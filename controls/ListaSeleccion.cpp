@@ -3,7 +3,9 @@
 #include "controls/Anclaje.hpp"
 #include "controls/Texto.hpp"
 #include "controls/VSFlexGrid.hpp"
+#include "runtime/Formato.hpp"
 
+#include <QCollator>
 #include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -26,6 +28,25 @@ namespace {
         return plano;
     }
 
+    QString con_puntos(int cuantas) { return a_qt(texto_pantalla(Currency::de_entero(cuantas), 0)); }
+
+    /// By name, as a Spanish dictionary has it: the database may put "Á" and "Ñ" after "Z".
+    std::vector<const Ficha*> en_orden_espanol(const std::vector<Ficha>& fichas)
+    {
+        const QCollator orden(QLocale(QLocale::Spanish, QLocale::Spain));
+        std::vector<std::pair<QCollatorSortKey, const Ficha*>> claves;
+        claves.reserve(fichas.size());
+        for (const auto& ficha : fichas)
+            claves.emplace_back(orden.sortKey(a_qt(ficha.Nombre)), &ficha);
+        std::stable_sort(claves.begin(), claves.end(),
+            [](const auto& una, const auto& otra) { return una.first < otra.first; });
+        std::vector<const Ficha*> ordenadas;
+        ordenadas.reserve(claves.size());
+        for (const auto& [clave, ficha] : claves)
+            ordenadas.push_back(ficha);
+        return ordenadas;
+    }
+
 }
 
 ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& fichas, QWidget* parent)
@@ -36,8 +57,8 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
 {
     setWindowTitle(titulo);
     m_filas.reserve(fichas.size());
-    for (const auto& ficha : fichas) {
-        QString texto = a_qt(ficha.Codigo) + u'\t' + a_qt(ficha.Nombre).replace(u'\t', u' ');
+    for (const auto* ficha : en_orden_espanol(fichas)) {
+        QString texto = a_qt(ficha->Codigo) + u'\t' + a_qt(ficha->Nombre).replace(u'\t', u' ');
         QString plano = sin_tildes(texto);
         m_filas.push_back({ std::move(texto), std::move(plano) });
     }
@@ -85,7 +106,11 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
     m_filtro->setFocus();
 }
 
-QString ListaSeleccion::elegida() const { return m_lista->TextMatrix(std::max(m_lista->Row(), 0), 0); }
+QString ListaSeleccion::elegida() const
+{
+    const int fila = m_lista->Row();
+    return fila == 0 ? QString() : m_lista->TextMatrix(fila, 0);
+}
 
 void ListaSeleccion::filtra(const QString& buscado)
 {
@@ -98,10 +123,9 @@ void ListaSeleccion::filtra(const QString& buscado)
             m_lista->AddItem(fila.texto);
     m_lista->set_Redraw(true);
     m_lista->set_Row(1);
-    const auto espanol = QLocale(QLocale::Spanish, QLocale::Spain);
     m_cuantas->setText(
         QStringLiteral("%1 de %2")
-            .arg(espanol.toString(m_lista->Rows() - 1), espanol.toString(static_cast<int>(m_filas.size()))));
+            .arg(con_puntos(m_lista->Rows() - 1), con_puntos(static_cast<int>(m_filas.size()))));
 }
 
 bool ListaSeleccion::eventFilter(QObject* objeto, QEvent* evento)

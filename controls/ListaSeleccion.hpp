@@ -11,8 +11,9 @@ namespace atipicos {
 
 class VSFlexGrid;
 
-/// A list to choose from by name: what is typed narrows it at once (every word of it has to occur in code or
-/// name, whatever the case and the accents), the arrows move in it, Enter chooses, Escape gives up.
+/// A list to choose from, in order of name: what is typed narrows it at once (every word of it has to occur
+/// in code or name, whatever the case and the accents), the arrows move in it, Enter chooses, Escape gives
+/// up.
 class ListaSeleccion final : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(ListaSeleccion)

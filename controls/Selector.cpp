@@ -7,23 +7,48 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QRegularExpressionValidator>
 #include <QToolButton>
+#include <QValidator>
 
+#include <algorithm>
 #include <utility>
 
 namespace atipicos {
 
-Selector::Selector(const QString& que, QWidget* parent)
+namespace {
+
+    /// Lets nothing but a code of digits, up to the highest one, be typed or pasted.
+    class ValidadorCodigo final : public QValidator {
+    public:
+        ValidadorCodigo(std::int64_t maximo, QObject* parent)
+            : QValidator(parent)
+            , m_maximo(maximo)
+        {
+        }
+
+        State validate(QString& texto, int& /*posicion*/) const override
+        {
+            texto = texto.trimmed();
+            const bool cifras
+                = std::all_of(texto.begin(), texto.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+            return cifras && texto.size() <= 12 && texto.toLongLong() <= m_maximo ? Acceptable : Invalid;
+        }
+
+    private:
+        std::int64_t m_maximo;
+    };
+
+}
+
+Selector::Selector(const QString& que, std::int64_t maximo, QWidget* parent)
     : QWidget(parent)
     , m_que(que)
     , m_codigo(new QLineEdit(this))
     , m_boton(new QToolButton(this))
     , m_etiqueta(new QLineEdit(this))
 {
-    static const QRegularExpression cifras(QStringLiteral("[0-9]{0,12}"));
     m_codigo->setObjectName(QStringLiteral("txtCodigo"));
-    m_codigo->setValidator(new QRegularExpressionValidator(cifras, m_codigo));
+    m_codigo->setValidator(new ValidadorCodigo(maximo, m_codigo));
     m_codigo->setAlignment(Qt::AlignRight);
     m_codigo->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000000000")) + 14);
     m_codigo->installEventFilter(this);
@@ -113,21 +138,27 @@ bool Selector::Buscar()
     return hallado;
 }
 
-QString Selector::titulo_lista() const { return QStringLiteral("Buscar ") + m_que; }
+/// The code of the row chosen; empty when none was, or the list could not be read.
+QString Selector::elige_en_lista()
+{
+    std::vector<Ficha> fichas;
+    if (!trap("Selector:abre_lista", [&] { fichas = m_fuente->todas(); }))
+        return {};
+    ListaSeleccion lista(QStringLiteral("Buscar ") + m_que, fichas, this);
+    return lista.exec() == QDialog::Accepted ? lista.elegida() : QString();
+}
 
 void Selector::abre_lista()
 {
     if (!m_fuente || !isEnabled())
         return;
-    std::vector<Ficha> fichas;
-    if (!trap("Selector:abre_lista", [&] { fichas = m_fuente->todas(); }))
-        return;
-    ListaSeleccion lista(titulo_lista(), fichas, this);
-    const bool aceptada = lista.exec() == QDialog::Accepted;
+    const bool pendiente = std::exchange(m_pendiente, false); // a window over the box does not leave it
+    const QString elegida = elige_en_lista();
     m_codigo->setFocus();
-    if (!aceptada || lista.elegida().isEmpty())
+    m_pendiente = pendiente;
+    if (elegida.isEmpty())
         return;
-    set_codigo(lista.elegida());
+    set_codigo(elegida);
     Buscar();
     emit Intro();
 }

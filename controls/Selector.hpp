@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include <cstdint>
 #include <memory>
 
 class QLineEdit;
@@ -36,7 +37,8 @@ signals:
     void Intro(); ///< Enter was pressed, or a row of the list was chosen; the code has been looked up
 
 protected:
-    Selector(const QString& que, QWidget* parent); ///< `que`: what is picked, as in "el almacén"
+    /// `que`: what is picked, as in "el almacén"; a code above `maximo` cannot be typed.
+    Selector(const QString& que, std::int64_t maximo, QWidget* parent);
 
     void set_Fuente(std::shared_ptr<const FuenteFichas> fuente);
     [[nodiscard]] QString codigo() const;
@@ -46,8 +48,8 @@ protected:
 
 private:
     void abre_lista();
+    [[nodiscard]] QString elige_en_lista();
     void muestra(const QString& nombre, bool falta);
-    [[nodiscard]] QString titulo_lista() const;
 
     QString m_que;
     std::shared_ptr<const FuenteFichas> m_fuente;

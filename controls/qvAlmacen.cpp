@@ -1,9 +1,11 @@
 #include "controls/qvAlmacen.hpp"
 
+#include <limits>
+
 namespace atipicos {
 
 qvAlmacen::qvAlmacen(QWidget* parent)
-    : SelectorNumerico(QStringLiteral("el almacén"), parent)
+    : SelectorNumerico(QStringLiteral("el almacén"), std::numeric_limits<std::int16_t>::max(), parent)
 {
 }
 

@@ -1,9 +1,11 @@
 #include "controls/qvArticulo.hpp"
 
+#include <limits>
+
 namespace atipicos {
 
 qvArticulo::qvArticulo(QWidget* parent)
-    : SelectorNumerico(QStringLiteral("el artículo"), parent)
+    : SelectorNumerico(QStringLiteral("el artículo"), std::numeric_limits<std::int32_t>::max(), parent)
 {
 }
 

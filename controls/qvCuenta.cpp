@@ -5,7 +5,7 @@
 namespace atipicos {
 
 qvCuenta::qvCuenta(QWidget* parent)
-    : Selector(QStringLiteral("la cuenta"), parent)
+    : Selector(QStringLiteral("la cuenta"), 999'999'999'999, parent)
 {
 }
 

@@ -25,6 +25,7 @@ qvMaskEdBox::qvMaskEdBox(QWidget* parent)
 {
     setInputMask(QStringLiteral("99/99/9999;_"));
     setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000")) + 24);
+    connect(this, &QLineEdit::textEdited, this, &qvMaskEdBox::rellena_partes);
 }
 
 std::optional<Date> qvMaskEdBox::Fecha() const { return Date::de_texto(de_qt(text())); }
@@ -61,6 +62,20 @@ bool qvMaskEdBox::termina_parte()
     setText(texto);
     setCursorPosition(cursor + 2);
     return true;
+}
+
+/// "1_/2_/2026", pasted or typed with the arrows: pads day and month once the year is complete.
+void qvMaskEdBox::rellena_partes()
+{
+    if (cursorPosition() < displayText().size())
+        return; // still being corrected
+    const auto partes = text().split(u'/');
+    if (partes.size() != 3 || partes[0].isEmpty() || partes[1].isEmpty() || partes[2].size() != 4)
+        return;
+    const QString texto
+        = partes[0].rightJustified(2, u'0') + u'/' + partes[1].rightJustified(2, u'0') + u'/' + partes[2];
+    if (texto != text())
+        setText(texto);
 }
 
 void qvMaskEdBox::abre_calendario()

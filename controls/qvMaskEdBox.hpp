@@ -11,7 +11,8 @@ class QCalendarWidget;
 namespace atipicos {
 
 /// A box for a day, mask "##/##/####". Up and Down move one day on or back (from today when the box holds no
-/// day), Alt+Down opens a calendar, "/" ends day or month after one digit.
+/// day), Alt+Down opens a calendar, "/" ends day or month after one digit, and
+/// a pasted "1/2/2026" is padded.
 class qvMaskEdBox : public QLineEdit {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(qvMaskEdBox)
@@ -32,6 +33,7 @@ protected:
 private:
     void abre_calendario();
     void mueve(int dias);
+    void rellena_partes();
     [[nodiscard]] bool termina_parte();
 };
 

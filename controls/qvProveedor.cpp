@@ -1,9 +1,11 @@
 #include "controls/qvProveedor.hpp"
 
+#include <limits>
+
 namespace atipicos {
 
 qvProveedor::qvProveedor(QWidget* parent)
-    : SelectorNumerico(QStringLiteral("el proveedor"), parent)
+    : SelectorNumerico(QStringLiteral("el proveedor"), std::numeric_limits<std::int32_t>::max(), parent)
 {
 }
 

@@ -89,8 +89,19 @@ QString qvTextBox::texto_de(Currency valor) const
         texto_pantalla(valor, std::max(m_mostrados, std::min(decimales_necesarios(valor), m_admitidos))));
 }
 
+/// A pasted number may bear points between thousands, and no digit could be taken out of "1.234".
+void qvTextBox::quita_puntos()
+{
+    const int cursor = cursorPosition();
+    const auto puntos = text().left(cursor).count(u'.');
+    setText(text().remove(u'.'));
+    setCursorPosition(cursor - static_cast<int>(puntos));
+}
+
 void qvTextBox::tecleado()
 {
+    if (text().contains(u'.'))
+        quita_puntos();
     const Currency valor = Valor();
     if (valor == m_ultimo)
         return;
@@ -98,10 +109,13 @@ void qvTextBox::tecleado()
     emit Change();
 }
 
+/// Nothing of what was not typed changes, not even its form.
+bool qvTextBox::cambiado() const { return !isReadOnly() && !text().isEmpty() && text() != m_al_entrar; }
+
 void qvTextBox::da_forma()
 {
-    if (!isReadOnly() && isModified() && !text().isEmpty())
-        set_Valor(Valor());
+    if (cambiado())
+        setText(texto_de(Valor()).remove(u'.'));
 }
 
 void qvTextBox::cambia_signo()
@@ -109,7 +123,6 @@ void qvTextBox::cambia_signo()
     const bool habia = text().startsWith(u'-');
     const int cursor = cursorPosition();
     setText(habia ? text().mid(1) : u'-' + text());
-    setModified(true);
     setCursorPosition(std::max(cursor + (habia ? -1 : 1), 0));
     tecleado();
 }
@@ -117,18 +130,20 @@ void qvTextBox::cambia_signo()
 void qvTextBox::focusInEvent(QFocusEvent* evento)
 {
     m_ultimo = Valor();
+    m_mostrado = text();
     if (!isReadOnly())
         setText(text().remove(u'.'));
+    m_al_entrar = text();
     QLineEdit::focusInEvent(evento);
     selectAll();
 }
 
 void qvTextBox::focusOutEvent(QFocusEvent* evento)
 {
-    const bool modificado = isModified();
-    if (!isReadOnly() && !text().isEmpty()
-        && (modificado || Valor() >= Currency::de_entero(1000) || Valor() <= Currency::de_entero(-1000)))
+    if (cambiado())
         set_Valor(Valor());
+    else if (text() == m_al_entrar)
+        setText(m_mostrado);
     QLineEdit::focusOutEvent(evento);
 }
 
@@ -141,8 +156,8 @@ void qvTextBox::keyPressEvent(QKeyEvent* tecla)
         return;
     }
     if (!isReadOnly() && tecla->text() == QLatin1String("-")) {
-        if (hasSelectedText())
-            setText({});
+        if (hasSelectedText() && selectedText() == text())
+            setText({}); // a negative number instead of the one that was there
         cambia_signo();
         return;
     }

@@ -7,8 +7,8 @@
 namespace atipicos {
 
 /// A box for a number with decimal comma. The point of the keypad types the comma; a minus typed anywhere
-/// changes the sign. Left, it shows the number with points between thousands; entered, without them and all
-/// selected.
+/// changes the sign. A number can be pasted with points between thousands. Left, it shows the number with
+/// points between thousands; entered, without them and all selected.
 class qvTextBox : public QLineEdit {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(qvTextBox)
@@ -31,13 +31,17 @@ protected:
     void keyPressEvent(QKeyEvent* tecla) override;
 
 private:
+    [[nodiscard]] bool cambiado() const;
     void cambia_signo();
     void da_forma();
+    void quita_puntos();
     void tecleado();
     [[nodiscard]] QString texto_de(Currency valor) const;
 
     int m_mostrados = 2;
     int m_admitidos = 2;
+    QString m_mostrado; ///< text with which the box was entered
+    QString m_al_entrar; ///< the same without points
     Currency m_ultimo; ///< value of the last `Change`
 };
 

@@ -1,9 +1,12 @@
 #include "controls/qvTipoDocumento.hpp"
 
+#include <limits>
+
 namespace atipicos {
 
 qvTipoDocumento::qvTipoDocumento(QWidget* parent)
-    : SelectorNumerico(QStringLiteral("el tipo de documento"), parent)
+    : SelectorNumerico(
+        QStringLiteral("el tipo de documento"), std::numeric_limits<std::int16_t>::max(), parent)
 {
 }
 

@@ -1,0 +1,56 @@
+#include "controls/BuscaArticulo.hpp"
+
+#include "tests/integracion/Banco.hpp"
+
+#include <QTest>
+
+using atipicos::BuscaArticulo;
+using atipicos::Error;
+using atipicos::pruebas::Banco;
+namespace modComun = atipicos::modComun;
+
+namespace {
+
+BuscaArticulo busca()
+{
+    return { modComun::comparte_ConexionOrvalin(), modComun::comparte_EmpresaOrvalin() };
+}
+
+}
+
+class BuscaArticulo_Test : public QObject {
+    Q_OBJECT
+private slots:
+    void knows_the_account_of_an_article()
+    {
+        const Banco banco;
+        QCOMPARE(busca().CtaAtipicos(1003), std::string("75900010"));
+        QCOMPARE(busca().CtaAtipicos(1025), std::string("75900011"));
+    }
+
+    void an_article_without_one_and_no_article_have_none()
+    {
+        const Banco banco;
+        for (const int codigo : { 1001, 7, 0, -1 })
+            QCOMPARE(busca().CtaAtipicos(codigo), std::string());
+    }
+
+    void asks_for_the_articles_of_the_company()
+    {
+        const Banco banco;
+        static_cast<void>(busca().CtaAtipicos(1003));
+        QCOMPARE(banco.parte->dichas,
+            std::vector<std::string>{ "gestion OPEN SELECT CtaIngresosAtipicos FROM Articulos WHERE "
+                                      "Cod_Empresa =1 AND Codigo =1003" });
+    }
+
+    void raises_what_the_database_says()
+    {
+        const Banco banco;
+        banco.parte->falla_en = 1;
+        QVERIFY_EXCEPTION_THROWN(static_cast<void>(busca().CtaAtipicos(1003)), Error);
+    }
+};
+
+QTEST_GUILESS_MAIN(BuscaArticulo_Test)
+#include "BuscaArticulo_test.moc"

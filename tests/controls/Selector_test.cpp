@@ -1,0 +1,381 @@
+#include "controls/ListaSeleccion.hpp"
+#include "controls/qvAlmacen.hpp"
+#include "controls/qvArticulo.hpp"
+#include "controls/qvCuenta.hpp"
+#include "controls/qvProveedor.hpp"
+#include "controls/qvTipoDocumento.hpp"
+#include "controls/VSFlexGrid.hpp"
+#include "tests/controls/Ventana.hpp"
+#include "tests/integracion/Banco.hpp"
+#include "tests/support/Dialogo.hpp"
+
+#include <QSignalSpy>
+#include <QToolButton>
+
+using namespace atipicos;
+using pruebas::Banco;
+
+namespace {
+
+template <class Picker> struct Caja : pruebas::Ventana<Picker> {
+    using pruebas::Ventana<Picker>::control;
+    QSignalSpy intros{ control, &Selector::Intro };
+
+    [[nodiscard]] QLineEdit& codigo() const
+    {
+        return *control->template findChild<QLineEdit*>(QStringLiteral("txtCodigo"));
+    }
+    /// What stands beside the code.
+    [[nodiscard]] QString rotulo() const
+    {
+        return control->template findChild<QLineEdit*>(QStringLiteral("lblNombre"))->text();
+    }
+    [[nodiscard]] QToolButton& boton() const
+    {
+        return *control->template findChild<QToolButton*>(QStringLiteral("cmdBuscar"));
+    }
+    void teclea_e_intro(const char* texto)
+    {
+        this->teclea(QString::fromUtf8(texto));
+        this->pulsa(Qt::Key_Return);
+    }
+    /// Opens the list with F2; `mientras` uses it.
+    bool con_lista(const std::function<void(ListaSeleccion&)>& mientras)
+    {
+        const bool terminada
+            = pruebas::con_dialogo<ListaSeleccion>([this] { this->pulsa(Qt::Key_F2); }, mientras);
+        this->activateWindow(); // without a window manager nobody else does
+        return terminada && QTest::qWaitForWindowActive(this);
+    }
+};
+
+struct Proveedor : Caja<qvProveedor> {
+    Proveedor()
+    {
+        control->Prepara(modComun::comparte_EmpresaOrvalin(), modComun::comparte_ConexionOrvalin());
+    }
+};
+
+struct Almacen : Caja<qvAlmacen> {
+    Almacen() { control->Prepara(modComun::comparte_EmpresaOrvalin(), modComun::comparte_ConexionOrvalin()); }
+};
+
+std::function<void(ListaSeleccion&)> tecleando(const char* texto, Qt::Key final)
+{
+    return [texto, final](ListaSeleccion& lista) {
+        pruebas::teclea(lista.focusWidget(), QString::fromUtf8(texto));
+        QTest::keyClick(lista.focusWidget(), final);
+    };
+}
+
+/// From the next operation on nothing reaches the database.
+void pierde_la_conexion(const Banco& banco)
+{
+    banco.parte->falla_en = banco.parte->dichas.size() + 1;
+    banco.parte->conexion_perdida = true;
+}
+
+}
+
+class Selector_Test : public QObject {
+    Q_OBJECT
+private slots:
+    void enter_shows_the_name_of_the_code()
+    {
+        const Banco banco;
+        Proveedor caja;
+        caja.teclea_e_intro("103");
+        QCOMPARE(caja.rotulo(), QStringLiteral("Ñandú Exportaciones, S.L."));
+        QCOMPARE(caja.control->Nombre(), caja.rotulo());
+        QCOMPARE(caja.control->Codigo(), 103);
+        QVERIFY(caja.control->Elegido());
+        QCOMPARE(caja.intros.count(), 1);
+    }
+
+    void leading_zeros_do_not_matter()
+    {
+        const Banco banco;
+        Proveedor caja;
+        caja.teclea_e_intro("00104");
+        QCOMPARE(caja.control->Codigo(), 104);
+        QCOMPARE(caja.control->Nombre(), QStringLiteral("Conservas La Graciosa, S.A."));
+    }
+
+    void a_code_that_does_not_exist_is_shown_as_such()
+    {
+        const Banco banco;
+        Proveedor caja;
+        caja.teclea_e_intro("7");
+        QCOMPARE(caja.rotulo(), QStringLiteral("No existe el proveedor"));
+        QCOMPARE(caja.codigo().accessibleDescription(), caja.rotulo());
+        QCOMPARE(caja.control->Nombre(), QString());
+        QCOMPARE(caja.control->Codigo(), 7);
+        QVERIFY(!caja.control->Elegido());
+        QCOMPARE(caja.intros.count(), 1);
+        caja.codigo().selectAll();
+        caja.teclea_e_intro("104");
+        QCOMPARE(caja.rotulo(), QStringLiteral("Conservas La Graciosa, S.A."));
+        QCOMPARE(caja.codigo().accessibleDescription(), QString());
+    }
+
+    void enter_in_an_empty_box_asks_nothing()
+    {
+        const Banco banco;
+        Proveedor caja;
+        caja.pulsa(Qt::Key_Enter);
+        QCOMPARE(caja.intros.count(), 1);
+        QCOMPARE(caja.rotulo(), QString());
+        QVERIFY(caja.control->vacio());
+        QVERIFY(!caja.control->Elegido());
+        QVERIFY(banco.parte->dichas.empty());
+    }
+
+    void leaving_the_box_looks_up_what_was_typed_and_nothing_else()
+    {
+        const Banco banco;
+        Proveedor caja;
+        caja.teclea(QStringLiteral("103"));
+        QCOMPARE(caja.rotulo(), QString());
+        caja.sale();
+        QCOMPARE(caja.rotulo(), QStringLiteral("Ñandú Exportaciones, S.L."));
+        QCOMPARE(caja.intros.count(), 0);
+        QCOMPARE(banco.parte->dichas.size(), std::size_t{ 1 });
+        caja.entra();
+        caja.sale();
+        QCOMPARE(banco.parte->dichas.size(), std::size_t{ 1 });
+    }
+
+    void typing_again_takes_the_name_away()
+    {
+        const Banco banco;
+        Proveedor caja;
+        caja.teclea_e_intro("10");
+        caja.teclea(QStringLiteral("3"));
+        QCOMPARE(caja.rotulo(), QString());
+        caja.pulsa(Qt::Key_Return);
+        caja.pulsa(Qt::Key_Backspace);
+        QCOMPARE(caja.control->Nombre(), QString());
+        QVERIFY(!caja.control->Elegido());
+    }
+
+    void no_more_can_be_typed_than_fits()
+    {
+        const Banco banco;
+        Almacen corto;
+        corto.teclea(QStringLiteral("x-32768"));
+        QCOMPARE(corto.codigo().text(), QStringLiteral("3276"));
+        corto.codigo().selectAll();
+        corto.teclea(QStringLiteral("32767"));
+        QCOMPARE(corto.control->Codigo(), std::int16_t{ 32767 });
+        corto.codigo().selectAll();
+        corto.pega(QStringLiteral("65537"));
+        QCOMPARE(corto.control->Codigo(), std::int16_t{ 32767 });
+        Proveedor largo;
+        largo.teclea(QStringLiteral("2147483648"));
+        QCOMPARE(largo.codigo().text(), QStringLiteral("214748364"));
+        largo.teclea(QStringLiteral("7"));
+        QCOMPARE(largo.control->Codigo(), std::numeric_limits<std::int32_t>::max());
+    }
+
+    void a_code_is_pasted_as_it_stands_elsewhere()
+    {
+        const Banco banco;
+        Proveedor caja;
+        caja.pega(QStringLiteral(" 104\n"));
+        caja.pulsa(Qt::Key_Return);
+        QCOMPARE(caja.control->Codigo(), 104);
+        caja.codigo().selectAll();
+        caja.pega(QStringLiteral("Conservas"));
+        QCOMPARE(caja.control->Codigo(), 104);
+    }
+
+    void a_code_set_by_the_program_counts_as_chosen_and_is_named_when_asked()
+    {
+        const Banco banco;
+        Proveedor caja;
+        caja.control->set_Codigo(104);
+        QVERIFY(caja.control->Elegido());
+        QCOMPARE(caja.rotulo(), QString());
+        QVERIFY(caja.control->Buscar());
+        QCOMPARE(caja.rotulo(), QStringLiteral("Conservas La Graciosa, S.A."));
+        caja.control->set_Codigo(0);
+        QVERIFY(caja.control->vacio());
+        QVERIFY(!caja.control->Elegido());
+        QCOMPARE(caja.rotulo(), QString());
+        QVERIFY(!caja.control->Buscar());
+    }
+
+    void f2_picks_by_name_with_keys_alone()
+    {
+        const Banco banco;
+        Proveedor caja;
+        QVERIFY(caja.con_lista([](ListaSeleccion& lista) {
+            QCOMPARE(lista.windowTitle(), QStringLiteral("Buscar el proveedor"));
+            QTest::keyClicks(lista.focusWidget(), QStringLiteral("quesEria"));
+            QTest::keyClick(lista.focusWidget(), Qt::Key_Return);
+        }));
+        QCOMPARE(caja.control->Codigo(), 106);
+        QCOMPARE(caja.rotulo(), QStringLiteral("Quesería Majorera Tiscamanita"));
+        QCOMPARE(caja.intros.count(), 1);
+        QVERIFY(caja.control->Elegido());
+        QCOMPARE(caja.focusWidget(), &caja.codigo());
+    }
+
+    void giving_the_list_up_leaves_the_box_as_it_was()
+    {
+        const Banco banco;
+        Proveedor caja;
+        caja.teclea(QStringLiteral("103"));
+        QVERIFY(caja.con_lista(tecleando("quesería", Qt::Key_Escape)));
+        QVERIFY(caja.con_lista(tecleando("no hay tal cosa", Qt::Key_Return)));
+        QCOMPARE(caja.control->Codigo(), 103);
+        QCOMPARE(caja.intros.count(), 0);
+        caja.sale(); // and what was typed is still looked up
+        QCOMPARE(caja.rotulo(), QStringLiteral("Ñandú Exportaciones, S.L."));
+    }
+
+    void the_button_opens_the_list_too()
+    {
+        const Banco banco;
+        Proveedor caja;
+        QVERIFY(pruebas::con_dialogo<ListaSeleccion>(
+            [&] { QTest::mouseClick(&caja.boton(), Qt::LeftButton); }, tecleando("timple", Qt::Key_Return)));
+        QCOMPARE(caja.control->Codigo(), 113);
+    }
+
+    void a_disabled_picker_shows_its_name_and_takes_nothing()
+    {
+        const Banco banco;
+        Almacen caja;
+        caja.control->set_Codigo(3);
+        caja.control->Buscar();
+        caja.control->setEnabled(false);
+        QCOMPARE(caja.rotulo(), QStringLiteral("Arrecife"));
+        QTest::keyClicks(&caja.codigo(), QStringLiteral("1"));
+        QTest::keyClick(&caja.codigo(), Qt::Key_F2);
+        QTest::mouseClick(&caja.boton(), Qt::LeftButton);
+        QCOMPARE(caja.control->Codigo(), std::int16_t{ 3 });
+        QCOMPARE(banco.parte->dichas.size(), std::size_t{ 1 });
+    }
+
+    void a_picker_that_was_given_nothing_is_quiet()
+    {
+        const Banco banco;
+        Caja<qvAlmacen> caja;
+        caja.teclea_e_intro("1");
+        caja.pulsa(Qt::Key_F2);
+        QCOMPARE(caja.rotulo(), QString());
+        QVERIFY(!caja.control->Elegido());
+        QVERIFY(banco.titulos().empty());
+    }
+
+    void a_lost_connection_is_told_once_at_enter()
+    {
+        const Banco banco;
+        Proveedor caja;
+        pierde_la_conexion(banco);
+        caja.teclea_e_intro("103");
+        caja.sale();
+        QCOMPARE(banco.avisos->dichos.size(), std::size_t{ 1 });
+        const auto& aviso = banco.avisos->dichos[0];
+        QCOMPARE(aviso.titulo, std::string("Selector:Buscar"));
+        QVERIFY(aviso.texto.ends_with("] fallo provocado"));
+        QCOMPARE(pruebas::linea_nombrada(aviso.texto, "controls/Selector.cpp"),
+            std::string("const auto nombre = m_fuente->nombre(de_qt(codigo()));"));
+        QVERIFY(aviso.icono == Icono::critico);
+        QCOMPARE(caja.rotulo(), QString());
+        QVERIFY(!caja.control->Elegido());
+    }
+
+    void a_lost_connection_is_told_once_on_leaving()
+    {
+        const Banco banco;
+        Proveedor caja;
+        pierde_la_conexion(banco);
+        caja.teclea(QStringLiteral("103"));
+        caja.sale();
+        caja.entra();
+        caja.sale();
+        QCOMPARE(banco.titulos(), std::vector<std::string>{ "Selector:Buscar" });
+    }
+
+    void a_lost_connection_is_told_once_instead_of_the_list()
+    {
+        const Banco banco;
+        Proveedor caja;
+        pierde_la_conexion(banco);
+        caja.teclea(QStringLiteral("103"));
+        caja.pulsa(Qt::Key_F2);
+        QCOMPARE(banco.titulos(), std::vector<std::string>{ "Selector:abre_lista" });
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        QCOMPARE(caja.focusWidget(), &caja.codigo());
+    }
+
+    void warehouses_are_those_of_the_company()
+    {
+        const Banco banco;
+        Almacen caja;
+        caja.teclea_e_intro("5");
+        QCOMPARE(caja.rotulo(), QStringLiteral("Depósito sin contabilidad"));
+        int filas = 0;
+        QVERIFY(caja.con_lista([&](ListaSeleccion& lista) {
+            filas = lista.findChild<VSFlexGrid*>(QStringLiteral("vsLista"))->Rows() - 1;
+            QTest::keyClick(lista.focusWidget(), Qt::Key_Escape);
+        }));
+        QCOMPARE(filas, 5);
+    }
+
+    void suppliers_are_those_of_the_company_that_keeps_them()
+    {
+        const Banco banco;
+        modComun::set_EmpresaOrvalin(
+            std::make_shared<orvalin::Empresa>(banco.bases().orvalin, std::int16_t{ 2 }, std::int32_t{ 1 }));
+        Proveedor caja;
+        caja.teclea_e_intro("101");
+        QCOMPARE(caja.rotulo(), QStringLiteral("Aguas de Ucanca, S.A."));
+        Almacen almacen;
+        almacen.teclea_e_intro("1");
+        QCOMPARE(almacen.rotulo(), QStringLiteral("Muelle de Arrecife"));
+    }
+
+    void an_article_is_picked_by_code_and_by_name()
+    {
+        const Banco banco;
+        Caja<qvArticulo> caja;
+        caja.control->Prepara(modComun::comparte_EmpresaOrvalin(), modComun::comparte_ConexionOrvalin());
+        caja.teclea_e_intro("1030");
+        QCOMPARE(caja.rotulo(), QStringLiteral("Ron añejo 70 cl"));
+        QVERIFY(caja.con_lista(tecleando("mejillon", Qt::Key_Return)));
+        QCOMPARE(caja.control->Codigo(), 1007);
+    }
+
+    void a_document_type_is_picked_by_code_and_by_name()
+    {
+        const Banco banco;
+        Caja<qvTipoDocumento> caja;
+        caja.control->Prepara(modComun::ConexionBexmor());
+        caja.teclea_e_intro("3");
+        QCOMPARE(caja.rotulo(), QStringLiteral("Pagaré"));
+        QVERIFY(caja.con_lista(tecleando("transf", Qt::Key_Return)));
+        QCOMPARE(caja.control->Codigo(), std::int16_t{ 2 });
+    }
+
+    void an_account_is_picked_by_code_and_by_name()
+    {
+        const Banco banco;
+        Caja<qvCuenta> caja;
+        auto& contable = modComun::EmpresaBexmor();
+        contable.Ejercicio = 2026;
+        caja.control->Prepara(contable, modComun::ConexionBexmor());
+        caja.teclea_e_intro("75900010");
+        QCOMPARE(caja.rotulo(), QStringLiteral("Ingresos atípicos, bebidas"));
+        QCOMPARE(caja.control->Cuenta(), std::string("75900010"));
+        QVERIFY(caja.con_lista(tecleando("maquinaria ATIPICOS", Qt::Key_Return)));
+        QCOMPARE(caja.control->Cuenta(), std::string("75900011"));
+        caja.control->set_Cuenta("");
+        QVERIFY(caja.control->vacio());
+    }
+};
+
+QTEST_MAIN(Selector_Test)
+#include "Selector_test.moc"

@@ -1,0 +1,236 @@
+#include "controls/qvMaskEdBox.hpp"
+
+#include "tests/controls/Ventana.hpp"
+#include "tests/support/Contexto.hpp"
+
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QSignalSpy>
+#include <QTableView>
+
+using atipicos::Date;
+using atipicos::qvMaskEdBox;
+using atipicos::pruebas::dia;
+
+namespace {
+
+struct Caja : atipicos::pruebas::Ventana<qvMaskEdBox> {
+    [[nodiscard]] QString texto() const { return control->text(); }
+    [[nodiscard]] QString fecha() const
+    {
+        const auto dia_elegido = control->Fecha();
+        return dia_elegido ? QString::fromStdString(dia_elegido->texto()) : QStringLiteral("ninguna");
+    }
+    QWidget* abre_calendario()
+    {
+        pulsa(Qt::Key_Down, Qt::AltModifier);
+        return QApplication::activePopupWidget();
+    }
+};
+
+QString hoy() { return QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")); }
+
+}
+
+class qvMaskEdBox_Test : public QObject {
+    Q_OBJECT
+private slots:
+    void a_day_is_typed_data()
+    {
+        QTest::addColumn<QString>("teclas");
+        QTest::addColumn<QString>("texto");
+        QTest::addColumn<QString>("fecha");
+        const auto fila = [](const char* teclas, const char* texto, const char* fecha) {
+            QTest::newRow(teclas) << QString::fromUtf8(teclas) << QString::fromUtf8(texto)
+                                  << QString::fromUtf8(fecha);
+        };
+        fila("21112026", "21/11/2026", "21/11/2026");
+        fila("21/11/2026", "21/11/2026", "21/11/2026");
+        fila("1/2/2026", "01/02/2026", "01/02/2026");
+        fila("1-2-2026", "01/02/2026", "01/02/2026");
+        fila("1.2.2026", "01/02/2026", "01/02/2026");
+        fila("29022028", "29/02/2028", "29/02/2028");
+        fila("31022026", "31/02/2026", "ninguna");
+        fila("29022026", "29/02/2026", "ninguna");
+        fila("00012026", "00/01/2026", "ninguna");
+        fila("01132026", "01/13/2026", "ninguna");
+        fila("010226", "01/02/26", "ninguna");
+        fila("01020000", "01/02/0000", "ninguna");
+        fila("uno", "//", "ninguna");
+        fila("211120267", "21/11/2026", "21/11/2026");
+    }
+
+    void a_day_is_typed()
+    {
+        QFETCH(const QString, teclas);
+        QFETCH(const QString, texto);
+        QFETCH(const QString, fecha);
+        Caja caja;
+        caja.teclea(teclas);
+        QCOMPARE(caja.texto(), texto);
+        QCOMPARE(caja.fecha(), fecha);
+    }
+
+    void an_empty_box_holds_no_day()
+    {
+        Caja caja;
+        QCOMPARE(caja.fecha(), QStringLiteral("ninguna"));
+        caja.control->set_Fecha(dia("21/11/2026"));
+        caja.control->Limpiar();
+        QCOMPARE(caja.fecha(), QStringLiteral("ninguna"));
+        QCOMPARE(caja.texto(), QStringLiteral("//"));
+    }
+
+    void a_day_is_typed_over_the_one_that_was_there()
+    {
+        Caja caja;
+        caja.control->set_Fecha(dia("31/12/2025"));
+        caja.sale();
+        caja.entra();
+        QVERIFY(caja.control->hasSelectedText());
+        caja.teclea(QStringLiteral("1/2/2026"));
+        QCOMPARE(caja.texto(), QStringLiteral("01/02/2026"));
+    }
+
+    void one_digit_can_be_corrected()
+    {
+        Caja caja;
+        caja.control->set_Fecha(dia("21/11/2026"));
+        for (const auto tecla : { Qt::Key_Home, Qt::Key_Right, Qt::Key_Right, Qt::Key_Backspace })
+            caja.pulsa(tecla);
+        QCOMPARE(caja.fecha(), QStringLiteral("ninguna"));
+        caja.teclea(QStringLiteral("5"));
+        QCOMPARE(caja.texto(), QStringLiteral("25/11/2026"));
+        caja.pulsa(Qt::Key_Home);
+        caja.teclea(QStringLiteral("1"));
+        QCOMPARE(caja.texto(), QStringLiteral("15/11/2026"));
+    }
+
+    void a_day_is_pasted_data()
+    {
+        QTest::addColumn<QString>("pegado");
+        QTest::addColumn<QString>("texto");
+        QTest::newRow("whole") << QStringLiteral("21/11/2026") << QStringLiteral("21/11/2026");
+        QTest::newRow("digits") << QStringLiteral("21112026") << QStringLiteral("21/11/2026");
+        QTest::newRow("one digit for day and month")
+            << QStringLiteral("1/2/2026") << QStringLiteral("01/02/2026");
+        QTest::newRow("one digit for the month")
+            << QStringLiteral("21/2/2026") << QStringLiteral("21/02/2026");
+        QTest::newRow("a cell of a spreadsheet")
+            << QStringLiteral("21/11/2026\n") << QStringLiteral("21/11/2026");
+        QTest::newRow("two digits for the year") << QStringLiteral("1/2/26") << QStringLiteral("1/2/26");
+    }
+
+    void a_day_is_pasted()
+    {
+        QFETCH(const QString, pegado);
+        QFETCH(const QString, texto);
+        Caja caja;
+        caja.control->set_Fecha(dia("31/12/2025"));
+        caja.sale();
+        caja.entra();
+        caja.pega(pegado);
+        QCOMPARE(caja.texto(), texto);
+    }
+
+    void up_and_down_move_by_a_day_data()
+    {
+        QTest::addColumn<QString>("desde");
+        QTest::addColumn<int>("tecla");
+        QTest::addColumn<QString>("hasta");
+        const auto fila = [](const char* desde, Qt::Key tecla, const char* hasta) {
+            QTest::addRow("%s %s", desde, tecla == Qt::Key_Up ? "up" : "down")
+                << QString::fromUtf8(desde) << static_cast<int>(tecla) << QString::fromUtf8(hasta);
+        };
+        fila("21/11/2026", Qt::Key_Up, "22/11/2026");
+        fila("30/11/2026", Qt::Key_Up, "01/12/2026");
+        fila("31/12/2026", Qt::Key_Up, "01/01/2027");
+        fila("28/02/2026", Qt::Key_Up, "01/03/2026");
+        fila("28/02/2028", Qt::Key_Up, "29/02/2028");
+        fila("01/03/2026", Qt::Key_Down, "28/02/2026");
+        fila("01/01/2026", Qt::Key_Down, "31/12/2025");
+        fila("31/12/9999", Qt::Key_Up, "31/12/9999");
+        fila("01/01/0100", Qt::Key_Down, "01/01/0100");
+    }
+
+    void up_and_down_move_by_a_day()
+    {
+        QFETCH(const QString, desde);
+        QFETCH(const int, tecla);
+        QFETCH(const QString, hasta);
+        Caja caja;
+        caja.control->set_Fecha(dia(desde.toUtf8().constData()));
+        caja.pulsa(static_cast<Qt::Key>(tecla));
+        QCOMPARE(caja.texto(), hasta);
+    }
+
+    void from_what_is_no_day_they_begin_today()
+    {
+        for (const auto tecla : { Qt::Key_Up, Qt::Key_Down }) {
+            Caja caja;
+            caja.teclea(QStringLiteral("3102"));
+            caja.pulsa(tecla);
+            QCOMPARE(caja.texto(), hoy());
+        }
+    }
+
+    void enter_is_told_whatever_the_box_holds()
+    {
+        Caja caja;
+        QSignalSpy intros(caja.control, &qvMaskEdBox::Intro);
+        caja.pulsa(Qt::Key_Return);
+        caja.teclea(QStringLiteral("21112026"));
+        caja.pulsa(Qt::Key_Enter);
+        QCOMPARE(intros.count(), 2);
+    }
+
+    void a_day_is_chosen_in_the_calendar_by_keys()
+    {
+        Caja caja;
+        caja.control->set_Fecha(dia("30/11/2026"));
+        auto* marco = caja.abre_calendario();
+        QVERIFY(marco != nullptr);
+        const auto* calendario = marco->findChild<QCalendarWidget*>(QStringLiteral("calendario"));
+        QCOMPARE(calendario->selectedDate(), QDate(2026, 11, 30));
+        QTest::keyClick(marco->focusWidget(), Qt::Key_Right);
+        QTest::keyClick(marco->focusWidget(), Qt::Key_Down);
+        QTest::keyClick(marco->focusWidget(), Qt::Key_Return);
+        QCOMPARE(caja.texto(), QStringLiteral("08/12/2026"));
+        QTRY_VERIFY(QApplication::activePopupWidget() == nullptr);
+        QVERIFY(caja.control->hasFocus());
+    }
+
+    void escape_closes_the_calendar_and_chooses_nothing()
+    {
+        Caja caja;
+        caja.control->set_Fecha(dia("30/11/2026"));
+        auto* marco = caja.abre_calendario();
+        QTest::keyClick(marco->focusWidget(), Qt::Key_Right);
+        QTest::keyClick(marco->focusWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(QApplication::activePopupWidget() == nullptr);
+        QCOMPARE(caja.texto(), QStringLiteral("30/11/2026"));
+    }
+
+    void the_calendar_begins_today_when_there_is_no_day()
+    {
+        Caja caja;
+        auto* marco = caja.abre_calendario();
+        QTest::keyClick(marco->focusWidget(), Qt::Key_Return);
+        QCOMPARE(caja.texto(), hoy());
+    }
+
+    void a_box_to_be_read_only_does_not_change()
+    {
+        Caja caja;
+        caja.control->set_Fecha(dia("30/11/2026"));
+        caja.control->setReadOnly(true);
+        caja.teclea(QStringLiteral("1/2/2026"));
+        for (const auto tecla : { Qt::Key_Up, Qt::Key_Down })
+            caja.pulsa(tecla);
+        QVERIFY(caja.abre_calendario() == nullptr);
+        QCOMPARE(caja.texto(), QStringLiteral("30/11/2026"));
+    }
+};
+
+QTEST_MAIN(qvMaskEdBox_Test)
+#include "qvMaskEdBox_test.moc"
