@@ -13,6 +13,7 @@ namespace {
         std::shared_ptr<adodb::Connection> ConexionBexmor;
         std::shared_ptr<MsgBox> avisos;
         std::shared_ptr<Reloj> reloj;
+        std::shared_ptr<const qvoremp::Biblioteca> BibliotecaOrvalin;
     };
 
     Referencias& referencias() noexcept
@@ -55,6 +56,11 @@ void set_MsgBox(std::shared_ptr<MsgBox> avisos) noexcept { referencias().avisos 
 
 void set_Reloj(std::shared_ptr<Reloj> reloj) noexcept { referencias().reloj = std::move(reloj); }
 
+void set_BibliotecaOrvalin(std::shared_ptr<const qvoremp::Biblioteca> biblioteca) noexcept
+{
+    referencias().BibliotecaOrvalin = std::move(biblioteca);
+}
+
 const std::shared_ptr<qvoremp::Empresa>& comparte_EmpresaOrvalin(Donde donde)
 {
     return establecida(referencias().EmpresaOrvalin, donde);
@@ -79,5 +85,10 @@ const std::shared_ptr<adodb::Connection>& ConexionBexmor(Donde donde)
 MsgBox& Avisos(Donde donde) { return *establecida(referencias().avisos, donde); }
 
 Reloj& reloj(Donde donde) { return *establecida(referencias().reloj, donde); }
+
+const qvoremp::Biblioteca& BibliotecaOrvalin(Donde donde)
+{
+    return *establecida(referencias().BibliotecaOrvalin, donde);
+}
 
 } // namespace atipicos::modComun

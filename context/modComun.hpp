@@ -5,6 +5,7 @@
 #include "platform/msgbox/MsgBox.hpp"
 #include "platform/qvbxemp/Biblioteca.hpp"
 #include "platform/qvoremp/Empresa.hpp"
+#include "platform/qvoremp/ImpresionCargo.hpp"
 
 #include <memory>
 
@@ -22,6 +23,10 @@ void set_ConexionBexmor(std::shared_ptr<adodb::Connection> conexion) noexcept;
 void set_MsgBox(std::shared_ptr<MsgBox> avisos) noexcept;
 void set_Reloj(std::shared_ptr<Reloj> reloj) noexcept;
 
+/// The management library, for what is made anew at every use: warehouses, suppliers, the printing of a
+/// charge. Set once by the program that loads the component; without it nothing can be printed.
+void set_BibliotecaOrvalin(std::shared_ptr<const qvoremp::Biblioteca> biblioteca) noexcept;
+
 /// The references in force. Each raises error 91 while it has not been set.
 [[nodiscard]] qvoremp::Empresa& EmpresaOrvalin(Donde donde = Donde::aqui());
 [[nodiscard]] adodb::Connection& ConexionOrvalin(Donde donde = Donde::aqui());
@@ -32,5 +37,6 @@ void set_Reloj(std::shared_ptr<Reloj> reloj) noexcept;
 [[nodiscard]] const std::shared_ptr<adodb::Connection>& comparte_ConexionOrvalin(Donde donde = Donde::aqui());
 [[nodiscard]] MsgBox& Avisos(Donde donde = Donde::aqui());
 [[nodiscard]] Reloj& reloj(Donde donde = Donde::aqui());
+[[nodiscard]] const qvoremp::Biblioteca& BibliotecaOrvalin(Donde donde = Donde::aqui());
 
 } // namespace atipicos::modComun

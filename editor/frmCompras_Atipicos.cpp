@@ -8,6 +8,8 @@
 #include "controls/Texto.hpp"
 #include "editor/frmEditor_Comentarios.hpp"
 #include "posting/frmCompras_Atipicos_Contabilizar.hpp"
+#include "printing/frmImpresora.hpp"
+#include "printing/ImprimirAtipico.hpp"
 #include "runtime/Formato.hpp"
 #include "ui_frmCompras_Atipicos.h"
 
@@ -321,6 +323,7 @@ void frmCompras_Atipicos::cmdAceptar_Click()
         if (resultado.estado != ResultadoGuardado::Estado::Guardado)
             return;
         modComun::Avisos().mostrar(mensaje_guardado(resultado));
+        Imprimir_Atipico();
         empieza_otro();
     });
 }
@@ -352,6 +355,19 @@ std::optional<std::vector<Prevision>> frmCompras_Atipicos::pide_previsiones(cons
         previsiones.push_back({ dialogo.PrevPago_Importe(i), dialogo.PrevPago_TipoDoc(i),
             dialogo.PrevPago_Vencimiento(i), dialogo.PrevPago_Banco(i) });
     return previsiones;
+}
+
+/// Offers to print the charge that has just been saved. It traps its own errors: the charge is stored, and
+/// must not stay in the form to be stored again.
+void frmCompras_Atipicos::Imprimir_Atipico()
+{
+    trap("frmCompras_Atipicos:Imprimir_Atipico", [this] {
+        if (!hay_lineas())
+            return;
+        const auto& cargo = m_edicion.cargo();
+        ImprimirAtipico({ cargo.Cod_Ejercicio, cargo.Cod_Almacen, cargo.Codigo, cargo.Proveedor },
+            [this] { return frmImpresora::pregunta(modComun::comparte_EmpresaOrvalin(), this); });
+    });
 }
 
 void frmCompras_Atipicos::empieza_otro()

@@ -75,6 +75,7 @@ private:
     void cmdComent_Click();
     [[nodiscard]] CargoTecleado cargo_tecleado() const;
     [[nodiscard]] std::optional<std::vector<Prevision>> pide_previsiones(const Contabilizacion& datos);
+    void Imprimir_Atipico();
     void empieza_otro();
 
     void set_CincoBotones(bool habilitados);

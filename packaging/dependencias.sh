@@ -12,7 +12,7 @@ paquetes=(cmake g++ libcli11-dev libcsv-dev libsqlite3-dev libssl-dev libxlsxwri
 for para in "$@"; do
     case "$para" in
         ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
-        pruebas) paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev python3 sqlite3 unzip) ;;
+        pruebas) paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev poppler-utils python3 sqlite3 unzip) ;;
         ci) paquetes+=(clang-format clang-tidy) ;;
         *)
             echo "packaging/dependencias.sh: no se conoce «$para»" >&2

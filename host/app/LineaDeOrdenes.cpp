@@ -94,6 +94,7 @@ namespace {
         OpcionesRegistrar registrar;
         OpcionesListar listar;
         OpcionesCargo cargo;
+        OpcionesImprimir imprimir;
         bool vacia = false;
         std::string desde;
         std::string hasta;
@@ -107,6 +108,44 @@ namespace {
         orden->add_option("--usuario", comunes.usuario, "Usuario (por defecto, el primero que haya)")
             ->transform(numero);
         return orden;
+    }
+
+    void declara_imprimir(CLI::App& app, Todo& todo)
+    {
+        auto& opciones = todo.imprimir;
+        auto* imprimir
+            = comun(app.add_subcommand("imprimir", "Escribe en PDF el documento de uno o varios cargos"),
+                todo.comunes);
+        imprimir->add_option("CODIGO", opciones.codigos, "Códigos de los cargos, como AT260001");
+        imprimir->add_option("--ejercicio", opciones.ejercicio, "Ejercicio de los cargos")->transform(numero);
+        imprimir->add_option("--almacen", opciones.almacen, "Almacén de los cargos")->transform(numero);
+        imprimir->add_option("--desde", todo.desde, "En vez de códigos: los cargos desde este día")
+            ->check(dia)
+            ->type_name("DD/MM/AAAA");
+        imprimir->add_option("--hasta", todo.hasta, "y hasta éste")->check(dia)->type_name("DD/MM/AAAA");
+        imprimir->add_option("--salida", opciones.salida, "Fichero PDF en el que se escriben todos");
+        imprimir->add_option(
+            "--carpeta", opciones.carpeta, "En vez de --salida: carpeta, un fichero por cargo");
+        imprimir->add_option("--plantilla", opciones.plantilla, "Plantilla del documento");
+    }
+
+    /// Either codes with their year and warehouse or two dates; either a file or a folder.
+    void comprueba_imprimir(const Todo& todo)
+    {
+        const auto& opciones = todo.imprimir;
+        const auto falta
+            = [](const char* que) { throw CLI::RequiredError(que, CLI::ExitCodes::RequiredError); };
+        const bool con_fechas = !todo.desde.empty() || !todo.hasta.empty();
+        if (con_fechas && (!opciones.codigos.empty() || opciones.ejercicio != 0))
+            throw CLI::ValidationError("--desde", "no va con códigos ni con --ejercicio.");
+        if (con_fechas && (todo.desde.empty() || todo.hasta.empty()))
+            falta(todo.desde.empty() ? "--desde is required" : "--hasta is required");
+        if (!con_fechas && opciones.codigos.empty())
+            falta("CODIGO is required");
+        if (!con_fechas && (opciones.ejercicio == 0 || opciones.almacen == 0))
+            falta(opciones.ejercicio == 0 ? "--ejercicio is required" : "--almacen is required");
+        if (opciones.salida.empty() == opciones.carpeta.empty())
+            throw CLI::ValidationError("--salida", "se da una de las dos, --salida o --carpeta.");
     }
 
     void declara(CLI::App& app, Todo& todo)
@@ -149,6 +188,8 @@ namespace {
         agrega_cargo(*eliminar, todo.cargo);
         eliminar->add_flag("--si", todo.cargo.si, "Sin preguntar");
 
+        declara_imprimir(app, todo);
+
         comun(app.add_subcommand("verificar", "Comprueba las bases de datos enteras, sin cambiar nada"),
             todo.comunes);
     }
@@ -161,10 +202,11 @@ namespace {
         throw CLI::ValidationError("--formato", "no se conoce el formato «" + valor + "».");
     }
 
-    int despacha(CLI::App& app, Todo& todo, int (*ventana)(const OpcionesVentana&))
+    int despacha(CLI::App& app, Todo& todo, const Ventanas& ventanas)
     {
         if (app.get_subcommands().empty())
-            return ventana({ todo.comunes, app.count("--empresa") > 0, app.count("--usuario") > 0 });
+            return ventanas.principal(
+                { todo.comunes, app.count("--empresa") > 0, app.count("--usuario") > 0 });
         const auto orden = app.get_subcommands().front()->get_name();
         if (orden == "crear")
             return crear(todo.comunes, todo.vacia);
@@ -182,6 +224,14 @@ namespace {
             comprueba(todo.cargo.formato, { "texto", "json" });
             return mostrar(todo.comunes, todo.cargo);
         }
+        if (orden == "imprimir") {
+            comprueba_imprimir(todo);
+            if (!todo.desde.empty()) {
+                todo.imprimir.desde = *Date::de_texto(todo.desde);
+                todo.imprimir.hasta = *Date::de_texto(todo.hasta);
+            }
+            return ventanas.imprimir(todo.comunes, todo.imprimir);
+        }
         if (orden == "eliminar")
             return eliminar(todo.comunes, todo.cargo);
         return verificar(todo.comunes);
@@ -189,7 +239,7 @@ namespace {
 
 }
 
-int ejecuta(int argc, const char* const* argv, int (*ventana)(const OpcionesVentana&))
+int ejecuta(int argc, const char* const* argv, const Ventanas& ventanas)
 {
     std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write, told like any other
     CLI::App app("Registra cargos y abonos atípicos a proveedores y los contabiliza.", "atipicos");
@@ -199,7 +249,7 @@ int ejecuta(int argc, const char* const* argv, int (*ventana)(const OpcionesVent
     app.require_subcommand(0, 1);
     try {
         app.parse(argc, argv);
-        const int estado = despacha(app, todo, ventana);
+        const int estado = despacha(app, todo, ventanas);
         std::cout.flush();
         if (!std::cout)
             throw Error(no_hecho, "atipicos", "No se pudo escribir todo en la salida.");

@@ -4,8 +4,13 @@
 
 namespace atipicos::app {
 
-/// The program: reads the command line, runs the command (or, without one, `ventana`), and returns the exit
-/// status.
-int ejecuta(int argc, const char* const* argv, int (*ventana)(const OpcionesVentana&));
+/// What of the program is another when it was built without windows.
+struct Ventanas {
+    int (*principal)(const OpcionesVentana&); ///< when it is given no command
+    int (*imprimir)(const OpcionesComunes&, const OpcionesImprimir&);
+};
+
+/// The program: reads the command line, runs the command, and returns the exit status.
+int ejecuta(int argc, const char* const* argv, const Ventanas& ventanas);
 
 } // namespace atipicos::app

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 /// The commands of the program. Each returns its exit status (`hecho` or `no_hecho`) or raises an `Error`,
 /// which counts as refused.
@@ -42,11 +43,23 @@ struct OpcionesCargo {
     bool si = false; ///< of `eliminar`: without asking
 };
 
+struct OpcionesImprimir {
+    std::vector<std::string> codigos; ///< with `ejercicio` and `almacen`; empty: those between two dates
+    std::int16_t ejercicio = 0;
+    std::int16_t almacen = 0; ///< of the dates, 0: all
+    Date desde;
+    Date hasta;
+    std::filesystem::path salida; ///< one file for all of them
+    std::filesystem::path carpeta; ///< or a folder, for one file each
+    std::filesystem::path plantilla; ///< empty: that of the databases' folder, or the program's own
+};
+
 int crear(const OpcionesComunes& comunes, bool vacia);
 int registrar(const OpcionesComunes& comunes, const OpcionesRegistrar& opciones);
 int listar(const OpcionesComunes& comunes, const OpcionesListar& opciones);
 int mostrar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
 int eliminar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
+int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones);
 int verificar(const OpcionesComunes& comunes);
 
 } // namespace atipicos::app

@@ -2,5 +2,6 @@
 
 int main(int argc, char** argv)
 {
-    return atipicos::app::ejecuta(argc, argv, &atipicos::app::ventana_principal);
+    return atipicos::app::ejecuta(
+        argc, argv, { &atipicos::app::ventana_principal, &atipicos::app::imprimir });
 }

@@ -93,6 +93,7 @@ Currency Empresa::PorcentajeImpuesto(std::int16_t tipo, Donde donde) const
 }
 
 std::int16_t Empresa::Codigo(Donde) const { return m_codigo; }
+std::string Empresa::Nombre(Donde) const { return m_datos.Nombre; }
 int Empresa::DecimalesImporte(Donde) const { return m_datos.DecimalesImporte; }
 int Empresa::DecimalesCosto(Donde) const { return m_datos.DecimalesCosto; }
 int Empresa::DecimalesPrecio(Donde) const { return m_datos.DecimalesPrecio; }

@@ -22,11 +22,11 @@ public:
     /// Reads everything again; on an error the values are those of before.
     void Recargar(Donde donde = Donde::aqui());
 
-    [[nodiscard]] const std::string& Nombre() const noexcept { return m_datos.Nombre; }
     [[nodiscard]] const std::string& NIF() const noexcept { return m_datos.NIF; }
     [[nodiscard]] std::int32_t Usuario() const noexcept { return m_usuario; }
 
     [[nodiscard]] std::int16_t Codigo(Donde donde = Donde::aqui()) const override;
+    [[nodiscard]] std::string Nombre(Donde donde = Donde::aqui()) const override;
 
     /// The text of the key; empty when the company has no such key. "UsuarioActual" is the code of the user
     /// for whom the object was made.

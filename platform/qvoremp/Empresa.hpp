@@ -5,6 +5,7 @@
 #include "runtime/Variant.hpp"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 /// The company library of the management product, as far as the component uses it.
@@ -19,6 +20,7 @@ public:
     virtual ~Empresa() = default;
 
     [[nodiscard]] virtual std::int16_t Codigo(Donde donde = Donde::aqui()) const = 0;
+    [[nodiscard]] virtual std::string Nombre(Donde donde = Donde::aqui()) const = 0;
 
     /// The value of a configuration key; what an absent key gives is the library's business.
     [[nodiscard]] virtual Variant Parametro(std::string_view clave, Donde donde = Donde::aqui()) const = 0;

@@ -31,6 +31,7 @@ namespace {
         espera_error_91([] { static_cast<void>(modComun::ConexionBexmor()); }, __LINE__);
         espera_error_91([] { static_cast<void>(modComun::Avisos()); }, __LINE__);
         espera_error_91([] { static_cast<void>(modComun::reloj()); }, __LINE__);
+        espera_error_91([] { static_cast<void>(modComun::BibliotecaOrvalin()); }, __LINE__);
     }
 
     TEST(modComun, the_last_reference_set_wins)

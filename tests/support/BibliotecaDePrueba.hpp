@@ -25,6 +25,7 @@ public:
     mutable std::vector<std::string> preguntas; ///< configuration keys asked for, in order
 
     std::int16_t Codigo(Donde) const override { return codigo; }
+    std::string Nombre(Donde) const override { return "Empresa de prueba"; }
     Variant Parametro(std::string_view clave, Donde) const override;
     Currency PorcentajeImpuesto(std::int16_t tipo, Donde donde) const override;
     int DecimalesImporte(Donde) const override { return decimales_importe; }

@@ -67,6 +67,7 @@ void vacia_contexto()
     modComun::set_ConexionBexmor(nullptr);
     modComun::set_MsgBox(nullptr);
     modComun::set_Reloj(nullptr);
+    modComun::set_BibliotecaOrvalin(nullptr);
 }
 
 } // namespace atipicos::pruebas

@@ -1,0 +1,43 @@
+#include "controls/SalidaQt.hpp"
+
+#include "controls/EscritorPdf.hpp"
+#include "controls/ImpresoraQt.hpp"
+#include "controls/Texto.hpp"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QPrinter>
+
+#include <utility>
+
+namespace atipicos {
+
+SalidaQt::SalidaQt(Visor visor)
+    : m_visor(std::move(visor))
+{
+}
+
+void SalidaQt::imprime(const Report& report, const std::string& impresora, Donde donde)
+{
+    QPrinter elegida(busca_impresora(impresora, donde), QPrinter::HighResolution);
+    imprime_report(report, elegida, donde);
+}
+
+void SalidaQt::muestra(std::shared_ptr<const Report> report, Donde) { m_visor(std::move(report)); }
+
+void SalidaQt::guarda(const Report& report, Donde donde) { pregunta_y_guarda_pdf(report, donde); }
+
+void pregunta_y_guarda_pdf(const Report& report, Donde donde)
+{
+    auto* ventana = QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget()
+                                                                 : QApplication::activeWindow();
+    QFileDialog pregunta(
+        ventana, QStringLiteral("Guardar como PDF"), {}, QStringLiteral("Documento PDF (*.pdf)"));
+    pregunta.setAcceptMode(QFileDialog::AcceptSave);
+    pregunta.setDefaultSuffix(QStringLiteral("pdf"));
+    pregunta.selectFile(a_qt(report.titulo()).replace(u'/', u'-') + QStringLiteral(".pdf"));
+    if (pregunta.exec() == QDialog::Accepted)
+        guarda_pdf(report, pregunta.selectedFiles().constFirst(), donde);
+}
+
+} // namespace atipicos

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/report/Lienzo.hpp"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace atipicos {
+
+/// Where a report holds a text.
+struct Hallazgo {
+    std::size_t pagina = 0; ///< from 0
+    Recuadro lugar;
+
+    friend bool operator==(const Hallazgo&, const Hallazgo&) = default;
+};
+
+/// A report that is ready to be looked at or printed: a number of pages of one size.
+class Report {
+public:
+    Report() = default;
+    Report(const Report&) = delete;
+    Report& operator=(const Report&) = delete;
+    virtual ~Report() = default;
+
+    [[nodiscard]] virtual std::string titulo() const = 0; ///< as the person knows it; it names files too
+    [[nodiscard]] virtual std::size_t paginas() const = 0;
+    [[nodiscard]] virtual Tamano tamano() const = 0;
+    virtual void pinta(std::size_t pagina, Lienzo& lienzo) const = 0; ///< `pagina` from 0
+
+    /// Whether `busca` can find anything at all.
+    [[nodiscard]] virtual bool permite_buscar() const { return false; }
+    /// Where `texto` occurs, whatever its case, in the order of reading.
+    [[nodiscard]] virtual std::vector<Hallazgo> busca(std::string_view) const { return {}; }
+};
+
+} // namespace atipicos

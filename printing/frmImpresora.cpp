@@ -1,0 +1,87 @@
+#include "printing/frmImpresora.hpp"
+
+#include "context/claves.hpp"
+#include "context/trap.hpp"
+#include "ui_frmImpresora.h"
+
+#include <utility>
+
+namespace atipicos {
+
+namespace {
+
+    /// A key without a value leaves the combo as it is.
+    void preselecciona(qvDispositivo& combo, const Variant& clave)
+    {
+        if (!clave.es_nulo() && !CStr(clave).empty())
+            combo.set_Codigo(CInt(clave));
+    }
+
+}
+
+frmImpresora::frmImpresora(QWidget* parent)
+    : Formulario(parent)
+    , m_ui(std::make_unique<Ui::frmImpresora>())
+{
+    m_ui->setupUi(this);
+    connect(m_ui->cmdAceptar, &QPushButton::clicked, this, &frmImpresora::cmdAceptar_Click);
+    connect(m_ui->cmdCancelar, &QPushButton::clicked, this, &frmImpresora::cmdCancelar_Click);
+    connect(this, &QDialog::rejected, this, [this] { m_aceptado = false; }); // Escape, or the window's frame
+}
+
+frmImpresora::~frmImpresora() = default;
+
+void frmImpresora::set_EmpresaOrvalin(std::shared_ptr<qvoremp::Empresa> empresa) noexcept
+{
+    m_empresa = std::move(empresa);
+}
+
+void frmImpresora::set_Destino(DestinoImpresion destino) noexcept { m_destino = std::move(destino); }
+
+void frmImpresora::Show(int Modal, QWidget* OwnerForm)
+{
+    if (!m_cargado) {
+        setParent(OwnerForm, windowFlags());
+        trap("frmImpresora:Form_Load", [this] { Form_Load(); });
+        m_cargado = true;
+    }
+    m_aceptado = false;
+    if (Modal != 0)
+        exec();
+    else
+        show();
+}
+
+std::optional<DestinoImpresion> frmImpresora::pregunta(
+    std::shared_ptr<qvoremp::Empresa> empresa, QWidget* parent)
+{
+    frmImpresora dialogo;
+    dialogo.set_EmpresaOrvalin(std::move(empresa));
+    dialogo.Show(1, parent);
+    return dialogo.Aceptado() ? std::optional(dialogo.Destino()) : std::nullopt;
+}
+
+void frmImpresora::Form_Load()
+{
+    m_ui->cboImpresoras->Prepara();
+    m_ui->cboDispositivo_0->Prepara();
+    m_ui->cboDispositivo_1->Prepara();
+    if (!m_empresa)
+        throw Error::de_ejecucion(numero_error::objeto_no_establecido);
+    preselecciona(
+        *m_ui->cboDispositivo_0, m_empresa->Parametro(claves::Proveedores_AtipicosDispImpresoDefault));
+    preselecciona(
+        *m_ui->cboDispositivo_1, m_empresa->Parametro(claves::Proveedores_AtipicosDisp2ImpresoDefault));
+}
+
+void frmImpresora::cmdAceptar_Click()
+{
+    m_destino = { m_ui->cboImpresoras->Nombre(), m_ui->cboDispositivo_0->Codigo(),
+        m_ui->cboDispositivo_1->Codigo(), m_ui->cboImpresoras->Ajuste() };
+    m_aceptado = true;
+    accept();
+}
+
+void frmImpresora::cmdCancelar_Click() { reject(); }
+
+} // namespace atipicos
