@@ -6,9 +6,12 @@
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
 #include "controls/Avance.hpp"
+#include "controls/SinDibujar.hpp"
 #include "controls/Texto.hpp"
 #include "controls/Twips.hpp"
 #include "editor/frmCompras_Atipicos.hpp"
+#include "printing/frmImpresora.hpp"
+#include "printing/ImprimirAtipico.hpp"
 #include "runtime/Formato.hpp"
 #include "ui_frmCompras_Atipicos_Visor.h"
 
@@ -28,22 +31,6 @@ namespace {
         return modComun::Avisos().mostrar({ texto, atencion, Icono::pregunta, Botones::SiNo, Respuesta::No })
             == Respuesta::Si;
     }
-
-    /// Keeps the rows of a grid from its view while they are added.
-    class SinDibujar {
-    public:
-        explicit SinDibujar(VSFlexGrid& rejilla)
-            : m_rejilla(rejilla)
-        {
-            m_rejilla.set_Redraw(false);
-        }
-        SinDibujar(const SinDibujar&) = delete;
-        SinDibujar& operator=(const SinDibujar&) = delete;
-        ~SinDibujar() { m_rejilla.set_Redraw(true); }
-
-    private:
-        VSFlexGrid& m_rejilla;
-    };
 
     QString resumen(std::size_t cuantos, Currency importe, Currency impuesto)
     {
@@ -66,12 +53,7 @@ frmCompras_Atipicos_Visor::frmCompras_Atipicos_Visor(QWidget* parent)
     m_ui->setupUi(this);
     m_ui->txtAlmacen->set_NombreAccesible(QStringLiteral("Almacén"));
     m_ui->txtProveedor->set_NombreAccesible(QStringLiteral("Proveedor"));
-    m_ui->txtAlmacenDet->set_NombreAccesible(QStringLiteral("Almacén del atípico"));
-    m_ui->txtProveedorDet->set_NombreAccesible(QStringLiteral("Proveedor del atípico"));
-    m_ui->txtAlmacenDet->set_SoloLectura(true);
-    m_ui->txtProveedorDet->set_SoloLectura(true);
     prepara_vsCab(*m_ui->vsCab);
-    prepara_vsDetalles(*m_ui->vsDetalles);
     conecta();
 }
 
@@ -136,8 +118,7 @@ void frmCompras_Atipicos_Visor::Form_Load()
     empieza_vacio();
     const auto& empresa = modComun::comparte_EmpresaOrvalin();
     const auto& conexion = modComun::comparte_ConexionOrvalin();
-    m_ui->txtAlmacenDet->Prepara(empresa, conexion);
-    m_ui->txtProveedorDet->Prepara(empresa, conexion);
+    m_ui->tabDetalles->Prepara();
     m_ui->txtAlmacen->Prepara(empresa, conexion);
     m_ui->txtProveedor->Prepara(empresa, conexion);
     for (QWidget* selector :
@@ -149,7 +130,6 @@ void frmCompras_Atipicos_Visor::Form_Load()
 void frmCompras_Atipicos_Visor::empieza_vacio()
 {
     m_ui->vsCab->set_Rows(1);
-    m_ui->vsDetalles->set_Rows(1);
     m_ui->lblEstado->clear();
     m_ui->Tabs->setCurrentIndex(documentos);
     set_Comandos(false);
@@ -272,33 +252,13 @@ void frmCompras_Atipicos_Visor::Tabs_SelectedChanged()
 
 void frmCompras_Atipicos_Visor::Cargar_Cabecera()
 {
-    const auto& rejilla = *m_ui->vsCab;
-    const int fila = rejilla.Row();
     const auto clave = clave_elegida();
-    m_codigo = clave.Codigo;
     Ejercicio = clave.Ejercicio;
     Almacen_Inicial = clave.Almacen;
-    Proveedor_Inicial = CLng(de_qt(rejilla.TextMatrix(fila, 3)));
-    m_ui->lblCodigo->setText(QStringLiteral("Código: ") + a_qt(m_codigo));
-    m_ui->txtAlmacenDet->set_Codigo(Almacen_Inicial);
-    m_ui->txtAlmacenDet->Buscar();
-    m_ui->txtProveedorDet->set_Codigo(Proveedor_Inicial);
-    m_ui->txtProveedorDet->Buscar();
-    m_ui->txtFechaDet->setText(rejilla.TextMatrix(fila, 5));
-    atrapa("Cargar_Detalles", &frmCompras_Atipicos_Visor::Cargar_Detalles);
-}
-
-void frmCompras_Atipicos_Visor::Cargar_Detalles()
-{
-    auto& rejilla = *m_ui->vsDetalles;
-    rejilla.set_Rows(1);
-    const SinDibujar sin_dibujar(rejilla);
-    std::string fila;
-    atipicos::Cargar_Detalles({ Ejercicio, Almacen_Inicial, m_codigo }, [&](const LineaDetalle& linea) {
-        fila.clear();
-        anexa_fila(fila, linea, modComun::EmpresaOrvalin().DecimalesPrecio());
-        rejilla.AddItem(a_qt(fila));
-    });
+    Proveedor_Inicial = proveedor_elegido();
+    m_ui->tabDetalles->Cargar_Cabecera(
+        clave, Proveedor_Inicial, m_ui->vsCab->TextMatrix(m_ui->vsCab->Row(), 5));
+    m_ui->tabDetalles->Cargar_Detalles(clave);
 }
 
 bool frmCompras_Atipicos_Visor::en_detalles() const { return m_ui->Tabs->currentIndex() == detalles; }
@@ -362,11 +322,18 @@ ClaveAtipico frmCompras_Atipicos_Visor::clave_elegida() const
     return { CInt(CDate(celda(5)).anio()), CInt(celda(1)), celda(0) };
 }
 
+std::int32_t frmCompras_Atipicos_Visor::proveedor_elegido() const
+{
+    return CLng(de_qt(m_ui->vsCab->TextMatrix(m_ui->vsCab->Row(), 3).trimmed()));
+}
+
 void frmCompras_Atipicos_Visor::cmdImprimir_Click()
 {
-    const int fila = m_ui->vsCab->Row();
-    if (fila > 0 && Imprimir)
-        Imprimir(clave_elegida(), CLng(de_qt(m_ui->vsCab->TextMatrix(fila, 3))));
+    if (m_ui->vsCab->Row() < 1)
+        return;
+    const auto clave = clave_elegida();
+    ImprimirAtipico({ clave.Ejercicio, clave.Almacen, clave.Codigo, proveedor_elegido() },
+        [this] { return frmImpresora::pregunta(modComun::comparte_EmpresaOrvalin(), this); });
 }
 
 void frmCompras_Atipicos_Visor::cmdEliminar_Click()

@@ -6,9 +6,7 @@
 #include "runtime/Date.hpp"
 
 #include <cstdint>
-#include <functional>
 #include <memory>
-#include <string>
 
 class QPushButton;
 
@@ -42,9 +40,6 @@ public:
     Date Fecha_Inicial = sin_rango();
     Date Fecha_Final = sin_rango();
 
-    /// How the chosen charge and its supplier are printed; whoever opens the form sets it.
-    std::function<void(const ClaveAtipico& clave, std::int32_t proveedor)> Imprimir;
-
     /// Loads the form, unless it is loaded, and shows it; with `Modal` not 0 it returns when it is closed.
     void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
 
@@ -75,7 +70,6 @@ private:
     void vsCab_KeyPress();
     void Tabs_SelectedChanged();
     void Cargar_Cabecera();
-    void Cargar_Detalles();
     void cmdPrimero_Click();
     void cmdAnterior_Click();
     void cmdSiguiente_Click();
@@ -89,13 +83,13 @@ private:
     void cmdModificar_Click();
     void cmdEliminar_Click();
     [[nodiscard]] ClaveAtipico clave_elegida() const;
+    [[nodiscard]] std::int32_t proveedor_elegido() const;
 
     using Accion = void (frmCompras_Atipicos_Visor::*)();
     void atrapa(const char* procedimiento, Accion accion);
     void enlaza(QPushButton& boton, const char* procedimiento, Accion accion);
 
     std::unique_ptr<Ui::frmCompras_Atipicos_Visor> m_ui;
-    std::string m_codigo; ///< of the charge shown in the details, with `Ejercicio` and `Almacen_Inicial`
     bool m_cargado = false;
 };
 
