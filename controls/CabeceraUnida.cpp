@@ -47,7 +47,13 @@ QRect CabeceraUnida::celda(int columna) const
 
 void CabeceraUnida::paintSection(QPainter* pintor, const QRect& rectangulo, int columna) const
 {
-    QHeaderView::paintSection(pintor, m_unida ? celda(columna) : rectangulo, columna);
+    if (!m_unida) {
+        QHeaderView::paintSection(pintor, rectangulo, columna);
+        return;
+    }
+    const QRect cabecera = celda(columna);
+    const bool del_orden = isSortIndicatorShown() && celda(sortIndicatorSection()) == cabecera;
+    QHeaderView::paintSection(pintor, cabecera, del_orden ? sortIndicatorSection() : columna);
 }
 
 } // namespace atipicos

@@ -1,11 +1,11 @@
 #include "controls/ListaSeleccion.hpp"
 
 #include "controls/Anclaje.hpp"
+#include "controls/OrdenFilas.hpp"
 #include "controls/Texto.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "runtime/Formato.hpp"
 
-#include <QCollator>
 #include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -30,21 +30,14 @@ namespace {
 
     QString con_puntos(int cuantas) { return a_qt(texto_pantalla(Currency::de_entero(cuantas), 0)); }
 
-    /// By name, as a Spanish dictionary has it: the database may put "Á" and "Ñ" after "Z".
-    std::vector<const Ficha*> en_orden_espanol(const std::vector<Ficha>& fichas)
+    /// The database may put "Á" and "Ñ" after "Z".
+    std::vector<std::size_t> por_nombre(const std::vector<Ficha>& fichas)
     {
-        const QCollator orden(QLocale(QLocale::Spanish, QLocale::Spain));
-        std::vector<std::pair<QCollatorSortKey, const Ficha*>> claves;
-        claves.reserve(fichas.size());
+        std::vector<QString> nombres;
+        nombres.reserve(fichas.size());
         for (const auto& ficha : fichas)
-            claves.emplace_back(orden.sortKey(a_qt(ficha.Nombre)), &ficha);
-        std::stable_sort(claves.begin(), claves.end(),
-            [](const auto& una, const auto& otra) { return una.first < otra.first; });
-        std::vector<const Ficha*> ordenadas;
-        ordenadas.reserve(claves.size());
-        for (const auto& [clave, ficha] : claves)
-            ordenadas.push_back(ficha);
-        return ordenadas;
+            nombres.push_back(a_qt(ficha.Nombre));
+        return orden_de(nombres, Clase::texto, false);
     }
 
 }
@@ -58,8 +51,9 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
     setObjectName(QStringLiteral("ListaSeleccion"));
     setWindowTitle(titulo);
     m_filas.reserve(fichas.size());
-    for (const auto* ficha : en_orden_espanol(fichas)) {
-        QString texto = a_qt(ficha->Codigo) + u'\t' + a_qt(ficha->Nombre).replace(u'\t', u' ');
+    for (const auto lugar : por_nombre(fichas)) {
+        const auto& ficha = fichas[lugar];
+        QString texto = a_qt(ficha.Codigo) + u'\t' + a_qt(ficha.Nombre).replace(u'\t', u' ');
         QString plano = sin_tildes(texto);
         m_filas.push_back({ std::move(texto), std::move(plano) });
     }

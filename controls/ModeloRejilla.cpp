@@ -112,6 +112,29 @@ void ModeloRejilla::set_TextMatrix(int fila, int columna, const QString& texto)
         emit dataChanged(index(fila - 1, columna), index(fila - 1, columna));
 }
 
+void ModeloRejilla::Ordena(int columna, Clase clase, bool descendente)
+{
+    std::vector<QString> celdas;
+    celdas.reserve(m_filas.size());
+    for (const auto& fila : m_filas)
+        celdas.push_back(celda(fila, columna).toString());
+    const auto orden = orden_de(celdas, clase, descendente);
+
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    std::vector<QString> filas;
+    filas.reserve(m_filas.size());
+    std::vector<int> nuevas(m_filas.size()); // where each row has gone
+    for (const auto antes : orden) {
+        nuevas[antes] = static_cast<int>(filas.size());
+        filas.push_back(std::move(m_filas[antes]));
+    }
+    m_filas = std::move(filas);
+    const auto indices = persistentIndexList();
+    for (const auto& indice : indices)
+        changePersistentIndex(indice, index(nuevas[static_cast<std::size_t>(indice.row())], indice.column()));
+    emit layoutChanged({}, VerticalSortHint);
+}
+
 void ModeloRejilla::set_Redraw(bool activo)
 {
     m_dibuja = activo;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/OrdenFilas.hpp"
+
 #include <QAbstractTableModel>
 #include <QStringList>
 
@@ -27,6 +29,9 @@ public:
 
     [[nodiscard]] QString TextMatrix(int fila, int columna) const; ///< empty outside the grid
     void set_TextMatrix(int fila, int columna, const QString& texto); ///< a tab in `texto` becomes a blank
+
+    /// Puts the rows in order by a column; whoever holds an index keeps his row.
+    void Ordena(int columna, Clase clase, bool descendente);
 
     /// While it is off, rows that are added are kept back from the view, which gets them at once.
     void set_Redraw(bool activo);

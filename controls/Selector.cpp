@@ -98,6 +98,12 @@ bool Selector::vacio() const { return m_codigo->text().isEmpty(); }
 
 QString Selector::Nombre() const { return m_nombre; }
 
+void Selector::set_SoloLectura(bool solo_lectura)
+{
+    m_codigo->setReadOnly(solo_lectura);
+    m_boton->setVisible(!solo_lectura);
+}
+
 void Selector::set_NombreVisible(bool visible)
 {
     m_etiqueta->setVisible(visible);
@@ -167,7 +173,7 @@ bool Selector::eventFilter(QObject* objeto, QEvent* evento)
 {
     if (evento->type() == QEvent::FocusOut && m_pendiente)
         Buscar();
-    if (evento->type() != QEvent::KeyPress)
+    if (evento->type() != QEvent::KeyPress || m_codigo->isReadOnly())
         return QWidget::eventFilter(objeto, evento);
     switch (static_cast<QKeyEvent*>(evento)->key()) {
     case Qt::Key_Return:

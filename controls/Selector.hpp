@@ -30,6 +30,7 @@ public:
     /// Something is chosen: the code was found, or a program set it.
     [[nodiscard]] bool Elegido() const noexcept { return m_elegido; }
 
+    void set_SoloLectura(bool solo_lectura); ///< shows code and name; nothing can be typed or picked
     void set_NombreVisible(bool visible); ///< off: the form shows the name elsewhere
     void set_NombreAccesible(const QString& nombre); ///< what a screen reader calls the box
 

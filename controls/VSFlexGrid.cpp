@@ -41,7 +41,14 @@ void VSFlexGrid::set_Cols(int columnas)
 
 int VSFlexGrid::Rows() const { return m_modelo->Rows(); }
 
-void VSFlexGrid::set_Rows(int filas) { m_modelo->set_Rows(filas); }
+void VSFlexGrid::set_Rows(int filas)
+{
+    m_modelo->set_Rows(filas);
+    if (filas > 1)
+        return;
+    m_ordenada = -1; // what comes next has an order of its own
+    m_cabecera->setSortIndicatorShown(false);
+}
 
 int VSFlexGrid::Row() const
 {
@@ -98,6 +105,27 @@ void VSFlexGrid::set_ColAlignment(int columna, Qt::Alignment alineacion)
 void VSFlexGrid::set_ColHidden(int columna, bool oculta) { setColumnHidden(columna, oculta); }
 
 void VSFlexGrid::set_MergeRow(bool unida) { m_cabecera->set_Unida(unida); }
+
+void VSFlexGrid::set_ColOrden(int columna, Clase clase)
+{
+    if (m_ordenes.empty())
+        connect(m_cabecera, &QHeaderView::sectionClicked, this, &VSFlexGrid::ordena_por);
+    m_ordenes[columna] = clase;
+}
+
+void VSFlexGrid::ordena_por(int columna)
+{
+    if (const auto orden = m_ordenes.find(columna); orden != m_ordenes.end()) {
+        m_descendente = columna == m_ordenada && !m_descendente;
+        m_ordenada = columna;
+        m_modelo->Ordena(columna, orden->second, m_descendente);
+        if (Row() > 0)
+            scrollTo(currentIndex());
+    }
+    // The heading has moved its mark by itself, whatever was clicked.
+    m_cabecera->setSortIndicatorShown(m_ordenada >= 0);
+    m_cabecera->setSortIndicator(m_ordenada, m_descendente ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
 
 void VSFlexGrid::set_Redraw(bool activo) { m_modelo->set_Redraw(activo); }
 

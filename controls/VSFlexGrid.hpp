@@ -1,7 +1,10 @@
 #pragma once
 
+#include "controls/OrdenFilas.hpp"
+
 #include <QTableView>
 
+#include <map>
 #include <vector>
 
 namespace atipicos {
@@ -13,7 +16,8 @@ class ModeloRejilla;
 /// count from 1; columns count from 0. A line break inside a cell is shown as a blank and kept.
 ///
 /// Up, Down, Page Up, Page Down, Home and End move the chosen row (Home and End to the first and the last,
-/// with or without Ctrl); Ctrl+C copies it. Tab leaves the grid.
+/// with or without Ctrl); Ctrl+C copies it. Tab leaves the grid. A click on the heading of a column that has
+/// an order puts the rows in it, and a second one the other way round; the chosen row stays chosen.
 class VSFlexGrid : public QTableView {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(VSFlexGrid)
@@ -37,6 +41,7 @@ public:
     void set_ColAlignment(int columna, Qt::Alignment alineacion); ///< columns to the right never cut a text
     void set_ColHidden(int columna, bool oculta);
     void set_MergeRow(bool unida); ///< equal neighbours of the header row show as one
+    void set_ColOrden(int columna, Clase clase); ///< its heading puts the rows in order
     void set_Redraw(bool activo); ///< off while many rows are added
 
 signals:
@@ -48,10 +53,14 @@ protected:
 private:
     void ajusta_ancho(int fila);
     void copia() const;
+    void ordena_por(int columna);
 
     ModeloRejilla* m_modelo;
     CabeceraUnida* m_cabecera;
     std::vector<Qt::Alignment> m_alineaciones;
+    std::map<int, Clase> m_ordenes; ///< of the columns that have one
+    int m_ordenada = -1; ///< column by which the rows are in order; -1: as they were added
+    bool m_descendente = false;
     std::vector<qsizetype> m_mas_largo; ///< characters of the longest number of each column so far
 };
 

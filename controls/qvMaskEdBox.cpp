@@ -112,7 +112,8 @@ void qvMaskEdBox::focusInEvent(QFocusEvent* evento)
 void qvMaskEdBox::keyPressEvent(QKeyEvent* tecla)
 {
     if (tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter) {
-        emit Intro();
+        if (!tecla->isAutoRepeat())
+            emit Intro();
         return;
     }
     if (isReadOnly()) {

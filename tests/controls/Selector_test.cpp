@@ -258,6 +258,23 @@ private slots:
         QCOMPARE(banco.parte->dichas.size(), std::size_t{ 1 });
     }
 
+    void a_picker_to_be_read_only_takes_nothing()
+    {
+        const Banco banco;
+        Almacen caja;
+        caja.control->set_Codigo(3);
+        caja.control->Buscar();
+        caja.control->set_SoloLectura(true);
+        caja.teclea(QStringLiteral("1"));
+        caja.pulsa(Qt::Key_F2);
+        caja.pulsa(Qt::Key_Return);
+        QVERIFY(!caja.boton().isVisible());
+        QCOMPARE(caja.codigo().text(), QStringLiteral("3"));
+        QCOMPARE(caja.rotulo(), QStringLiteral("Arrecife"));
+        QCOMPARE(caja.intros.count(), 0);
+        QCOMPARE(banco.parte->dichas.size(), std::size_t{ 1 });
+    }
+
     void a_picker_that_was_given_nothing_is_quiet()
     {
         const Banco banco;

@@ -9,6 +9,7 @@
 
 using atipicos::Anclaje;
 using atipicos::CabeceraUnida;
+using atipicos::Clase;
 using atipicos::VSFlexGrid;
 
 namespace {
@@ -214,6 +215,29 @@ private slots:
         QCOMPARE(cabecera->celda(1).width(), rejilla.ColWidth(1) + rejilla.ColWidth(2));
         QCOMPARE(cabecera->celda(1), cabecera->celda(2));
         QCOMPARE(cabecera->celda(3).width(), rejilla.ColWidth(3));
+    }
+
+    void a_click_on_a_heading_orders_the_rows_and_keeps_the_chosen_one()
+    {
+        Rejilla rejilla;
+        rejilla.set_ColOrden(3, Clase::numero);
+        for (const auto* fila : { "b\t\t\t20,00", "c\t\t\t3,00", "a\t\t\t1.000,00" })
+            rejilla.AddItem(QString::fromUtf8(fila));
+        rejilla.set_Row(1);
+        auto* cabecera = rejilla.findChild<CabeceraUnida*>();
+        const auto pulsa = [&](int columna) {
+            QTest::mouseClick(cabecera->viewport(), Qt::LeftButton, {}, cabecera->celda(columna).center());
+            QString orden;
+            for (int fila = 1; fila < rejilla.Rows(); ++fila)
+                orden += rejilla.TextMatrix(fila, 0);
+            return orden + QString::number(rejilla.Row());
+        };
+        QCOMPARE(pulsa(3), QStringLiteral("cba2"));
+        QCOMPARE(pulsa(3), QStringLiteral("abc2"));
+        QCOMPARE(pulsa(3), QStringLiteral("cba2"));
+        QCOMPARE(pulsa(1), QStringLiteral("cba2")); // that column has no order
+        rejilla.set_Rows(1);
+        QVERIFY(!cabecera->isSortIndicatorShown());
     }
 
     void registered_columns_share_what_the_grid_gains()

@@ -1,0 +1,385 @@
+#include "browser/frmCompras_Atipicos_Visor.hpp"
+
+#include "browser/EliminarAtipico.hpp"
+#include "browser/frmRejillasVisor.hpp"
+#include "browser/frmUltimoFiltro.hpp"
+#include "context/modComun.hpp"
+#include "context/trap.hpp"
+#include "controls/Avance.hpp"
+#include "controls/SinDibujar.hpp"
+#include "controls/Texto.hpp"
+#include "controls/Twips.hpp"
+#include "editor/frmCompras_Atipicos.hpp"
+#include "printing/frmImpresora.hpp"
+#include "printing/ImprimirAtipico.hpp"
+#include "runtime/Formato.hpp"
+#include "ui_frmCompras_Atipicos_Visor.h"
+
+#include <QKeyEvent>
+
+namespace atipicos {
+
+namespace {
+
+    constexpr auto atencion = "¡ Atención !";
+    constexpr int documentos = 0;
+    constexpr int detalles = 1;
+    constexpr int ancho_selector = 3000; ///< twips
+
+    bool confirma(const std::string& texto)
+    {
+        return modComun::Avisos().mostrar({ texto, atencion, Icono::pregunta, Botones::SiNo, Respuesta::No })
+            == Respuesta::Si;
+    }
+
+    QString resumen(std::size_t cuantos, Currency importe, Currency impuesto)
+    {
+        if (cuantos == 0)
+            return QStringLiteral("No hay atípicos con estas condiciones.");
+        return QStringLiteral("%1 %2     Importe: %3     Impuesto: %4")
+            .arg(a_qt(texto_pantalla(Currency::de_entero(static_cast<std::int32_t>(cuantos)), 0)),
+                cuantos == 1 ? QStringLiteral("atípico") : QStringLiteral("atípicos"),
+                a_qt(texto_pantalla(importe, 2)), a_qt(texto_pantalla(impuesto, 2)));
+    }
+
+}
+
+Date frmCompras_Atipicos_Visor::sin_rango() { return Date::de_dia(1900, 1, 1).value_or(Date{}); }
+
+frmCompras_Atipicos_Visor::frmCompras_Atipicos_Visor(QWidget* parent)
+    : Formulario(parent, Qt::Window)
+    , m_ui(std::make_unique<Ui::frmCompras_Atipicos_Visor>())
+{
+    m_ui->setupUi(this);
+    m_ui->txtAlmacen->set_NombreAccesible(QStringLiteral("Almacén"));
+    m_ui->txtProveedor->set_NombreAccesible(QStringLiteral("Proveedor"));
+    prepara_vsCab(*m_ui->vsCab);
+    conecta();
+}
+
+frmCompras_Atipicos_Visor::~frmCompras_Atipicos_Visor() = default;
+
+void frmCompras_Atipicos_Visor::atrapa(const char* procedimiento, Accion accion)
+{
+    trap(std::string("frmCompras_Atipicos_Visor:") + procedimiento, [&] { (this->*accion)(); });
+}
+
+void frmCompras_Atipicos_Visor::enlaza(QPushButton& boton, const char* procedimiento, Accion accion)
+{
+    connect(&boton, &QPushButton::clicked, this,
+        [this, procedimiento, accion] { atrapa(procedimiento, accion); });
+}
+
+void frmCompras_Atipicos_Visor::conecta()
+{
+    using Form = frmCompras_Atipicos_Visor;
+    for (Selector* selector :
+        { static_cast<Selector*>(m_ui->txtAlmacen), static_cast<Selector*>(m_ui->txtProveedor) })
+        connect(selector, &Selector::Intro, this, [selector] {
+            if (selector->vacio() || selector->Elegido())
+                pasa_al_siguiente(*selector);
+        });
+    connect(m_ui->txtFechaI, &qvMaskEdBox::Intro, this, [this] { pasa_al_siguiente(*m_ui->txtFechaI); });
+    connect(m_ui->txtFechaF, &qvMaskEdBox::Intro, this,
+        [this] { atrapa("txtFechaF_KeyPress", &Form::txtFechaF_KeyPress); });
+    connect(m_ui->vsCab, &VSFlexGrid::doubleClicked, this, &Form::vsCab_KeyPress);
+    connect(m_ui->Tabs, &QTabWidget::currentChanged, this,
+        [this] { atrapa("Tabs_SelectedChanged", &Form::Tabs_SelectedChanged); });
+    enlaza(*m_ui->cmdPrimero, "cmdPrimero_Click", &Form::cmdPrimero_Click);
+    enlaza(*m_ui->cmdAnterior, "cmdAnterior_Click", &Form::cmdAnterior_Click);
+    enlaza(*m_ui->cmdSiguiente, "cmdSiguiente_Click", &Form::cmdSiguiente_Click);
+    enlaza(*m_ui->cmdUltimo, "cmdUltimo_Click", &Form::cmdUltimo_Click);
+    enlaza(*m_ui->cmdImprimir, "cmdImprimir_Click", &Form::cmdImprimir_Click);
+    enlaza(*m_ui->cmdModificar, "cmdModificar_Click", &Form::cmdModificar_Click);
+    enlaza(*m_ui->cmdEliminar, "cmdEliminar_Click", &Form::cmdEliminar_Click);
+    connect(m_ui->cmdSalir, &QPushButton::clicked, this, &QWidget::close);
+}
+
+// Search and list
+
+void frmCompras_Atipicos_Visor::Show(int Modal, QWidget* OwnerForm)
+{
+    if (!m_cargado) {
+        setParent(OwnerForm, windowFlags());
+        m_cargado = true;
+        atrapa("Form_Load", &frmCompras_Atipicos_Visor::Form_Load);
+    }
+    if (Modal != 0) {
+        exec();
+        return;
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+void frmCompras_Atipicos_Visor::Form_Load()
+{
+    empieza_vacio();
+    const auto& empresa = modComun::comparte_EmpresaOrvalin();
+    const auto& conexion = modComun::comparte_ConexionOrvalin();
+    m_ui->tabDetalles->Prepara();
+    m_ui->txtAlmacen->Prepara(empresa, conexion);
+    m_ui->txtProveedor->Prepara(empresa, conexion);
+    for (QWidget* selector :
+        { static_cast<QWidget*>(m_ui->txtAlmacen), static_cast<QWidget*>(m_ui->txtProveedor) })
+        selector->setMinimumWidth(twips_a_pixeles(ancho_selector, *selector));
+    pone_filtros();
+}
+
+void frmCompras_Atipicos_Visor::empieza_vacio()
+{
+    m_ui->vsCab->set_Rows(1);
+    m_ui->lblEstado->clear();
+    m_ui->Tabs->setCurrentIndex(documentos);
+    set_Comandos(false);
+    m_ui->txtFechaI->setFocus();
+}
+
+void frmCompras_Atipicos_Visor::pone_filtros()
+{
+    const bool hay_rango = Fecha_Final != sin_rango() && Fecha_Final.tiene_dia();
+    FiltroAtipicos abierto
+        = hay_rango || Almacen_Inicial > 0 || Proveedor_Inicial > 0 ? filtro_de_este_anio() : ultimo_filtro();
+    if (hay_rango) {
+        abierto.FechaI = Fecha_Inicial.texto();
+        abierto.FechaF = Fecha_Final.texto();
+    }
+    if (Almacen_Inicial > 0)
+        abierto.Almacen = Almacen_Inicial;
+    if (Proveedor_Inicial > 0)
+        abierto.Proveedor = Proveedor_Inicial;
+    m_ui->txtFechaI->setText(a_qt(abierto.FechaI));
+    m_ui->txtFechaF->setText(a_qt(abierto.FechaF));
+    m_ui->txtAlmacen->set_Codigo(abierto.Almacen);
+    m_ui->txtAlmacen->Buscar();
+    m_ui->txtProveedor->set_Codigo(abierto.Proveedor);
+    m_ui->txtProveedor->Buscar();
+}
+
+void frmCompras_Atipicos_Visor::Form_Unload()
+{
+    m_cargado = false;
+    emit Descargado();
+}
+
+void frmCompras_Atipicos_Visor::done(int resultado)
+{
+    if (m_cargado)
+        Form_Unload();
+    Formulario::done(resultado);
+}
+
+void frmCompras_Atipicos_Visor::reject() { done(Rejected); }
+
+FiltroAtipicos frmCompras_Atipicos_Visor::filtro() const
+{
+    return { de_qt(m_ui->txtFechaI->text()), de_qt(m_ui->txtFechaF->text()), m_ui->txtAlmacen->Codigo(),
+        m_ui->txtProveedor->Codigo() };
+}
+
+bool frmCompras_Atipicos_Visor::espera_fecha(qvMaskEdBox& caja)
+{
+    if (caja.Fecha())
+        return true;
+    modComun::Avisos().mostrar({ " Se esperaba Fecha ", atencion, Icono::informacion });
+    caja.setFocus();
+    return false;
+}
+
+/// The search, as Enter in the last box starts it; errors of the database reach the caller.
+void frmCompras_Atipicos_Visor::txtFechaF_KeyPress()
+{
+    if (!espera_fecha(*m_ui->txtFechaI) || !espera_fecha(*m_ui->txtFechaF))
+        return;
+    Cargar_Atipicos();
+    const bool hay_filas = m_ui->vsCab->Rows() > 1;
+    set_Comandos(hay_filas);
+    if (!hay_filas)
+        return;
+    m_ui->Tabs->setCurrentIndex(documentos);
+    m_ui->vsCab->setFocus();
+}
+
+/// The list changes when all of it has been read: an error on the way leaves the one that was there.
+void frmCompras_Atipicos_Visor::Cargar_Atipicos()
+{
+    std::vector<QString> filas;
+    std::string fila;
+    Currency importe;
+    Currency impuesto;
+    const FiltroAtipicos buscado = filtro();
+    atipicos::Cargar_Atipicos(buscado, [&](const CargoListado& cargo) {
+        fila.clear();
+        anexa_fila(fila, cargo);
+        filas.push_back(a_qt(fila));
+        importe += cargo.Importe;
+        impuesto += cargo.Impuesto_Importe;
+    });
+    auto& rejilla = *m_ui->vsCab;
+    rejilla.set_Rows(1);
+    {
+        const SinDibujar sin_dibujar(rejilla);
+        for (const auto& leida : filas)
+            rejilla.AddItem(leida);
+    }
+    rejilla.set_Row(1);
+    m_ui->lblEstado->setText(resumen(filas.size(), importe, impuesto));
+    m_ui->Tabs->setTabEnabled(detalles, rejilla.Rows() > 1);
+    guarda_filtro(buscado);
+}
+
+void frmCompras_Atipicos_Visor::set_Comandos(bool habilitados)
+{
+    m_ui->Tabs->setTabEnabled(detalles, habilitados);
+    for (QPushButton* boton : { m_ui->cmdImprimir, m_ui->cmdModificar, m_ui->cmdEliminar })
+        boton->setEnabled(habilitados);
+}
+
+// Details and navigation
+
+void frmCompras_Atipicos_Visor::vsCab_KeyPress()
+{
+    if (m_ui->vsCab->Row() > 0)
+        m_ui->Tabs->setCurrentIndex(detalles); // which loads them
+}
+
+void frmCompras_Atipicos_Visor::Tabs_SelectedChanged()
+{
+    if (en_detalles() && m_ui->vsCab->Row() > 0)
+        Cargar_Cabecera();
+}
+
+void frmCompras_Atipicos_Visor::Cargar_Cabecera()
+{
+    const auto clave = clave_elegida();
+    Ejercicio = clave.Ejercicio;
+    Almacen_Inicial = clave.Almacen;
+    Proveedor_Inicial = proveedor_elegido();
+    m_ui->tabDetalles->Cargar_Cabecera(
+        clave, Proveedor_Inicial, m_ui->vsCab->TextMatrix(m_ui->vsCab->Row(), 5));
+    m_ui->tabDetalles->Cargar_Detalles(clave);
+}
+
+bool frmCompras_Atipicos_Visor::en_detalles() const { return m_ui->Tabs->currentIndex() == detalles; }
+
+/// On the list the grid itself moves its row.
+void frmCompras_Atipicos_Visor::teclea_en_lista(Qt::Key tecla, Qt::KeyboardModifiers con)
+{
+    if (m_ui->vsCab->Rows() < 2)
+        return;
+    m_ui->vsCab->setFocus();
+    QKeyEvent pulsada(QEvent::KeyPress, tecla, con);
+    QCoreApplication::sendEvent(m_ui->vsCab, &pulsada);
+}
+
+void frmCompras_Atipicos_Visor::muestra_fila(int fila)
+{
+    m_ui->vsCab->set_Row(fila);
+    Cargar_Cabecera();
+}
+
+void frmCompras_Atipicos_Visor::cmdPrimero_Click()
+{
+    if (en_detalles())
+        muestra_fila(1);
+    else
+        teclea_en_lista(Qt::Key_Home, Qt::ControlModifier);
+}
+
+void frmCompras_Atipicos_Visor::cmdAnterior_Click()
+{
+    if (!en_detalles())
+        teclea_en_lista(Qt::Key_Up);
+    else if (m_ui->vsCab->Row() > 1)
+        muestra_fila(m_ui->vsCab->Row() - 1);
+}
+
+void frmCompras_Atipicos_Visor::cmdSiguiente_Click()
+{
+    if (!en_detalles())
+        teclea_en_lista(Qt::Key_Down);
+    else if (m_ui->vsCab->Row() < m_ui->vsCab->Rows() - 1)
+        muestra_fila(m_ui->vsCab->Row() + 1);
+}
+
+void frmCompras_Atipicos_Visor::cmdUltimo_Click()
+{
+    if (en_detalles())
+        muestra_fila(m_ui->vsCab->Rows() - 1);
+    else
+        teclea_en_lista(Qt::Key_End, Qt::ControlModifier);
+}
+
+// Commands
+
+/// The year is that of the charge's date.
+ClaveAtipico frmCompras_Atipicos_Visor::clave_elegida() const
+{
+    const auto& rejilla = *m_ui->vsCab;
+    const int fila = rejilla.Row();
+    const auto celda = [&](int columna) { return de_qt(rejilla.TextMatrix(fila, columna).trimmed()); };
+    return { CInt(CDate(celda(5)).anio()), CInt(celda(1)), celda(0) };
+}
+
+std::int32_t frmCompras_Atipicos_Visor::proveedor_elegido() const
+{
+    return CLng(de_qt(m_ui->vsCab->TextMatrix(m_ui->vsCab->Row(), 3).trimmed()));
+}
+
+void frmCompras_Atipicos_Visor::cmdImprimir_Click()
+{
+    if (m_ui->vsCab->Row() < 1)
+        return;
+    const auto clave = clave_elegida();
+    ImprimirAtipico({ clave.Ejercicio, clave.Almacen, clave.Codigo, proveedor_elegido() },
+        [this] { return frmImpresora::pregunta(modComun::comparte_EmpresaOrvalin(), this); });
+}
+
+void frmCompras_Atipicos_Visor::cmdEliminar_Click()
+{
+    auto& rejilla = *m_ui->vsCab;
+    const int fila = rejilla.Row();
+    if (fila < 1
+        || !confirma("Deberá ir a contabilidad y eliminar manualmente el asiento asociado "
+            + de_qt(rejilla.TextMatrix(fila, 9).trimmed())
+            + ".\r\n\r\n¿Está seguro que desea eliminar el atípico seleccionado?"))
+        return;
+    if (!EliminarAtipico(clave_elegida()))
+        return;
+    rejilla.RemoveItem(fila);
+    if (rejilla.Rows() < 2)
+        set_Comandos(false);
+    txtFechaF_KeyPress();
+}
+
+void frmCompras_Atipicos_Visor::cmdModificar_Click()
+{
+    if (m_ui->vsCab->Row() < 1
+        || !confirma(
+            "Se va a generar un nuevo asiento, asegúrese de eliminar el ya existente en Contabilidad "
+            "junto a sus previsiones de pago.\r\n\r\n¿Desea Continuar?"))
+        return;
+    m_ui->Tabs->setCurrentIndex(documentos);
+    const auto clave = clave_elegida();
+    auto& editor = frmCompras_Atipicos::compartido();
+    editor.Codigo = clave.Codigo;
+    editor.Ejercicio = clave.Ejercicio;
+    editor.Almacen = clave.Almacen;
+    editor.Show(1, this);
+    txtFechaF_KeyPress();
+}
+
+void frmCompras_Atipicos_Visor::keyPressEvent(QKeyEvent* tecla)
+{
+    const bool intro = tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter;
+    if (tecla->key() == Qt::Key_F9)
+        atrapa("cmdImprimir_Click", &frmCompras_Atipicos_Visor::cmdImprimir_Click);
+    else if (intro && m_ui->vsCab->hasFocus()) {
+        if (!tecla->isAutoRepeat()) // the Enter of the search, held down, stays in the list
+            vsCab_KeyPress();
+    } else
+        Formulario::keyPressEvent(tecla);
+}
+
+} // namespace atipicos

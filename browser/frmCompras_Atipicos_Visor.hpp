@@ -1,0 +1,96 @@
+#pragma once
+
+#include "browser/DetalleAtipico.hpp"
+#include "browser/ListaAtipicos.hpp"
+#include "controls/Formulario.hpp"
+#include "runtime/Date.hpp"
+
+#include <cstdint>
+#include <memory>
+
+class QPushButton;
+
+namespace Ui {
+class frmCompras_Atipicos_Visor;
+}
+
+namespace atipicos {
+
+class qvMaskEdBox;
+
+/// "Visor de Atípicos": lists the charges of a range of days, of one warehouse or supplier if asked for,
+/// shows the lines of the chosen one, and prints, changes or deletes it.
+///
+/// The form loads itself at each `Show`, with the filters below; without any of them it offers those of the
+/// user's last search.
+class frmCompras_Atipicos_Visor final : public Formulario {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmCompras_Atipicos_Visor)
+public:
+    /// The `Fecha_Final` that means that no range is given.
+    [[nodiscard]] static Date sin_rango();
+
+    explicit frmCompras_Atipicos_Visor(QWidget* parent = nullptr);
+    ~frmCompras_Atipicos_Visor() override;
+
+    // Filters to open with; the first three are those of the charge shown in the details from then on.
+    std::int16_t Ejercicio = 0;
+    std::int16_t Almacen_Inicial = 0; ///< below 1: all
+    std::int32_t Proveedor_Inicial = 0; ///< below 1: all
+    Date Fecha_Inicial = sin_rango();
+    Date Fecha_Final = sin_rango();
+
+    /// Loads the form, unless it is loaded, and shows it; with `Modal` not 0 it returns when it is closed.
+    void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
+
+public slots:
+    void done(int resultado) override; ///< closing unloads the form
+    void reject() override; ///< the close box
+
+signals:
+    void Descargado(); ///< the form has been unloaded
+
+protected:
+    void keyPressEvent(QKeyEvent* tecla) override;
+
+private:
+    // Search and list
+    void conecta();
+    void Form_Load();
+    void Form_Unload();
+    void empieza_vacio();
+    void pone_filtros();
+    void txtFechaF_KeyPress();
+    [[nodiscard]] static bool espera_fecha(qvMaskEdBox& caja);
+    void Cargar_Atipicos();
+    [[nodiscard]] FiltroAtipicos filtro() const;
+    void set_Comandos(bool habilitados);
+
+    // Details and navigation
+    void vsCab_KeyPress();
+    void Tabs_SelectedChanged();
+    void Cargar_Cabecera();
+    void cmdPrimero_Click();
+    void cmdAnterior_Click();
+    void cmdSiguiente_Click();
+    void cmdUltimo_Click();
+    [[nodiscard]] bool en_detalles() const;
+    void teclea_en_lista(Qt::Key tecla, Qt::KeyboardModifiers con = Qt::NoModifier);
+    void muestra_fila(int fila);
+
+    // Commands
+    void cmdImprimir_Click();
+    void cmdModificar_Click();
+    void cmdEliminar_Click();
+    [[nodiscard]] ClaveAtipico clave_elegida() const;
+    [[nodiscard]] std::int32_t proveedor_elegido() const;
+
+    using Accion = void (frmCompras_Atipicos_Visor::*)();
+    void atrapa(const char* procedimiento, Accion accion);
+    void enlaza(QPushButton& boton, const char* procedimiento, Accion accion);
+
+    std::unique_ptr<Ui::frmCompras_Atipicos_Visor> m_ui;
+    bool m_cargado = false;
+};
+
+} // namespace atipicos

@@ -1,0 +1,471 @@
+#include "browser/frmCompras_Atipicos_Visor.hpp"
+
+#include "tests/browser/EscenaVisor.hpp"
+
+#include <QHeaderView>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+using namespace atipicos;
+using pruebas::EscenaVisor;
+
+namespace {
+
+Mensaje se_esperaba_fecha() { return { " Se esperaba Fecha ", "¡ Atención !", Icono::informacion }; }
+
+std::string lista_de(const std::string& filtros, const char* desde, const char* hasta)
+{
+    return "gestion OPEN SELECT pc.* , ISNULL(prov.Nombre ,'') as Nombre_Proveedor , ISNULL(alm.Nombre ,'') "
+           "as "
+           "Nombre_Almacen,  ISNULL(usu.Nombre, '') AS Nombre_Usuario FROM Proveedores_Cargos_Atipicos pc "
+           "LEFT "
+           "JOIN Almacenes alm ON alm.Cod_Empresa = pc.Cod_Empresa AND alm.Codigo = pc.Cod_Almacen LEFT JOIN "
+           "Proveedores prov ON prov.Cod_Empresa =1 AND prov.Codigo = pc.Proveedor LEFT JOIN SGD_Usuarios "
+           "usu ON "
+           "usu.Codigo = pc.Usuario WHERE pc.Cod_Empresa =1"
+        + filtros + " AND pc.Fecha BETWEEN '" + desde + "' AND '" + hasta
+        + "' ORDER BY pc.Fecha DESC, pc.Cod_Almacen ASC, pc.Codigo DESC";
+}
+
+/// Three charges of 21/11/2026: two of warehouse 1 and one of warehouse 2.
+struct ConTresCargos : EscenaVisor {
+    ConTresCargos()
+    {
+        for (const int almacen : { 1, 2, 1 })
+            banco.guarda({}, static_cast<std::int16_t>(almacen));
+        banco.avisos->dichos.clear();
+    }
+};
+
+}
+
+class frmCompras_Atipicos_Visor_Test : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_ajustes.isValid());
+        QCoreApplication::setOrganizationName(QStringLiteral("atipicos"));
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_ajustes.path());
+    }
+
+    void init() { QSettings().clear(); }
+
+    // Opening
+
+    void opens_empty_with_its_commands_disabled()
+    {
+        EscenaVisor visor;
+        visor.abre();
+        QCOMPARE(visor.form.windowTitle(), QStringLiteral("Visor de Atípicos"));
+        QCOMPARE(visor.pestanas().tabText(0), QStringLiteral("Documentos"));
+        QCOMPARE(visor.pestanas().tabText(1), QStringLiteral("Detalles"));
+        QCOMPARE(visor.comandos(), QStringLiteral("disabled"));
+        QCOMPARE(visor.lista().Rows(), 1);
+        QCOMPARE(EscenaVisor::fila(visor.lista(), 0),
+            QStringLiteral(
+                "Código|Almacén|Almacén|Proveedor|Proveedor|Fecha|Importe|Impuesto|Impuesto|Asiento|"
+                "Usuario|Usuario|Observaciones"));
+        QCOMPARE(EscenaVisor::fila(visor.lineas(), 0),
+            QStringLiteral("Código|Artículo|Artículo|Unidades|Precio|Importe|Observaciones"));
+        for (const auto& [nombre, texto] :
+            { std::pair{ "lblFechaI", "Fecha Inicial:" }, { "lblGuion", "-" }, { "lblAlmacen", "Almacén:" },
+                { "lblProveedor", "Proveedor:" }, { "lblAlmacenDet", "Almacén:" },
+                { "lblProvDet", "Proveedor:" }, { "lblFechaDet", "Fecha:" } })
+            QCOMPARE(visor.c<QLabel>(nombre).text(), QString::fromUtf8(texto));
+        for (const auto& [nombre, texto] : { std::pair{ "cmdImprimir", "&Imprimir" },
+                 { "cmdModificar", "&Modificar" }, { "cmdEliminar", "&Eliminar" }, { "cmdSalir", "&Salir" } })
+            QCOMPARE(visor.c<QPushButton>(nombre).text(), QString::fromUtf8(texto));
+    }
+
+    void opens_with_the_filters_it_was_given()
+    {
+        EscenaVisor visor;
+        visor.form.Almacen_Inicial = 3;
+        visor.form.Proveedor_Inicial = 104;
+        visor.abre("01/02/2026", "28/02/2026");
+        QCOMPARE(visor.texto("txtFechaI"), QStringLiteral("01/02/2026"));
+        QCOMPARE(visor.texto("txtFechaF"), QStringLiteral("28/02/2026"));
+        QCOMPARE(visor.nombre("txtProveedor"), QStringLiteral("Conservas La Graciosa, S.A."));
+        QCOMPARE(visor.nombre("txtAlmacen"), QStringLiteral("Arrecife"));
+    }
+
+    void without_filters_it_opens_on_this_year()
+    {
+        EscenaVisor visor;
+        visor.abre_sin_rango();
+        QCOMPARE(visor.texto("txtFechaI"), QStringLiteral("01/01/2026"));
+        QCOMPARE(visor.texto("txtFechaF"), QStringLiteral("21/11/2026"));
+        QVERIFY(visor.codigo("txtAlmacen").text().isEmpty());
+    }
+
+    void the_last_filter_of_the_user_is_offered_again()
+    {
+        {
+            EscenaVisor visor;
+            visor.form.Almacen_Inicial = 2;
+            visor.form.Proveedor_Inicial = 104;
+            visor.abre_y_busca("01/02/2025", "21/11/2026"); // until today
+        }
+        EscenaVisor visor;
+        auto reloj = std::make_shared<pruebas::RelojDePrueba>();
+        reloj->valor = pruebas::dia("23/11/2026");
+        modComun::set_Reloj(reloj);
+        visor.abre_sin_rango();
+        QCOMPARE(visor.texto("txtFechaI"), QStringLiteral("01/02/2025"));
+        QCOMPARE(visor.texto("txtFechaF"), QStringLiteral("23/11/2026"));
+        QCOMPARE(visor.codigo("txtAlmacen").text(), QStringLiteral("2"));
+        QCOMPARE(visor.nombre("txtProveedor"), QStringLiteral("Conservas La Graciosa, S.A."));
+        visor.form.close();
+
+        modComun::set_EmpresaOrvalin(std::make_shared<orvalin::Empresa>(
+            visor.banco.bases().orvalin, std::int16_t{ 1 }, std::int32_t{ 2 })); // another user
+        visor.form.Fecha_Final = frmCompras_Atipicos_Visor::sin_rango();
+        visor.abre_sin_rango();
+        QCOMPARE(visor.texto("txtFechaI"), QStringLiteral("01/01/2026"));
+        QVERIFY(visor.codigo("txtProveedor").text().isEmpty());
+    }
+
+    void each_opening_begins_anew()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        visor.pulsa(Qt::Key_Return);
+        QCOMPARE(visor.pestanas().currentIndex(), 1);
+        visor.form.close();
+        visor.abre("01/11/2026", "15/11/2026");
+        QCOMPARE(visor.pestanas().currentIndex(), 0);
+        QCOMPARE(visor.lista().Rows(), 1);
+        QCOMPARE(visor.comandos(), QStringLiteral("disabled"));
+        QCOMPARE(visor.texto("txtFechaF"), QStringLiteral("15/11/2026"));
+        QCOMPARE(visor.estado(), QString());
+    }
+
+    void the_focus_goes_through_it_as_a_clerk_reads()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        visor.codigo("txtAlmacen").setFocus();
+        const auto recorre = [&](int cuantos) {
+            QStringList nombres;
+            for (int i = 0; i < cuantos; ++i) {
+                const auto* enfocado = visor.form.focusWidget();
+                const bool de_selector = enfocado->objectName() == QLatin1String("txtCodigo");
+                nombres << (de_selector ? enfocado->parent()->objectName() : enfocado->objectName());
+                if (enfocado->accessibleName().isEmpty() && !enfocado->inherits("QPushButton")
+                    && !enfocado->inherits("QTabBar"))
+                    nombres.back() += QStringLiteral("(nameless)");
+                visor.pulsa(Qt::Key_Tab);
+            }
+            return nombres.join(u' ');
+        };
+        const QString botones = QStringLiteral(
+            " cmdPrimero cmdAnterior cmdSiguiente cmdUltimo cmdImprimir cmdModificar cmdEliminar cmdSalir "
+            "qt_tabwidget_tabbar");
+        QCOMPARE(recorre(14), QStringLiteral("txtAlmacen txtProveedor txtFechaI txtFechaF vsCab") + botones);
+        visor.lista().setFocus();
+        visor.pulsa(Qt::Key_Return);
+        visor.codigo("txtAlmacenDet").setFocus();
+        QCOMPARE(
+            recorre(13), QStringLiteral("txtAlmacenDet txtProveedorDet txtFechaDet vsDetalles") + botones);
+    }
+
+    // Search
+
+    void a_search_is_typed_without_the_mouse()
+    {
+        ConTresCargos visor;
+        visor.abre();
+        visor.codigo("txtAlmacen").setFocus();
+        visor.banco.parte->dichas.clear();
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("2"));
+        visor.pulsa(Qt::Key_Return);
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("104"));
+        visor.pulsa(Qt::Key_Return);
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("1/1/2026"));
+        visor.pulsa(Qt::Key_Return);
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("31/12/2026"));
+        visor.pulsa(Qt::Key_Return);
+        QCOMPARE(visor.banco.parte->dichas.back(),
+            lista_de(" AND pc.Cod_Almacen =2 AND pc.Proveedor =104", "01/01/2026", "31/12/2026"));
+        QCOMPARE(visor.listados(), QStringLiteral("AT260001/2"));
+    }
+
+    void the_statement_bears_the_filters_that_are_given()
+    {
+        EscenaVisor visor;
+        visor.abre();
+        for (const auto& [almacen, proveedor, filtros] :
+            { std::tuple{ "", "", "" }, { "1", "", " AND pc.Cod_Almacen =1" },
+                { "", "104", " AND pc.Proveedor =104" }, { "0", "0", "" } }) {
+            visor.codigo("txtAlmacen").setText(QLatin1String(almacen));
+            visor.codigo("txtProveedor").setText(QLatin1String(proveedor));
+            visor.c<>("txtFechaF").setFocus();
+            visor.busca();
+            QCOMPARE(visor.banco.parte->dichas.back(), lista_de(filtros, "01/11/2026", "30/11/2026"));
+        }
+    }
+
+    void an_impossible_day_is_told_and_nothing_is_searched_data()
+    {
+        QTest::addColumn<QString>("caja");
+        QTest::addColumn<QString>("teclas");
+        QTest::newRow("31 February in the last") << QStringLiteral("txtFechaF") << QStringLiteral("31022026");
+        QTest::newRow("31 February in the first")
+            << QStringLiteral("txtFechaI") << QStringLiteral("31022026");
+        QTest::newRow("two digits for the year") << QStringLiteral("txtFechaF") << QStringLiteral("311226");
+        QTest::newRow("empty") << QStringLiteral("txtFechaI") << QString();
+    }
+
+    void an_impossible_day_is_told_and_nothing_is_searched()
+    {
+        QFETCH(const QString, caja);
+        QFETCH(const QString, teclas);
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        auto& fecha = visor.c<QLineEdit>(caja.toLatin1().constData());
+        fecha.setFocus();
+        visor.pulsa(Qt::Key_Delete); // all of it is selected
+        pruebas::teclea(&fecha, teclas);
+        visor.c<>("txtFechaF").setFocus();
+        visor.c<QLineEdit>("txtFechaF").deselect();
+        visor.busca();
+        QCOMPARE(visor.banco.avisos->dichos, std::vector{ se_esperaba_fecha() });
+        QCOMPARE(visor.form.focusWidget(), &fecha);
+        QCOMPARE(visor.lista().Rows(), 4);
+        QVERIFY(visor.banco.parte->dichas.empty());
+    }
+
+    void the_charges_found_are_listed_newest_first_with_the_first_chosen()
+    {
+        ConTresCargos visor;
+        visor.graba("VIEJO", "02/11/2026");
+        visor.abre_y_busca();
+        QCOMPARE(visor.listados(), QStringLiteral("AT260002/1 AT260001/1 AT260001/2 VIEJO/1"));
+        QCOMPARE(EscenaVisor::fila(visor.lista(), 3),
+            QStringLiteral(
+                "AT260001|2|La Orotava|104|Conservas La Graciosa, S.A.|21/11/2026|231,96|16,24|7,00 %|2|"
+                "1|Begoña Hernández|Palé dañado"));
+        QCOMPARE(visor.lista().Row(), 1);
+        QCOMPARE(visor.form.focusWidget(), &visor.lista());
+        QCOMPARE(visor.comandos(), QStringLiteral("enabled"));
+        QCOMPARE(visor.estado(), QStringLiteral("4 atípicos     Importe: 705,88     Impuesto: 48,72"));
+    }
+
+    void what_no_longer_exists_and_what_was_not_posted_gives_empty_cells()
+    {
+        EscenaVisor visor;
+        visor.graba("SINNADA", "21/11/2026", "Proveedor = 9, Cod_Almacen = 9, Usuario = 9, Asiento = -1");
+        visor.abre_y_busca();
+        QCOMPARE(EscenaVisor::fila(visor.lista(), 1),
+            QStringLiteral("SINNADA|9||9||21/11/2026|10,00|0,00|0,00 %||9||"));
+        QCOMPARE(visor.estado(), QStringLiteral("1 atípico     Importe: 10,00     Impuesto: 0,00"));
+    }
+
+    void a_search_that_finds_nothing_says_so_and_disables_the_commands()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        visor.c<QLineEdit>("txtFechaF").setFocus();
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("20112026"));
+        visor.busca();
+        QCOMPARE(visor.lista().Rows(), 1);
+        QCOMPARE(visor.comandos(), QStringLiteral("disabled"));
+        QCOMPARE(visor.estado(), QStringLiteral("No hay atípicos con estas condiciones."));
+        visor.lista().setFocus();
+        visor.pulsa(Qt::Key_Return);
+        QCOMPARE(visor.pestanas().currentIndex(), 0);
+        QVERIFY(visor.banco.titulos().empty());
+    }
+
+    void a_failing_search_is_told_and_leaves_the_list_as_it_was()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        visor.banco.parte->falla_en = 1;
+        visor.c<>("txtFechaF").setFocus();
+        visor.busca();
+        QCOMPARE(visor.banco.titulos(),
+            std::vector<std::string>{ "frmCompras_Atipicos_Visor:txtFechaF_KeyPress" });
+        QVERIFY(visor.banco.avisos->dichos[0].texto.ends_with("] fallo provocado"));
+        QCOMPARE(visor.lista().Rows(), 4);
+        QCOMPARE(visor.comandos(), QStringLiteral("enabled"));
+    }
+
+    void holding_enter_down_does_not_run_into_the_details()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        QKeyEvent repetida(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+        QCoreApplication::sendEvent(&visor.lista(), &repetida);
+        QCOMPARE(visor.pestanas().currentIndex(), 0);
+    }
+
+    // Details and navigation
+
+    void enter_and_double_click_and_the_tab_show_the_chosen_charge()
+    {
+        const auto abre_detalles = std::vector<std::function<void(EscenaVisor&)>>{
+            [](EscenaVisor& visor) { visor.pulsa(Qt::Key_Return); },
+            [](EscenaVisor& visor) {
+                const auto celda = visor.lista().visualRect(visor.lista().model()->index(2, 0)).center();
+                QTest::mouseClick(visor.lista().viewport(), Qt::LeftButton, {}, celda);
+                QTest::mouseDClick(visor.lista().viewport(), Qt::LeftButton, {}, celda);
+            },
+            [](EscenaVisor& visor) {
+                auto* barra = visor.pestanas().tabBar();
+                QTest::mouseClick(barra, Qt::LeftButton, {}, barra->tabRect(1).center());
+            },
+        };
+        for (const auto& abre : abre_detalles) {
+            ConTresCargos visor;
+            visor.abre_y_busca();
+            visor.lista().set_Row(3);
+            abre(visor);
+            QCOMPARE(visor.pestanas().currentIndex(), 1);
+            QCOMPARE(visor.c<QLabel>("lblCodigo").text(), QStringLiteral("Código: AT260001"));
+            QCOMPARE(visor.codigo("txtAlmacenDet").text(), QStringLiteral("2"));
+            QCOMPARE(visor.nombre("txtAlmacenDet"), QStringLiteral("La Orotava"));
+            QCOMPARE(visor.nombre("txtProveedorDet"), QStringLiteral("Conservas La Graciosa, S.A."));
+            QCOMPARE(visor.texto("txtFechaDet"), QStringLiteral("21/11/2026"));
+            QCOMPARE(visor.lineas().Rows(), 4);
+            QCOMPARE(EscenaVisor::fila(visor.lineas(), 1),
+                QStringLiteral("AT260001|1006|Lata abollada|12,000|5,633|67,59|"));
+            QCOMPARE(visor.form.Ejercicio, std::int16_t{ 2026 });
+            QCOMPARE(visor.form.Almacen_Inicial, std::int16_t{ 2 });
+            QCOMPARE(visor.form.Proveedor_Inicial, 104);
+            QCOMPARE(
+                visor.banco.parte->dichas.size(), std::size_t{ 3 }); // two names and the lines, once each
+            QCOMPARE(visor.banco.parte->dichas.back(),
+                std::string(
+                    "gestion OPEN  SELECT pcl.*   FROM Proveedores_Cargos_Atipicos_Lineas pcl  WHERE "
+                    "pcl.Cod_Empresa =1    AND pcl.Cod_Ejercicio =2026    AND pcl.Cod_Almacen =2    AND "
+                    "pcl.Codigo ='AT260001' ORDER BY pcl.Num_Linea "));
+        }
+    }
+
+    void the_header_of_the_details_cannot_be_changed()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        visor.pulsa(Qt::Key_Return);
+        for (auto* caja : { &visor.codigo("txtAlmacenDet"), &visor.codigo("txtProveedorDet"),
+                 &visor.c<QLineEdit>("txtFechaDet") }) {
+            const QString antes = caja->text();
+            QTest::keyClicks(caja, QStringLiteral("9"));
+            QTest::keyClick(caja, Qt::Key_F2);
+            QTest::keyClick(caja, Qt::Key_Up);
+            QCOMPARE(caja->text(), antes);
+        }
+    }
+
+    void the_amount_of_a_line_is_computed_and_a_charge_without_lines_has_none()
+    {
+        EscenaVisor visor;
+        visor.graba("SINLINEAS", "21/11/2026");
+        visor.graba("CONLINEA", "20/11/2026");
+        visor.banco.bases().orvalin->Execute("INSERT INTO Proveedores_Cargos_Atipicos_Lineas (Cod_Empresa, "
+                                             "Cod_Ejercicio, Cod_Almacen, Codigo, "
+                                             "Num_Linea, Cod_Articulo, Descripcion, Unidades, Precio, "
+                                             "Observ) VALUES (1, 2026, 1, 'CONLINEA', 1, "
+                                             "1001, 'Rotas', 2.5, 3, 'dos'||char(13)||char(10)||'líneas')");
+        visor.abre_y_busca();
+        visor.pulsa(Qt::Key_Return);
+        QCOMPARE(visor.lineas().Rows(), 1);
+        visor.clic("cmdSiguiente");
+        QCOMPARE(EscenaVisor::fila(visor.lineas(), 1),
+            QStringLiteral("CONLINEA|1001|Rotas|2,500|3,000|7,50|dos\r\nlíneas"));
+    }
+
+    void on_the_details_the_buttons_go_from_charge_to_charge()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        visor.pulsa(Qt::Key_Return);
+        const auto tras = [&](const char* boton) {
+            visor.clic(boton);
+            return QString::number(visor.lista().Row()) + visor.c<QLabel>("lblCodigo").text();
+        };
+        const auto consultas = visor.banco.parte->dichas.size();
+        QCOMPARE(tras("cmdAnterior"), QStringLiteral("1Código: AT260002"));
+        QCOMPARE(visor.banco.parte->dichas.size(), consultas); // nothing before the first
+        QCOMPARE(tras("cmdSiguiente"), QStringLiteral("2Código: AT260001"));
+        QCOMPARE(tras("cmdAnterior"), QStringLiteral("1Código: AT260002"));
+        QCOMPARE(tras("cmdUltimo"), QStringLiteral("3Código: AT260001"));
+        QCOMPARE(visor.nombre("txtAlmacenDet"), QStringLiteral("La Orotava"));
+        visor.banco.parte->dichas.clear();
+        QCOMPARE(tras("cmdSiguiente"), QStringLiteral("3Código: AT260001"));
+        QVERIFY(visor.banco.parte->dichas.empty()); // nothing after the last
+        QCOMPARE(tras("cmdPrimero"), QStringLiteral("1Código: AT260002"));
+        QCOMPARE(visor.pestanas().currentIndex(), 1);
+    }
+
+    void on_the_list_the_buttons_move_the_chosen_row()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        const auto tras = [&](const char* boton) {
+            visor.clic(boton);
+            return visor.lista().Row();
+        };
+        QCOMPARE(tras("cmdAnterior"), 1);
+        QCOMPARE(tras("cmdSiguiente"), 2);
+        QCOMPARE(tras("cmdUltimo"), 3);
+        QCOMPARE(tras("cmdSiguiente"), 3);
+        QCOMPARE(tras("cmdAnterior"), 2);
+        QCOMPARE(tras("cmdPrimero"), 1);
+        QCOMPARE(visor.form.focusWidget(), &visor.lista());
+        QCOMPARE(visor.pestanas().currentIndex(), 0);
+        QVERIFY(visor.banco.parte->dichas.empty());
+    }
+
+    void the_buttons_do_nothing_in_an_empty_list()
+    {
+        EscenaVisor visor;
+        visor.abre();
+        auto* enfocada = visor.form.focusWidget();
+        for (const auto* boton : { "cmdPrimero", "cmdAnterior", "cmdSiguiente", "cmdUltimo" })
+            visor.c<QPushButton>(boton).click();
+        QCOMPARE(visor.lista().Row(), 0);
+        QCOMPARE(visor.form.focusWidget(), enfocada);
+    }
+
+    void a_failing_read_of_the_lines_is_told()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        visor.banco.parte->falla_en = 3;
+        visor.pulsa(Qt::Key_Return);
+        QCOMPARE(
+            visor.banco.titulos(), std::vector<std::string>{ "frmCompras_Atipicos_Visor:Cargar_Detalles" });
+        QCOMPARE(visor.lineas().Rows(), 1);
+        visor.clic("cmdSiguiente");
+        QCOMPARE(visor.lineas().Rows(), 4);
+    }
+
+    // Order by heading
+
+    void a_heading_orders_the_list_and_commands_act_on_the_chosen_charge()
+    {
+        ConTresCargos visor;
+        visor.graba("CARO", "02/11/2026", "Importe = 5000");
+        visor.abre_y_busca();
+        auto* cabecera = visor.lista().horizontalHeader();
+        const QPoint importe(cabecera->sectionViewportPosition(6) + 10, cabecera->height() / 2);
+        QTest::mouseClick(cabecera->viewport(), Qt::LeftButton, {}, importe);
+        QTest::mouseClick(cabecera->viewport(), Qt::LeftButton, {}, importe);
+        QCOMPARE(visor.listados(), QStringLiteral("CARO/1 AT260002/1 AT260001/1 AT260001/2"));
+        QCOMPARE(visor.lista().Row(), 2); // the same charge as before
+        visor.clic("cmdAnterior");
+        visor.pulsa(Qt::Key_Return);
+        QCOMPARE(visor.c<QLabel>("lblCodigo").text(), QStringLiteral("Código: CARO"));
+    }
+
+private:
+    QTemporaryDir m_ajustes;
+};
+
+QTEST_MAIN(frmCompras_Atipicos_Visor_Test)
+#include "frmCompras_Atipicos_Visor_test.moc"
