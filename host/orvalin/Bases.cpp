@@ -1,5 +1,6 @@
 #include "host/orvalin/Bases.hpp"
 
+#include "engines/sql/Guion.hpp"
 #include "engines/sqlite/Connection.hpp"
 #include "host/sql/Guiones.hpp"
 
@@ -65,7 +66,7 @@ namespace {
         const auto conexion = sqlite::Connection::Abrir({ .fichero = fichero, .crear = true }, donde);
         conexion->BeginTrans(donde);
         for (const auto guion : guiones)
-            conexion->ejecuta_guion(guion, donde);
+            sql::ejecuta_guion(*conexion, guion, donde);
         conexion->CommitTrans(donde);
     }
 

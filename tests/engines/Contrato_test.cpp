@@ -1,4 +1,5 @@
 // What every engine must do. An engine joins by describing itself in `motores()`.
+#include "engines/sql/Guion.hpp"
 #include "engines/sqlite/Connection.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 
@@ -32,16 +33,18 @@ namespace {
         CREATE TABLE Valores (Id INT NOT NULL PRIMARY KEY, Corto SMALLINT, Largo INT, Dinero MONEY, Fecha DATETIME,
                               Marca BIT, Texto NVARCHAR(1000)))";
 
+    constexpr auto cuentas = "CREATE TABLE Cuentas (Cuenta NVARCHAR(12) NOT NULL PRIMARY KEY, Alta DATETIME);"
+                             "INSERT INTO Cuentas (Cuenta, Alta) VALUES ('40000017', '21/11/2026')";
+
     std::vector<Motor> motores()
     {
         Motor sqlite;
         sqlite.nombre = "sqlite";
         sqlite.crea = [](const auto& carpeta) {
-            sqlite::Connection::Abrir({ .fichero = carpeta / "uno.db", .crear = true })
-                ->ejecuta_guion(tablas);
-            sqlite::Connection::Abrir({ .fichero = carpeta / "dos.db", .crear = true })
-                ->ejecuta_guion("CREATE TABLE Cuentas (Cuenta NVARCHAR(12) PRIMARY KEY, Alta DATETIME);"
-                                "INSERT INTO Cuentas (Cuenta, Alta) VALUES ('40000017', '21/11/2026')");
+            const auto uno = sqlite::Connection::Abrir({ .fichero = carpeta / "uno.db", .crear = true });
+            sql::ejecuta_guion(*uno, tablas);
+            const auto dos = sqlite::Connection::Abrir({ .fichero = carpeta / "dos.db", .crear = true });
+            sql::ejecuta_guion(*dos, cuentas);
         };
         sqlite.abre = [](const auto& carpeta, auto espera) {
             return sqlite::Connection::Abrir({ .fichero = carpeta / "uno.db",
