@@ -40,8 +40,11 @@ namespace {
     {
         if (!opciones.plantilla.empty())
             return orvalin::Plantilla::de_fichero(opciones.plantilla);
-        const auto propia = comunes.datos / "documento_cargo.json";
-        return fs::exists(propia) ? orvalin::Plantilla::de_fichero(propia) : orvalin::Plantilla::de_serie();
+        const auto lugar = comunes.lugar();
+        const auto propia = lugar.carpeta() / "documento_cargo.json";
+        return lugar.clase() == orvalin::Lugar::Clase::carpeta && fs::exists(propia)
+            ? orvalin::Plantilla::de_fichero(propia)
+            : orvalin::Plantilla::de_serie();
     }
 
     /// The documents of charges, each read and laid out when it is asked for.

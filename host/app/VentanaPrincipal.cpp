@@ -51,7 +51,9 @@ namespace {
 
     int abre(const OpcionesVentana& opciones)
     {
-        if (!tiene_bases(opciones.comunes.datos) && !ofrece_crear_bases(opciones.comunes.datos))
+        const auto lugar = opciones.comunes.lugar();
+        if (lugar.clase() == orvalin::Lugar::Clase::carpeta && !tiene_bases(lugar.carpeta())
+            && !ofrece_crear_bases(lugar.carpeta()))
             return no_hecho;
         const auto elegida = elige_sesion(opciones);
         if (!elegida)

@@ -16,8 +16,6 @@ namespace {
 
     namespace fs = std::filesystem;
 
-    constexpr auto usuario = "atipicos"; // of the database, whoever runs it
-
     /// The newest version that is installed; empty when there is none.
     fs::path programas()
     {
@@ -84,7 +82,7 @@ ServidorPostgresql::ServidorPostgresql()
     if (const auto* cuenta = sin_privilegios();
         cuenta != nullptr && chown(m_carpeta.c_str(), cuenta->pw_uid, cuenta->pw_gid) != 0)
         throw std::runtime_error("the folder of the cluster cannot be given away");
-    exige({ m_programas / "initdb", "-D", m_carpeta / "datos", "-U", usuario, "-A", "trust", "-E", "UTF8",
+    exige({ m_programas / "initdb", "-D", m_carpeta / "datos", "-U", "atipicos", "-A", "trust", "-E", "UTF8",
         "--locale=C.UTF-8", "--no-sync" });
     std::ofstream(m_carpeta / "datos/postgresql.conf", std::ios::app)
         << "listen_addresses = ''\nunix_socket_directories = '" << m_carpeta.string()
@@ -112,9 +110,9 @@ void ServidorPostgresql::detiene()
     exige({ m_programas / "pg_ctl", "stop", "-D", m_carpeta / "datos", "-m", "immediate", "-w" });
 }
 
-std::string ServidorPostgresql::direccion(const std::string& base) const
+std::string ServidorPostgresql::direccion(const std::string& base, const std::string& usuario) const
 {
-    return "postgresql://" + std::string(usuario) + "@/" + base + "?host=" + m_carpeta.string();
+    return "postgresql://" + usuario + "@/" + base + "?host=" + m_carpeta.string();
 }
 
 void ServidorPostgresql::crea_base(const std::string& base, const std::string& plantilla) const

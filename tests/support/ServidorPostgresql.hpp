@@ -18,7 +18,9 @@ public:
     ServidorPostgresql& operator=(const ServidorPostgresql&) = delete;
     ~ServidorPostgresql();
 
-    [[nodiscard]] std::string direccion(const std::string& base) const; ///< URL of a database in it
+    /// URL of a database in it.
+    [[nodiscard]] std::string direccion(
+        const std::string& base, const std::string& usuario = "atipicos") const;
     void crea_base(const std::string& base, const std::string& plantilla = "template1") const;
     void borra_base(const std::string& base) const; ///< also when somebody is connected to it
 
