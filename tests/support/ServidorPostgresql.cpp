@@ -87,6 +87,8 @@ ServidorPostgresql::ServidorPostgresql()
     std::ofstream(m_carpeta / "datos/postgresql.conf", std::ios::app)
         << "listen_addresses = ''\nunix_socket_directories = '" << m_carpeta.string()
         << "'\nmax_connections = 60\nshared_buffers = 64MB\nfsync = off\nautovacuum = off\n";
+    const auto accesos = lee(m_carpeta / "datos/pg_hba.conf");
+    std::ofstream(m_carpeta / "datos/pg_hba.conf") << "local all con_clave scram-sha-256\n" << accesos;
     arranca();
 }
 

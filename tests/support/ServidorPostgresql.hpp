@@ -7,7 +7,8 @@
 namespace atipicos::pruebas {
 
 /// A PostgreSQL server of the test's own: a new cluster in a temporary folder, reached through a socket in
-/// it, run by a user without privileges, gone with all it held when it is destroyed.
+/// it, run by a user without privileges, gone with all it held when it is destroyed. It asks nobody for a
+/// password but the role `con_clave`.
 class ServidorPostgresql {
 public:
     /// What there is to install before there can be one; empty when nothing.
