@@ -45,6 +45,12 @@ namespace {
 
     Oid numero(std::string_view texto) { return static_cast<Oid>(std::strtoul(texto.data(), nullptr, 10)); }
 
+    bool no_cambia_nada(std::string_view sql)
+    {
+        const auto primera = sql::primera_palabra(sql);
+        return sql::iguales(primera, "SELECT") || sql::iguales(primera, "BEGIN");
+    }
+
     bool cambia_el_esquema(std::string_view sql)
     {
         const auto primera = sql::primera_palabra(sql);
@@ -97,18 +103,37 @@ Respuesta Connection::ejecuta(const std::string& sql, std::span<const Variant> v
 {
     asegura_enlace(donde);
     const Orden orden{ sql.c_str(), valores };
-    auto respuestas = m_en_transaccion
-        ? m_enlace.intercambia({ { "SAVEPOINT s" }, orden, { "RELEASE s" } }, donde)
-        : m_enlace.intercambia({ orden }, donde);
-    auto& respuesta = respuestas[m_en_transaccion ? 1 : 0];
-    if (m_en_transaccion && es_error(respuestas[0]))
-        throw error_de(respuestas[0], sql, donde);
-    if (es_error(respuesta)) {
-        if (m_en_transaccion)
-            static_cast<void>(m_enlace.intercambia({ { "ROLLBACK TO s" }, { "RELEASE s" } }, donde));
-        throw error_de(respuesta, sql, donde);
+    return m_en_transaccion ? ejecuta_protegida(orden, donde) : ejecuta_sola(orden, donde);
+}
+
+Respuesta Connection::ejecuta_protegida(const Orden& orden, Donde donde)
+{
+    auto respuestas = m_enlace.intercambia({ { "SAVEPOINT s" }, orden, { "RELEASE s" } }, donde);
+    if (es_error(respuestas[0]))
+        throw error_de(respuestas[0], orden.sql, donde);
+    if (es_error(respuestas[1])) {
+        static_cast<void>(m_enlace.intercambia({ { "ROLLBACK TO s" }, { "RELEASE s" } }, donde));
+        throw error_de(respuestas[1], orden.sql, donde);
     }
-    return std::move(respuesta);
+    return std::move(respuestas[1]);
+}
+
+Respuesta Connection::ejecuta_sola(const Orden& orden, Donde donde)
+{
+    std::vector<Respuesta> respuestas;
+    try {
+        respuestas = m_enlace.intercambia({ orden }, donde);
+    } catch (const ErrorBaseDatos&) {
+        // A line that went dead while it was idle is no news to anybody: what has changed nothing is
+        // repeated.
+        if (!no_cambia_nada(orden.sql))
+            throw;
+        asegura_enlace(donde);
+        respuestas = m_enlace.intercambia({ orden }, donde);
+    }
+    if (es_error(respuestas[0]))
+        throw error_de(respuestas[0], orden.sql, donde);
+    return std::move(respuestas[0]);
 }
 
 void Connection::BeginTrans(Donde donde)

@@ -23,8 +23,8 @@ struct TablaConClave {
 /// A connection to a PostgreSQL server on which statements mean what they mean on SQL Server.
 ///
 /// Inside a transaction each statement travels between a savepoint and its release in one round trip, so that
-/// one that fails undoes itself alone. A lost connection is opened again by the first operation outside a
-/// transaction that comes after the one that met the loss.
+/// one that fails undoes itself alone. A lost connection is opened again between transactions: by a query or
+/// the beginning of a transaction that finds it lost, or by the operation after the one that was told so.
 ///
 /// Only one thread at a time may use a connection and its recordsets.
 class Connection final : public adodb::Connection {
@@ -59,6 +59,8 @@ public:
 private:
     Connection(const Opciones& opciones, Donde donde);
     [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde);
+    [[nodiscard]] Respuesta ejecuta_protegida(const Orden& orden, Donde donde);
+    [[nodiscard]] Respuesta ejecuta_sola(const Orden& orden, Donde donde);
     void lee_catalogo(Donde donde);
     void asegura_enlace(Donde donde);
     void comprueba_transaccion(const char* instruccion, Donde donde) const; ///< that one is open

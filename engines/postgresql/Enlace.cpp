@@ -132,6 +132,7 @@ void Enlace::comprueba_abierta(Donde donde)
 void Enlace::reanuda(Donde donde)
 {
     PQreset(get());
+    m_perdido = false;
     comprueba_abierta(donde);
 }
 
@@ -146,7 +147,7 @@ std::vector<Respuesta> Enlace::intercambia(std::initializer_list<Orden> ordenes,
     for (const auto& orden : ordenes) {
         respuestas.emplace_back(PQgetResult(get()));
         while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
-        if (perdido())
+        if (PQstatus(get()) == CONNECTION_BAD)
             falla(orden.sql, donde);
     }
     if (PQresultStatus(Respuesta(PQgetResult(get())).get()) != PGRES_PIPELINE_SYNC)
@@ -169,11 +170,13 @@ void Enlace::envia(const Orden& orden, Donde donde)
         falla(orden.sql, donde);
 }
 
-void Enlace::falla(std::string_view instruccion, Donde donde) const
+void Enlace::falla(std::string_view instruccion, Donde donde)
 {
+    m_perdido = true; // the client library may know it only when it reads again
+    const std::string motivo = PQerrorMessage(get());
     throw ErrorBaseDatos(Categoria::conexion, fuente,
         "Se ha perdido la conexión con el servidor de la base de datos ("
-            + en_una_linea(PQerrorMessage(get())) + "). La próxima operación volverá a conectar.",
+            + motivo.substr(0, motivo.find('\n')) + "). La próxima operación volverá a conectar.",
         std::string(instruccion), donde);
 }
 

@@ -40,7 +40,7 @@ public:
     /// After one that fails the server skips the rest. Raises an error only when the line is lost.
     [[nodiscard]] std::vector<Respuesta> intercambia(std::initializer_list<Orden> ordenes, Donde donde);
 
-    [[nodiscard]] bool perdido() const noexcept { return PQstatus(m_linea.get()) == CONNECTION_BAD; }
+    [[nodiscard]] bool perdido() const noexcept { return m_perdido; }
     void reanuda(Donde donde); ///< opens the line again, as it was opened
     [[nodiscard]] PGconn* get() const noexcept { return m_linea.get(); }
 
@@ -51,9 +51,10 @@ private:
 
     void comprueba_abierta(Donde donde);
     void envia(const Orden& orden, Donde donde);
-    [[noreturn]] void falla(std::string_view instruccion, Donde donde) const;
+    [[noreturn]] void falla(std::string_view instruccion, Donde donde);
 
     std::unique_ptr<PGconn, Cierra> m_linea;
+    bool m_perdido = false;
 };
 
 } // namespace atipicos::postgresql

@@ -141,6 +141,7 @@ namespace {
 
     TEST_F(PostgresqlConnection, a_lost_connection_is_named_once_and_the_next_operation_connects_again)
     {
+        conexion->Execute("DELETE FROM t");
         mata(*conexion);
         const auto fallo = fallo_de([&] { conexion->Execute("INSERT INTO t (Id) VALUES (1)"); });
         EXPECT_EQ(fallo.categoria, Categoria::conexion);
@@ -149,6 +150,17 @@ namespace {
         EXPECT_THAT(fallo.descripcion, EndsWith(" La próxima operación volverá a conectar."));
         conexion->Execute("INSERT INTO t (Id) VALUES (2)");
         EXPECT_EQ(primero("SELECT MAX(Id) FROM t"), "2");
+    }
+
+    TEST_F(PostgresqlConnection, a_line_that_went_dead_while_idle_is_opened_again_by_a_query_or_a_transaction)
+    {
+        mata(*conexion);
+        EXPECT_EQ(primero("SELECT COUNT(*) FROM t"), "0");
+        mata(*conexion);
+        conexion->BeginTrans();
+        conexion->Execute("INSERT INTO t (Id) VALUES (1)");
+        conexion->CommitTrans();
+        EXPECT_EQ(primero("SELECT COUNT(*) FROM t"), "1");
     }
 
     TEST_F(PostgresqlConnection, a_transaction_lost_with_its_connection_is_refused_until_it_is_rolled_back)
