@@ -1,7 +1,5 @@
 #include "controls/VistaReport.hpp"
 
-#include "controls/LienzoQt.hpp"
-
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -175,7 +173,7 @@ void VistaReport::paintEvent(QPaintEvent* /*evento*/)
         pintor.save();
         pintor.setClipRect(hoja);
         pintor.translate(hoja.topLeft());
-        pinta_pagina(*m_report, static_cast<std::size_t>(pagina), pintor, puntos_por_pulgada());
+        pinta_pagina(*m_report, static_cast<std::size_t>(pagina), pintor, puntos_por_pulgada(), m_fuentes);
         pintor.restore();
     }
 }
