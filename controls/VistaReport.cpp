@@ -163,6 +163,7 @@ void VistaReport::keyPressEvent(QKeyEvent* tecla)
 void VistaReport::paintEvent(QPaintEvent* /*evento*/)
 {
     QPainter pintor(viewport());
+    pintor.setRenderHint(QPainter::Antialiasing); // a hairline is thinner than a pixel
     for (int pagina = 0; pagina < Paginas(); ++pagina) {
         const QRect hoja = lugar(pagina);
         if (!hoja.intersects(viewport()->rect()))
