@@ -48,6 +48,7 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
     , m_lista(new VSFlexGrid(this))
     , m_cuantas(new QLabel(this))
 {
+    setObjectName(QStringLiteral("ListaSeleccion"));
     setWindowTitle(titulo);
     m_filas.reserve(fichas.size());
     for (const auto lugar : por_nombre(fichas)) {

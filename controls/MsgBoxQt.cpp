@@ -38,6 +38,7 @@ Respuesta MsgBoxQt::mostrar(const Mensaje& mensaje)
 {
     QMessageBox caja(QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget()
                                                                   : QApplication::activeWindow());
+    caja.setObjectName(QStringLiteral("MsgBox"));
     caja.setIcon(icono_de(mensaje.icono));
     caja.setWindowTitle(a_qt(mensaje.titulo));
     caja.setTextFormat(Qt::PlainText); // a "<" in a name is a "<"

@@ -4,7 +4,7 @@
 #   (none)    what the program is built with, without windows
 #   ventanas  also what its windows are built and shown with
 #   pruebas   also what the tests and benchmarks are built and run with
-#   ci        also what the checks of the source need
+#   ci        also what the checks of the source need, and a spooler for the test of printing
 set -euo pipefail
 
 paquetes=(cmake g++ libcli11-dev libcsv-dev libsqlite3-dev libssl-dev libxlsxwriter-dev ninja-build
@@ -13,7 +13,7 @@ for para in "$@"; do
     case "$para" in
         ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
         pruebas) paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev poppler-utils python3 sqlite3 unzip) ;;
-        ci) paquetes+=(clang-format clang-tidy) ;;
+        ci) paquetes+=(clang-format clang-tidy cups) ;;
         *)
             echo "packaging/dependencias.sh: no se conoce «$para»" >&2
             exit 2

@@ -36,14 +36,6 @@ namespace {
         return claves;
     }
 
-    orvalin::Plantilla plantilla(const OpcionesComunes& comunes, const OpcionesImprimir& opciones)
-    {
-        if (!opciones.plantilla.empty())
-            return orvalin::Plantilla::de_fichero(opciones.plantilla);
-        const auto propia = comunes.datos / "documento_cargo.json";
-        return fs::exists(propia) ? orvalin::Plantilla::de_fichero(propia) : orvalin::Plantilla::de_serie();
-    }
-
     /// The documents of charges, each read and laid out when it is asked for.
     class Documentos {
     public:
@@ -183,7 +175,9 @@ int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones)
     if (claves.empty())
         throw Error(no_hecho, "atipicos",
             "No hay cargos entre el " + opciones.desde.texto() + " y el " + opciones.hasta.texto() + ".");
-    Documentos documentos(sesion, plantilla(comunes, opciones));
+    Documentos documentos(sesion,
+        opciones.plantilla.empty() ? orvalin::Plantilla::de_carpeta(comunes.datos)
+                                   : orvalin::Plantilla::de_fichero(opciones.plantilla));
     if (opciones.carpeta.empty())
         en_un_fichero(claves, documentos, opciones.salida);
     else

@@ -2,11 +2,14 @@
 
 #include "context/modComun.hpp"
 #include "controls/MsgBoxQt.hpp"
+#include "controls/SalidaQt.hpp"
 #include "controls/Texto.hpp"
 #include "host/app/Apariencia.hpp"
 #include "host/app/frmPrincipal.hpp"
 #include "host/app/frmSesion.hpp"
 #include "host/app/Sesion.hpp"
+#include "host/orvalin/Biblioteca.hpp"
+#include "printing/clsView.hpp"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -35,6 +38,19 @@ namespace {
             || std::filesystem::exists(carpeta / "bexmor.db");
     }
 
+    /// Printing, with the viewer for what goes to the screen: modal, because it is asked for by modal forms.
+    std::shared_ptr<qvoremp::Biblioteca> biblioteca_con_impresion(
+        const Sesion& sesion, const std::filesystem::path& datos)
+    {
+        auto visor = [](std::shared_ptr<const Report> report) {
+            clsView vista;
+            vista.set_Report(std::move(report));
+            vista.Cargar(true);
+        };
+        return std::make_shared<orvalin::Biblioteca>(
+            sesion.bases.orvalin, std::make_shared<SalidaQt>(visor), orvalin::Plantilla::de_carpeta(datos));
+    }
+
     /// False when the person does not want them.
     bool ofrece_crear_bases(const std::filesystem::path& carpeta)
     {
@@ -58,6 +74,7 @@ namespace {
             return no_hecho;
         Sesion sesion(*elegida);
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
+        modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida->datos));
         frmPrincipal ventana(sesion, *elegida);
         ventana.show();
         return QApplication::exec();

@@ -109,6 +109,7 @@ void frmPrincipal::hace_estado(const OpcionesComunes& opciones)
         auto* etiqueta = new QLabel(texto, this);
         etiqueta->setObjectName(QLatin1String(nombre));
         etiqueta->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        etiqueta->setIndent(fontMetrics().averageCharWidth());
         statusBar()->addWidget(etiqueta);
     };
     agrega("lblEmpresa",

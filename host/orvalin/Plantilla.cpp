@@ -15,6 +15,8 @@ namespace {
 
     using Json = nlohmann::json;
 
+    constexpr auto nombre_de_serie = "documento_cargo.json";
+
     /// What is wrong with a template, before it is known which one it is.
     struct Falta {
         std::string que;
@@ -214,9 +216,15 @@ Plantilla Plantilla::de_fichero(const std::filesystem::path& fichero, Donde dond
     return de_texto(contenido.str(), fichero.string(), donde);
 }
 
+Plantilla Plantilla::de_carpeta(const std::filesystem::path& carpeta, Donde donde)
+{
+    const auto propia = carpeta / nombre_de_serie;
+    return std::filesystem::exists(propia) ? de_fichero(propia, donde) : de_serie();
+}
+
 const Plantilla& Plantilla::de_serie()
 {
-    static const Plantilla unica = de_texto(plantillas::documento_cargo(), "documento_cargo.json");
+    static const Plantilla unica = de_texto(plantillas::documento_cargo(), nombre_de_serie);
     return unica;
 }
 

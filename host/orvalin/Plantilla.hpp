@@ -70,6 +70,10 @@ struct Plantilla {
     [[nodiscard]] static Plantilla de_fichero(
         const std::filesystem::path& fichero, Donde donde = Donde::aqui());
 
+    /// The `documento_cargo.json` of that folder, or, where it has none, the program's own.
+    [[nodiscard]] static Plantilla de_carpeta(
+        const std::filesystem::path& carpeta, Donde donde = Donde::aqui());
+
     /// The one that the program brings with it.
     [[nodiscard]] static const Plantilla& de_serie();
 };

@@ -27,9 +27,10 @@ inline QWidget& enfocado()
 {
     // Without a window manager nobody goes back to the window behind a dialog that has closed.
     if (QApplication::activeWindow() == nullptr)
-        for (QWidget* ventana : QApplication::topLevelWidgets())
-            if (ventana->isVisible())
-                ventana->activateWindow();
+        for (const bool con_propietaria : { false, true }) // a window stands before the one that owns it
+            for (QWidget* ventana : QApplication::topLevelWidgets())
+                if (ventana->isVisible() && (ventana->parentWidget() != nullptr) == con_propietaria)
+                    ventana->activateWindow();
     if (!QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }))
         qFatal("no control has the focus");
     return *QApplication::focusWidget();

@@ -1,0 +1,166 @@
+// A recorded session: a clerk's charge keyed into the real windows, without a display, with a picture of each
+// step.
+//     demostracion FOLDER [--oscuro]     the pictures, and the sample company it works on, go to FOLDER
+#include "context/modComun.hpp"
+#include "controls/MsgBoxQt.hpp"
+#include "controls/Selector.hpp"
+#include "controls/VSFlexGrid.hpp"
+#include "host/app/Apariencia.hpp"
+#include "host/app/frmPrincipal.hpp"
+#include "host/app/Sesion.hpp"
+#include "tests/support/Persona.hpp"
+
+#include <QLabel>
+
+#include <filesystem>
+#include <iostream>
+
+using namespace atipicos;
+using namespace atipicos::pruebas;
+
+namespace {
+
+class Grabacion {
+public:
+    explicit Grabacion(std::filesystem::path carpeta)
+        : m_carpeta(std::move(carpeta))
+    {
+    }
+
+    void captura(QWidget& ventana, const std::string& nombre)
+    {
+        QTest::qWait(50); // what was asked for is painted
+        const auto fichero = m_carpeta / (std::to_string(++m_numero) + "-" + nombre + ".png");
+        if (!ventana.grab().save(QString::fromStdString(fichero.string())))
+            throw Error(1, "demostracion", "No se pudo escribir " + fichero.string() + ".");
+        std::cout << fichero.string() << '\n';
+    }
+
+private:
+    std::filesystem::path m_carpeta;
+    int m_numero = 0;
+};
+
+QWidget& editor_abierto()
+{
+    for (QWidget* ventana : QApplication::topLevelWidgets())
+        if (ventana->objectName() == QLatin1String("frmCompras_Atipicos") && ventana->isVisible())
+            return *ventana;
+    throw Error(1, "demostracion", "No se ha abierto la ventana de reclamaciones.");
+}
+
+void linea(const char* articulo, const char* descripcion, const char* unidades, const char* costo)
+{
+    teclea(articulo);
+    intro();
+    if (*descripcion != '\0')
+        teclea(descripcion);
+    intro(2);
+    teclea(unidades);
+    intro();
+    teclea(costo);
+    intro(2);
+}
+
+void teclea_cargo(QWidget& editor, Grabacion& grabacion)
+{
+    grabacion.captura(editor, "editor-vacio");
+    intro();
+    {
+        const AlAbrirse lista(
+            [&](QWidget& dialogo) {
+                teclea("graciosa");
+                grabacion.captura(dialogo, "busqueda-por-nombre");
+                intro();
+            },
+            "ListaSeleccion");
+        pulsa(Qt::Key_F2);
+    }
+    intro();
+    teclea("Palé golpeado en el muelle");
+    intro(2);
+    linea("1006", "", "12", "5,6325");
+    linea("1003", "Vino picado", "6", "3,5");
+    linea("", "Porte de vuelta", "1", "18,75");
+    control<VSFlexGrid>(editor, "vsCargos").setFocus();
+    pulsa(Qt::Key_Home);
+    grabacion.captura(editor, "editor-con-lineas");
+    const AlAbrirse comentario(
+        [&](QWidget& dialogo) {
+            teclea("latas abolladas en dos capas del palé");
+            grabacion.captura(dialogo, "comentario");
+            pulsa(Qt::Key_F9);
+        },
+        "frmEditor_Comentarios");
+    pulsa(Qt::Key_F4);
+}
+
+void acepta(QWidget& editor, Grabacion& grabacion)
+{
+    const AlAbrirse previsiones(
+        [&](QWidget& dialogo) {
+            grabacion.captura(dialogo, "previsiones");
+            pulsa(Qt::Key_F9);
+        },
+        "frmCompras_Atipicos_Contabilizar");
+    const AlAbrirse aviso(
+        [&](QWidget& dialogo) {
+            grabacion.captura(dialogo, "aviso");
+            std::cout << control<QLabel>(dialogo, "qt_msgbox_label").text().replace(u'\n', u' ').toStdString()
+                      << '\n';
+            intro();
+        },
+        "MsgBox");
+    const AlAbrirse impresora(
+        [&](QWidget& dialogo) {
+            grabacion.captura(dialogo, "impresora");
+            clic(dialogo, "cmdCancelar");
+        },
+        "frmImpresora");
+    enfocado();
+    atajo(Qt::Key_A);
+    grabacion.captura(editor, "editor-otra-vez-vacio");
+}
+
+void graba(const std::filesystem::path& carpeta)
+{
+    std::filesystem::remove_all(carpeta / "datos");
+    std::filesystem::create_directories(carpeta);
+    orvalin::crea_bases(carpeta / "datos", false);
+    app::OpcionesComunes opciones;
+    opciones.datos = carpeta / "datos";
+    opciones.usuario = 1;
+    app::Sesion sesion(opciones);
+    modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
+    Grabacion grabacion(carpeta);
+
+    app::frmPrincipal principal(sesion, opciones);
+    principal.show();
+    grabacion.captura(principal, "principal");
+    intro();
+    QWidget& editor = editor_abierto();
+    teclea_cargo(editor, grabacion);
+    acepta(editor, grabacion);
+}
+
+}
+
+int main(int argc, char** argv)
+{
+    if (argc < 2) {
+        std::cerr << "Uso: demostracion CARPETA [--oscuro]\n";
+        return 2;
+    }
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication aplicacion(argc, argv);
+    const bool oscuro = argc > 2 && std::string_view(argv[2]) == "--oscuro";
+    app::aplica_tema(oscuro ? app::Tema::oscuro : app::Tema::claro);
+    try {
+        graba(argv[1]);
+        return QTest::currentTestFailed() ? 1 : 0;
+    } catch (const std::exception& error) {
+        std::cerr << "demostracion: " << error.what() << '\n';
+        return 1;
+    }
+}
