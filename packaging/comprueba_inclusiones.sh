@@ -46,7 +46,7 @@ while IFS= read -r fichero; do
             echo "$fichero:$linea: includes $incluido, which is not below it"
             fallos=1
         fi
-    done < <(grep -nE '^#include "' "$fichero" | grep -v '"ui_' | sed -E 's/^([0-9]+):#include "([^"]+)".*/\1:\2/')
+    done < <(grep -nE '^#include "' "$fichero" | sed -E 's/^([0-9]+):#include "([^"]+)".*/\1:\2/')
     if [[ ! "$fichero" =~ (/frm[^/]*|^controls/.*|^host/app/.*)$ ]] && grep -nE '^#include <Q' "$fichero"; then
         echo "$fichero: includes Qt"
         fallos=1

@@ -1,7 +1,7 @@
 #include "host/app/FicheroReclamaciones.hpp"
 
 #include "host/app/LectorCsv.hpp"
-#include "host/app/MotivoSistema.hpp"
+#include "runtime/MotivoSistema.hpp"
 #include "host/app/Ordenes.hpp"
 #include "runtime/Formato.hpp"
 #include "runtime/Variant.hpp"

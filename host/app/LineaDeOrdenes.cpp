@@ -1,6 +1,6 @@
 #include "host/app/LineaDeOrdenes.hpp"
 
-#include "host/app/MotivoSistema.hpp"
+#include "runtime/MotivoSistema.hpp"
 #include "host/app/Ordenes.hpp"
 
 #include <CLI/CLI.hpp>
