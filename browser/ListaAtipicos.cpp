@@ -4,6 +4,8 @@
 #include "runtime/Celdas.hpp"
 #include "runtime/Formato.hpp"
 
+#include <algorithm>
+
 namespace atipicos {
 
 namespace {
@@ -134,6 +136,38 @@ void anexa_fila(std::string& destino, const CargoListado& cargo)
     anexa_celda(destino, cargo.Nombre_Usuario);
     destino += '\t';
     anexa_celda(destino, cargo.Observ);
+}
+
+CargoListado cargo_de_fila(std::string_view fila)
+{
+    const auto texto = [&] {
+        const auto celda = fila.substr(0, fila.find('\t'));
+        fila.remove_prefix(std::min(celda.size() + 1, fila.size()));
+        return celda;
+    };
+    const auto entero = [&] {
+        const auto celda = texto();
+        return celda.empty() ? 0 : CLng(std::string(celda));
+    };
+    const auto importe = [&] {
+        const auto celda = texto();
+        return lee_pantalla(celda.substr(0, celda.find(" %")));
+    };
+    CargoListado cargo; // cell by cell, in the order of the row
+    cargo.Codigo = texto();
+    cargo.Cod_Almacen = entero();
+    cargo.Nombre_Almacen = texto();
+    cargo.Proveedor = entero();
+    cargo.Nombre_Proveedor = texto();
+    cargo.Fecha = Date::de_texto(texto()).value_or(Date{});
+    cargo.Importe = importe();
+    cargo.Impuesto_Importe = importe();
+    cargo.Impuesto = importe();
+    cargo.Asiento = entero();
+    cargo.Usuario = entero();
+    cargo.Nombre_Usuario = texto();
+    cargo.Observ = texto();
+    return cargo;
 }
 
 void Cargar_Atipicos(const FiltroAtipicos& filtro, const std::function<void(const CargoListado&)>& cada)

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace atipicos {
 
@@ -40,6 +41,9 @@ struct CargoListado {
 
 /// Appends the thirteen cells of the list, separated by tabs; a tab inside a text becomes a blank.
 void anexa_fila(std::string& destino, const CargoListado& cargo);
+
+/// The charge that a row shows, amounts as they are shown. The row is one that `anexa_fila` has made.
+[[nodiscard]] CargoListado cargo_de_fila(std::string_view fila);
 
 /// Runs the query and hands over each charge, newest date first. The object handed over is reused from row
 /// to row. Errors of the database reach the caller.

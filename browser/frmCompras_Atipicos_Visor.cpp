@@ -1,9 +1,11 @@
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 
 #include "browser/EliminarAtipico.hpp"
+#include "browser/frmExportarVisor.hpp"
 #include "browser/frmRejillasVisor.hpp"
 #include "browser/frmUltimoFiltro.hpp"
 #include "context/modComun.hpp"
+#include "context/modMsgOp.hpp"
 #include "context/trap.hpp"
 #include "controls/Avance.hpp"
 #include "controls/SinDibujar.hpp"
@@ -16,6 +18,7 @@
 #include "ui_frmCompras_Atipicos_Visor.h"
 
 #include <QKeyEvent>
+#include <QScopeGuard>
 
 namespace atipicos {
 
@@ -25,6 +28,7 @@ namespace {
     constexpr int documentos = 0;
     constexpr int detalles = 1;
     constexpr int ancho_selector = 3000; ///< twips
+    constexpr std::size_t aviso_cada = 10'000; ///< charges after which the reading shows how far it is
 
     bool confirma(const std::string& texto)
     {
@@ -32,12 +36,17 @@ namespace {
             == Respuesta::Si;
     }
 
+    std::string con_puntos(std::size_t cuantos)
+    {
+        return texto_pantalla(Currency::de_entero(static_cast<std::int32_t>(cuantos)), 0);
+    }
+
     QString resumen(std::size_t cuantos, Currency importe, Currency impuesto)
     {
         if (cuantos == 0)
             return QStringLiteral("No hay atípicos con estas condiciones.");
         return QStringLiteral("%1 %2     Importe: %3     Impuesto: %4")
-            .arg(a_qt(texto_pantalla(Currency::de_entero(static_cast<std::int32_t>(cuantos)), 0)),
+            .arg(a_qt(con_puntos(cuantos)),
                 cuantos == 1 ? QStringLiteral("atípico") : QStringLiteral("atípicos"),
                 a_qt(texto_pantalla(importe, 2)), a_qt(texto_pantalla(impuesto, 2)));
     }
@@ -89,6 +98,7 @@ void frmCompras_Atipicos_Visor::conecta()
     enlaza(*m_ui->cmdAnterior, "cmdAnterior_Click", &Form::cmdAnterior_Click);
     enlaza(*m_ui->cmdSiguiente, "cmdSiguiente_Click", &Form::cmdSiguiente_Click);
     enlaza(*m_ui->cmdUltimo, "cmdUltimo_Click", &Form::cmdUltimo_Click);
+    enlaza(*m_ui->cmdExportar, "cmdExportar_Click", &Form::cmdExportar_Click);
     enlaza(*m_ui->cmdImprimir, "cmdImprimir_Click", &Form::cmdImprimir_Click);
     enlaza(*m_ui->cmdModificar, "cmdModificar_Click", &Form::cmdModificar_Click);
     enlaza(*m_ui->cmdEliminar, "cmdEliminar_Click", &Form::cmdEliminar_Click);
@@ -209,10 +219,13 @@ void frmCompras_Atipicos_Visor::Cargar_Atipicos()
     Currency importe;
     Currency impuesto;
     const FiltroAtipicos buscado = filtro();
+    const auto oculta_aviso = qScopeGuard(modMsgOp::Ocultar);
     atipicos::Cargar_Atipicos(buscado, [&](const CargoListado& cargo) {
         fila.clear();
         anexa_fila(fila, cargo);
         filas.push_back(a_qt(fila));
+        if (filas.size() % aviso_cada == 0)
+            modMsgOp::Mostrar("Leyendo atípicos: " + con_puntos(filas.size()));
         importe += cargo.Importe;
         impuesto += cargo.Impuesto_Importe;
     });
@@ -232,7 +245,7 @@ void frmCompras_Atipicos_Visor::Cargar_Atipicos()
 void frmCompras_Atipicos_Visor::set_Comandos(bool habilitados)
 {
     m_ui->Tabs->setTabEnabled(detalles, habilitados);
-    for (QPushButton* boton : { m_ui->cmdImprimir, m_ui->cmdModificar, m_ui->cmdEliminar })
+    for (QPushButton* boton : { m_ui->cmdExportar, m_ui->cmdImprimir, m_ui->cmdModificar, m_ui->cmdEliminar })
         boton->setEnabled(habilitados);
 }
 
@@ -325,6 +338,13 @@ ClaveAtipico frmCompras_Atipicos_Visor::clave_elegida() const
 std::int32_t frmCompras_Atipicos_Visor::proveedor_elegido() const
 {
     return CLng(de_qt(m_ui->vsCab->TextMatrix(m_ui->vsCab->Row(), 3).trimmed()));
+}
+
+void frmCompras_Atipicos_Visor::cmdExportar_Click()
+{
+    const QString fichero = exporta_vsCab(*m_ui->vsCab, this);
+    if (!fichero.isEmpty())
+        m_ui->lblEstado->setText(QStringLiteral("Exportado a ") + fichero);
 }
 
 void frmCompras_Atipicos_Visor::cmdImprimir_Click()

@@ -79,6 +79,7 @@ private:
     void muestra_fila(int fila);
 
     // Commands
+    void cmdExportar_Click();
     void cmdImprimir_Click();
     void cmdModificar_Click();
     void cmdEliminar_Click();

@@ -2,6 +2,7 @@
 // step.
 //     demostracion FOLDER [--oscuro]     the pictures, and the sample company it works on, go to FOLDER
 #include "context/modComun.hpp"
+#include "context/modMsgOp.hpp"
 #include "controls/MsgBoxQt.hpp"
 #include "controls/Selector.hpp"
 #include "controls/VSFlexGrid.hpp"
@@ -14,6 +15,7 @@
 
 #include <filesystem>
 #include <iostream>
+#include <sstream>
 
 using namespace atipicos;
 using namespace atipicos::pruebas;
@@ -41,12 +43,12 @@ private:
     int m_numero = 0;
 };
 
-QWidget& editor_abierto()
+QWidget& abierta(const char* nombre)
 {
     for (QWidget* ventana : QApplication::topLevelWidgets())
-        if (ventana->objectName() == QLatin1String("frmCompras_Atipicos") && ventana->isVisible())
+        if (ventana->objectName() == QLatin1String(nombre) && ventana->isVisible())
             return *ventana;
-    throw Error(1, "demostracion", "No se ha abierto la ventana de reclamaciones.");
+    throw Error(1, "demostracion", std::string("No se ha abierto la ventana ") + nombre + ".");
 }
 
 void linea(const char* articulo, const char* descripcion, const char* unidades, const char* costo)
@@ -122,6 +124,35 @@ void acepta(QWidget& editor, Grabacion& grabacion)
     grabacion.captura(editor, "editor-otra-vez-vacio");
 }
 
+/// The claims of the sample, so that there is something to look for.
+void registra_muestra(const app::OpcionesComunes& opciones)
+{
+    std::ostringstream tabla;
+    auto* const pantalla = std::cout.rdbuf(tabla.rdbuf());
+    const int estado
+        = app::registrar(opciones, { std::string(ATIPICOS_FUENTES) + "/host/datos/reclamaciones.csv" });
+    std::cout.rdbuf(pantalla);
+    if (estado != app::hecho)
+        throw Error(1, "demostracion", "No se registraron las reclamaciones de la muestra.");
+}
+
+void consulta(QWidget& principal, const app::OpcionesComunes& opciones, Grabacion& grabacion)
+{
+    registra_muestra(opciones);
+    principal.activateWindow();
+    pulsa(Qt::Key_B, Qt::ControlModifier);
+    QWidget& visor = abierta("frmCompras_Atipicos_Visor");
+    teclea("1/1/2025");
+    intro(2);
+    grabacion.captura(visor, "visor-lista");
+    pulsa(Qt::Key_Down);
+    intro();
+    grabacion.captura(visor, "visor-detalles");
+    modMsgOp::Mostrar("Leyendo atípicos: 10.000");
+    grabacion.captura(abierta("frmMsg"), "espera");
+    modMsgOp::Ocultar();
+}
+
 void graba(const std::filesystem::path& carpeta)
 {
     std::filesystem::remove_all(carpeta / "datos");
@@ -138,9 +169,11 @@ void graba(const std::filesystem::path& carpeta)
     principal.show();
     grabacion.captura(principal, "principal");
     intro();
-    QWidget& editor = editor_abierto();
+    QWidget& editor = abierta("frmCompras_Atipicos");
     teclea_cargo(editor, grabacion);
     acepta(editor, grabacion);
+    editor.close();
+    consulta(principal, opciones, grabacion);
 }
 
 }

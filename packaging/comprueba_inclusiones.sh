@@ -8,6 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 permitidas() {
     case "$1" in
         context/frmcls*) echo runtime platform context controls charges posting editor browser printing ;;
+        context/frmMsg*) echo runtime platform context controls ;;
         posting/frm*) echo runtime platform context controls charges posting ;;
         editor/frm*) echo runtime platform context controls charges posting editor printing ;;
         browser/frm*) echo runtime platform context controls charges posting editor browser printing ;;

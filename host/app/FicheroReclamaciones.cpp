@@ -1,9 +1,9 @@
 #include "host/app/FicheroReclamaciones.hpp"
 
 #include "host/app/LectorCsv.hpp"
-#include "host/app/MotivoSistema.hpp"
 #include "host/app/Ordenes.hpp"
 #include "runtime/Formato.hpp"
+#include "runtime/MotivoSistema.hpp"
 #include "runtime/Variant.hpp"
 
 #include <algorithm>

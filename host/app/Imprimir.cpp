@@ -4,10 +4,10 @@
 #include "host/app/CargoGuardado.hpp"
 #include "host/app/Ordenes.hpp"
 #include "host/app/Progreso.hpp"
-#include "host/app/SalidaSegura.hpp"
 #include "host/app/Sesion.hpp"
 #include "host/orvalin/DocumentoCargo.hpp"
 #include "host/orvalin/Fichas.hpp"
+#include "runtime/SalidaSegura.hpp"
 
 #include <QGuiApplication>
 #include <QIODevice>

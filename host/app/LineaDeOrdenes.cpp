@@ -1,7 +1,7 @@
 #include "host/app/LineaDeOrdenes.hpp"
 
-#include "host/app/MotivoSistema.hpp"
 #include "host/app/Ordenes.hpp"
+#include "runtime/MotivoSistema.hpp"
 
 #include <CLI/CLI.hpp>
 

@@ -48,6 +48,9 @@ void frmPrincipal::hace_menus()
     auto* reclamaciones = compras->addAction(QStringLiteral("&Reclamaciones a Proveedores"),
         QKeySequence(Qt::CTRL | Qt::Key_R), this, [this] { abre_editor(); });
     reclamaciones->setObjectName(QStringLiteral("mnuReclamaciones"));
+    auto* visor = compras->addAction(QStringLiteral("&Visor de Atípicos"), QKeySequence(Qt::CTRL | Qt::Key_B),
+        this, [this] { abre_visor(); });
+    visor->setObjectName(QStringLiteral("mnuVisor"));
     compras->addSeparator();
     compras
         ->addAction(QStringLiteral("&Salir"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, [this] { close(); })
@@ -132,6 +135,13 @@ void frmPrincipal::abre_editor()
     m_editor.Show(0, this);
 }
 
+void frmPrincipal::abre_visor()
+{
+    m_visor.set_EmpresaOrvalin(m_sesion.empresa);
+    m_visor.set_ConexionOrvalin(m_sesion.bases.orvalin);
+    m_visor.Show(0, this);
+}
+
 void frmPrincipal::muestra_teclas()
 {
     modComun::Avisos().mostrar({ "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
@@ -140,7 +150,8 @@ void frmPrincipal::muestra_teclas()
                                  "F9: acepta el comentario o las previsiones.\r\n"
                                  "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
                                  "Flechas en una fecha: un día más o menos; Alt+Abajo: calendario.\r\n"
-                                 "Esc: cancela el cargo que se está tecleando.",
+                                 "Esc: cancela el cargo que se está tecleando.\r\n"
+                                 "En el visor, Intro busca y muestra los detalles, y F9 imprime.",
         "Teclas", Icono::informacion });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "context/frmclsCompras_Atipicos.hpp"
+#include "context/frmclsComprasAtipVisor.hpp"
 #include "host/app/Apariencia.hpp"
 #include "host/app/Sesion.hpp"
 
@@ -28,10 +29,12 @@ private:
     void hace_estado(const OpcionesComunes& opciones);
     void hace_portada();
     void abre_editor();
+    void abre_visor();
     void muestra_teclas();
 
     Sesion& m_sesion;
     frmclsCompras_Atipicos m_editor;
+    frmclsComprasAtipVisor m_visor;
 };
 
 } // namespace atipicos::app

@@ -98,12 +98,12 @@ struct EscenaVisor {
     QString comandos()
     {
         QStringList habilitados;
-        for (const auto* nombre : { "cmdImprimir", "cmdModificar", "cmdEliminar" })
+        for (const auto* nombre : { "cmdExportar", "cmdImprimir", "cmdModificar", "cmdEliminar" })
             if (c<>(nombre).isEnabled())
                 habilitados << QLatin1String(nombre);
         if (pestanas().isTabEnabled(1))
             habilitados << QStringLiteral("Detalles");
-        return habilitados.size() == 4 ? QStringLiteral("enabled")
+        return habilitados.size() == 5 ? QStringLiteral("enabled")
             : habilitados.isEmpty()    ? QStringLiteral("disabled")
                                        : habilitados.join(u' ');
     }

@@ -4,6 +4,7 @@
 #include "tests/browser/EscenaVisor.hpp"
 #include "tests/support/Persona.hpp"
 
+#include <QFileDialog>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -332,6 +333,55 @@ private slots:
         QVERIFY(visor.banco.avisos->dichos[0].texto.ends_with("] Sin papel"));
     }
 
+    // Export
+
+    void the_list_is_exported_as_it_is_shown_data()
+    {
+        QTest::addColumn<QString>("nombre");
+        QTest::addColumn<QByteArray>("comienzo");
+        QTest::newRow("csv") << QStringLiteral("lista.csv")
+                             << QByteArray(
+                                    "Código;Almacén;Nombre del almacén;Proveedor;Nombre del proveedor;Fecha;"
+                                    "Importe;Impuesto;% impuesto;Asiento;Usuario;Nombre del "
+                                    "usuario;Observaciones\r\nAT260002;1;Güímar central;104;Conservas La "
+                                    "Graciosa, S.A.;21/11/2026;231,96;16,24;7,00 %;3;1;Begoña Hernández;Palé "
+                                    "dañado\r\nAT260001;1;");
+        QTest::newRow("workbook") << QStringLiteral("lista.xlsx") << QByteArray("PK");
+        QTest::newRow("no ending") << QStringLiteral("lista") << QByteArray("PK");
+    }
+
+    void the_list_is_exported_as_it_is_shown()
+    {
+        QFETCH(const QString, nombre);
+        QFETCH(const QByteArray, comienzo);
+        ConTresCargos visor;
+        const QTemporaryDir carpeta;
+        QVERIFY(exporta(visor, carpeta.filePath(nombre)));
+        QFile fichero(carpeta.filePath(nombre.contains(u'.') ? nombre : nombre + QStringLiteral(".xlsx")));
+        QVERIFY(fichero.open(QIODevice::ReadOnly));
+        QCOMPARE(fichero.readAll().left(comienzo.size()), comienzo);
+        QCOMPARE(visor.estado(), QStringLiteral("Exportado a ") + fichero.fileName());
+        QVERIFY(visor.banco.titulos().empty());
+    }
+
+    void giving_the_export_up_writes_nothing()
+    {
+        ConTresCargos visor;
+        QVERIFY(pruebas::con_dialogo<QFileDialog>(
+            [&] { visor.clic("cmdExportar"); }, [](QFileDialog& dialogo) { dialogo.reject(); }));
+        QVERIFY(visor.estado().startsWith(QStringLiteral("3 atípicos")));
+    }
+
+    void what_cannot_be_written_is_told()
+    {
+        ConTresCargos visor;
+        QVERIFY(exporta(visor, QStringLiteral("/proc/lista.csv")));
+        QCOMPARE(
+            visor.banco.titulos(), std::vector<std::string>{ "frmCompras_Atipicos_Visor:cmdExportar_Click" });
+        QVERIFY(visor.banco.avisos->dichos[0].texto.find("No se puede escribir «/proc/lista.csv»")
+            != std::string::npos);
+    }
+
     // Without a chosen row, and closing
 
     void without_a_chosen_row_the_commands_do_nothing()
@@ -380,6 +430,19 @@ private slots:
     }
 
 private:
+    /// Presses the button and types the name of the file.
+    static bool exporta(EscenaVisor& visor, const QString& fichero)
+    {
+        return pruebas::con_dialogo<QFileDialog>([&] { visor.clic("cmdExportar"); },
+            [&](QFileDialog& dialogo) {
+                auto& nombre = pruebas::control<QLineEdit>(dialogo, "fileNameEdit");
+                nombre.setFocus();
+                nombre.selectAll();
+                pruebas::teclea(&nombre, fichero);
+                QTest::keyClick(&nombre, Qt::Key_Return);
+            });
+    }
+
     QTemporaryDir m_ajustes;
 };
 

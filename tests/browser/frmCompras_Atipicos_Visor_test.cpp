@@ -161,15 +161,15 @@ private slots:
             }
             return nombres.join(u' ');
         };
-        const QString botones = QStringLiteral(
-            " cmdPrimero cmdAnterior cmdSiguiente cmdUltimo cmdImprimir cmdModificar cmdEliminar cmdSalir "
-            "qt_tabwidget_tabbar");
-        QCOMPARE(recorre(14), QStringLiteral("txtAlmacen txtProveedor txtFechaI txtFechaF vsCab") + botones);
+        const QString botones = QStringLiteral(" cmdPrimero cmdAnterior cmdSiguiente cmdUltimo cmdExportar "
+                                               "cmdImprimir cmdModificar cmdEliminar cmdSalir "
+                                               "qt_tabwidget_tabbar");
+        QCOMPARE(recorre(15), QStringLiteral("txtAlmacen txtProveedor txtFechaI txtFechaF vsCab") + botones);
         visor.lista().setFocus();
         visor.pulsa(Qt::Key_Return);
         visor.codigo("txtAlmacenDet").setFocus();
         QCOMPARE(
-            recorre(13), QStringLiteral("txtAlmacenDet txtProveedorDet txtFechaDet vsDetalles") + botones);
+            recorre(14), QStringLiteral("txtAlmacenDet txtProveedorDet txtFechaDet vsDetalles") + botones);
     }
 
     // Search

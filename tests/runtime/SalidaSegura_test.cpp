@@ -1,4 +1,4 @@
-#include "host/app/SalidaSegura.hpp"
+#include "runtime/SalidaSegura.hpp"
 
 #include "runtime/Error.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace atipicos::app {
+namespace atipicos {
 namespace {
 
     std::string contenido(const std::filesystem::path& fichero)

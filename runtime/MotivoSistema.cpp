@@ -1,8 +1,8 @@
-#include "host/app/MotivoSistema.hpp"
+#include "runtime/MotivoSistema.hpp"
 
 #include <cerrno>
 
-namespace atipicos::app {
+namespace atipicos {
 
 std::string motivo_sistema(int numero)
 {
@@ -40,4 +40,4 @@ std::string motivo_sistema(int numero)
     }
 }
 
-} // namespace atipicos::app
+} // namespace atipicos

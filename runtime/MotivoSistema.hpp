@@ -2,9 +2,9 @@
 
 #include <string>
 
-namespace atipicos::app {
+namespace atipicos {
 
 /// What an error number of the operating system (`errno`) means, in Spanish, to follow a colon: "no existe".
 [[nodiscard]] std::string motivo_sistema(int numero);
 
-} // namespace atipicos::app
+} // namespace atipicos

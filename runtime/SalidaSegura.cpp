@@ -1,15 +1,14 @@
-#include "host/app/SalidaSegura.hpp"
+#include "runtime/SalidaSegura.hpp"
 
-#include "host/app/MotivoSistema.hpp"
-#include "host/app/Ordenes.hpp"
 #include "runtime/Error.hpp"
+#include "runtime/MotivoSistema.hpp"
 
 #include <cerrno>
 #include <iostream>
 #include <system_error>
 #include <unistd.h>
 
-namespace atipicos::app {
+namespace atipicos {
 
 SalidaSegura::SalidaSegura(std::filesystem::path destino)
     : m_destino(std::move(destino))
@@ -59,7 +58,7 @@ void SalidaSegura::termina()
 
 void SalidaSegura::falla(const std::string& motivo) const
 {
-    throw Error(no_hecho, "atipicos", "No se puede escribir «" + m_destino.string() + "»: " + motivo + ".");
+    throw Error(1, "atipicos", "No se puede escribir «" + m_destino.string() + "»: " + motivo + ".");
 }
 
-} // namespace atipicos::app
+} // namespace atipicos

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <iosfwd>
 
-namespace atipicos::app {
+namespace atipicos {
 
 /// Where a command writes: standard output, or a file that gets its name only when it is complete. What was
 /// there under that name stays until then, and nothing is left behind when the writing fails. A link stays a
@@ -32,4 +32,4 @@ private:
     std::ofstream m_fichero;
 };
 
-} // namespace atipicos::app
+} // namespace atipicos

@@ -1,10 +1,10 @@
-#include "host/app/MotivoSistema.hpp"
+#include "runtime/MotivoSistema.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 
-namespace atipicos::app {
+namespace atipicos {
 namespace {
 
     TEST(MotivoSistema, speaks_spanish_of_what_a_person_can_mend)

@@ -1,0 +1,52 @@
+#include "context/frmclsComprasAtipVisor.hpp"
+
+#include "browser/frmCompras_Atipicos_Visor.hpp"
+#include "context/modComun.hpp"
+
+#include <utility>
+
+namespace atipicos {
+
+frmclsComprasAtipVisor::frmclsComprasAtipVisor() = default;
+
+frmclsComprasAtipVisor::~frmclsComprasAtipVisor()
+{
+    if (m_form.isNull())
+        return;
+    m_form->close();
+    delete m_form.data();
+}
+
+void frmclsComprasAtipVisor::set_EmpresaOrvalin(std::shared_ptr<qvoremp::Empresa> empresa) const noexcept
+{
+    modComun::set_EmpresaOrvalin(std::move(empresa));
+}
+
+void frmclsComprasAtipVisor::set_ConexionOrvalin(std::shared_ptr<adodb::Connection> conexion) const noexcept
+{
+    modComun::set_ConexionOrvalin(std::move(conexion));
+}
+
+void frmclsComprasAtipVisor::set_EmpresaBexmor(std::shared_ptr<qvbxemp::Empresa> empresa) const noexcept
+{
+    modComun::set_EmpresaBexmor(std::move(empresa));
+}
+
+void frmclsComprasAtipVisor::set_ConexionBexmor(std::shared_ptr<adodb::Connection> conexion) const noexcept
+{
+    modComun::set_ConexionBexmor(std::move(conexion));
+}
+
+void frmclsComprasAtipVisor::Show(int Modal, QWidget* OwnerForm)
+{
+    if (m_form.isNull())
+        m_form = new frmCompras_Atipicos_Visor;
+    m_form->Ejercicio = Ejercicio;
+    m_form->Almacen_Inicial = Almacen_Inicial;
+    m_form->Proveedor_Inicial = Proveedor_Inicial;
+    m_form->Fecha_Inicial = Fecha_Inicial;
+    m_form->Fecha_Final = Fecha_Final;
+    m_form->Show(Modal, OwnerForm);
+}
+
+} // namespace atipicos
