@@ -108,11 +108,11 @@ Respuesta Connection::ejecuta(const std::string& sql, std::span<const Variant> v
 
 Respuesta Connection::ejecuta_protegida(const Orden& orden, Donde donde)
 {
-    auto respuestas = m_enlace.intercambia({ { "SAVEPOINT s" }, orden, { "RELEASE s" } }, donde);
+    auto respuestas = m_enlace.intercambia({ guarda_punto, orden, suelta_punto }, donde);
     if (es_error(respuestas[0]))
         throw error_de(respuestas[0], orden.sql, donde);
     if (es_error(respuestas[1])) {
-        static_cast<void>(m_enlace.intercambia({ { "ROLLBACK TO s" }, { "RELEASE s" } }, donde));
+        static_cast<void>(m_enlace.intercambia({ { "ROLLBACK TO s" }, suelta_punto }, donde));
         throw error_de(respuestas[1], orden.sql, donde);
     }
     return std::move(respuestas[1]);
