@@ -149,7 +149,14 @@ void Connection::CommitTrans(Donde donde)
 {
     comprueba_transaccion("COMMIT", donde);
     asegura_enlace(donde);
-    const auto respuestas = m_enlace.intercambia({ { "COMMIT" } }, donde);
+    std::vector<Respuesta> respuestas;
+    try {
+        respuestas = m_enlace.intercambia({ { "COMMIT" } }, donde);
+    } catch (const ErrorBaseDatos& error) {
+        throw ErrorBaseDatos(error.categoria(), fuente,
+            error.descripcion() + " No se sabe si los datos llegaron a guardarse: compruébelo.", "COMMIT",
+            donde);
+    }
     if (es_error(respuestas[0]))
         throw error_de(respuestas[0], "COMMIT", donde);
     m_en_transaccion = false;
