@@ -108,11 +108,11 @@ Respuesta Connection::ejecuta(const std::string& sql, std::span<const Variant> v
 
 Respuesta Connection::ejecuta_protegida(const Orden& orden, Donde donde)
 {
-    auto respuestas = m_enlace.intercambia({ { "SAVEPOINT s" }, orden, { "RELEASE s" } }, donde);
+    auto respuestas = m_enlace.intercambia({ guarda_punto, orden, suelta_punto }, donde);
     if (es_error(respuestas[0]))
         throw error_de(respuestas[0], orden.sql, donde);
     if (es_error(respuestas[1])) {
-        static_cast<void>(m_enlace.intercambia({ { "ROLLBACK TO s" }, { "RELEASE s" } }, donde));
+        static_cast<void>(m_enlace.intercambia({ { "ROLLBACK TO s" }, suelta_punto }, donde));
         throw error_de(respuestas[1], orden.sql, donde);
     }
     return std::move(respuestas[1]);
@@ -149,7 +149,14 @@ void Connection::CommitTrans(Donde donde)
 {
     comprueba_transaccion("COMMIT", donde);
     asegura_enlace(donde);
-    const auto respuestas = m_enlace.intercambia({ { "COMMIT" } }, donde);
+    std::vector<Respuesta> respuestas;
+    try {
+        respuestas = m_enlace.intercambia({ { "COMMIT" } }, donde);
+    } catch (const ErrorBaseDatos& error) {
+        throw ErrorBaseDatos(error.categoria(), fuente,
+            error.descripcion() + " No se sabe si los datos llegaron a guardarse: compruébelo.", "COMMIT",
+            donde);
+    }
     if (es_error(respuestas[0]))
         throw error_de(respuestas[0], "COMMIT", donde);
     m_en_transaccion = false;

@@ -43,6 +43,9 @@ public:
     /// names there until the transaction ends.
     void crea_esquema(const std::string& nombre, Donde donde = Donde::aqui());
 
+    /// The statement as this database wants it.
+    [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde);
+
     /// Runs one statement, written as SQL Server wants it.
     [[nodiscard]] Respuesta pide(const std::string& sql, Donde donde);
     /// The same for a query whose rows are to stay locked until the transaction ends. The lock holds others
@@ -58,7 +61,6 @@ public:
 
 private:
     Connection(const Opciones& opciones, Donde donde);
-    [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde);
     [[nodiscard]] Respuesta ejecuta_protegida(const Orden& orden, Donde donde);
     [[nodiscard]] Respuesta ejecuta_sola(const Orden& orden, Donde donde);
     void lee_catalogo(Donde donde);

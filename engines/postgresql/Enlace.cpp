@@ -125,8 +125,16 @@ void Enlace::comprueba_abierta(Donde donde)
                 + std::to_string(PQserverVersion(get()) / 10'000) + " y se necesita el 13 o posterior.",
             donde);
     PQsetNoticeReceiver(get(), &calla, nullptr);
-    if (PQenterPipelineMode(get()) != 1)
+    prepara(donde);
+}
+
+void Enlace::prepara(Donde donde)
+{
+    if (PQenterPipelineMode(get()) != 1
+        || PQsendPrepare(get(), guarda_punto.sql, "SAVEPOINT s", 0, nullptr) != 1
+        || PQsendPrepare(get(), suelta_punto.sql, "RELEASE s", 0, nullptr) != 1 || PQpipelineSync(get()) != 1)
         falla({}, donde);
+    static_cast<void>(recibe(2, "", donde));
 }
 
 void Enlace::reanuda(Donde donde)
@@ -142,16 +150,21 @@ std::vector<Respuesta> Enlace::intercambia(std::initializer_list<Orden> ordenes,
         envia(orden, donde);
     if (PQpipelineSync(get()) != 1)
         falla(ordenes.begin()->sql, donde);
+    return recibe(ordenes.size(), ordenes.begin()->sql, donde);
+}
+
+std::vector<Respuesta> Enlace::recibe(std::size_t cuantas, const char* instruccion, Donde donde)
+{
     std::vector<Respuesta> respuestas;
-    respuestas.reserve(ordenes.size());
-    for (const auto& orden : ordenes) {
+    respuestas.reserve(cuantas);
+    while (respuestas.size() < cuantas) {
         respuestas.emplace_back(PQgetResult(get()));
         while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
         if (PQstatus(get()) == CONNECTION_BAD)
-            falla(orden.sql, donde);
+            falla(instruccion, donde);
     }
     if (PQresultStatus(Respuesta(PQgetResult(get())).get()) != PGRES_PIPELINE_SYNC)
-        falla(ordenes.begin()->sql, donde);
+        falla(instruccion, donde);
     return respuestas;
 }
 
@@ -164,9 +177,11 @@ void Enlace::envia(const Orden& orden, Donde donde)
         const auto& texto = textos.emplace_back(texto_de(valor, donde));
         valores.push_back(texto ? texto->c_str() : nullptr);
     }
-    if (PQsendQueryParams(
-            get(), orden.sql, static_cast<int>(valores.size()), nullptr, valores.data(), nullptr, nullptr, 0)
-        != 1)
+    const auto cuantos = static_cast<int>(valores.size());
+    const int enviada = orden.preparada
+        ? PQsendQueryPrepared(get(), orden.sql, cuantos, valores.data(), nullptr, nullptr, 0)
+        : PQsendQueryParams(get(), orden.sql, cuantos, nullptr, valores.data(), nullptr, nullptr, 0);
+    if (enviada != 1)
         falla(orden.sql, donde);
 }
 

@@ -26,9 +26,14 @@ struct Opciones {
 
 /// A statement to send, with the values of its `$1`, `$2` …
 struct Orden {
-    const char* sql = "";
+    const char* sql = ""; ///< or the name of a prepared one
     std::span<const Variant> valores = {};
+    bool preparada = false;
 };
+
+/// The statements that stand around each one of a transaction, prepared when the line is opened.
+inline constexpr Orden guarda_punto{ .sql = "guarda", .preparada = true }; ///< SAVEPOINT s
+inline constexpr Orden suelta_punto{ .sql = "suelta", .preparada = true }; ///< RELEASE s
 
 /// The line to the server: opens it with the settings of the session and exchanges statements for answers.
 class Enlace {
@@ -50,7 +55,9 @@ private:
     };
 
     void comprueba_abierta(Donde donde);
+    void prepara(Donde donde);
     void envia(const Orden& orden, Donde donde);
+    [[nodiscard]] std::vector<Respuesta> recibe(std::size_t cuantas, const char* instruccion, Donde donde);
     [[noreturn]] void falla(std::string_view instruccion, Donde donde);
 
     std::unique_ptr<PGconn, Cierra> m_linea;

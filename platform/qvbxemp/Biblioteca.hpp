@@ -146,8 +146,7 @@ public:
         const std::string& raiz, std::int32_t codigo, int longitud, Donde donde = Donde::aqui()) const = 0;
 
     /// Whether the plan of the company's year has `cuenta`.
-    [[nodiscard]] virtual bool ExisteCuenta(
-        const std::string& cuenta, Donde donde = Donde::aqui()) const = 0;
+    [[nodiscard]] virtual bool ExisteCuenta(const std::string& cuenta, Donde donde = Donde::aqui()) const = 0;
 
     /// Percentage and account of a tax type.
     [[nodiscard]] virtual TipoImpuesto LeerTipoImpuesto(

@@ -177,6 +177,15 @@ namespace {
         EXPECT_EQ(primero("SELECT COUNT(*) FROM t"), "0");
     }
 
+    TEST_F(PostgresqlConnection, a_commit_whose_answer_is_lost_says_that_nobody_knows)
+    {
+        conexion->BeginTrans();
+        conexion->Execute("INSERT INTO t (Id) VALUES (1)");
+        mata(*conexion);
+        EXPECT_THAT(fallo_de([&] { conexion->CommitTrans(); }).descripcion,
+            EndsWith("No se sabe si los datos llegaron a guardarse: compruébelo."));
+    }
+
     TEST_F(PostgresqlConnection, a_statement_that_takes_too_long_is_cancelled)
     {
         const auto corta = abre({ .espera_instruccion = std::chrono::milliseconds(50) });

@@ -72,7 +72,7 @@ std::string ServidorPostgresql::falta()
     return programas().empty() ? "no PostgreSQL server here: install the package postgresql" : "";
 }
 
-ServidorPostgresql::ServidorPostgresql()
+ServidorPostgresql::ServidorPostgresql(bool duradero)
     : m_programas(programas())
 {
     std::string plantilla = (fs::temp_directory_path() / "atipicos-pg-XXXXXX").string();
@@ -86,7 +86,8 @@ ServidorPostgresql::ServidorPostgresql()
         "--locale=C.UTF-8", "--no-sync" });
     std::ofstream(m_carpeta / "datos/postgresql.conf", std::ios::app)
         << "listen_addresses = ''\nunix_socket_directories = '" << m_carpeta.string()
-        << "'\nmax_connections = 60\nshared_buffers = 64MB\nfsync = off\nautovacuum = off\n";
+        << "'\nmax_connections = 60\nshared_buffers = 64MB\nautovacuum = off\n"
+        << (duradero ? "" : "fsync = off\n");
     const auto accesos = lee(m_carpeta / "datos/pg_hba.conf");
     std::ofstream(m_carpeta / "datos/pg_hba.conf") << "local all con_clave scram-sha-256\n" << accesos;
     arranca();

@@ -14,7 +14,8 @@ public:
     /// What there is to install before there can be one; empty when nothing.
     [[nodiscard]] static std::string falta();
 
-    ServidorPostgresql();
+    /// `duradero`: a commit waits for the disk, as it does in earnest.
+    explicit ServidorPostgresql(bool duradero = false);
     ServidorPostgresql(const ServidorPostgresql&) = delete;
     ServidorPostgresql& operator=(const ServidorPostgresql&) = delete;
     ~ServidorPostgresql();
