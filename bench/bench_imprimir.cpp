@@ -39,7 +39,8 @@ namespace {
     /// The texts of a page, ready to be painted.
     class Grabacion final : public Lienzo {
     public:
-        void texto(Medida x, Medida y, std::string_view texto, const Letra& letra, Color color) override
+        void texto(atipicos::Medida x, atipicos::Medida y, std::string_view texto, const Letra& letra,
+            Color color) override
         {
             m_textos.push_back({ QPointF(x, y), a_qt(texto), fuente_qt(letra), QColor::fromRgb(color) });
         }

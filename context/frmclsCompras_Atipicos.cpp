@@ -46,7 +46,8 @@ void frmclsCompras_Atipicos::Show(int Modal, QWidget* OwnerForm)
 
 bool frmclsCompras_Atipicos::sin_guardar() const
 {
-    return !m_form.isNull() && m_form->isVisible() && m_form->hay_lineas();
+    const auto* form = m_form.data();
+    return form != nullptr && form->isVisible() && form->hay_lineas();
 }
 
 } // namespace atipicos

@@ -1,6 +1,5 @@
 #include "controls/EscritorPdf.hpp"
 
-#include "controls/LienzoQt.hpp"
 #include "controls/Texto.hpp"
 
 #include <QDateTime>
@@ -78,7 +77,7 @@ void EscritorPdf::agrega(const Report& report, Donde donde)
         m_pdf.setPageMargins({});
         if (!(m_pintor.isActive() ? m_pdf.newPage() : m_pintor.begin(&m_pdf)))
             no_se_puede(QStringLiteral("No se puede escribir el documento PDF."), donde);
-        pinta_pagina(report, pagina, m_pintor, resolucion);
+        pinta_pagina(report, pagina, m_pintor, resolucion, m_fuentes);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/LienzoQt.hpp"
 #include "platform/report/Report.hpp"
 #include "runtime/Error.hpp"
 
@@ -28,6 +29,7 @@ public:
 private:
     QPdfWriter m_pdf;
     QPainter m_pintor;
+    FuentesUsadas m_fuentes;
 };
 
 /// The report as a file that gets its name only when it is complete. Raises an `Error` that names the file

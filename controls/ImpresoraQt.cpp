@@ -21,6 +21,7 @@ namespace {
         const Report& report, QPrinter& impresora, std::size_t desde, std::size_t hasta, Donde donde)
     {
         const auto fallo = "No se ha podido imprimir en «" + de_qt(impresora.printerName()) + "».";
+        FuentesUsadas fuentes;
         QPainter pintor;
         if (!pintor.begin(&impresora))
             falla(fallo, donde);
@@ -29,7 +30,7 @@ namespace {
                 impresora.abort();
                 falla(fallo, donde);
             }
-            pinta_pagina(report, pagina, pintor, impresora.resolution());
+            pinta_pagina(report, pagina, pintor, impresora.resolution(), fuentes);
         }
         if (!pintor.end() || impresora.printerState() == QPrinter::Error)
             falla(fallo, donde);

@@ -24,7 +24,7 @@ QFont fuente_qt(const Letra& letra)
     return fuente;
 }
 
-bool MedidorQt::Menor::operator()(const Letra& a, const Letra& b) const
+bool LetraMenor::operator()(const Letra& a, const Letra& b) const
 {
     return std::tie(a.cuerpo, a.negrita, a.familia) < std::tie(b.cuerpo, b.negrita, b.familia);
 }
@@ -37,8 +37,9 @@ Medida MedidorQt::ancho(std::string_view texto, const Letra& letra) const
     return static_cast<Medida>(std::ceil(lugar->second.horizontalAdvance(a_qt(texto))));
 }
 
-LienzoQt::LienzoQt(QPainter& pintor)
+LienzoQt::LienzoQt(QPainter& pintor, FuentesUsadas& fuentes)
     : m_pintor(pintor)
+    , m_fuentes(fuentes)
 {
 }
 
@@ -46,7 +47,10 @@ void LienzoQt::texto(Medida x, Medida y, std::string_view texto, const Letra& le
 {
     if (m_letra != letra) {
         m_letra = letra;
-        m_pintor.setFont(fuente_qt(letra));
+        auto lugar = m_fuentes.find(letra);
+        if (lugar == m_fuentes.end())
+            lugar = m_fuentes.emplace(letra, fuente_qt(letra)).first;
+        m_pintor.setFont(lugar->second);
     }
     m_pintor.setPen(QColor::fromRgb(color));
     m_pintor.drawText(QPointF(x, y), a_qt(texto));
@@ -57,11 +61,12 @@ void LienzoQt::relleno(const Recuadro& recuadro, Color color)
     m_pintor.fillRect(QRectF(recuadro.x, recuadro.y, recuadro.ancho, recuadro.alto), QColor::fromRgb(color));
 }
 
-void pinta_pagina(const Report& report, std::size_t pagina, QPainter& pintor, double puntos_por_pulgada)
+void pinta_pagina(const Report& report, std::size_t pagina, QPainter& pintor, double puntos_por_pulgada,
+    FuentesUsadas& fuentes)
 {
     pintor.save();
     pintor.scale(puntos_por_pulgada / medidas_por_pulgada, puntos_por_pulgada / medidas_por_pulgada);
-    LienzoQt lienzo(pintor);
+    LienzoQt lienzo(pintor, fuentes);
     report.pinta(pagina, lienzo);
     pintor.restore();
 }

@@ -1,7 +1,5 @@
 #include "controls/VistaReport.hpp"
 
-#include "controls/LienzoQt.hpp"
-
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -165,6 +163,7 @@ void VistaReport::keyPressEvent(QKeyEvent* tecla)
 void VistaReport::paintEvent(QPaintEvent* /*evento*/)
 {
     QPainter pintor(viewport());
+    pintor.setRenderHint(QPainter::Antialiasing); // a hairline is thinner than a pixel
     for (int pagina = 0; pagina < Paginas(); ++pagina) {
         const QRect hoja = lugar(pagina);
         if (!hoja.intersects(viewport()->rect()))
@@ -175,7 +174,7 @@ void VistaReport::paintEvent(QPaintEvent* /*evento*/)
         pintor.save();
         pintor.setClipRect(hoja);
         pintor.translate(hoja.topLeft());
-        pinta_pagina(*m_report, static_cast<std::size_t>(pagina), pintor, puntos_por_pulgada());
+        pinta_pagina(*m_report, static_cast<std::size_t>(pagina), pintor, puntos_por_pulgada(), m_fuentes);
         pintor.restore();
     }
 }

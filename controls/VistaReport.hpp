@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/LienzoQt.hpp"
 #include "platform/report/Report.hpp"
 
 #include <QAbstractScrollArea>
@@ -52,6 +53,7 @@ private:
     void pinta_resaltes(QPainter& pintor, int pagina) const;
 
     std::shared_ptr<const Report> m_report;
+    FuentesUsadas m_fuentes;
     std::vector<Hallazgo> m_hallazgos;
     std::size_t m_actual = 0;
     Ajuste m_ajuste = Ajuste::Ancho;

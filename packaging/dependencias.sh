@@ -7,12 +7,15 @@
 #   ci        also what the checks of the source need, and a spooler for the test of printing
 set -euo pipefail
 
-paquetes=(cmake g++ libcli11-dev libcsv-dev libsqlite3-dev libssl-dev libxlsxwriter-dev ninja-build
-    nlohmann-json3-dev)
+paquetes=(cmake g++ libcli11-dev libcsv-dev libpq-dev libsqlite3-dev libssl-dev libxlsxwriter-dev ninja-build
+    nlohmann-json3-dev pkg-config)
 for para in "$@"; do
     case "$para" in
         ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
-        pruebas) paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev poppler-utils python3 sqlite3 unzip) ;;
+        pruebas)
+            paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev poppler-utils postgresql python3
+                sqlite3 unzip)
+            ;;
         ci) paquetes+=(clang-format clang-tidy cups) ;;
         *)
             echo "packaging/dependencias.sh: no se conoce «$para»" >&2

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,10 +15,28 @@ struct MenorSinCaja {
     [[nodiscard]] bool operator()(std::string_view a, std::string_view b) const noexcept;
 };
 
+/// A type of column in CREATE TABLE, as SQL Server calls it, and its name on another database.
+struct TipoEscrito {
+    std::string_view aqui;
+    std::string_view alli;
+    std::string_view tras = {}; ///< what follows it there, behind its length
+};
+
+/// What a database calls what SQL Server calls otherwise.
+struct Dialecto {
+    std::string_view isnull = "IFNULL"; ///< the function
+    std::span<const TipoEscrito> tipos = {}; ///< those that it does not understand
+};
+
 /// What the rewriting must know of a database. Names compare without case.
 class Catalogo {
 public:
     static constexpr std::size_t sin_lugar = static_cast<std::size_t>(-1);
+
+    explicit Catalogo(Dialecto dialecto = {}) noexcept
+        : m_dialecto(dialecto)
+    {
+    }
 
     /// A column that holds dates. `lugar`: its place among the values of an INSERT without a list of columns
     /// (0-based).
@@ -25,6 +44,7 @@ public:
     void agrega_base(std::string_view nombre, std::string_view esquema); ///< `nombre.dbo.T` is `esquema.T`
     void olvida_fechas() noexcept { m_fechas.clear(); }
 
+    [[nodiscard]] const Dialecto& dialecto() const noexcept { return m_dialecto; }
     [[nodiscard]] bool es_fecha(std::string_view tabla, std::string_view columna) const;
     [[nodiscard]] std::vector<bool> fechas_por_lugar(std::string_view tabla) const; ///< up to the last date
     [[nodiscard]] const std::string* esquema(std::string_view base) const; ///< null: not known
@@ -32,6 +52,7 @@ public:
 private:
     template <class Valor> using Mapa = std::map<std::string, Valor, MenorSinCaja>;
 
+    Dialecto m_dialecto;
     Mapa<Mapa<std::size_t>> m_fechas; ///< places by column, by table
     Mapa<std::string> m_bases;
 };

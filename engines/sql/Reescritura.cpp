@@ -18,7 +18,8 @@ namespace {
         for (std::size_t i = 0; i < sql.size(); ++i) {
             const char c = minuscula(sql[i]);
             if (c == '\'' || c == ';' || (c == 'i' && iguales(sql.substr(i, 6), "ISNULL"))
-                || (c == 'd' && iguales(sql.substr(i, 3), "dbo")))
+                || (c == 'd' && iguales(sql.substr(i, 3), "dbo"))
+                || (c == 'c' && iguales(sql.substr(i, 6), "CREATE")))
                 return true;
         }
         return false;
@@ -39,6 +40,7 @@ namespace {
         {
             comprueba_una_sola();
             cambia_isnull();
+            cambia_tipos();
             if (std::any_of(m_tokens.begin(), m_tokens.end(),
                     [](const Token& token) { return token.clase == Clase::texto; })) {
                 reune_tablas();
@@ -69,7 +71,29 @@ namespace {
         {
             for (std::size_t i = 0; i + 1 < m_vista.size(); ++i)
                 if (m_vista.es(i, "ISNULL") && m_vista.es(i + 1, "("))
-                    m_vista.cambia(i, "IFNULL");
+                    m_vista.cambia(i, m_catalogo.dialecto().isnull);
+        }
+
+        /// The words of a CREATE TABLE that stand for a type, which no quoted name does.
+        void cambia_tipos()
+        {
+            const auto& tipos = m_catalogo.dialecto().tipos;
+            if (tipos.empty() || !m_vista.es(0, "CREATE") || !m_vista.es(1, "TABLE"))
+                return;
+            for (std::size_t i = 3; i < m_vista.size(); ++i)
+                for (const auto& tipo : tipos)
+                    if (m_vista.es(i, tipo.aqui) && !m_vista.es(i - 1, "(") && !m_vista.es(i - 1, ",")) {
+                        cambia_tipo(i, tipo);
+                        break;
+                    }
+        }
+
+        void cambia_tipo(std::size_t i, const TipoEscrito& tipo)
+        {
+            m_vista.cambia(i, tipo.alli);
+            const auto fin = m_vista.es(i + 1, "(") ? i + 3 : i;
+            auto& escrito = m_escritos.emplace_back(m_vista[fin].texto);
+            m_vista.cambia(fin, escrito += tipo.tras);
         }
 
         void cambia_nombres()

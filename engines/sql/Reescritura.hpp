@@ -11,7 +11,8 @@ namespace atipicos::sql {
 /// A statement written for SQL Server, for a database that knows neither `ISNULL`, nor three-part names,
 /// nor regional dates:
 ///
-/// - `ISNULL(a, b)` becomes `IFNULL(a, b)`;
+/// - `ISNULL(a, b)` becomes `IFNULL(a, b)`, or what the catalogue's dialect calls it;
+/// - the types in CREATE TABLE become those of the dialect;
 /// - `base.dbo.Tabla` becomes `esquema.Tabla` for the bases of the catalogue;
 /// - a regional date text becomes its ISO text where a date column receives it (INSERT, UPDATE) or is
 ///   compared with it (=, <>, <, <=, >, >=, BETWEEN, IN), text and column each standing alone, not inside an

@@ -176,8 +176,11 @@ std::string Connection::reescribe(const std::string& sql, Donde donde)
 
 void Connection::guarda_lecturas(Donde donde)
 {
-    while (!m_lecturas.empty())
-        m_lecturas.back()->guarda_el_resto(donde);
+    while (!m_lecturas.empty()) {
+        auto* filas = m_lecturas.back();
+        m_lecturas.pop_back();
+        filas->guarda_el_resto(donde);
+    }
 }
 
 const std::vector<std::string>& Connection::columnas_clave(
@@ -252,54 +255,6 @@ void Connection::comprueba_transaccion(const char* instruccion, Donde donde) con
             "No hay ninguna transacción abierta en esta conexión.", instruccion, donde);
 }
 
-void Connection::deshaz() noexcept
-{
-    m_en_transaccion = false;
-    sqlite3_exec(base(), "ROLLBACK", nullptr, nullptr, nullptr); // fails when there is none, and that is fine
-}
-
 std::unique_ptr<adodb::Recordset> Connection::CreateRecordset() { return std::make_unique<Recordset>(*this); }
-
-void Connection::ejecuta_de_guion(const std::string& instruccion, int linea, Donde donde)
-{
-    try {
-        Execute(instruccion, nullptr, adodb::CommandType::Text, donde);
-    } catch (const adodb::ErrorBaseDatos& error) {
-        throw adodb::ErrorBaseDatos(error.categoria(), error.fuente(),
-            "línea " + std::to_string(linea) + " del guion: " + error.descripcion(), instruccion, donde);
-    }
-}
-
-void Connection::ejecuta_guion(std::string_view guion, Donde donde)
-{
-    constexpr std::string_view marca_utf8 = "\xef\xbb\xbf";
-    if (guion.starts_with(marca_utf8))
-        guion.remove_prefix(marca_utf8.size());
-    std::string instruccion;
-    int linea = 1;
-    int inicio = 0; // line on which the statement begins; 0: it has not begun
-    std::string_view anterior; // the two last tokens
-    std::string_view ultimo;
-    for (const auto& token : sql::separa(guion)) {
-        const bool vacio = token.clase == sql::Clase::blanco || token.clase == sql::Clase::comentario;
-        const bool cierra = token.texto == ";"
-            && (!sql::crea_disparador(instruccion) || (sql::iguales(ultimo, "END") && anterior == ";"));
-        if (inicio == 0 && !vacio && !cierra)
-            inicio = linea;
-        linea += static_cast<int>(std::count(token.texto.begin(), token.texto.end(), '\n'));
-        if (!vacio)
-            anterior = std::exchange(ultimo, token.texto);
-        if (!cierra) {
-            instruccion += token.texto;
-            continue;
-        }
-        if (inicio != 0)
-            ejecuta_de_guion(instruccion, inicio, donde);
-        instruccion.clear();
-        inicio = 0;
-    }
-    if (inicio != 0)
-        ejecuta_de_guion(instruccion, inicio, donde);
-}
 
 } // namespace atipicos::sqlite

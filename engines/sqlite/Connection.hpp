@@ -54,10 +54,6 @@ public:
     void RollbackTrans(Donde donde = Donde::aqui()) override;
     [[nodiscard]] std::unique_ptr<adodb::Recordset> CreateRecordset() override;
 
-    /// Runs the statements of a script in order, each as `Execute` does. An error names the line of the
-    /// script (1-based) on which the failing statement begins.
-    void ejecuta_guion(std::string_view guion, Donde donde = Donde::aqui());
-
     /// The statement as this database wants it. Refused when the transaction it belongs to is lost.
     [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde);
 
@@ -67,7 +63,6 @@ public:
     void anota_lectura(Recordset& filas) { m_lecturas.push_back(&filas); }
     void olvida_lectura(const Recordset& filas) noexcept;
 
-    void deshaz() noexcept; ///< ends the transaction, if there is one, without it
     [[nodiscard]] bool en_transaccion() const noexcept { return m_en_transaccion; }
 
     /// The columns of a table's primary key, in no particular order; asked of the database once.
@@ -85,7 +80,6 @@ private:
     void adjunta(const Adjunta& otra, Donde donde);
     void lee_catalogo(Donde donde);
     void comprueba_transaccion(const char* instruccion, Donde donde) const; ///< that one is open
-    void ejecuta_de_guion(const std::string& instruccion, int linea, Donde donde);
     void ejecuta(const std::string& sql, std::int32_t* afectadas, Donde donde); ///< without rewriting
 
     std::unique_ptr<sqlite3, Cierra> m_base;

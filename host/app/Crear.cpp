@@ -7,10 +7,15 @@ namespace atipicos::app {
 
 int crear(const OpcionesComunes& comunes, bool vacia)
 {
-    orvalin::crea_bases(comunes.datos, vacia);
-    std::cout << "Creadas " << (comunes.datos / "orvalin.db").string() << " y "
-              << (comunes.datos / "bexmor.db").string()
-              << (vacia ? ", sin datos.\n" : ", con la empresa de muestra.\n");
+    const auto lugar = comunes.lugar();
+    if (!orvalin::crea_bases(lugar, vacia)) {
+        std::cout << "Ya estaban creadas en " << lugar.texto() << "; no se ha cambiado nada.\n";
+        return hecho;
+    }
+    std::cout << (lugar.clase() == orvalin::Lugar::Clase::carpeta ? "Creadas "
+                + (lugar.carpeta() / "orvalin.db").string() + " y " + (lugar.carpeta() / "bexmor.db").string()
+                                                                  : "Creadas en " + lugar.texto());
+    std::cout << (vacia ? ", sin datos.\n" : ", con la empresa de muestra.\n");
     return hecho;
 }
 

@@ -176,7 +176,7 @@ int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones)
         throw Error(no_hecho, "atipicos",
             "No hay cargos entre el " + opciones.desde.texto() + " y el " + opciones.hasta.texto() + ".");
     Documentos documentos(sesion,
-        opciones.plantilla.empty() ? orvalin::Plantilla::de_carpeta(comunes.datos)
+        opciones.plantilla.empty() ? orvalin::Plantilla::de_lugar(comunes.lugar())
                                    : orvalin::Plantilla::de_fichero(opciones.plantilla));
     if (opciones.carpeta.empty())
         en_un_fichero(claves, documentos, opciones.salida);

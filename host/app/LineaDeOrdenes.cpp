@@ -33,6 +33,17 @@ namespace {
         },
         "");
 
+    const CLI::Validator conexion(
+        [](std::string& texto) {
+            try {
+                static_cast<void>(orvalin::Lugar::de_conexion(texto));
+                return std::string();
+            } catch (const Error& error) {
+                return error.descripcion();
+            }
+        },
+        "");
+
     void en_castellano(CLI::App& app)
     {
         const auto formato = std::make_shared<CLI::Formatter>();
@@ -75,6 +86,8 @@ namespace {
                 : "Falta " + antes_de(texto, " is required") + ".";
         if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr)
             return "El valor no es un número admitido: " + tras(texto, ": ");
+        if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr)
+            return "No se admiten a la vez --datos y --conexion.";
         if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)
             return "Falta o sobra un valor en " + antes_de(texto, ":") + ".";
         return texto; // from our own checks
@@ -100,9 +113,20 @@ namespace {
         std::string hasta;
     };
 
+    void donde_estan(CLI::App& orden, OpcionesComunes& comunes)
+    {
+        auto* datos = orden.add_option(
+            "--datos", comunes.datos, "Carpeta de las bases de datos (por defecto, datos)");
+        orden
+            .add_option("--conexion", comunes.conexion,
+                "En vez de una carpeta, sqlite:CARPETA o postgresql://usuario@servidor/base")
+            ->check(conexion)
+            ->excludes(datos);
+    }
+
     CLI::App* comun(CLI::App* orden, OpcionesComunes& comunes)
     {
-        orden->add_option("--datos", comunes.datos, "Carpeta de las bases de datos (por defecto, datos)");
+        donde_estan(*orden, comunes);
         orden->add_option("--empresa", comunes.empresa, "Empresa de gestión (por defecto, la 1)")
             ->transform(numero);
         orden->add_option("--usuario", comunes.usuario, "Usuario (por defecto, el primero que haya)")
@@ -152,7 +176,7 @@ namespace {
     {
         comun(&app, todo.comunes);
         auto* crear = app.add_subcommand("crear", "Crea las bases de datos con la empresa de muestra");
-        crear->add_option("--datos", todo.comunes.datos, "Carpeta en la que se crean (por defecto, datos)");
+        donde_estan(*crear, todo.comunes);
         crear->add_flag("--vacia", todo.vacia, "Sólo las tablas, sin la empresa de muestra");
 
         auto* registrar

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/orvalin/Lugar.hpp"
 #include "runtime/Date.hpp"
 
 #include <cstdint>
@@ -17,8 +18,14 @@ inline constexpr int mal_usado = 2;
 
 struct OpcionesComunes {
     std::filesystem::path datos = "datos";
+    std::string conexion = {}; ///< instead of a folder, when it is given
     std::int16_t empresa = 1;
     std::int32_t usuario = 0; ///< 0: the first one there is
+
+    [[nodiscard]] orvalin::Lugar lugar() const
+    {
+        return conexion.empty() ? orvalin::Lugar(datos) : orvalin::Lugar::de_conexion(conexion);
+    }
 };
 
 struct OpcionesRegistrar {

@@ -52,7 +52,7 @@ namespace {
 }
 
 Sesion::Sesion(const OpcionesComunes& opciones, const orvalin::OpcionesBases& opciones_bases)
-    : bases(orvalin::abre_bases(opciones.datos, opciones_bases))
+    : bases(orvalin::abre_bases(opciones.lugar(), opciones_bases))
     , catalogos(bases.orvalin, opciones.empresa)
     , avisos(std::make_shared<MsgBoxConsola>(std::cerr))
 {

@@ -40,7 +40,7 @@ namespace {
 
     /// Printing, with the viewer for what goes to the screen: modal, because it is asked for by modal forms.
     std::shared_ptr<qvoremp::Biblioteca> biblioteca_con_impresion(
-        const Sesion& sesion, const std::filesystem::path& datos)
+        const Sesion& sesion, const orvalin::Lugar& lugar)
     {
         auto visor = [](std::shared_ptr<const Report> report) {
             clsView vista;
@@ -48,7 +48,7 @@ namespace {
             vista.Cargar(true);
         };
         return std::make_shared<orvalin::Biblioteca>(
-            sesion.bases.orvalin, std::make_shared<SalidaQt>(visor), orvalin::Plantilla::de_carpeta(datos));
+            sesion.bases.orvalin, std::make_shared<SalidaQt>(visor), orvalin::Plantilla::de_lugar(lugar));
     }
 
     /// False when the person does not want them.
@@ -67,14 +67,16 @@ namespace {
 
     int abre(const OpcionesVentana& opciones)
     {
-        if (!tiene_bases(opciones.comunes.datos) && !ofrece_crear_bases(opciones.comunes.datos))
+        const auto lugar = opciones.comunes.lugar();
+        if (lugar.clase() == orvalin::Lugar::Clase::carpeta && !tiene_bases(lugar.carpeta())
+            && !ofrece_crear_bases(lugar.carpeta()))
             return no_hecho;
         const auto elegida = elige_sesion(opciones);
         if (!elegida)
             return no_hecho;
         Sesion sesion(*elegida);
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
-        modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida->datos));
+        modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida->lugar()));
         frmPrincipal ventana(sesion, *elegida);
         ventana.show();
         return QApplication::exec();

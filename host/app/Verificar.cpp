@@ -7,7 +7,7 @@ namespace atipicos::app {
 
 int verificar(const OpcionesComunes& comunes)
 {
-    const auto bases = orvalin::abre_bases(comunes.datos, { .solo_lectura = true });
+    const auto bases = orvalin::abre_bases(comunes.lugar(), { .solo_lectura = true });
     const auto resultado = verifica(bases);
     for (const auto& diferencia : resultado.diferencias)
         std::cout << diferencia << '\n';

@@ -119,10 +119,13 @@ void frmPrincipal::hace_estado(const OpcionesComunes& opciones)
         QStringLiteral("Empresa: %1 %2").arg(empresa.Codigo(Donde::aqui())).arg(a_qt(empresa.Nombre())));
     agrega("lblUsuario",
         QStringLiteral("Usuario: ") + nombre_de(m_sesion.catalogos.usuarios(), empresa.Usuario()));
-    agrega("lblMotor", QStringLiteral("Motor: SQLite"));
+    const auto lugar = opciones.lugar();
+    const bool en_carpeta = lugar.clase() == orvalin::Lugar::Clase::carpeta;
+    agrega("lblMotor", QStringLiteral("Motor: ") + a_qt(std::string(lugar.motor())));
     agrega("lblCarpeta",
-        QStringLiteral("Carpeta: ")
-            + a_qt(std::filesystem::absolute(opciones.datos).lexically_normal().string()));
+        en_carpeta ? QStringLiteral("Carpeta: ")
+                + a_qt(std::filesystem::absolute(lugar.carpeta()).lexically_normal().string())
+                   : QStringLiteral("Servidor: ") + a_qt(lugar.texto()));
 }
 
 void frmPrincipal::abre_editor()

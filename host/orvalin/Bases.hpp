@@ -1,12 +1,13 @@
 #pragma once
 
+#include "host/orvalin/Lugar.hpp"
 #include "platform/adodb/Connection.hpp"
 
 #include <chrono>
-#include <filesystem>
 #include <memory>
 
-/// The pair of databases that the host works with, in one folder: `orvalin.db` and `bexmor.db`.
+/// The pair of databases that the host works with: `orvalin.db` and `bexmor.db` in one folder, or the schemas
+/// `orvalin` and `dbo` in one database of a server.
 namespace atipicos::orvalin {
 
 struct Bases {
@@ -20,14 +21,15 @@ struct OpcionesBases {
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
 };
 
-/// Makes both databases in `carpeta`, which is made if it does not exist: with the sample company or,
-/// `vacia`, with nothing but the tables. Both appear complete or, on an error, neither.
-/// Raises an error when the folder holds one of them already, or cannot be written.
-void crea_bases(const std::filesystem::path& carpeta, bool vacia, Donde donde = Donde::aqui());
+/// Makes both databases, with the sample company or, `vacia`, with nothing but the tables. Both appear
+/// complete or, on an error, neither. A folder is made if it does not exist, and raises an error when it
+/// holds one of them already or cannot be written; on a server the database must exist, and raises one when
+/// it holds anything else. False, with nothing changed, when the server holds both already.
+bool crea_bases(const Lugar& lugar, bool vacia, Donde donde = Donde::aqui());
 
-/// Opens both databases of `carpeta`. Raises an error that names the file when one is missing, is no
+/// Opens both databases. Raises an error that names the file or the server when one is missing, is no
 /// database of this program, or has tables of another version.
 [[nodiscard]] Bases abre_bases(
-    const std::filesystem::path& carpeta, const OpcionesBases& opciones = {}, Donde donde = Donde::aqui());
+    const Lugar& lugar, const OpcionesBases& opciones = {}, Donde donde = Donde::aqui());
 
 } // namespace atipicos::orvalin

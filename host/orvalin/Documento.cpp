@@ -56,6 +56,7 @@ public:
 
         const auto reparto = reparte(m_bloques, m_papel);
         std::vector<Trazos> hojas;
+        hojas.reserve(reparto.size());
         for (const auto& repartida : reparto)
             hojas.push_back(hoja(repartida, hojas.size(), reparto.size()));
         return hojas;

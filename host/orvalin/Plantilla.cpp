@@ -216,10 +216,12 @@ Plantilla Plantilla::de_fichero(const std::filesystem::path& fichero, Donde dond
     return de_texto(contenido.str(), fichero.string(), donde);
 }
 
-Plantilla Plantilla::de_carpeta(const std::filesystem::path& carpeta, Donde donde)
+Plantilla Plantilla::de_lugar(const Lugar& lugar, Donde donde)
 {
-    const auto propia = carpeta / nombre_de_serie;
-    return std::filesystem::exists(propia) ? de_fichero(propia, donde) : de_serie();
+    const auto propia = lugar.carpeta() / nombre_de_serie;
+    return lugar.clase() == Lugar::Clase::carpeta && std::filesystem::exists(propia)
+        ? de_fichero(propia, donde)
+        : de_serie();
 }
 
 const Plantilla& Plantilla::de_serie()

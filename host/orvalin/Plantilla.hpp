@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/orvalin/Lugar.hpp"
 #include "platform/report/Lienzo.hpp"
 #include "runtime/Error.hpp"
 
@@ -70,9 +71,8 @@ struct Plantilla {
     [[nodiscard]] static Plantilla de_fichero(
         const std::filesystem::path& fichero, Donde donde = Donde::aqui());
 
-    /// The `documento_cargo.json` of that folder, or, where it has none, the program's own.
-    [[nodiscard]] static Plantilla de_carpeta(
-        const std::filesystem::path& carpeta, Donde donde = Donde::aqui());
+    /// The `documento_cargo.json` of the folder of the databases, or, where it has none, the program's own.
+    [[nodiscard]] static Plantilla de_lugar(const Lugar& lugar, Donde donde = Donde::aqui());
 
     /// The one that the program brings with it.
     [[nodiscard]] static const Plantilla& de_serie();

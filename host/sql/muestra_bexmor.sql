@@ -33,7 +33,8 @@ WITH Plan (Raiz, Numero, Nombre) AS (
            ('759', 4, 'Ingresos atípicos Puerto del Rosario'),
            ('759', 5, 'Ingresos atípicos muelle de Arrecife'))
 INSERT INTO Cuentas (Cod_Empresa, Cod_Ejercicio, Cuenta, Nombre)
-SELECT e.Codigo, j.Ejercicio, p.Raiz || substr('000000000' || p.Numero, -(e.LongitudCuenta - 3)), p.Nombre
+SELECT e.Codigo, j.Ejercicio,
+       p.Raiz || substr('000000000' || p.Numero, 13 - e.LongitudCuenta + length('' || p.Numero)), p.Nombre
 FROM Plan p CROSS JOIN Empresas e INNER JOIN Ejercicios j ON j.Cod_Empresa = e.Codigo;
 
 -- Each supplier as supplier, as debtor and as short-term creditor.
@@ -55,7 +56,8 @@ WITH Proveedores (Codigo, Nombre) AS (
      Raices (Raiz, Titulo) AS (
     VALUES ('400', ''), ('440', ' (deudor)'), ('521', ' (deuda a corto plazo)'))
 INSERT INTO Cuentas (Cod_Empresa, Cod_Ejercicio, Cuenta, Nombre)
-SELECT e.Codigo, j.Ejercicio, r.Raiz || substr('000000000' || p.Codigo, -(e.LongitudCuenta - 3)), p.Nombre || r.Titulo
+SELECT e.Codigo, j.Ejercicio,
+       r.Raiz || substr('000000000' || p.Codigo, 13 - e.LongitudCuenta + length('' || p.Codigo)), p.Nombre || r.Titulo
 FROM Proveedores p CROSS JOIN Raices r CROSS JOIN Empresas e INNER JOIN Ejercicios j ON j.Cod_Empresa = e.Codigo;
 
 -- Accounts that stand in a supplier's or an article's own record, which both plans know.

@@ -118,8 +118,8 @@ namespace {
         // A zero date cannot be had from a file, and quotes are replaced: a trigger stands for a table that
         // refuses.
         sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/orvalin.db" })
-            ->ejecuta_guion("CREATE TRIGGER no BEFORE INSERT ON Proveedores_Cargos_Atipicos_Lineas"
-                            " WHEN NEW.Num_Linea = 2 BEGIN SELECT RAISE(ABORT, 'línea no admitida'); END");
+            ->Execute("CREATE TRIGGER no BEFORE INSERT ON Proveedores_Cargos_Atipicos_Lineas"
+                      " WHEN NEW.Num_Linea = 2 BEGIN SELECT RAISE(ABORT, 'línea no admitida'); END");
         const auto ejecucion = registra(cabecera
             + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR1;;;;;;;Gas;1;10;\nR2;1;101;21/11/2026;;;;Agua;1;10;\n");
         EXPECT_EQ(ejecucion.estado, 1);
@@ -244,10 +244,9 @@ namespace {
     {
         // Stands for another process that comes between the look-up and the save.
         sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/orvalin.db" })
-            ->ejecuta_guion(
-                "CREATE TRIGGER otro AFTER INSERT ON Importaciones WHEN NEW.Referencia = 'R1' BEGIN"
-                " INSERT INTO Importaciones SELECT NEW.Huella, 'R2', 1, NEW.Cod_Empresa,"
-                " NEW.Cod_Ejercicio, NEW.Cod_Almacen, NEW.Codigo; END");
+            ->Execute("CREATE TRIGGER otro AFTER INSERT ON Importaciones WHEN NEW.Referencia = 'R1' BEGIN"
+                      " INSERT INTO Importaciones SELECT NEW.Huella, 'R2', 1, NEW.Cod_Empresa,"
+                      " NEW.Cod_Ejercicio, NEW.Cod_Almacen, NEW.Codigo; END");
         const auto ejecucion
             = registra(cabecera + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR2;1;101;21/11/2026;;;;Agua;1;10;\n");
         EXPECT_EQ(ejecucion.estado, 1);

@@ -40,6 +40,20 @@ namespace {
             "SELECT IFNULL(a,'') , IFNULL (b, 0), c ISNULL, 'ISNULL(a,b)' FROM t");
     }
 
+    TEST(Reescritura, a_dialect_names_the_function_and_the_types_of_new_tables)
+    {
+        static constexpr std::array<TipoEscrito, 3> tipos{ { { "BIT", "BOOL" }, { "MONEY", "NUMERIC(19,4)" },
+            { "NVARCHAR", "VARCHAR", " COLLATE C" } } };
+        const Catalogo otro({ .isnull = "NVL", .tipos = tipos });
+        EXPECT_EQ(reescribe("SELECT ISNULL(a, b) FROM t", otro), "SELECT NVL(a, b) FROM t");
+        EXPECT_EQ(
+            reescribe("create table t (Money MONEY NOT NULL, Bit bit, x NVARCHAR(12) NOT NULL, y INT)", otro),
+            "create table t (Money NUMERIC(19,4) NOT NULL, Bit BOOL, x VARCHAR(12) COLLATE C NOT NULL, y "
+            "INT)");
+        EXPECT_EQ(reescribe("SELECT Money money, x BIT FROM t", otro), "SELECT Money money, x BIT FROM t");
+        EXPECT_EQ(en("CREATE TABLE t (x MONEY)"), "CREATE TABLE t (x MONEY)");
+    }
+
     TEST(Reescritura, three_part_names_of_known_bases_go_to_their_schema)
     {
         EXPECT_EQ(

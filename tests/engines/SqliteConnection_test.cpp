@@ -1,3 +1,4 @@
+#include "engines/sql/Guion.hpp"
 #include "engines/sqlite/Connection.hpp"
 
 #include "tests/support/CarpetaTemporal.hpp"
@@ -18,7 +19,7 @@ namespace {
         std::shared_ptr<Connection> crea(const std::string& nombre) const
         {
             auto conexion = Connection::Abrir({ .fichero = carpeta / nombre, .crear = true });
-            conexion->ejecuta_guion("CREATE TABLE t (Id INT PRIMARY KEY, Fecha DATETIME)");
+            sql::ejecuta_guion(*conexion, "CREATE TABLE t (Id INT PRIMARY KEY, Fecha DATETIME)");
             return conexion;
         }
 
@@ -166,8 +167,9 @@ namespace {
     {
         const auto conexion = crea("uno.db");
         try {
-            conexion->ejecuta_guion("-- a comment; with a semicolon\nINSERT INTO t (Id)\n VALUES (1);\n\n"
-                                    "INSERT INTO t (Id, Fecha)\n VALUES (2, '31/02/2026');");
+            sql::ejecuta_guion(*conexion,
+                "-- a comment; with a semicolon\nINSERT INTO t (Id)\n VALUES (1);\n\n"
+                "INSERT INTO t (Id, Fecha)\n VALUES (2, '31/02/2026');");
             FAIL();
         } catch (const adodb::ErrorBaseDatos& error) {
             EXPECT_EQ(error.descripcion(),
@@ -232,7 +234,7 @@ namespace {
     TEST_F(Ficheros, a_script_may_begin_with_a_mark_and_make_triggers)
     {
         const auto conexion = crea("uno.db");
-        conexion->ejecuta_guion(
+        sql::ejecuta_guion(*conexion,
             "\xef\xbb\xbf"
             "CREATE TRIGGER doble AFTER INSERT ON t WHEN new.Id < 9 BEGIN"
             " INSERT INTO t (Id) VALUES (CASE WHEN new.Id > 4 THEN 9 ELSE new.Id + 5 END);"

@@ -1,3 +1,4 @@
+#include "engines/sql/Guion.hpp"
 #include "engines/sqlite/Connection.hpp"
 
 #include "tests/support/CarpetaTemporal.hpp"
@@ -17,7 +18,7 @@ namespace {
 
         Filas()
         {
-            conexion->ejecuta_guion(
+            sql::ejecuta_guion(*conexion,
                 "CREATE TABLE t (Id INT PRIMARY KEY, Fecha DATETIME, Dinero MONEY, Texto NVARCHAR(9));"
                 "INSERT INTO t (Id, Fecha, Dinero, Texto) VALUES (1, '21/11/2026', 12.5, 'uno'),"
                 " (2, NULL, NULL, NULL), (3, '22/11/2026 9:05:03', -3, 'tres')");

@@ -6,10 +6,17 @@
 
 namespace atipicos::pruebas {
 
-Banco::Banco()
+Banco::Banco(const Sede& sede)
+    : m_muestra(sede.muestra())
 {
-    orvalin::crea_bases(m_carpeta / "datos", false);
-    m_bases = orvalin::abre_bases(m_carpeta / "datos");
+    conecta(m_muestra->lugar());
+}
+
+Banco::Banco(const orvalin::Lugar& lugar) { conecta(lugar); }
+
+void Banco::conecta(const orvalin::Lugar& lugar)
+{
+    m_bases = orvalin::abre_bases(lugar);
     const auto gestion = std::make_shared<ConexionEspia>("gestion", m_bases.orvalin, parte);
     const auto contabilidad = std::make_shared<ConexionEspia>("contabilidad", m_bases.bexmor, parte);
     m_biblioteca = std::make_unique<bexmor::Biblioteca>(contabilidad);
@@ -30,7 +37,12 @@ Banco::Banco()
     parte->dichas.clear();
 }
 
-Banco::~Banco() { vacia_contexto(); }
+Banco::~Banco()
+{
+    vacia_contexto();
+    m_biblioteca.reset();
+    m_bases = {}; // before what they are connected to goes
+}
 
 ResultadoGuardado Banco::guarda(const std::string& codigo, std::int16_t almacen)
 {

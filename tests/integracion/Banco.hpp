@@ -6,7 +6,7 @@
 #include "host/bexmor/Biblioteca.hpp"
 #include "host/orvalin/Bases.hpp"
 #include "host/orvalin/Empresa.hpp"
-#include "tests/support/CarpetaTemporal.hpp"
+#include "tests/integracion/Sedes.hpp"
 #include "tests/support/ConexionEspia.hpp"
 #include "tests/support/Contexto.hpp"
 
@@ -24,7 +24,8 @@ using Estado = std::map<std::string, std::int32_t>;
 /// The sample company on real databases, with a spy on each connection.
 class Banco {
 public:
-    Banco();
+    explicit Banco(const Sede& sede = en_carpeta());
+    explicit Banco(const orvalin::Lugar& lugar); ///< on a sample company that is there already
     Banco(const Banco&) = delete;
     Banco& operator=(const Banco&) = delete;
     ~Banco();
@@ -42,7 +43,9 @@ public:
     std::shared_ptr<MsgBoxDePrueba> avisos = std::make_shared<MsgBoxDePrueba>();
 
 private:
-    CarpetaTemporal m_carpeta;
+    void conecta(const orvalin::Lugar& lugar);
+
+    std::unique_ptr<Muestra> m_muestra;
     orvalin::Bases m_bases;
     std::unique_ptr<bexmor::Biblioteca> m_biblioteca;
 };

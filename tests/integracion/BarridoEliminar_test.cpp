@@ -16,9 +16,17 @@ namespace {
         return { 2026, 1, codigo };
     }
 
-    TEST(BarridoEliminar, takes_header_and_lines_and_leaves_counter_and_entry)
+    struct BarridoEliminar : testing::TestWithParam<pruebas::Sede> {
+        void SetUp() override
+        {
+            if (const auto& falta = GetParam().falta; !falta.empty())
+                GTEST_SKIP() << falta;
+        }
+    };
+
+    TEST_P(BarridoEliminar, takes_header_and_lines_and_leaves_counter_and_entry)
     {
-        Banco banco;
+        Banco banco(GetParam());
         const auto clave = guardado(banco);
         auto esperado = banco.estado();
         esperado["Proveedores_Cargos_Atipicos"] = 0;
@@ -28,10 +36,10 @@ namespace {
         EXPECT_THAT(banco.titulos(), testing::IsEmpty());
     }
 
-    TEST(BarridoEliminar, at_every_failing_operation_the_charge_stays_whole_and_one_box_is_shown)
+    TEST_P(BarridoEliminar, at_every_failing_operation_the_charge_stays_whole_and_one_box_is_shown)
     {
         for (std::size_t n = 1; n <= 4; ++n) {
-            Banco banco;
+            Banco banco(GetParam());
             const auto clave = guardado(banco);
             const auto antes = banco.estado();
             banco.parte->falla_en = n;
@@ -41,9 +49,9 @@ namespace {
         }
     }
 
-    TEST(BarridoEliminar, existe_answers_before_and_after)
+    TEST_P(BarridoEliminar, existe_answers_before_and_after)
     {
-        Banco banco;
+        Banco banco(GetParam());
         const auto clave = guardado(banco);
         const clsAtipico cargo;
         EXPECT_TRUE(cargo.Existe(clave.Ejercicio, clave.Almacen, clave.Codigo));
@@ -52,18 +60,18 @@ namespace {
         EXPECT_FALSE(cargo.Existe(clave.Ejercicio, clave.Almacen, clave.Codigo));
     }
 
-    TEST(BarridoEliminar, the_number_of_a_deleted_charge_is_not_given_again)
+    TEST_P(BarridoEliminar, the_number_of_a_deleted_charge_is_not_given_again)
     {
-        Banco banco;
+        Banco banco(GetParam());
         const auto clave = guardado(banco);
         ASSERT_TRUE(EliminarAtipico(clave));
         EXPECT_EQ(clave.Codigo, "AT260001");
         EXPECT_EQ(banco.guarda().Codigo, "AT260002");
     }
 
-    TEST(ModificarAtipico, on_a_shorter_charge_leaves_the_trailing_line_in_the_table)
+    TEST_P(BarridoEliminar, a_change_of_a_shorter_charge_leaves_the_trailing_line_in_the_table)
     {
-        Banco banco;
+        Banco banco(GetParam());
         clsAtipico cargo;
         cargo.Cod_Ejercicio = 2026;
         cargo.Cod_Almacen = 1;
@@ -83,6 +91,9 @@ namespace {
             banco.consulta("SELECT Descripcion FROM Proveedores_Cargos_Atipicos_Lineas WHERE Num_Linea = 3"),
             Variant("tres"));
     }
+
+    INSTANTIATE_TEST_SUITE_P(sedes, BarridoEliminar, testing::ValuesIn(pruebas::sedes()),
+        [](const auto& caso) { return caso.param.nombre; });
 
 }
 }

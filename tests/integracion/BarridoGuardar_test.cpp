@@ -23,9 +23,17 @@ namespace {
 
     constexpr auto eliminar = "clsAtipico:Eliminar_Atipico";
 
-    TEST(BarridoGuardar, a_new_charge_at_every_operation)
+    struct BarridoGuardar : testing::TestWithParam<pruebas::Sede> {
+        void SetUp() override
+        {
+            if (const auto& falta = GetParam().falta; !falta.empty())
+                GTEST_SKIP() << falta;
+        }
+    };
+
+    TEST_P(BarridoGuardar, a_new_charge_at_every_operation)
     {
-        Banco entero;
+        Banco entero(GetParam());
         const auto antes = entero.estado();
         ASSERT_EQ(entero.guarda().estado, ResultadoGuardado::Estado::Guardado);
         ASSERT_THAT(entero.titulos(), IsEmpty());
@@ -35,7 +43,7 @@ namespace {
 
         for (std::size_t n = 0; n < dichas.size(); ++n) {
             SCOPED_TRACE(std::to_string(n + 1) + ": " + dichas[n]);
-            Banco banco;
+            Banco banco(GetParam());
             banco.parte->falla_en = n + 1;
             banco.guarda();
             const auto esperado = de_uno_nuevo(dichas, n, antes, despues);
@@ -46,13 +54,13 @@ namespace {
         }
     }
 
-    TEST(BarridoGuardar, after_every_failure_the_next_charge_is_saved)
+    TEST_P(BarridoGuardar, after_every_failure_the_next_charge_is_saved)
     {
-        Banco entero;
+        Banco entero(GetParam());
         entero.guarda();
         const auto operaciones = entero.parte->dichas.size();
         for (std::size_t n = 1; n <= operaciones; ++n) {
-            Banco banco;
+            Banco banco(GetParam());
             banco.parte->falla_en = n;
             banco.guarda();
             banco.avisos->dichos.clear();
@@ -83,12 +91,12 @@ namespace {
         return { insertar };
     }
 
-    TEST(BarridoGuardar, a_changed_charge_at_every_operation)
+    TEST_P(BarridoGuardar, a_changed_charge_at_every_operation)
     {
         std::vector<std::string> dichas;
         std::string codigo;
         {
-            Banco entero;
+            Banco entero(GetParam());
             codigo = entero.guarda().Codigo;
             entero.parte->dichas.clear();
             ASSERT_EQ(entero.guarda(codigo).Codigo, codigo);
@@ -100,7 +108,7 @@ namespace {
         }
         for (std::size_t n = 0; n < dichas.size(); ++n) {
             SCOPED_TRACE(std::to_string(n + 1) + ": " + dichas[n]);
-            Banco banco;
+            Banco banco(GetParam());
             banco.guarda();
             const auto antes = banco.estado();
             banco.parte->dichas.clear();
@@ -148,14 +156,14 @@ namespace {
         return parte;
     }
 
-    TEST(BarridoGuardar, a_connection_lost_at_any_operation_leaves_all_or_nothing_of_the_charge)
+    TEST_P(BarridoGuardar, a_connection_lost_at_any_operation_leaves_all_or_nothing_of_the_charge)
     {
-        Banco entero;
+        Banco entero(GetParam());
         const auto antes = de_gestion(entero.estado());
         entero.guarda();
         const auto despues = de_gestion(entero.estado());
         for (std::size_t n = 1; n <= entero.parte->dichas.size(); ++n) {
-            Banco banco;
+            Banco banco(GetParam());
             banco.parte->falla_en = n;
             banco.parte->conexion_perdida = true;
             banco.guarda();
@@ -164,9 +172,9 @@ namespace {
         }
     }
 
-    TEST(BarridoGuardar, a_text_with_a_quote_fails_in_insertar_and_the_rest_is_committed)
+    TEST_P(BarridoGuardar, a_text_with_a_quote_fails_in_insertar_and_the_rest_is_committed)
     {
-        Banco banco;
+        Banco banco(GetParam());
         clsAtipico cargo;
         cargo.Lineas->Add(0, "Peña d'Or", Currency::de_entero(1), Currency::de_entero(10));
         const CargoTecleado tecleado{ "", 1, 101, "Aguas", pruebas::dia("21/11/2026"), "", false,
@@ -180,6 +188,9 @@ namespace {
         EXPECT_EQ(banco.estado().at("Proveedores_Cargos_Atipicos_Lineas"), 0);
         EXPECT_EQ(banco.estado().at("Bexmor.dbo.Apuntes"), 5);
     }
+
+    INSTANTIATE_TEST_SUITE_P(sedes, BarridoGuardar, testing::ValuesIn(pruebas::sedes()),
+        [](const auto& caso) { return caso.param.nombre; });
 
 }
 }

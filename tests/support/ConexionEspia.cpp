@@ -58,6 +58,10 @@ void ConexionEspia::pasa(const std::string& dicha, Donde donde)
 {
     m_parte->dichas.push_back(m_nombre + " " + dicha);
     const bool toca = m_parte->dichas.size() == m_parte->falla_en;
+    if (toca && m_parte->al_llegar) {
+        m_parte->al_llegar();
+        return;
+    }
     if (toca && m_parte->conexion_perdida) {
         m_perdida = true;
         if (m_en_transaccion) // what the database does when its client is gone

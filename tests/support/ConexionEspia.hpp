@@ -2,6 +2,7 @@
 
 #include "platform/adodb/Connection.hpp"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,6 +14,7 @@ struct Parte {
     std::vector<std::string>
         dichas; ///< "gestion BEGIN", "contabilidad EXEC INSERT …", "… OPEN …", "… UPDATE"
     std::size_t falla_en = 0; ///< 1-based: that operation fails without reaching the database; 0: none
+    std::function<void()> al_llegar; ///< done before operation `falla_en`, which then goes to the database
     bool conexion_perdida = false; ///< from the failure on, everything on that connection fails
 
     static constexpr const char* descripcion = "fallo provocado";

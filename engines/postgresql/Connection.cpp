@@ -1,0 +1,246 @@
+#include "engines/postgresql/Connection.hpp"
+
+#include "engines/postgresql/Recordset.hpp"
+#include "engines/sql/Tokens.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+namespace atipicos::postgresql {
+
+namespace {
+
+    using adodb::Categoria;
+    using adodb::ErrorBaseDatos;
+
+    constexpr auto fuente = "PostgreSQL";
+    constexpr auto tipo_bit = "si_o_no"; // the server's own BIT is something else
+
+    constexpr std::array<sql::TipoEscrito, 6> tipos{ {
+        { "BIT", tipo_bit },
+        { "DATETIME", "TIMESTAMP(3)" },
+        { "MONEY", "NUMERIC(19,4)" },
+        { "NVARCHAR", "VARCHAR", " COLLATE \"C\"" }, // one order of texts, whatever the server's language
+        { "TINYINT", "SMALLINT" },
+        { "VIRTUAL", "STORED" },
+    } };
+
+    constexpr auto catalogo = R"(
+        SELECT c.oid, quote_ident(n.nspname) || '.' || quote_ident(c.relname), c.relname, a.attname, a.attnum,
+               CASE WHEN t.typtype = 'd' THEN t.typbasetype ELSE t.oid END, t.typname, a.attgenerated,
+               COALESCE(a.attnum = ANY (i.indkey), false)
+        FROM pg_class c
+             JOIN pg_namespace n ON n.oid = c.relnamespace
+             JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped
+             JOIN pg_type t ON t.oid = a.atttypid
+             LEFT JOIN pg_index i ON i.indrelid = c.oid AND i.indisprimary
+        WHERE c.relkind IN ('r', 'p', 'v') AND n.nspname = ANY (current_schemas(false) || 'dbo'::name)
+        ORDER BY c.oid, a.attnum)";
+
+    std::string_view celda(const Respuesta& respuesta, int fila, int columna)
+    {
+        return PQgetvalue(respuesta.get(), fila, columna);
+    }
+
+    Oid numero(std::string_view texto) { return static_cast<Oid>(std::strtoul(texto.data(), nullptr, 10)); }
+
+    bool no_cambia_nada(std::string_view sql)
+    {
+        const auto primera = sql::primera_palabra(sql);
+        return sql::iguales(primera, "SELECT") || sql::iguales(primera, "BEGIN");
+    }
+
+    bool cambia_el_esquema(std::string_view sql)
+    {
+        const auto primera = sql::primera_palabra(sql);
+        return sql::iguales(primera, "CREATE") || sql::iguales(primera, "ALTER")
+            || sql::iguales(primera, "DROP");
+    }
+
+}
+
+Connection::Connection(const Opciones& opciones, Donde donde)
+    : m_enlace(opciones, donde)
+    , m_catalogo({ .isnull = "ISNULL", .tipos = tipos })
+{
+    for (const auto& base : opciones.bases)
+        m_catalogo.agrega_base(base, "dbo");
+}
+
+std::shared_ptr<Connection> Connection::Abrir(const Opciones& opciones, Donde donde)
+{
+    return std::shared_ptr<Connection>(new Connection(opciones, donde));
+}
+
+void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb::CommandType, Donde donde)
+{
+    const auto respuesta = pide(sql, donde);
+    if (afectadas != nullptr)
+        *afectadas = std::atoi(PQcmdTuples(respuesta.get()));
+    if (cambia_el_esquema(sql))
+        m_catalogo_leido = false;
+}
+
+Respuesta Connection::pide(const std::string& sql, Donde donde)
+{
+    return ejecuta(reescribe(sql, donde), {}, donde);
+}
+
+Respuesta Connection::pide_bloqueando(const std::string& sql, Donde donde)
+{
+    const auto reescrita = reescribe(sql, donde) + "\nFOR UPDATE";
+    auto respuesta = ejecuta(reescrita, {}, donde);
+    if (PQntuples(respuesta.get()) > 0)
+        return respuesta;
+    const Variant clave(sql);
+    static_cast<void>(
+        ejecuta("SELECT pg_advisory_xact_lock(hashtextextended($1, 0))", std::span(&clave, 1), donde));
+    return ejecuta(reescrita, {}, donde);
+}
+
+Respuesta Connection::ejecuta(const std::string& sql, std::span<const Variant> valores, Donde donde)
+{
+    asegura_enlace(donde);
+    const Orden orden{ sql.c_str(), valores };
+    return m_en_transaccion ? ejecuta_protegida(orden, donde) : ejecuta_sola(orden, donde);
+}
+
+Respuesta Connection::ejecuta_protegida(const Orden& orden, Donde donde)
+{
+    auto respuestas = m_enlace.intercambia({ { "SAVEPOINT s" }, orden, { "RELEASE s" } }, donde);
+    if (es_error(respuestas[0]))
+        throw error_de(respuestas[0], orden.sql, donde);
+    if (es_error(respuestas[1])) {
+        static_cast<void>(m_enlace.intercambia({ { "ROLLBACK TO s" }, { "RELEASE s" } }, donde));
+        throw error_de(respuestas[1], orden.sql, donde);
+    }
+    return std::move(respuestas[1]);
+}
+
+Respuesta Connection::ejecuta_sola(const Orden& orden, Donde donde)
+{
+    std::vector<Respuesta> respuestas;
+    try {
+        respuestas = m_enlace.intercambia({ orden }, donde);
+    } catch (const ErrorBaseDatos&) {
+        // A line that went dead while it was idle is no news to anybody: what has changed nothing is
+        // repeated.
+        if (!no_cambia_nada(orden.sql))
+            throw;
+        asegura_enlace(donde);
+        respuestas = m_enlace.intercambia({ orden }, donde);
+    }
+    if (es_error(respuestas[0]))
+        throw error_de(respuestas[0], orden.sql, donde);
+    return std::move(respuestas[0]);
+}
+
+void Connection::BeginTrans(Donde donde)
+{
+    if (m_en_transaccion)
+        throw ErrorBaseDatos(Categoria::instruccion, fuente,
+            "Ya hay una transacción abierta en esta conexión.", "BEGIN", donde);
+    static_cast<void>(ejecuta("BEGIN", {}, donde));
+    m_en_transaccion = true;
+}
+
+void Connection::CommitTrans(Donde donde)
+{
+    comprueba_transaccion("COMMIT", donde);
+    asegura_enlace(donde);
+    const auto respuestas = m_enlace.intercambia({ { "COMMIT" } }, donde);
+    if (es_error(respuestas[0]))
+        throw error_de(respuestas[0], "COMMIT", donde);
+    m_en_transaccion = false;
+}
+
+void Connection::RollbackTrans(Donde donde)
+{
+    comprueba_transaccion("ROLLBACK", donde);
+    m_en_transaccion = false;
+    m_catalogo_leido = false; // tables made in it are gone
+    if (!m_enlace.perdido() && PQtransactionStatus(base()) != PQTRANS_IDLE)
+        static_cast<void>(m_enlace.intercambia({ { "ROLLBACK" } }, donde));
+}
+
+void Connection::comprueba_transaccion(const char* instruccion, Donde donde) const
+{
+    if (!m_en_transaccion)
+        throw ErrorBaseDatos(Categoria::instruccion, fuente,
+            "No hay ninguna transacción abierta en esta conexión.", instruccion, donde);
+}
+
+std::unique_ptr<adodb::Recordset> Connection::CreateRecordset() { return std::make_unique<Recordset>(*this); }
+
+void Connection::crea_esquema(const std::string& nombre, Donde donde)
+{
+    const auto esquema = sql::entre_comillas(nombre);
+    for (const auto& sql : { "CREATE SCHEMA " + esquema, "SET LOCAL search_path TO " + esquema,
+             std::string("CREATE FUNCTION \"isnull\"(anycompatible, anycompatible) RETURNS anycompatible"
+                         " LANGUAGE sql IMMUTABLE PARALLEL SAFE AS 'SELECT COALESCE($1, $2)'"),
+             std::string("CREATE DOMAIN ") + tipo_bit + " AS SMALLINT CHECK (VALUE IN (0, 1))" })
+        static_cast<void>(ejecuta(sql, {}, donde));
+    m_catalogo_leido = false;
+}
+
+std::string Connection::reescribe(const std::string& sql, Donde donde)
+{
+    if (sql.find('\0') != std::string::npos)
+        throw ErrorBaseDatos(Categoria::instruccion, fuente,
+            "La instrucción contiene un carácter nulo, que la base de datos no admite.", sql, donde);
+    if (!m_catalogo_leido)
+        lee_catalogo(donde);
+    return sql::reescribe(sql, m_catalogo, donde);
+}
+
+void Connection::lee_catalogo(Donde donde)
+{
+    const auto leido = ejecuta(catalogo, {}, donde);
+    m_catalogo.olvida_fechas();
+    m_tablas.clear();
+    m_bits.clear();
+    for (int i = 0; i < PQntuples(leido.get()); ++i) {
+        const auto tabla = numero(celda(leido, i, 0));
+        const auto columna = numero(celda(leido, i, 4));
+        auto& con_clave = m_tablas[tabla];
+        con_clave.nombre = celda(leido, i, 2);
+        con_clave.calificado = celda(leido, i, 1);
+        if (celda(leido, i, 8) == "t")
+            con_clave.clave.emplace_back(celda(leido, i, 3));
+        if (celda(leido, i, 6) == tipo_bit)
+            m_bits.emplace(tabla, static_cast<int>(columna));
+        if (es_fecha(numero(celda(leido, i, 5))))
+            m_catalogo.agrega_fecha(celda(leido, i, 2), celda(leido, i, 3),
+                celda(leido, i, 7).empty() ? columna - 1 : sql::Catalogo::sin_lugar);
+    }
+    m_catalogo_leido = true;
+}
+
+void Connection::asegura_enlace(Donde donde)
+{
+    if (!m_enlace.perdido())
+        return;
+    if (m_en_transaccion)
+        throw ErrorBaseDatos(Categoria::conexion, fuente,
+            "La transacción se ha perdido con la conexión: sólo se puede deshacer.", {}, donde);
+    m_enlace.reanuda(donde);
+    m_catalogo_leido = false;
+}
+
+Tipo Connection::tipo_de_columna(const PGresult* respuesta, int columna) const
+{
+    const auto tipo = tipo_de(PQftype(respuesta, columna));
+    if (tipo == Tipo::Entero
+        && m_bits.contains({ PQftable(respuesta, columna), PQftablecol(respuesta, columna) }))
+        return Tipo::Bit;
+    return tipo;
+}
+
+const TablaConClave* Connection::tabla(Oid numero) const
+{
+    const auto lugar = m_tablas.find(numero);
+    return lugar == m_tablas.end() ? nullptr : &lugar->second;
+}
+
+} // namespace atipicos::postgresql

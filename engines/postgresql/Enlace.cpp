@@ -1,0 +1,183 @@
+#include "engines/postgresql/Enlace.hpp"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <utility>
+
+namespace atipicos::postgresql {
+
+namespace {
+
+    using adodb::Categoria;
+    using adodb::ErrorBaseDatos;
+    using Parametros = std::map<std::string, std::string>;
+
+    constexpr auto fuente = "PostgreSQL";
+    constexpr int version_minima = 130'000; // ISNULL needs its "anycompatible" types
+
+    std::string en_una_linea(const char* texto)
+    {
+        std::string linea = texto == nullptr ? "" : texto;
+        while (!linea.empty() && linea.back() == '\n')
+            linea.pop_back();
+        std::replace(linea.begin(), linea.end(), '\n', ' ');
+        return linea;
+    }
+
+    [[noreturn]] void no_vale(std::string descripcion, Donde donde)
+    {
+        throw ErrorBaseDatos(Categoria::conexion, fuente, std::move(descripcion), {}, donde);
+    }
+
+    /// What the address says, taken apart by the client library. Its own words on an address that it does not
+    /// understand are not shown: they quote parts of it, and one may be a password in the wrong place.
+    Parametros lee_direccion(const std::string& direccion, Donde donde)
+    {
+        char* mensaje = nullptr;
+        const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> leidos(
+            PQconninfoParse(direccion.c_str(), &mensaje), &PQconninfoFree);
+        PQfreemem(mensaje);
+        if (!leidos)
+            no_vale("La dirección de la base de datos no se entiende. Se escribe "
+                    "postgresql://usuario@servidor:puerto/base",
+                donde);
+        Parametros parametros;
+        for (const auto* una = leidos.get(); una->keyword != nullptr; ++una)
+            if (una->val != nullptr)
+                parametros[una->keyword] = una->val;
+        if (parametros.contains("password") || parametros.contains("sslpassword"))
+            no_vale("La contraseña no se escribe en la dirección de la base de datos, donde otros la verían: "
+                    "póngala en la variable PGPASSWORD o en el fichero ~/.pgpass.",
+                donde);
+        return parametros;
+    }
+
+    std::string ajuste(const std::string& nombre, const std::string& valor)
+    {
+        std::string texto = " -c " + nombre + "=";
+        for (const char c : valor) {
+            if (c == ' ' || c == '\\')
+                texto += '\\';
+            texto += c;
+        }
+        return texto;
+    }
+
+    std::string milisegundos(std::chrono::milliseconds tiempo) // to the server 0 is for ever
+    {
+        return std::to_string(std::max<std::chrono::milliseconds::rep>(tiempo.count(), 1));
+    }
+
+    /// The settings of a session travel with its opening and cost no round trip.
+    std::string ajustes(const Opciones& opciones)
+    {
+        std::string texto = ajuste("search_path", opciones.esquema) + ajuste("datestyle", "ISO,DMY")
+            + ajuste("standard_conforming_strings", "on")
+            + ajuste("lock_timeout", milisegundos(opciones.espera))
+            + ajuste("statement_timeout", milisegundos(opciones.espera_instruccion))
+            // A workstation that is switched off in the middle of a save holds its locks no longer than this.
+            + ajuste("tcp_keepalives_idle", "30") + ajuste("tcp_keepalives_interval", "10")
+            + ajuste("tcp_keepalives_count", "3");
+        if (opciones.solo_lectura)
+            texto += ajuste("default_transaction_read_only", "on");
+        if (!opciones.sincronizacion_completa)
+            texto += ajuste("synchronous_commit", "off");
+        return texto;
+    }
+
+    PGconn* conecta(Parametros parametros)
+    {
+        std::vector<const char*> nombres;
+        std::vector<const char*> valores;
+        for (const auto& [nombre, valor] : parametros) {
+            nombres.push_back(nombre.c_str());
+            valores.push_back(valor.c_str());
+        }
+        nombres.push_back(nullptr);
+        valores.push_back(nullptr);
+        return PQconnectdbParams(nombres.data(), valores.data(), 0);
+    }
+
+    void calla(void*, const PGresult*) { } // notices are for whoever administers the server
+
+}
+
+Enlace::Enlace(const Opciones& opciones, Donde donde)
+{
+    auto parametros = lee_direccion(opciones.direccion, donde);
+    parametros["client_encoding"] = "UTF8";
+    parametros["options"] = ajustes(opciones) + " " + parametros["options"];
+    parametros.try_emplace("fallback_application_name", "atipicos");
+    parametros.try_emplace("connect_timeout", "10");
+    m_linea.reset(conecta(std::move(parametros)));
+    comprueba_abierta(donde);
+}
+
+void Enlace::comprueba_abierta(Donde donde)
+{
+    if (PQstatus(get()) != CONNECTION_OK)
+        no_vale("No se puede conectar con el servidor de la base de datos ("
+                + en_una_linea(PQerrorMessage(get())) + ").",
+            donde);
+    if (PQserverVersion(get()) < version_minima)
+        no_vale("El servidor de la base de datos es PostgreSQL "
+                + std::to_string(PQserverVersion(get()) / 10'000) + " y se necesita el 13 o posterior.",
+            donde);
+    PQsetNoticeReceiver(get(), &calla, nullptr);
+    if (PQenterPipelineMode(get()) != 1)
+        falla({}, donde);
+}
+
+void Enlace::reanuda(Donde donde)
+{
+    PQreset(get());
+    m_perdido = false;
+    comprueba_abierta(donde);
+}
+
+std::vector<Respuesta> Enlace::intercambia(std::initializer_list<Orden> ordenes, Donde donde)
+{
+    for (const auto& orden : ordenes)
+        envia(orden, donde);
+    if (PQpipelineSync(get()) != 1)
+        falla(ordenes.begin()->sql, donde);
+    std::vector<Respuesta> respuestas;
+    respuestas.reserve(ordenes.size());
+    for (const auto& orden : ordenes) {
+        respuestas.emplace_back(PQgetResult(get()));
+        while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
+        if (PQstatus(get()) == CONNECTION_BAD)
+            falla(orden.sql, donde);
+    }
+    if (PQresultStatus(Respuesta(PQgetResult(get())).get()) != PGRES_PIPELINE_SYNC)
+        falla(ordenes.begin()->sql, donde);
+    return respuestas;
+}
+
+void Enlace::envia(const Orden& orden, Donde donde)
+{
+    std::vector<std::optional<std::string>> textos;
+    std::vector<const char*> valores;
+    textos.reserve(orden.valores.size());
+    for (const auto& valor : orden.valores) {
+        const auto& texto = textos.emplace_back(texto_de(valor, donde));
+        valores.push_back(texto ? texto->c_str() : nullptr);
+    }
+    if (PQsendQueryParams(
+            get(), orden.sql, static_cast<int>(valores.size()), nullptr, valores.data(), nullptr, nullptr, 0)
+        != 1)
+        falla(orden.sql, donde);
+}
+
+void Enlace::falla(std::string_view instruccion, Donde donde)
+{
+    m_perdido = true; // the client library may know it only when it reads again
+    const std::string motivo = PQerrorMessage(get());
+    throw ErrorBaseDatos(Categoria::conexion, fuente,
+        "Se ha perdido la conexión con el servidor de la base de datos ("
+            + motivo.substr(0, motivo.find('\n')) + "). La próxima operación volverá a conectar.",
+        std::string(instruccion), donde);
+}
+
+} // namespace atipicos::postgresql

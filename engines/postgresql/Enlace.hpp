@@ -1,0 +1,60 @@
+#pragma once
+
+#include "engines/postgresql/Instruccion.hpp"
+
+#include <chrono>
+#include <initializer_list>
+#include <libpq-fe.h>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace atipicos::postgresql {
+
+struct Opciones {
+    /// `postgresql://usuario@servidor/base?sslmode=verify-full` or `host=… dbname=…`, all that libpq knows,
+    /// without a password: that comes from PGPASSWORD or from a pass file.
+    std::string direccion = {};
+    std::string esquema = {}; ///< where names without a schema are looked for
+    std::vector<std::string> bases = {}; ///< `base.dbo.Tabla` is `dbo.Tabla` of this database for these names
+    bool solo_lectura = false;
+    std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
+    std::chrono::milliseconds espera_instruccion{ 120'000 }; ///< the longest that one statement may take
+    bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
+};
+
+/// A statement to send, with the values of its `$1`, `$2` …
+struct Orden {
+    const char* sql = "";
+    std::span<const Variant> valores = {};
+};
+
+/// The line to the server: opens it with the settings of the session and exchanges statements for answers.
+class Enlace {
+public:
+    /// Raises an error that names the server, never the password.
+    Enlace(const Opciones& opciones, Donde donde);
+
+    /// Sends the statements together and waits for all their answers: one round trip, whatever their number.
+    /// After one that fails the server skips the rest. Raises an error only when the line is lost.
+    [[nodiscard]] std::vector<Respuesta> intercambia(std::initializer_list<Orden> ordenes, Donde donde);
+
+    [[nodiscard]] bool perdido() const noexcept { return m_perdido; }
+    void reanuda(Donde donde); ///< opens the line again, as it was opened
+    [[nodiscard]] PGconn* get() const noexcept { return m_linea.get(); }
+
+private:
+    struct Cierra {
+        void operator()(PGconn* linea) const noexcept { PQfinish(linea); }
+    };
+
+    void comprueba_abierta(Donde donde);
+    void envia(const Orden& orden, Donde donde);
+    [[noreturn]] void falla(std::string_view instruccion, Donde donde);
+
+    std::unique_ptr<PGconn, Cierra> m_linea;
+    bool m_perdido = false;
+};
+
+} // namespace atipicos::postgresql

@@ -1,0 +1,81 @@
+#include "engines/postgresql/Recordset.hpp"
+
+#include "engines/postgresql/Connection.hpp"
+
+namespace atipicos::postgresql {
+
+Recordset::Recordset(Connection& conexion)
+    : Filas(conexion, "PostgreSQL")
+    , m_conexion(conexion)
+{
+}
+
+Recordset::~Recordset() { suelta(); }
+
+bool Recordset::abre(const std::string& sql, bool bloquea, Donde donde)
+{
+    m_respuesta = bloquea ? m_conexion.pide_bloqueando(sql, donde) : m_conexion.pide(sql, donde);
+    for (int i = 0; i < PQnfields(m_respuesta.get()); ++i)
+        m_tipos.push_back(m_conexion.tipo_de_columna(m_respuesta.get(), i));
+    m_actual = 0;
+    return PQntuples(m_respuesta.get()) > 0;
+}
+
+std::vector<sql::Filas::Columna> Recordset::columnas() const
+{
+    std::vector<Columna> todas;
+    for (const auto tipo : m_tipos)
+        todas.push_back({ PQfname(m_respuesta.get(), static_cast<int>(todas.size())), tipo == Tipo::Fecha });
+    return todas;
+}
+
+bool Recordset::avanza(Donde) { return ++m_actual < PQntuples(m_respuesta.get()); }
+
+std::string_view Recordset::texto(std::size_t columna) const
+{
+    const auto i = static_cast<int>(columna);
+    return { PQgetvalue(m_respuesta.get(), m_actual, i),
+        static_cast<std::size_t>(PQgetlength(m_respuesta.get(), m_actual, i)) };
+}
+
+Variant Recordset::lee(std::size_t columna, Donde donde) const
+{
+    if (PQgetisnull(m_respuesta.get(), m_actual, static_cast<int>(columna)) != 0)
+        return Nulo{};
+    return valor_de(texto(columna), m_tipos[columna], donde);
+}
+
+void Recordset::anexa(std::size_t columna, std::string& destino) const
+{
+    if (m_tipos[columna] == Tipo::Texto || m_tipos[columna] == Tipo::Entero)
+        destino += texto(columna); // null is an empty text
+    else
+        Filas::anexa(columna, destino);
+}
+
+void Recordset::cierra() noexcept
+{
+    m_respuesta.reset();
+    m_tipos.clear();
+}
+
+bool Recordset::en_transaccion() const noexcept { return m_conexion.en_transaccion(); }
+
+/// The one that the columns come from.
+sql::Filas::Tabla Recordset::tabla(Donde donde)
+{
+    for (int i = 0; i < PQnfields(m_respuesta.get()); ++i)
+        if (const auto* una = m_conexion.tabla(PQftable(m_respuesta.get(), i)))
+            return { una->nombre, una->calificado, una->clave };
+    falla("Las filas no son de ninguna tabla en la que escribir.", donde);
+}
+
+std::string Recordset::marcador(std::size_t numero) const { return "$" + std::to_string(numero); }
+
+std::int32_t Recordset::escribe(const std::string& sql, const std::vector<Variant>& valores, Donde donde)
+{
+    const auto respuesta = m_conexion.ejecuta(sql, valores, donde);
+    return std::atoi(PQcmdTuples(respuesta.get()));
+}
+
+} // namespace atipicos::postgresql

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "runtime/Error.hpp"
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace atipicos::orvalin {
+
+/// Where the pair of databases is: in the files of a folder, or on a server.
+class Lugar {
+public:
+    enum class Clase : std::uint8_t { carpeta, postgresql };
+
+    Lugar(std::filesystem::path carpeta); // implicit: a folder is where they ordinarily are
+
+    /// `sqlite:CARPETA` or `postgresql://usuario@servidor/base`. Raises an error, which does not repeat the
+    /// text, on anything else.
+    [[nodiscard]] static Lugar de_conexion(const std::string& conexion, Donde donde = Donde::aqui());
+
+    [[nodiscard]] Clase clase() const noexcept { return m_clase; }
+    [[nodiscard]] const std::filesystem::path& carpeta() const noexcept { return m_carpeta; }
+    [[nodiscard]] const std::string& direccion() const noexcept { return m_direccion; } ///< of a server
+
+    [[nodiscard]] std::string texto() const; ///< as a person may read it: a folder, or an address
+    [[nodiscard]] std::string_view motor() const noexcept; ///< name of the database product
+
+private:
+    Clase m_clase = Clase::carpeta;
+    std::filesystem::path m_carpeta;
+    std::string m_direccion;
+};
+
+} // namespace atipicos::orvalin

@@ -1,0 +1,68 @@
+#include "tests/integracion/Sedes.hpp"
+
+#include "host/orvalin/Bases.hpp"
+#include "tests/support/CarpetaTemporal.hpp"
+
+namespace atipicos::pruebas {
+
+namespace {
+
+    class MuestraEnCarpeta final : public Muestra {
+    public:
+        MuestraEnCarpeta() { orvalin::crea_bases(m_carpeta / "datos", false); }
+        [[nodiscard]] orvalin::Lugar lugar() const override { return { m_carpeta / "datos" }; }
+
+    private:
+        CarpetaTemporal m_carpeta;
+    };
+
+    /// The sample company is made once; each test gets a copy.
+    const std::string& plantilla()
+    {
+        static const std::string nombre = [] {
+            servidor_postgresql().crea_base("plantilla");
+            orvalin::crea_bases(
+                orvalin::Lugar::de_conexion(servidor_postgresql().direccion("plantilla")), false);
+            return "plantilla";
+        }();
+        return nombre;
+    }
+
+    class MuestraEnPostgresql final : public Muestra {
+    public:
+        MuestraEnPostgresql() { servidor_postgresql().crea_base(m_base, plantilla()); }
+        ~MuestraEnPostgresql() override { servidor_postgresql().borra_base(m_base); }
+        [[nodiscard]] orvalin::Lugar lugar() const override
+        {
+            return orvalin::Lugar::de_conexion(servidor_postgresql().direccion(m_base));
+        }
+
+    private:
+        static inline int s_bases = 0;
+        std::string m_base = "muestra_" + std::to_string(++s_bases);
+    };
+
+}
+
+ServidorPostgresql& servidor_postgresql()
+{
+    static ServidorPostgresql unico;
+    return unico;
+}
+
+const Sede& en_carpeta()
+{
+    static const Sede sede{ "sqlite", "", std::make_unique<MuestraEnCarpeta> };
+    return sede;
+}
+
+const Sede& en_postgresql()
+{
+    static const Sede sede{ "postgresql", ServidorPostgresql::falta(),
+        std::make_unique<MuestraEnPostgresql> };
+    return sede;
+}
+
+std::vector<Sede> sedes() { return { en_carpeta(), en_postgresql() }; }
+
+} // namespace atipicos::pruebas

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/orvalin/Lugar.hpp"
+#include "tests/support/ServidorPostgresql.hpp"
+
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace atipicos::pruebas {
+
+/// A sample company of the test's own, as `crear` makes it; gone when it is destroyed.
+class Muestra {
+public:
+    Muestra() = default;
+    Muestra(const Muestra&) = delete;
+    Muestra& operator=(const Muestra&) = delete;
+    virtual ~Muestra() = default;
+    [[nodiscard]] virtual orvalin::Lugar lugar() const = 0;
+};
+
+/// A kind of place where the sample company can be.
+struct Sede {
+    std::string nombre;
+    std::string falta; ///< what there is to install before it can be tested; empty: nothing
+    std::function<std::unique_ptr<Muestra>()> muestra;
+};
+inline void PrintTo(const Sede& sede, std::ostream* salida) { *salida << sede.nombre; }
+
+[[nodiscard]] const Sede& en_carpeta();
+[[nodiscard]] const Sede& en_postgresql();
+[[nodiscard]] std::vector<Sede> sedes(); ///< all of them
+
+/// The one PostgreSQL server of this test program, started the first time it is asked for.
+[[nodiscard]] ServidorPostgresql& servidor_postgresql();
+
+} // namespace atipicos::pruebas
