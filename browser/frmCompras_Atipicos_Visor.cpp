@@ -214,7 +214,7 @@ void frmCompras_Atipicos_Visor::txtFechaF_KeyPress()
 /// The list changes when all of it has been read: an error on the way leaves the one that was there.
 void frmCompras_Atipicos_Visor::Cargar_Atipicos()
 {
-    std::vector<QString> filas;
+    std::vector<QByteArray> filas;
     std::string fila;
     Currency importe;
     Currency impuesto;
@@ -223,7 +223,7 @@ void frmCompras_Atipicos_Visor::Cargar_Atipicos()
     atipicos::Cargar_Atipicos(buscado, [&](const CargoListado& cargo) {
         fila.clear();
         anexa_fila(fila, cargo);
-        filas.push_back(a_qt(fila));
+        filas.push_back(QByteArray::fromStdString(fila));
         if (filas.size() % aviso_cada == 0)
             modMsgOp::Mostrar("Leyendo atípicos: " + con_puntos(filas.size()));
         importe += cargo.Importe;

@@ -53,7 +53,7 @@ void frmDetalleAtipico::Cargar_Detalles(const ClaveAtipico& clave)
         atipicos::Cargar_Detalles(clave, [&](const LineaDetalle& linea) {
             fila.clear();
             anexa_fila(fila, linea, modComun::EmpresaOrvalin().DecimalesPrecio());
-            rejilla.AddItem(a_qt(fila));
+            rejilla.AddItem(QByteArray::fromStdString(fila));
         });
     });
 }
