@@ -253,8 +253,10 @@ void frmCompras_Atipicos_Visor::set_Comandos(bool habilitados)
 
 void frmCompras_Atipicos_Visor::vsCab_KeyPress()
 {
-    if (m_ui->vsCab->Row() > 0)
-        m_ui->Tabs->setCurrentIndex(detalles); // which loads them
+    if (m_ui->vsCab->Row() < 1)
+        return;
+    m_ui->Tabs->setCurrentIndex(detalles); // which loads them
+    m_ui->tabDetalles->setFocus();
 }
 
 void frmCompras_Atipicos_Visor::Tabs_SelectedChanged()
@@ -398,6 +400,9 @@ void frmCompras_Atipicos_Visor::keyPressEvent(QKeyEvent* tecla)
     else if (intro && m_ui->vsCab->hasFocus()) {
         if (!tecla->isAutoRepeat()) // the Enter of the search, held down, stays in the list
             vsCab_KeyPress();
+    } else if (tecla->key() == Qt::Key_Escape && en_detalles()) {
+        m_ui->Tabs->setCurrentIndex(documentos);
+        m_ui->vsCab->setFocus();
     } else
         Formulario::keyPressEvent(tecla);
 }

@@ -19,6 +19,7 @@ frmDetalleAtipico::frmDetalleAtipico(QWidget* parent)
     m_ui->txtAlmacenDet->set_SoloLectura(true);
     m_ui->txtProveedorDet->set_SoloLectura(true);
     prepara_vsDetalles(*m_ui->vsDetalles);
+    setFocusProxy(m_ui->vsDetalles);
 }
 
 frmDetalleAtipico::~frmDetalleAtipico() = default;
