@@ -214,7 +214,7 @@ void frmCompras_Atipicos_Visor::txtFechaF_KeyPress()
 /// The list changes when all of it has been read: an error on the way leaves the one that was there.
 void frmCompras_Atipicos_Visor::Cargar_Atipicos()
 {
-    std::vector<QString> filas;
+    std::vector<QByteArray> filas;
     std::string fila;
     Currency importe;
     Currency impuesto;
@@ -223,7 +223,7 @@ void frmCompras_Atipicos_Visor::Cargar_Atipicos()
     atipicos::Cargar_Atipicos(buscado, [&](const CargoListado& cargo) {
         fila.clear();
         anexa_fila(fila, cargo);
-        filas.push_back(a_qt(fila));
+        filas.push_back(QByteArray::fromStdString(fila));
         if (filas.size() % aviso_cada == 0)
             modMsgOp::Mostrar("Leyendo atípicos: " + con_puntos(filas.size()));
         importe += cargo.Importe;
@@ -253,8 +253,10 @@ void frmCompras_Atipicos_Visor::set_Comandos(bool habilitados)
 
 void frmCompras_Atipicos_Visor::vsCab_KeyPress()
 {
-    if (m_ui->vsCab->Row() > 0)
-        m_ui->Tabs->setCurrentIndex(detalles); // which loads them
+    if (m_ui->vsCab->Row() < 1)
+        return;
+    m_ui->Tabs->setCurrentIndex(detalles); // which loads them
+    m_ui->tabDetalles->setFocus();
 }
 
 void frmCompras_Atipicos_Visor::Tabs_SelectedChanged()
@@ -398,6 +400,9 @@ void frmCompras_Atipicos_Visor::keyPressEvent(QKeyEvent* tecla)
     else if (intro && m_ui->vsCab->hasFocus()) {
         if (!tecla->isAutoRepeat()) // the Enter of the search, held down, stays in the list
             vsCab_KeyPress();
+    } else if (tecla->key() == Qt::Key_Escape && en_detalles()) {
+        m_ui->Tabs->setCurrentIndex(documentos);
+        m_ui->vsCab->setFocus();
     } else
         Formulario::keyPressEvent(tecla);
 }

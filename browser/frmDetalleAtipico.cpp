@@ -19,6 +19,7 @@ frmDetalleAtipico::frmDetalleAtipico(QWidget* parent)
     m_ui->txtAlmacenDet->set_SoloLectura(true);
     m_ui->txtProveedorDet->set_SoloLectura(true);
     prepara_vsDetalles(*m_ui->vsDetalles);
+    setFocusProxy(m_ui->vsDetalles);
 }
 
 frmDetalleAtipico::~frmDetalleAtipico() = default;
@@ -53,7 +54,7 @@ void frmDetalleAtipico::Cargar_Detalles(const ClaveAtipico& clave)
         atipicos::Cargar_Detalles(clave, [&](const LineaDetalle& linea) {
             fila.clear();
             anexa_fila(fila, linea, modComun::EmpresaOrvalin().DecimalesPrecio());
-            rejilla.AddItem(a_qt(fila));
+            rejilla.AddItem(QByteArray::fromStdString(fila));
         });
     });
 }

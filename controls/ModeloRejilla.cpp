@@ -7,17 +7,17 @@ namespace atipicos {
 namespace {
 
     /// Where cell `columna` of a tab-separated row begins and ends.
-    QStringView celda(const QString& fila, int columna)
+    QByteArrayView celda(const QByteArray& fila, int columna)
     {
         qsizetype inicio = 0;
         for (int i = 0; i < columna; ++i) {
-            const auto tabulador = fila.indexOf(u'\t', inicio);
+            const auto tabulador = fila.indexOf('\t', inicio);
             if (tabulador < 0)
                 return {};
             inicio = tabulador + 1;
         }
-        const auto fin = fila.indexOf(u'\t', inicio);
-        return QStringView(fila).mid(inicio, fin < 0 ? -1 : fin - inicio);
+        const auto fin = fila.indexOf('\t', inicio);
+        return QByteArrayView(fila).sliced(inicio, (fin < 0 ? fila.size() : fin) - inicio);
     }
 
     QString en_una_linea(QString texto)
@@ -63,11 +63,13 @@ void ModeloRejilla::set_Rows(int filas)
     publica();
 }
 
-void ModeloRejilla::AddItem(const QString& fila)
+void ModeloRejilla::AddItem(const QByteArray& fila)
 {
     m_filas.push_back(fila);
     publica();
 }
+
+QByteArrayView ModeloRejilla::Fila(int fila) const { return m_filas.at(static_cast<std::size_t>(fila) - 1); }
 
 void ModeloRejilla::RemoveItem(int fila)
 {
@@ -89,7 +91,7 @@ QString ModeloRejilla::TextMatrix(int fila, int columna) const
     if (fila < 0 || fila >= Rows() || columna < 0 || columna >= m_titulos.size())
         return {};
     return fila == 0 ? m_titulos.at(columna)
-                     : celda(m_filas.at(static_cast<std::size_t>(fila) - 1), columna).toString();
+                     : QString::fromUtf8(celda(m_filas.at(static_cast<std::size_t>(fila) - 1), columna));
 }
 
 void ModeloRejilla::set_TextMatrix(int fila, int columna, const QString& texto)
@@ -104,10 +106,10 @@ void ModeloRejilla::set_TextMatrix(int fila, int columna, const QString& texto)
         return;
     }
     auto& destino = m_filas.at(static_cast<std::size_t>(fila) - 1);
-    QStringList celdas = destino.split(u'\t');
+    QByteArrayList celdas = destino.split('\t');
     celdas.resize(m_titulos.size());
-    celdas[columna] = limpio;
-    destino = celdas.join(u'\t');
+    celdas[columna] = limpio.toUtf8();
+    destino = celdas.join('\t');
     if (fila <= m_publicadas)
         emit dataChanged(index(fila - 1, columna), index(fila - 1, columna));
 }
@@ -117,11 +119,11 @@ void ModeloRejilla::Ordena(int columna, Clase clase, bool descendente)
     std::vector<QString> celdas;
     celdas.reserve(m_filas.size());
     for (const auto& fila : m_filas)
-        celdas.push_back(celda(fila, columna).toString());
+        celdas.push_back(QString::fromUtf8(celda(fila, columna)));
     const auto orden = orden_de(celdas, clase, descendente);
 
     emit layoutAboutToBeChanged({}, VerticalSortHint);
-    std::vector<QString> filas;
+    std::vector<QByteArray> filas;
     filas.reserve(m_filas.size());
     std::vector<int> nuevas(m_filas.size()); // where each row has gone
     for (const auto antes : orden) {

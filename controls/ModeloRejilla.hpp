@@ -3,15 +3,16 @@
 #include "controls/OrdenFilas.hpp"
 
 #include <QAbstractTableModel>
+#include <QByteArray>
 #include <QStringList>
 
 #include <vector>
 
 namespace atipicos {
 
-/// The rows of a grid, each kept as the tab-separated text in which it was added, so that a hundred thousand
-/// of them cost no more than their texts. Rows are counted as the forms count them: row 0 is the header row,
-/// rows 1 to `Rows` - 1 hold data. Columns count from 0.
+/// The rows of a grid, each kept as the tab-separated text in which it was added, in UTF-8, so that a hundred
+/// thousand of them cost little more than their texts. Rows are counted as the forms count them: row 0 is the
+/// header row, rows 1 to `Rows` - 1 hold data. Columns count from 0.
 class ModeloRejilla final : public QAbstractTableModel {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(ModeloRejilla)
@@ -24,7 +25,8 @@ public:
     [[nodiscard]] int Rows() const noexcept; ///< with the header row
     void set_Rows(
         int filas); ///< fewer: the last ones go; more: empty rows are added. 1 leaves the header alone
-    void AddItem(const QString& fila); ///< short rows are padded, long ones cut
+    void AddItem(const QByteArray& fila); ///< UTF-8; short rows are padded, long ones cut
+    [[nodiscard]] QByteArrayView Fila(int fila) const; ///< as it was added; `fila` from 1 to `Rows` - 1
     void RemoveItem(int fila); ///< does nothing outside 1 to `Rows` - 1
 
     [[nodiscard]] QString TextMatrix(int fila, int columna) const; ///< empty outside the grid
@@ -47,7 +49,7 @@ private:
 
     QStringList m_titulos;
     std::vector<Qt::Alignment> m_alineaciones;
-    std::vector<QString> m_filas;
+    std::vector<QByteArray> m_filas;
     int m_publicadas = 0; ///< the view knows the first ones; the rest waits for redrawing
     bool m_dibuja = true;
 };

@@ -71,11 +71,13 @@ QString VSFlexGrid::TextMatrix(int fila, int columna) const { return m_modelo->T
 void VSFlexGrid::set_TextMatrix(int fila, int columna, const QString& texto)
 {
     m_modelo->set_TextMatrix(fila, columna, texto);
-    if (fila > 0)
+    if (fila > 0 && fila < Rows())
         ajusta_ancho(fila);
 }
 
-void VSFlexGrid::AddItem(const QString& fila)
+void VSFlexGrid::AddItem(const QString& fila) { AddItem(fila.toUtf8()); }
+
+void VSFlexGrid::AddItem(const QByteArray& fila)
 {
     m_modelo->AddItem(fila);
     ajusta_ancho(Rows() - 1);
@@ -133,15 +135,17 @@ void VSFlexGrid::set_Redraw(bool activo) { m_modelo->set_Redraw(activo); }
 void VSFlexGrid::ajusta_ancho(int fila)
 {
     bool ajustado = false;
+    QByteArrayView resto = m_modelo->Fila(fila);
     for (int columna = 0; columna < Cols(); ++columna) {
+        const auto tabulador = resto.indexOf('\t');
+        const auto celda = tabulador < 0 ? resto : resto.first(tabulador);
+        resto = tabulador < 0 ? QByteArrayView() : resto.sliced(tabulador + 1);
         const auto lugar = static_cast<std::size_t>(columna);
-        if (!m_alineaciones[lugar].testFlag(Qt::AlignRight) || isColumnHidden(columna))
+        if (celda.size() <= m_mas_largo[lugar] || !m_alineaciones[lugar].testFlag(Qt::AlignRight)
+            || isColumnHidden(columna))
             continue;
-        const QString texto = m_modelo->TextMatrix(fila, columna);
-        if (texto.size() <= m_mas_largo[lugar])
-            continue;
-        m_mas_largo[lugar] = texto.size();
-        const int necesario = fontMetrics().horizontalAdvance(texto + QLatin1String("00"));
+        m_mas_largo[lugar] = celda.size();
+        const int necesario = fontMetrics().horizontalAdvance(QString::fromUtf8(celda) + QLatin1String("00"));
         if (necesario > columnWidth(columna)) {
             setColumnWidth(columna, necesario);
             ajustado = true;

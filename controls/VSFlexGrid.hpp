@@ -34,6 +34,7 @@ public:
     [[nodiscard]] QString TextMatrix(int fila, int columna) const; ///< empty outside the grid
     void set_TextMatrix(int fila, int columna, const QString& texto); ///< a tab in `texto` becomes a blank
     void AddItem(const QString& fila);
+    void AddItem(const QByteArray& fila); ///< the same in UTF-8, which is how the rows are kept
     void RemoveItem(int fila); ///< does nothing outside 1 to `Rows` - 1; the row that moves up is chosen
 
     [[nodiscard]] int ColWidth(int columna) const; ///< pixels

@@ -142,6 +142,8 @@ void consulta(QWidget& principal, const app::OpcionesComunes& opciones, Grabacio
     principal.activateWindow();
     pulsa(Qt::Key_B, Qt::ControlModifier);
     QWidget& visor = abierta("frmCompras_Atipicos_Visor");
+    if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == &visor; }))
+        throw Error(1, "demostracion", "El visor no se activa.");
     teclea("1/1/2025");
     intro(2);
     grabacion.captura(visor, "visor-lista");

@@ -346,6 +346,20 @@ private slots:
         }
     }
 
+    void enter_goes_to_the_lines_and_escape_back_to_the_list()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        visor.pulsa(Qt::Key_Down);
+        visor.pulsa(Qt::Key_Return);
+        QCOMPARE(visor.form.focusWidget(), &visor.lineas());
+        visor.pulsa(Qt::Key_Escape);
+        QVERIFY(visor.form.isVisible());
+        QCOMPARE(visor.pestanas().currentIndex(), 0);
+        QCOMPARE(visor.form.focusWidget(), &visor.lista());
+        QCOMPARE(visor.lista().Row(), 2);
+    }
+
     void the_header_of_the_details_cannot_be_changed()
     {
         ConTresCargos visor;

@@ -30,7 +30,7 @@ private slots:
     {
         DosColumnas dos;
         auto& modelo = dos.modelo;
-        modelo.AddItem(QStringLiteral("1\tuno"));
+        modelo.AddItem(QByteArrayLiteral("1\tuno"));
         QCOMPARE(modelo.Rows(), 2);
         QCOMPARE(modelo.rowCount(), 1);
         QCOMPARE(modelo.columnCount(), 2);
@@ -44,7 +44,7 @@ private slots:
     {
         DosColumnas dos;
         auto& modelo = dos.modelo;
-        modelo.AddItem(QStringLiteral("1\tuno"));
+        modelo.AddItem(QByteArrayLiteral("1\tuno"));
         QCOMPARE(modelo.rowCount(modelo.index(0, 0)), 0);
         QCOMPARE(modelo.columnCount(modelo.index(0, 0)), 0);
     }
@@ -53,7 +53,7 @@ private slots:
     {
         DosColumnas dos;
         auto& modelo = dos.modelo;
-        modelo.AddItem(QStringLiteral("1\tde <b>aquí</b>\r\na & b"));
+        modelo.AddItem(QByteArrayLiteral("1\tde <b>aquí</b>\r\na & b"));
         QCOMPARE(modelo.data(modelo.index(0, 1)).toString(), QStringLiteral("de <b>aquí</b> a & b"));
         QCOMPARE(modelo.data(modelo.index(0, 1), Qt::ToolTipRole).toString(),
             QStringLiteral("de &lt;b&gt;aquí&lt;/b&gt;\r\na &amp; b"));
@@ -63,7 +63,7 @@ private slots:
     {
         DosColumnas dos;
         auto& modelo = dos.modelo;
-        modelo.AddItem(QStringLiteral("1\tuno"));
+        modelo.AddItem(QByteArrayLiteral("1\tuno"));
         modelo.set_ColAlignment(0, Qt::AlignRight);
         const auto alineacion = [&](int columna) {
             return modelo.data(modelo.index(0, columna), Qt::TextAlignmentRole).value<Qt::Alignment>();
@@ -76,7 +76,7 @@ private slots:
     {
         DosColumnas dos;
         auto& modelo = dos.modelo;
-        modelo.AddItem(QStringLiteral("1\tuno"));
+        modelo.AddItem(QByteArrayLiteral("1\tuno"));
         const QSignalSpy cambiadas(&modelo, &ModeloRejilla::dataChanged);
         const QSignalSpy titulos(&modelo, &ModeloRejilla::headerDataChanged);
         const QSignalSpy quitadas(&modelo, &ModeloRejilla::rowsRemoved);
@@ -107,7 +107,7 @@ private slots:
         DosColumnas dos;
         auto& modelo = dos.modelo;
         modelo.set_Redraw(false);
-        modelo.AddItem(QStringLiteral("1\tuno"));
+        modelo.AddItem(QByteArrayLiteral("1\tuno"));
         const QSignalSpy cambiadas(&modelo, &ModeloRejilla::dataChanged);
         modelo.set_TextMatrix(1, 1, QStringLiteral("dos"));
         QCOMPARE(cambiadas.count(), 0);
