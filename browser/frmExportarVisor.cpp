@@ -38,7 +38,7 @@ namespace {
 
 QString exporta_vsCab(const VSFlexGrid& vsCab, QWidget* ventana)
 {
-    const QString fichero = pide_fichero(ventana);
+    QString fichero = pide_fichero(ventana);
     if (fichero.isEmpty())
         return {};
     const OrigenLista lista = [&](const CadaCargo& cada) {

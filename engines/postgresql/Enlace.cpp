@@ -86,7 +86,7 @@ namespace {
         return texto;
     }
 
-    PGconn* conecta(Parametros parametros)
+    PGconn* conecta(const Parametros& parametros)
     {
         std::vector<const char*> nombres;
         std::vector<const char*> valores;
