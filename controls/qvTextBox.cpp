@@ -3,7 +3,9 @@
 #include "controls/Texto.hpp"
 #include "runtime/Formato.hpp"
 
+#include <QApplication>
 #include <QKeyEvent>
+#include <QToolTip>
 #include <QValidator>
 
 #include <algorithm>
@@ -161,9 +163,16 @@ void qvTextBox::keyPressEvent(QKeyEvent* tecla)
         cambia_signo();
         return;
     }
-    const bool punto = tecla->key() == Qt::Key_Period && tecla->modifiers().testFlag(Qt::KeypadModifier);
-    if (!punto) {
+    const bool punto = tecla->key() == Qt::Key_Period;
+    if (!punto || isReadOnly()) {
         QLineEdit::keyPressEvent(tecla);
+        return;
+    }
+    if (!tecla->modifiers().testFlag(Qt::KeypadModifier)) {
+        // "1.5" must not become 15 behind the person's back, and "1.500" is no one and a half.
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()),
+            QStringLiteral("Los decimales se teclean con coma; los millares, sin punto."), this);
+        QApplication::beep();
         return;
     }
     QKeyEvent coma(QEvent::KeyPress, Qt::Key_Comma, Qt::NoModifier, QStringLiteral(","));

@@ -14,7 +14,7 @@ for para in "$@"; do
         ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
         pruebas)
             paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev poppler-utils postgresql python3
-                sqlite3 unzip)
+                sqlite3 unzip xauth xdotool xvfb)
             ;;
         ci) paquetes+=(clang-format clang-tidy cups) ;;
         *)

@@ -4,6 +4,7 @@
 #include "tests/support/Contexto.hpp"
 
 #include <QSignalSpy>
+#include <QToolTip>
 
 using atipicos::Currency;
 using atipicos::qvTextBox;
@@ -77,12 +78,15 @@ private slots:
         QCOMPARE(caja.control->Valor(), moneda("-922337203685477.5807"));
     }
 
-    void the_keypad_point_is_the_comma_and_the_other_point_is_refused()
+    void the_keypad_point_is_the_comma_and_the_other_point_is_refused_with_a_word()
     {
         Caja caja;
         caja.teclea(QStringLiteral("3"));
         teclas_punto_del_teclado_numerico(caja.control);
+        QVERIFY(QToolTip::text().isEmpty());
         caja.teclea(QStringLiteral("2.5"));
+        QCOMPARE(
+            QToolTip::text(), QStringLiteral("Los decimales se teclean con coma; los millares, sin punto."));
         QCOMPARE(caja.texto(), QStringLiteral("3,25"));
         QCOMPARE(caja.control->Valor(), moneda("3.25"));
     }

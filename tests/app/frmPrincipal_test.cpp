@@ -1,0 +1,157 @@
+#include "host/app/frmPrincipal.hpp"
+
+#include "context/modComun.hpp"
+#include "controls/VSFlexGrid.hpp"
+#include "host/app/frmSesion.hpp"
+#include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/Contexto.hpp"
+#include "tests/support/Persona.hpp"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QSettings>
+#include <QStandardPaths>
+
+using namespace atipicos;
+using namespace atipicos::pruebas;
+
+namespace {
+
+/// The program with its main window open, on a sample company of the test's own.
+struct EscenaPrincipal {
+    CarpetaTemporal carpeta;
+    app::OpcionesComunes opciones;
+    std::shared_ptr<MsgBoxDePrueba> avisos = std::make_shared<MsgBoxDePrueba>();
+    std::unique_ptr<app::Sesion> sesion;
+    std::unique_ptr<app::frmPrincipal> ventana;
+
+    EscenaPrincipal()
+    {
+        opciones.datos = carpeta / "datos";
+        opciones.usuario = 2;
+        orvalin::crea_bases(opciones.lugar(), false);
+        sesion = std::make_unique<app::Sesion>(opciones);
+        modComun::set_MsgBox(avisos);
+        ventana = std::make_unique<app::frmPrincipal>(*sesion, opciones);
+        ventana->show();
+        if (!QTest::qWaitForWindowActive(ventana.get()))
+            qFatal("the main window is not active");
+    }
+    ~EscenaPrincipal() { vacia_contexto(); }
+
+    static QWidget* editor()
+    {
+        for (QWidget* una : QApplication::topLevelWidgets())
+            if (una->objectName() == QLatin1String("frmCompras_Atipicos") && una->isVisible())
+                return una;
+        return nullptr;
+    }
+};
+
+void teclea_una_linea()
+{
+    intro();
+    teclea("104");
+    intro(4);
+    intro();
+    teclea("Porte");
+    intro(2);
+    teclea("1");
+    intro();
+    teclea("10");
+    intro(2);
+}
+
+}
+
+class frmPrincipal_Test : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+    void init() { QSettings().clear(); }
+
+    void the_status_line_tells_who_works_where()
+    {
+        const EscenaPrincipal escena;
+        const auto texto
+            = [&](const char* nombre) { return control<QLabel>(*escena.ventana, nombre).text(); };
+        QCOMPARE(texto("lblEmpresa"), QStringLiteral("Empresa: 1 Comercial Drago Sur, S.L."));
+        QCOMPARE(texto("lblUsuario"), QStringLiteral("Usuario: 2 Íñigo Cabrera"));
+        QCOMPARE(texto("lblMotor"), QStringLiteral("Motor: SQLite"));
+        QCOMPARE(texto("lblCarpeta"),
+            QStringLiteral("Carpeta: ") + QString::fromStdString((escena.carpeta / "datos").string()));
+    }
+
+    void enter_opens_the_editor_and_opens_it_once()
+    {
+        const EscenaPrincipal escena;
+        QVERIFY(EscenaPrincipal::editor() == nullptr);
+        intro();
+        QWidget* editor = EscenaPrincipal::editor();
+        QVERIFY(editor != nullptr);
+        control<QAction>(*escena.ventana, "mnuReclamaciones").trigger();
+        QCOMPARE(EscenaPrincipal::editor(), editor);
+        editor->close();
+        control<QAction>(*escena.ventana, "mnuReclamaciones").trigger();
+        QCOMPARE(EscenaPrincipal::editor(), editor);
+    }
+
+    void it_asks_before_a_charge_that_is_keyed_in_is_lost()
+    {
+        const EscenaPrincipal escena;
+        intro();
+        QTRY_COMPARE(foco(), QStringLiteral("txtAlmacen"));
+        teclea_una_linea();
+        QCOMPARE(control<VSFlexGrid>(*EscenaPrincipal::editor(), "vsCargos").Rows(), 2);
+        QVERIFY(!escena.ventana->close());
+        QCOMPARE(escena.avisos->dichos.size(), std::size_t{ 1 });
+        QVERIFY(escena.avisos->dichos.front()
+            == (Mensaje{ "Hay un cargo sin guardar. Si sale ahora se pierde.\r\n\r\n¿Desea salir?",
+                "¡ Atención !", Icono::pregunta, Botones::SiNo, Respuesta::No }));
+        QVERIFY(EscenaPrincipal::editor() != nullptr);
+        escena.avisos->respuestas = { Respuesta::Si };
+        QVERIFY(escena.ventana->close());
+    }
+
+    void without_a_charge_it_closes_and_remembers_its_size()
+    {
+        {
+            const EscenaPrincipal escena;
+            escena.ventana->resize(801, 503);
+            intro();
+            QVERIFY(EscenaPrincipal::editor() != nullptr);
+            QVERIFY(escena.ventana->close());
+            QVERIFY(escena.avisos->dichos.empty());
+        }
+        const EscenaPrincipal otra;
+        QCOMPARE(otra.ventana->size(), QSize(801, 503));
+    }
+
+    void company_and_user_are_asked_for_only_where_there_is_a_choice()
+    {
+        const EscenaPrincipal escena;
+        app::OpcionesVentana opciones{ escena.opciones, true, true };
+        QVERIFY(app::elige_sesion(opciones).has_value()); // both given: no dialog
+        opciones.empresa_dada = opciones.usuario_dado = false;
+        std::optional<app::OpcionesComunes> elegida;
+        QVERIFY(con_dialogo<app::frmSesion>([&] { elegida = app::elige_sesion(opciones); },
+            [](app::frmSesion& dialogo) {
+                QCOMPARE(control<QComboBox>(dialogo, "cboEmpresa").count(), 2);
+                control<QComboBox>(dialogo, "cboUsuario").setFocus();
+                pulsa(Qt::Key_Down);
+                intro();
+            }));
+        QCOMPARE(elegida.value().empresa, std::int16_t{ 1 });
+        QCOMPARE(elegida.value().usuario, 2);
+        QVERIFY(con_dialogo<app::frmSesion>([&] { elegida = app::elige_sesion(opciones); },
+            [](app::frmSesion& dialogo) {
+                QCOMPARE(dialogo.usuario(), 2); // the choice of the last time is proposed
+                pulsa(Qt::Key_Escape);
+            }));
+        QVERIFY(!elegida.has_value());
+    }
+};
+
+QTEST_MAIN(frmPrincipal_Test)
+#include "frmPrincipal_test.moc"
