@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# tests/app/pantalla.sh PROGRAM: types a charge into the started program with real X keys and finds it, with its entry,
-# in the database. Ends with 77 (skipped) where Xvfb, xdotool or sqlite3 is not installed.
+# tests/app/pantalla.sh PROGRAM: with real X keys, a charge is typed into the started program, found in its browser,
+# changed and deleted, and the databases are compared after each step. Ends with 77 (skipped) where Xvfb, xdotool or sqlite3 is not installed.
 set -euo pipefail
 programa=$1
 for hace_falta in Xvfb xdotool sqlite3; do
@@ -29,6 +29,12 @@ ventana() {
     xdotool windowfocus --sync "$(xdotool search --onlyvisible --name "$1" | tail -1)"
     sleep 0.3
 }
+no_esta() { ! xdotool search --onlyvisible --name "$1"; }
+# Closes the editor, which has the keys.
+sale() {
+    teclas alt+s
+    espera "the end of the editor" no_esta "^Reclamaciones a Proveedores"
+}
 teclas() { xdotool key --delay 30 "$@"; }
 escribe() { xdotool type --delay 30 "$1"; }
 
@@ -40,6 +46,28 @@ export DISPLAY
 "$programa" crear --datos "$carpeta/datos" >/dev/null
 "$programa" --datos "$carpeta/datos" --empresa 1 --usuario 1 2>/dev/null &
 
+en_orvalin() { sqlite3 "$carpeta/datos/orvalin.db" "$1"; }
+# Compares what a query gives with what it should.
+exige() {
+    local que=$1 debido=$2 hay=$3
+    [ "$hay" = "$debido" ] && echo "$que: $hay" && return 0
+    echo "$que: «$hay», and it should be «$debido»" >&2
+    exit 1
+}
+acepta_previsiones() {
+    ventana "^Previsiones de Pago"
+    teclas F9
+    ventana "Atención"
+    teclas Return
+    ventana "^Seleccione Destino"
+    teclas Escape
+    sleep 0.3
+}
+cargos="SELECT Codigo, Proveedor, Importe, Asiento FROM Proveedores_Cargos_Atipicos"
+lineas="SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos_Lineas"
+asientos="SELECT COUNT(*) FROM Asientos"
+
+# A new charge in the editor.
 ventana "^Cargos atípicos"
 teclas Return
 ventana "^Reclamaciones a Proveedores"
@@ -53,15 +81,41 @@ teclas Return
 escribe 5,6325
 teclas Return Return
 teclas alt+a
-ventana "^Previsiones de Pago"
-teclas F9
-ventana "Atención"
-teclas Return
-ventana "^Seleccione Destino"
-teclas Escape
+acepta_previsiones
+codigo=$(en_orvalin "SELECT Codigo FROM Proveedores_Cargos_Atipicos")
+exige "recorded" "$codigo|104|67.59|1" "$(en_orvalin "$cargos")"
+ventana "^Reclamaciones a Proveedores"
+sale
 
-cargo=$(sqlite3 "$carpeta/datos/orvalin.db" "SELECT Codigo, Proveedor, Importe, Asiento FROM Proveedores_Cargos_Atipicos")
-asiento=$(sqlite3 "$carpeta/datos/bexmor.db" "SELECT COUNT(*), SUM(Debe) - SUM(Haber) FROM Apuntes WHERE Asiento = 1")
-echo "cargo: $cargo   asiento: $asiento"
-[[ "$cargo" == AT*"|104|67.59|1" && "$asiento" =~ ^5\|(0|0\.0|-?[0-9.]+e-1[0-9])$ ]]
+# The browser: search, lines, the next one (there is none), change it, delete it.
+ventana "^Cargos atípicos"
+teclas ctrl+b
+ventana "^Visor de Atípicos"
+teclas Return Return
+sleep 0.5
+teclas Return
+sleep 0.3
+teclas Escape
+teclas Down
+teclas alt+m
+ventana "Atención"
+teclas alt+s
+ventana "^Reclamaciones a Proveedores - $codigo"
+escribe 103
+teclas Return
+sleep 0.3
+teclas alt+a
+acepta_previsiones
+exige "changed" "$codigo|103|67.59|2" "$(en_orvalin "$cargos")"
+exige "lines" 1 "$(en_orvalin "$lineas")"
+ventana "^Reclamaciones a Proveedores"
+sale
+ventana "^Visor de Atípicos"
+teclas alt+e
+ventana "Atención"
+teclas alt+s
+sleep 1
+exige "deleted" "0" "$(en_orvalin "SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos")"
+exige "lines deleted" "0" "$(en_orvalin "$lineas")"
+exige "entries that stay in the accounting" "2" "$(sqlite3 "$carpeta/datos/bexmor.db" "$asientos")"
 "$programa" verificar --datos "$carpeta/datos"
