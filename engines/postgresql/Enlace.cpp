@@ -110,7 +110,7 @@ Enlace::Enlace(const Opciones& opciones, Donde donde)
     parametros["options"] = ajustes(opciones) + " " + parametros["options"];
     parametros.try_emplace("fallback_application_name", "atipicos");
     parametros.try_emplace("connect_timeout", "10");
-    m_linea.reset(conecta(std::move(parametros)));
+    m_linea.reset(conecta(parametros));
     comprueba_abierta(donde);
 }
 
