@@ -1,4 +1,5 @@
 // What every engine must do. An engine joins by describing itself in `motores()`.
+#include "engines/odbc/Connection.hpp"
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Guion.hpp"
 #include "engines/sqlite/Connection.hpp"
@@ -8,9 +9,12 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <thread>
 
 namespace atipicos {
@@ -39,6 +43,7 @@ namespace {
         std::string falta; ///< what there is to install or to set before it can be tested; empty: nothing
         std::function<std::unique_ptr<Sitio>()> crea;
         std::optional<Categoria> empezar_mientras_otro_escribe; ///< nothing: it does not wait
+        Variant marca = true; ///< what a BIT that is set comes back as
     };
     void PrintTo(const Motor& motor, std::ostream* salida) { *salida << motor.nombre; }
 
@@ -51,7 +56,7 @@ namespace {
     constexpr auto cuentas = "CREATE TABLE Cuentas (Cuenta NVARCHAR(12) NOT NULL PRIMARY KEY, Alta DATETIME);"
                              "INSERT INTO Cuentas (Cuenta, Alta) VALUES ('40000017', '21/11/2026')";
 
-    class SitioSqlite final : public Sitio {
+    class SitioSqlite : public Sitio {
     public:
         SitioSqlite()
         {
@@ -68,18 +73,24 @@ namespace {
                 .espera = espera });
         }
 
-    private:
+    protected:
         pruebas::CarpetaTemporal m_carpeta;
     };
 
-    class SitioPostgresql final : public Sitio {
+    class SitioPostgresql : public Sitio {
     public:
         SitioPostgresql() { servidor().crea_base(m_base, plantilla); }
         ~SitioPostgresql() override { servidor().borra_base(m_base); }
 
-        Conexion abre(std::chrono::milliseconds espera) const override { return abre(m_base, espera); }
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return postgresql::Connection::Abrir({ .direccion = servidor().direccion(m_base),
+                .esquema = "gestion",
+                .bases = { "Bexmor" },
+                .espera = espera });
+        }
 
-    private:
+    protected:
         static constexpr auto plantilla = "contrato";
 
         /// One server for all tests, with a database that theirs are copies of.
@@ -104,23 +115,93 @@ namespace {
             return true;
         }
 
-        static Conexion abre(const std::string& base, std::chrono::milliseconds espera)
-        {
-            return postgresql::Connection::Abrir({ .direccion = servidor().direccion(base),
-                .esquema = "gestion",
-                .bases = { "Bexmor" },
-                .espera = espera });
-        }
-
         static inline int s_bases = 0;
         std::string m_base = "contrato_" + std::to_string(++s_bases);
     };
 
+    /// The same databases, through the drivers of their products.
+    class SitioOdbcPostgresql final : public SitioPostgresql {
+    public:
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return odbc::Connection::Abrir({ .cadena = servidor().cadena_odbc(m_base),
+                .al_abrir = { "SET search_path TO gestion" },
+                .bases = { { "Bexmor", "dbo" } },
+                .espera = espera });
+        }
+    };
+
+    class SitioOdbcSqlite final : public SitioSqlite {
+    public:
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return odbc::Connection::Abrir({ .cadena = "DRIVER={SQLite3};TIMEOUT="
+                    + std::to_string(espera.count()) + ";DATABASE=" + (m_carpeta / "uno.db").string(),
+                .al_abrir = { "ATTACH '" + (m_carpeta / "dos.db").string() + "' AS Bexmor" },
+                .bases = { { "Bexmor", "Bexmor" } },
+                .espera = espera });
+        }
+    };
+
+    /// A SQL Server of somebody's; its databases Orvalin and Bexmor are dropped and made anew.
+    class SitioSqlServer final : public Sitio {
+    public:
+        SitioSqlServer()
+        {
+            const auto maestra = odbc::Connection::Abrir({ .cadena = cadena() });
+            for (const auto* base : { "Orvalin", "Bexmor" }) {
+                maestra->Execute("DROP DATABASE IF EXISTS " + std::string(base));
+                maestra->Execute("CREATE DATABASE " + std::string(base));
+            }
+            sql::ejecuta_guion(*en("Orvalin", std::chrono::seconds(5)), tablas);
+            sql::ejecuta_guion(*en("Bexmor", std::chrono::seconds(5)), cuentas);
+        }
+
+        Conexion abre(std::chrono::milliseconds espera) const override { return en("Orvalin", espera); }
+
+        static std::string falta()
+        {
+            return cadena().empty()
+                ? "set ATIPICOS_TEST_SQLSERVER to an ODBC connection string, without its password, and "
+                  "ATIPICOS_TEST_SQLSERVER_PWD to that; it drops the databases Orvalin and Bexmor"
+                : "";
+        }
+
+    private:
+        static std::string variable(const char* nombre)
+        {
+            const char* valor = std::getenv(nombre);
+            return valor == nullptr ? "" : valor;
+        }
+        static std::string cadena() { return variable("ATIPICOS_TEST_SQLSERVER"); }
+
+        static Conexion en(const std::string& base, std::chrono::milliseconds espera)
+        {
+            return odbc::Connection::Abrir({ .cadena = cadena() + ";DATABASE=" + base,
+                .clave = variable("ATIPICOS_TEST_SQLSERVER_PWD"),
+                .espera = espera });
+        }
+    };
+
+    std::string falta_controlador(const std::string& nombre, const std::string& paquete)
+    {
+        std::ostringstream registro;
+        registro << std::ifstream("/etc/odbcinst.ini").rdbuf();
+        return registro.str().find("[" + nombre + "]") != std::string::npos
+            ? ""
+            : "no ODBC driver " + nombre + " here: install the package " + paquete;
+    }
+
     std::vector<Motor> motores()
     {
+        const auto sin_postgresql = pruebas::ServidorPostgresql::falta();
         return { { "sqlite", "", std::make_unique<SitioSqlite>, Categoria::bloqueo },
-            { "postgresql", pruebas::ServidorPostgresql::falta(), std::make_unique<SitioPostgresql>,
-                std::nullopt } };
+            { "postgresql", sin_postgresql, std::make_unique<SitioPostgresql>, std::nullopt },
+            { "odbc_postgresql", sin_postgresql + falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
+                std::make_unique<SitioOdbcPostgresql>, std::nullopt, 1 },
+            { "odbc_sqlite", falta_controlador("SQLite3", "libsqliteodbc"), std::make_unique<SitioOdbcSqlite>,
+                Categoria::bloqueo },
+            { "odbc_sqlserver", SitioSqlServer::falta(), std::make_unique<SitioSqlServer>, std::nullopt } };
     }
 
     struct Contrato : testing::TestWithParam<Motor> {
@@ -255,14 +336,14 @@ namespace {
         rs->Open("SELECT * FROM Valores ORDER BY Id", CursorType::ForwardOnly, LockType::ReadOnly);
         EXPECT_EQ(rs->Fields("corto").Value(), Variant(-32768));
         EXPECT_EQ(rs->Fields("LARGO").Value(), Variant(2147483647));
-        EXPECT_EQ(rs->Fields("Marca").Value(), Variant(true));
+        EXPECT_EQ(rs->Fields("Marca").Value(), GetParam().marca);
         EXPECT_EQ(rs->Fields("Texto").Value(), Variant("Ñandú '12 €' \t \"x\" 😀 \\n"));
         EXPECT_EQ(rs->Fields("Fecha").Value(), Variant(Nulo{}));
         std::string anexado = "-";
         rs->Fields("Fecha").anexa_texto(anexado);
         EXPECT_EQ(anexado, "-") << "null appends nothing";
         rs->MoveNext();
-        EXPECT_EQ(rs->Fields("Marca").Value(), Variant(false));
+        EXPECT_FALSE(CBool(rs->Fields("Marca").Value()));
         EXPECT_EQ(rs->Fields("Largo").Value(), Variant(std::int32_t{ -2147483647 } - 1));
         EXPECT_EQ(rs->Fields("Texto").Value(), Variant(largo));
         rs->MoveNext();
@@ -380,7 +461,7 @@ namespace {
                     propia->CommitTrans();
             }
         };
-        std::thread otro(toma, 1U);
+        std::jthread otro(toma, 1U);
         toma(0);
         otro.join();
         std::set<std::int32_t> todos(numeros[0].begin(), numeros[0].end());
@@ -410,7 +491,7 @@ namespace {
             propia->CommitTrans();
         };
         std::array<std::int32_t, 2> numeros{};
-        std::thread otro(toma, std::ref(numeros[1]));
+        std::jthread otro(toma, std::ref(numeros[1]));
         toma(numeros[0]);
         otro.join();
         EXPECT_THAT(numeros, testing::UnorderedElementsAre(1, 2));

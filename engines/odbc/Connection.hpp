@@ -1,0 +1,58 @@
+#pragma once
+
+#include "engines/odbc/Enlace.hpp"
+#include "engines/sql/Reescritura.hpp"
+#include "platform/adodb/Connection.hpp"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace atipicos::odbc {
+
+/// A connection through an ODBC driver. SQL Server gets the statements as they are; other products, told
+/// apart by the name that the driver gives, get them rewritten.
+///
+/// A transaction that the product has undone by itself after an error stays refused until it is rolled back.
+/// A lost connection is opened again by the operation after the one that was told so, outside a transaction.
+///
+/// Only one thread at a time may use a connection and its recordsets.
+class Connection final : public adodb::Connection {
+public:
+    [[nodiscard]] static std::shared_ptr<Connection> Abrir(
+        const Opciones& opciones, Donde donde = Donde::aqui());
+
+    void Execute(const std::string& sql, std::int32_t* afectadas = nullptr,
+        adodb::CommandType tipo = adodb::CommandType::Text, Donde donde = Donde::aqui()) override;
+    void BeginTrans(Donde donde = Donde::aqui()) override;
+    void CommitTrans(Donde donde = Donde::aqui()) override;
+    void RollbackTrans(Donde donde = Donde::aqui()) override;
+    [[nodiscard]] std::unique_ptr<adodb::Recordset> CreateRecordset() override;
+
+    /// The statement as this product wants it.
+    [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde);
+    /// Runs a statement written as the product wants it, and undoes what a failing one has done.
+    [[nodiscard]] Instruccion ejecuta(const std::string& sql, Donde donde);
+    /// The columns of a table's primary key; asked of the driver once.
+    [[nodiscard]] const std::vector<std::string>& columnas_clave(const std::string& tabla, Donde donde);
+
+    [[nodiscard]] const Servidor& servidor() const noexcept { return m_enlace.servidor(); }
+    [[nodiscard]] bool en_transaccion() const noexcept { return m_en_transaccion; }
+
+private:
+    Connection(const Opciones& opciones, Donde donde);
+    void lee_catalogo(Donde donde);
+    void asegura_enlace(const std::string& sql, Donde donde);
+    void repara(Donde donde); ///< after a statement that failed
+    void comprueba_transaccion(const char* instruccion, Donde donde) const; ///< that one is open
+
+    Enlace m_enlace;
+    sql::Catalogo m_catalogo;
+    bool m_catalogo_leido = false;
+    std::map<std::string, std::vector<std::string>> m_claves; ///< by table
+    bool m_en_transaccion = false; ///< also when it is lost
+    bool m_transaccion_perdida = false;
+};
+
+} // namespace atipicos::odbc

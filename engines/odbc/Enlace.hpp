@@ -1,0 +1,49 @@
+#pragma once
+
+#include "engines/odbc/Instruccion.hpp"
+
+#include <chrono>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace atipicos::odbc {
+
+struct Opciones {
+    std::string cadena = {}; ///< `DRIVER=…;SERVER=…;DATABASE=…;UID=…`, without a password
+    std::string clave = {}; ///< the password, kept apart so that nothing shows it
+    std::vector<std::string> al_abrir = {}; ///< statements that belong to the session
+    std::vector<std::pair<std::string, std::string>> bases
+        = {}; ///< `base.dbo.Tabla` is `esquema.Tabla` for these
+    std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
+    std::chrono::seconds espera_conexion{ 10 };
+};
+
+/// The line to whatever stands behind a driver, opened with the settings of the session.
+class Enlace {
+public:
+    /// Raises an error that never holds the password.
+    Enlace(Opciones opciones, Donde donde);
+    Enlace(const Enlace&) = delete;
+    Enlace& operator=(const Enlace&) = delete;
+    ~Enlace();
+
+    /// Runs one statement, written as the product wants it.
+    [[nodiscard]] Instruccion ejecuta(const std::string& sql, Donde donde);
+    [[nodiscard]] Instruccion clave(const std::string& tabla, Donde donde);
+
+    [[nodiscard]] const Servidor& servidor() const noexcept { return *m_servidor; }
+    [[nodiscard]] bool perdido() const noexcept { return m_perdido; }
+    void reanuda(Donde donde); ///< opens the line again, as it was opened
+
+private:
+    void abre(Donde donde);
+
+    Opciones m_opciones;
+    Asa<SQL_HANDLE_ENV> m_entorno;
+    Asa<SQL_HANDLE_DBC> m_linea;
+    const Servidor* m_servidor;
+    bool m_perdido = false;
+};
+
+} // namespace atipicos::odbc
