@@ -65,26 +65,32 @@ Instruccion Connection::ejecuta(const std::string& sql, Donde donde)
             static_cast<void>(m_enlace.ejecuta("RELEASE s", donde));
         return instruccion;
     } catch (const ErrorBaseDatos&) {
-        repara(donde);
+        repara();
         throw;
     }
 }
 
-void Connection::repara(Donde donde)
+void Connection::repara() noexcept
 {
     if (!m_en_transaccion || m_enlace.perdido())
         return;
-    m_transaccion_perdida = true; // until the contrary is known
+    try {
+        m_transaccion_perdida = !sigue_viva();
+    } catch (...) { // the error that led here is the one to show
+        m_transaccion_perdida = true;
+    }
+}
+
+bool Connection::sigue_viva()
+{
     if (servidor().con_puntos) {
-        static_cast<void>(m_enlace.ejecuta("ROLLBACK TO s", donde));
-        static_cast<void>(m_enlace.ejecuta("RELEASE s", donde));
+        static_cast<void>(m_enlace.ejecuta("ROLLBACK TO s", Donde{}));
+        static_cast<void>(m_enlace.ejecuta("RELEASE s", Donde{}));
     }
-    if (*servidor().transaccion_viva == '\0') {
-        m_transaccion_perdida = false;
-        return;
-    }
-    auto abiertas = m_enlace.ejecuta(servidor().transaccion_viva, donde);
-    m_transaccion_perdida = !abiertas.avanza(donde) || CLng(abiertas.lee(0, Tipo::Entero, donde), donde) == 0;
+    if (*servidor().transaccion_viva == '\0')
+        return true;
+    auto abiertas = m_enlace.ejecuta(servidor().transaccion_viva, Donde{});
+    return abiertas.avanza(Donde{}) && CLng(abiertas.lee(0, Tipo::Entero, Donde{})) != 0;
 }
 
 void Connection::BeginTrans(Donde donde)
@@ -100,7 +106,15 @@ void Connection::CommitTrans(Donde donde)
 {
     comprueba_transaccion("COMMIT", donde);
     asegura_enlace("COMMIT", donde);
-    static_cast<void>(m_enlace.ejecuta("COMMIT", donde));
+    try {
+        static_cast<void>(m_enlace.ejecuta("COMMIT", donde));
+    } catch (const ErrorBaseDatos& error) {
+        if (!m_enlace.perdido())
+            throw;
+        throw ErrorBaseDatos(error.categoria(), fuente,
+            error.descripcion() + " No se sabe si los datos llegaron a guardarse: compruébelo.", "COMMIT",
+            donde);
+    }
     m_en_transaccion = false;
 }
 

@@ -44,7 +44,8 @@ private:
     Connection(const Opciones& opciones, Donde donde);
     void lee_catalogo(Donde donde);
     void asegura_enlace(const std::string& sql, Donde donde);
-    void repara(Donde donde); ///< after a statement that failed
+    void repara() noexcept; ///< after a statement that failed: what is left of the transaction
+    [[nodiscard]] bool sigue_viva(); ///< undoes the failed statement; false when all of it is undone
     void comprueba_transaccion(const char* instruccion, Donde donde) const; ///< that one is open
 
     Enlace m_enlace;

@@ -87,8 +87,9 @@ void Enlace::abre(Donde donde)
     m_servidor = &odbc::servidor(nombre_de_servidor(linea));
     for (const auto& sql : servidor().sesion(m_opciones.espera))
         static_cast<void>(ejecuta(sql, donde));
-    for (const auto& sql : m_opciones.al_abrir)
-        static_cast<void>(ejecuta(sql, donde));
+    if (m_opciones.al_abrir)
+        for (const auto& sql : m_opciones.al_abrir(servidor()))
+            static_cast<void>(ejecuta(sql, donde));
 }
 
 void Enlace::reanuda(Donde donde)

@@ -3,16 +3,20 @@
 #include "engines/odbc/Instruccion.hpp"
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace atipicos::odbc {
 
+/// Statements with which a session begins, each time that the line to that product is opened.
+using AlAbrir = std::function<std::vector<std::string>(const Servidor&)>;
+
 struct Opciones {
     std::string cadena = {}; ///< `DRIVER=…;SERVER=…;DATABASE=…;UID=…`, without a password
     std::string clave = {}; ///< the password, kept apart so that nothing shows it
-    std::vector<std::string> al_abrir = {}; ///< statements that belong to the session
+    AlAbrir al_abrir = {};
     std::vector<std::pair<std::string, std::string>> bases
         = {}; ///< `base.dbo.Tabla` is `esquema.Tabla` for these
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock

@@ -102,7 +102,10 @@ Respuesta Connection::pide_bloqueando(const std::string& sql, Donde donde)
 Respuesta Connection::ejecuta(const std::string& sql, std::span<const Variant> valores, Donde donde)
 {
     asegura_enlace(donde);
-    const Orden orden{ sql.c_str(), valores };
+    std::vector<Texto> textos; // before anything is sent: a value may have no text
+    for (const auto& valor : valores)
+        textos.push_back(texto_de(valor, donde));
+    const Orden orden{ sql.c_str(), textos };
     return m_en_transaccion ? ejecuta_protegida(orden, donde) : ejecuta_sola(orden, donde);
 }
 

@@ -2,6 +2,7 @@
 
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Guion.hpp"
+#include "host/orvalin/NombresDeBexmor.hpp"
 #include "host/orvalin/Version.hpp"
 #include "host/sql/Guiones.hpp"
 
@@ -55,19 +56,6 @@ namespace {
         conexion->crea_esquema(nombre, donde);
         for (const auto guion : guiones)
             sql::ejecuta_guion(*conexion, guion, donde);
-    }
-
-    /// The names by which the accounting companies say that their database is called. There is one database:
-    /// all of them mean its accounting schema.
-    std::vector<std::string> nombres_de_bexmor(adodb::Connection& bexmor, Donde donde)
-    {
-        std::vector<std::string> nombres;
-        const auto rs = bexmor.CreateRecordset();
-        rs->Open("SELECT DISTINCT Valor FROM Parametros WHERE Clave ='ODBCBaseDatos'",
-            adodb::CursorType::Static, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
-        for (; !rs->Eof(); rs->MoveNext(donde))
-            nombres.push_back(CStr(rs->Fields("Valor", donde).Value(donde), donde));
-        return nombres;
     }
 
     postgresql::Opciones opciones_de(

@@ -4,17 +4,16 @@
 #include "engines/sql/Guion.hpp"
 #include "engines/sqlite/Connection.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/ControladorOdbc.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 
 #include <gmock/gmock.h>
 
 #include <array>
 #include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <optional>
 #include <set>
-#include <sstream>
 #include <thread>
 
 namespace atipicos {
@@ -125,7 +124,8 @@ namespace {
         Conexion abre(std::chrono::milliseconds espera) const override
         {
             return odbc::Connection::Abrir({ .cadena = servidor().cadena_odbc(m_base),
-                .al_abrir = { "SET search_path TO gestion" },
+                .al_abrir
+                = [](const auto&) { return std::vector<std::string>{ "SET search_path TO gestion" }; },
                 .bases = { { "Bexmor", "dbo" } },
                 .espera = espera });
         }
@@ -135,9 +135,11 @@ namespace {
     public:
         Conexion abre(std::chrono::milliseconds espera) const override
         {
+            const auto dos = (m_carpeta / "dos.db").string();
             return odbc::Connection::Abrir({ .cadena = "DRIVER={SQLite3};TIMEOUT="
                     + std::to_string(espera.count()) + ";DATABASE=" + (m_carpeta / "uno.db").string(),
-                .al_abrir = { "ATTACH '" + (m_carpeta / "dos.db").string() + "' AS Bexmor" },
+                .al_abrir
+                = [dos](const auto&) { return std::vector<std::string>{ "ATTACH '" + dos + "' AS Bexmor" }; },
                 .bases = { { "Bexmor", "Bexmor" } },
                 .espera = espera });
         }
@@ -183,24 +185,16 @@ namespace {
         }
     };
 
-    std::string falta_controlador(const std::string& nombre, const std::string& paquete)
-    {
-        std::ostringstream registro;
-        registro << std::ifstream("/etc/odbcinst.ini").rdbuf();
-        return registro.str().find("[" + nombre + "]") != std::string::npos
-            ? ""
-            : "no ODBC driver " + nombre + " here: install the package " + paquete;
-    }
-
     std::vector<Motor> motores()
     {
         const auto sin_postgresql = pruebas::ServidorPostgresql::falta();
         return { { "sqlite", "", std::make_unique<SitioSqlite>, Categoria::bloqueo },
             { "postgresql", sin_postgresql, std::make_unique<SitioPostgresql>, std::nullopt },
-            { "odbc_postgresql", sin_postgresql + falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
+            { "odbc_postgresql",
+                sin_postgresql + pruebas::falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
                 std::make_unique<SitioOdbcPostgresql>, std::nullopt, 1 },
-            { "odbc_sqlite", falta_controlador("SQLite3", "libsqliteodbc"), std::make_unique<SitioOdbcSqlite>,
-                Categoria::bloqueo },
+            { "odbc_sqlite", pruebas::falta_controlador("SQLite3", "libsqliteodbc"),
+                std::make_unique<SitioOdbcSqlite>, Categoria::bloqueo },
             { "odbc_sqlserver", SitioSqlServer::falta(), std::make_unique<SitioSqlServer>, std::nullopt } };
     }
 

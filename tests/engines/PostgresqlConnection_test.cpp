@@ -230,6 +230,21 @@ namespace {
         EXPECT_THAT(al_abrir(servidor->direccion("otra")).descripcion, HasSubstr("\"otra\" does not exist"));
     }
 
+    TEST_F(PostgresqlConnection, a_value_that_cannot_be_sent_leaves_the_transaction_as_it_was)
+    {
+        conexion->BeginTrans();
+        conexion->Execute("INSERT INTO t (Id) VALUES (1)");
+        auto rs = conexion->CreateRecordset();
+        rs->Open("SELECT * FROM t WHERE Id =1", CursorType::Keyset, LockType::Pessimistic);
+        rs->Fields("Texto").Value(Variant(std::string("a\0b", 3)));
+        EXPECT_THROW(rs->Update(), Error);
+        EXPECT_EQ(primero("SELECT Id FROM t"), "1") << "answers still belong to their statements";
+        rs->Fields("Texto").Value("ab");
+        rs->Update();
+        conexion->CommitTrans();
+        EXPECT_EQ(primero("SELECT Texto FROM t"), "ab");
+    }
+
     TEST_F(PostgresqlConnection, types_of_bit_columns_are_told_from_small_numbers)
     {
         conexion->Execute("INSERT INTO t (Id, Marca) VALUES (1, 1)");

@@ -2,6 +2,7 @@
 
 #include "host/orvalin/Bases.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/ControladorOdbc.hpp"
 
 namespace atipicos::pruebas {
 
@@ -28,7 +29,7 @@ namespace {
         return nombre;
     }
 
-    class MuestraEnPostgresql final : public Muestra {
+    class MuestraEnPostgresql : public Muestra {
     public:
         MuestraEnPostgresql() { servidor_postgresql().crea_base(m_base, plantilla()); }
         ~MuestraEnPostgresql() override { servidor_postgresql().borra_base(m_base); }
@@ -37,9 +38,20 @@ namespace {
             return orvalin::Lugar::de_conexion(servidor_postgresql().direccion(m_base));
         }
 
+    protected:
+        [[nodiscard]] const std::string& base() const noexcept { return m_base; }
+
     private:
         static inline int s_bases = 0;
         std::string m_base = "muestra_" + std::to_string(++s_bases);
+    };
+
+    class MuestraPorOdbc final : public MuestraEnPostgresql {
+    public:
+        [[nodiscard]] orvalin::Lugar lugar() const override
+        {
+            return orvalin::Lugar::de_conexion("odbc:" + servidor_postgresql().cadena_odbc(base()));
+        }
     };
 
 }
@@ -63,6 +75,12 @@ const Sede& en_postgresql()
     return sede;
 }
 
-std::vector<Sede> sedes() { return { en_carpeta(), en_postgresql() }; }
+std::vector<Sede> sedes()
+{
+    const Sede por_odbc{ "odbc_postgresql",
+        ServidorPostgresql::falta() + falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
+        std::make_unique<MuestraPorOdbc> };
+    return { en_carpeta(), en_postgresql(), por_odbc };
+}
 
 } // namespace atipicos::pruebas
