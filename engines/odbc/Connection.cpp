@@ -1,5 +1,6 @@
 #include "engines/odbc/Connection.hpp"
 
+#include "engines/odbc/Escritura.hpp"
 #include "engines/odbc/Recordset.hpp"
 #include "engines/sql/Tokens.hpp"
 
@@ -12,18 +13,11 @@ namespace {
 
     constexpr auto fuente = "ODBC";
 
-    bool cambia_el_esquema(std::string_view sql)
-    {
-        const auto primera = sql::primera_palabra(sql);
-        return sql::iguales(primera, "CREATE") || sql::iguales(primera, "ALTER")
-            || sql::iguales(primera, "DROP");
-    }
-
 }
 
 Connection::Connection(const Opciones& opciones, Donde donde)
     : m_enlace(opciones, donde)
-    , m_catalogo({ .isnull = m_enlace.servidor().isnull })
+    , m_catalogo(m_enlace.servidor().dialecto)
 {
     for (const auto& [base, esquema] : opciones.bases)
         m_catalogo.agrega_base(base, esquema);
@@ -36,43 +30,71 @@ std::shared_ptr<Connection> Connection::Abrir(const Opciones& opciones, Donde do
 
 void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb::CommandType, Donde donde)
 {
-    const auto instruccion = ejecuta(reescribe(sql, donde), donde);
+    const auto respuesta = ejecuta(reescribe(sql, donde), donde);
     if (afectadas != nullptr)
-        *afectadas = instruccion.afectadas();
-    if (cambia_el_esquema(sql))
+        *afectadas = respuesta.afectadas;
+    if (sql::cambia_el_esquema(sql))
         m_catalogo_leido = false;
 }
 
 std::string Connection::reescribe(const std::string& sql, Donde donde)
 {
-    if (sql.find('\0') != std::string::npos)
-        throw ErrorBaseDatos(Categoria::instruccion, fuente,
-            "La instrucción contiene un carácter nulo, que la base de datos no admite.", sql, donde);
     if (!m_catalogo_leido)
         lee_catalogo(donde);
     return sql::reescribe(sql, m_catalogo, donde);
 }
 
-Instruccion Connection::ejecuta(const std::string& sql, Donde donde)
+Respuesta Connection::ejecuta(const std::string& sql, Donde donde)
 {
+    if (sql.find('\0') != std::string::npos)
+        throw ErrorBaseDatos(Categoria::instruccion, fuente,
+            "La instrucción contiene un carácter nulo, que la base de datos no admite.", sql, donde);
     asegura_enlace(sql, donde);
-    const bool con_punto = m_en_transaccion && servidor().con_puntos;
-    if (con_punto)
-        static_cast<void>(m_enlace.ejecuta("SAVEPOINT s", donde));
+    return m_en_transaccion ? ejecuta_protegida(sql, donde) : ejecuta_sola(sql, donde);
+}
+
+Respuesta Connection::ejecuta_protegida(const std::string& sql, Donde donde)
+{
     try {
-        auto instruccion = m_enlace.ejecuta(sql, donde);
-        if (con_punto)
-            static_cast<void>(m_enlace.ejecuta("RELEASE s", donde));
-        return instruccion;
+        if (servidor().con_puntos)
+            m_enlace.ejecuta("SAVEPOINT s", donde);
+        auto respuesta = m_enlace.ejecuta(sql, donde);
+        if (servidor().con_puntos)
+            m_enlace.ejecuta("RELEASE s", donde);
+        return respuesta;
     } catch (const ErrorBaseDatos&) {
         repara();
         throw;
     }
 }
 
+Respuesta Connection::ejecuta_sola(const std::string& sql, Donde donde)
+{
+    try {
+        return m_enlace.ejecuta(sql, donde);
+    } catch (const ErrorBaseDatos&) {
+        // A line that went dead while it was idle is no news to anybody: what has changed nothing is
+        // repeated.
+        if (!m_enlace.perdido() || !sql::no_cambia_nada(sql))
+            throw;
+    }
+    m_enlace.reanuda(donde);
+    return m_enlace.ejecuta(sql, donde);
+}
+
+Respuesta Connection::pide_bloqueando(const std::string& sql, Donde donde)
+{
+    const auto bloqueando = con_bloqueo(sql, servidor());
+    auto respuesta = ejecuta(bloqueando, donde);
+    if (!respuesta.filas.empty() || *servidor().bloqueo_de_nada == '\0')
+        return respuesta;
+    ejecuta(servidor().bloqueo_de_nada + literal(sql, servidor(), donde) + ", 0))", donde);
+    return ejecuta(bloqueando, donde);
+}
+
 void Connection::repara() noexcept
 {
-    if (!m_en_transaccion || m_enlace.perdido())
+    if (m_enlace.perdido())
         return;
     try {
         m_transaccion_perdida = !sigue_viva();
@@ -84,13 +106,12 @@ void Connection::repara() noexcept
 bool Connection::sigue_viva()
 {
     if (servidor().con_puntos) {
-        static_cast<void>(m_enlace.ejecuta("ROLLBACK TO s", Donde{}));
-        static_cast<void>(m_enlace.ejecuta("RELEASE s", Donde{}));
+        m_enlace.ejecuta("ROLLBACK TO s", Donde{});
+        m_enlace.ejecuta("RELEASE s", Donde{});
     }
     if (*servidor().transaccion_viva == '\0')
         return true;
-    auto abiertas = m_enlace.ejecuta(servidor().transaccion_viva, Donde{});
-    return abiertas.avanza(Donde{}) && CLng(abiertas.lee(0, Tipo::Entero, Donde{})) != 0;
+    return CLng(m_enlace.ejecuta(servidor().transaccion_viva, Donde{}).filas.at(0).at(0)) != 0;
 }
 
 void Connection::BeginTrans(Donde donde)
@@ -98,7 +119,7 @@ void Connection::BeginTrans(Donde donde)
     if (m_en_transaccion)
         throw ErrorBaseDatos(Categoria::instruccion, fuente,
             "Ya hay una transacción abierta en esta conexión.", "BEGIN", donde);
-    static_cast<void>(ejecuta(servidor().empieza, donde));
+    ejecuta(servidor().empieza, donde);
     m_en_transaccion = true;
 }
 
@@ -107,7 +128,7 @@ void Connection::CommitTrans(Donde donde)
     comprueba_transaccion("COMMIT", donde);
     asegura_enlace("COMMIT", donde);
     try {
-        static_cast<void>(m_enlace.ejecuta("COMMIT", donde));
+        m_enlace.ejecuta("COMMIT", donde);
     } catch (const ErrorBaseDatos& error) {
         if (!m_enlace.perdido())
             throw;
@@ -125,7 +146,7 @@ void Connection::RollbackTrans(Donde donde)
     m_catalogo_leido = false; // tables made in it are gone
     const bool perdida = std::exchange(m_transaccion_perdida, false);
     if (!m_enlace.perdido() && !perdida)
-        static_cast<void>(m_enlace.ejecuta(servidor().deshace, donde));
+        m_enlace.ejecuta(servidor().deshace, donde);
 }
 
 void Connection::comprueba_transaccion(const char* instruccion, Donde donde) const
@@ -150,28 +171,19 @@ void Connection::lee_catalogo(Donde donde)
 {
     m_claves.clear();
     m_catalogo.olvida_fechas();
-    if (*servidor().fechas != '\0') {
-        auto consulta = ejecuta(servidor().fechas, donde);
-        while (consulta.avanza(donde)) {
-            const auto tabla = CStr(consulta.lee(0, Tipo::Texto, donde), donde);
-            const auto columna = CStr(consulta.lee(1, Tipo::Texto, donde), donde);
+    if (*servidor().fechas != '\0')
+        for (const auto& fila : ejecuta(servidor().fechas, donde).filas)
             m_catalogo.agrega_fecha(
-                tabla, columna, static_cast<std::size_t>(CLng(consulta.lee(2, Tipo::Entero, donde), donde)));
-        }
-    }
+                CStr(fila[0], donde), CStr(fila[1], donde), static_cast<std::size_t>(CLng(fila[2], donde)));
     m_catalogo_leido = true;
 }
 
 const std::vector<std::string>& Connection::columnas_clave(const std::string& tabla, Donde donde)
 {
-    constexpr int nombre_de_columna = 3;
-    const auto [lugar, nueva] = m_claves.try_emplace(tabla);
-    if (nueva) {
-        auto consulta = m_enlace.clave(tabla, donde);
-        while (consulta.avanza(donde))
-            lugar->second.push_back(CStr(consulta.lee(nombre_de_columna, Tipo::Texto, donde), donde));
-    }
-    return lugar->second;
+    const auto lugar = m_claves.find(tabla);
+    return lugar != m_claves.end()
+        ? lugar->second
+        : m_claves.emplace(tabla, m_enlace.columnas_clave(tabla, donde)).first->second;
 }
 
 } // namespace atipicos::odbc

@@ -15,7 +15,8 @@ namespace atipicos::odbc {
 /// apart by the name that the driver gives, get them rewritten.
 ///
 /// A transaction that the product has undone by itself after an error stays refused until it is rolled back.
-/// A lost connection is opened again by the operation after the one that was told so, outside a transaction.
+/// A lost connection is opened again between transactions: by a query or the beginning of a transaction that
+/// finds it lost, or by the operation after the one that was told so.
 ///
 /// Only one thread at a time may use a connection and its recordsets.
 class Connection final : public adodb::Connection {
@@ -33,7 +34,10 @@ public:
     /// The statement as this product wants it.
     [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde);
     /// Runs a statement written as the product wants it, and undoes what a failing one has done.
-    [[nodiscard]] Instruccion ejecuta(const std::string& sql, Donde donde);
+    Respuesta ejecuta(const std::string& sql, Donde donde);
+    /// The same for a query whose rows are to stay locked until the transaction ends. The lock holds others
+    /// off also when there is no row yet: of two that mean to add it the second one waits, and finds it.
+    [[nodiscard]] Respuesta pide_bloqueando(const std::string& sql, Donde donde);
     /// The columns of a table's primary key; asked of the driver once.
     [[nodiscard]] const std::vector<std::string>& columnas_clave(const std::string& tabla, Donde donde);
 
@@ -42,9 +46,11 @@ public:
 
 private:
     Connection(const Opciones& opciones, Donde donde);
+    Respuesta ejecuta_protegida(const std::string& sql, Donde donde);
+    Respuesta ejecuta_sola(const std::string& sql, Donde donde);
     void lee_catalogo(Donde donde);
     void asegura_enlace(const std::string& sql, Donde donde);
-    void repara() noexcept; ///< after a statement that failed: what is left of the transaction
+    void repara() noexcept; ///< after one that failed in a transaction: finds out what is left of that
     [[nodiscard]] bool sigue_viva(); ///< undoes the failed statement; false when all of it is undone
     void comprueba_transaccion(const char* instruccion, Donde donde) const; ///< that one is open
 

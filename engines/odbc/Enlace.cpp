@@ -1,7 +1,6 @@
 #include "engines/odbc/Enlace.hpp"
 
 #include "engines/odbc/Unicode.hpp"
-#include "engines/sql/Vista.hpp"
 
 #include <array>
 #include <sqlucode.h>
@@ -12,28 +11,6 @@ namespace {
 
     using adodb::Categoria;
     using adodb::ErrorBaseDatos;
-
-    /// Whether one of the words before "=" is that one.
-    bool tiene(const std::string& cadena, std::string_view palabra)
-    {
-        auto tokens = sql::separa(cadena);
-        const sql::Vista vista(tokens);
-        for (std::size_t i = 0; i < vista.size(); ++i)
-            if (vista.es(i, palabra) && vista.es(i + 1, "="))
-                return true;
-        return false;
-    }
-
-    std::string entre_llaves(const std::string& valor)
-    {
-        std::string texto = "{";
-        for (const char c : valor) {
-            texto += c;
-            if (c == '}')
-                texto += c;
-        }
-        return texto + "}";
-    }
 
     std::string nombre_de_servidor(SQLHDBC linea)
     {
@@ -50,7 +27,7 @@ Enlace::Enlace(Opciones opciones, Donde donde)
     : m_opciones(std::move(opciones))
     , m_servidor(&odbc::servidor({}))
 {
-    if (tiene(m_opciones.cadena, "PWD") || tiene(m_opciones.cadena, "PASSWORD"))
+    if (const Cadena cadena(m_opciones.cadena); cadena.tiene("PWD") || cadena.tiene("PASSWORD"))
         throw ErrorBaseDatos(Categoria::conexion, "ODBC",
             "La contraseña no se escribe en la cadena de conexión, donde otros la verían.", {}, donde);
     SQLHANDLE entorno = SQL_NULL_HANDLE;
@@ -71,25 +48,37 @@ void Enlace::abre(Donde donde)
     SQLHANDLE linea = SQL_NULL_HANDLE;
     SQLAllocHandle(SQL_HANDLE_DBC, m_entorno.get(), &linea);
     m_linea.reset(linea);
-    SQLSetConnectAttr(linea, SQL_ATTR_LOGIN_TIMEOUT,
+    conecta(donde);
+    m_perdido = false;
+    m_servidor = &odbc::servidor(nombre_de_servidor(linea));
+    try {
+        for (const auto& sql : servidor().sesion(m_opciones.sesion))
+            ejecuta(sql, donde);
+        if (m_opciones.al_abrir)
+            for (const auto& sql : m_opciones.al_abrir(servidor()))
+                ejecuta(sql, donde);
+    } catch (const ErrorBaseDatos&) {
+        m_perdido = true; // a session that is not set up is none
+        throw;
+    }
+}
+
+void Enlace::conecta(Donde donde)
+{
+    SQLSetConnectAttr(m_linea.get(), SQL_ATTR_LOGIN_TIMEOUT,
         reinterpret_cast<SQLPOINTER>(m_opciones.espera_conexion.count()), SQL_IS_UINTEGER);
+    Cadena con_clave(m_opciones.cadena);
+    if (!m_opciones.clave.empty())
+        con_clave.pon("PWD", m_opciones.clave);
     // As bytes: the driver manager narrows wide texts by halves before it knows the driver.
-    auto cadena
-        = m_opciones.cadena + (m_opciones.clave.empty() ? "" : ";PWD=" + entre_llaves(m_opciones.clave));
-    const auto resultado = SQLDriverConnect(linea, nullptr, reinterpret_cast<SQLCHAR*>(cadena.data()),
+    auto cadena = con_clave.texto();
+    const auto resultado = SQLDriverConnect(m_linea.get(), nullptr, reinterpret_cast<SQLCHAR*>(cadena.data()),
         static_cast<SQLSMALLINT>(cadena.size()), nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(resultado))
         throw ErrorBaseDatos(Categoria::conexion, "ODBC",
             "No se puede conectar con el servidor de la base de datos ("
-                + error_de(SQL_HANDLE_DBC, linea, servidor(), {}, donde).descripcion() + ").",
+                + error_de(SQL_HANDLE_DBC, m_linea.get(), servidor(), {}, donde).descripcion() + ").",
             {}, donde);
-    m_perdido = false;
-    m_servidor = &odbc::servidor(nombre_de_servidor(linea));
-    for (const auto& sql : servidor().sesion(m_opciones.espera))
-        static_cast<void>(ejecuta(sql, donde));
-    if (m_opciones.al_abrir)
-        for (const auto& sql : m_opciones.al_abrir(servidor()))
-            static_cast<void>(ejecuta(sql, donde));
 }
 
 void Enlace::reanuda(Donde donde)
@@ -98,27 +87,39 @@ void Enlace::reanuda(Donde donde)
     abre(donde);
 }
 
-Instruccion Enlace::ejecuta(const std::string& sql, Donde donde)
+Respuesta Enlace::ejecuta(const std::string& sql, Donde donde)
 {
+    // PostgreSQL's driver would ask for its limit in a round trip of its own: there the session has it.
+    const auto limite
+        = servidor().dialecto.transact ? m_opciones.sesion.espera_instruccion : std::chrono::seconds(0);
     try {
-        return { m_linea.get(), servidor(), sql, donde };
+        return odbc::ejecuta(m_linea.get(), servidor(), sql, limite, donde);
     } catch (const ErrorBaseDatos& error) {
-        SQLUINTEGER muerta = SQL_CD_FALSE;
-        SQLGetConnectAttr(m_linea.get(), SQL_ATTR_CONNECTION_DEAD, &muerta, SQL_IS_UINTEGER, nullptr);
-        m_perdido = error.categoria() == Categoria::conexion || muerta == SQL_CD_TRUE;
-        if (!m_perdido)
-            throw;
-        throw ErrorBaseDatos(Categoria::conexion, "ODBC",
-            "Se ha perdido la conexión con el servidor de la base de datos. La próxima operación volverá a "
-            "conectar. "
-                + error.descripcion(),
-            sql, donde);
+        explica(error, sql, donde);
     }
 }
 
-Instruccion Enlace::clave(const std::string& tabla, Donde donde)
+std::vector<std::string> Enlace::columnas_clave(const std::string& tabla, Donde donde)
 {
-    return Instruccion::clave(m_linea.get(), servidor(), tabla, donde);
+    try {
+        return odbc::columnas_clave(m_linea.get(), servidor(), tabla, donde);
+    } catch (const ErrorBaseDatos& error) {
+        explica(error, {}, donde);
+    }
+}
+
+void Enlace::explica(const ErrorBaseDatos& error, const std::string& sql, Donde donde)
+{
+    SQLUINTEGER muerta = SQL_CD_FALSE;
+    SQLGetConnectAttr(m_linea.get(), SQL_ATTR_CONNECTION_DEAD, &muerta, SQL_IS_UINTEGER, nullptr);
+    m_perdido = error.categoria() == Categoria::conexion || muerta == SQL_CD_TRUE;
+    if (!m_perdido)
+        throw error;
+    throw ErrorBaseDatos(Categoria::conexion, "ODBC",
+        "Se ha perdido la conexión con el servidor de la base de datos. La próxima operación volverá a "
+        "conectar. "
+            + error.descripcion(),
+        sql, donde);
 }
 
 } // namespace atipicos::odbc

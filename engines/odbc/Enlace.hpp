@@ -1,8 +1,8 @@
 #pragma once
 
+#include "engines/odbc/Cadena.hpp"
 #include "engines/odbc/Instruccion.hpp"
 
-#include <chrono>
 #include <functional>
 #include <string>
 #include <utility>
@@ -17,9 +17,9 @@ struct Opciones {
     std::string cadena = {}; ///< `DRIVER=…;SERVER=…;DATABASE=…;UID=…`, without a password
     std::string clave = {}; ///< the password, kept apart so that nothing shows it
     AlAbrir al_abrir = {};
-    std::vector<std::pair<std::string, std::string>> bases
-        = {}; ///< `base.dbo.Tabla` is `esquema.Tabla` for these
-    std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
+    /// `base.dbo.Tabla` is `esquema.Tabla` for these.
+    std::vector<std::pair<std::string, std::string>> bases = {};
+    Sesion sesion = {};
     std::chrono::seconds espera_conexion{ 10 };
 };
 
@@ -33,8 +33,8 @@ public:
     ~Enlace();
 
     /// Runs one statement, written as the product wants it.
-    [[nodiscard]] Instruccion ejecuta(const std::string& sql, Donde donde);
-    [[nodiscard]] Instruccion clave(const std::string& tabla, Donde donde);
+    Respuesta ejecuta(const std::string& sql, Donde donde);
+    [[nodiscard]] std::vector<std::string> columnas_clave(const std::string& tabla, Donde donde);
 
     [[nodiscard]] const Servidor& servidor() const noexcept { return *m_servidor; }
     [[nodiscard]] bool perdido() const noexcept { return m_perdido; }
@@ -42,12 +42,14 @@ public:
 
 private:
     void abre(Donde donde);
+    void conecta(Donde donde);
+    [[noreturn]] void explica(const adodb::ErrorBaseDatos& error, const std::string& sql, Donde donde);
 
     Opciones m_opciones;
     Asa<SQL_HANDLE_ENV> m_entorno;
     Asa<SQL_HANDLE_DBC> m_linea;
     const Servidor* m_servidor;
-    bool m_perdido = false;
+    bool m_perdido = true;
 };
 
 } // namespace atipicos::odbc

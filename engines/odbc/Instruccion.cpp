@@ -9,6 +9,7 @@
 #include <charconv>
 #include <chrono>
 #include <limits>
+#include <optional>
 #include <sqlucode.h>
 
 namespace atipicos::odbc {
@@ -40,6 +41,9 @@ namespace {
             return nullptr;
         }
     }
+
+    /// What a column holds.
+    enum class Tipo : std::uint8_t { Texto, Entero, Moneda, Real, Fecha, Bit };
 
     Tipo tipo_de(SQLSMALLINT tipo, std::string_view nombre)
     {
@@ -105,148 +109,200 @@ adodb::ErrorBaseDatos error_de(
     return { categoria, "ODBC", std::move(descripcion), instruccion, donde };
 }
 
-Instruccion::Instruccion(SQLHDBC linea, const Servidor& servidor, std::string sql, Donde donde, bool)
-    : m_servidor(&servidor)
-    , m_sql(std::move(sql))
-{
-    SQLHANDLE asa = SQL_NULL_HANDLE;
-    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, linea, &asa)))
-        throw error_de(SQL_HANDLE_DBC, linea, servidor, m_sql, donde);
-    m_asa.reset(asa);
-    // Texts may hold braces: they are no escapes of the driver.
-    SQLSetStmtAttr(asa, SQL_ATTR_NOSCAN, reinterpret_cast<SQLPOINTER>(SQL_NOSCAN_ON), SQL_IS_UINTEGER);
+namespace {
+
+    /// One statement, from its handle to its last row.
+    class Instruccion {
+    public:
+        Instruccion(SQLHDBC linea, const Servidor& servidor, std::string sql, Donde donde)
+            : m_servidor(servidor)
+            , m_sql(std::move(sql))
+            , m_donde(donde)
+        {
+            SQLHANDLE asa = SQL_NULL_HANDLE;
+            if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, linea, &asa)))
+                throw error_de(SQL_HANDLE_DBC, linea, servidor, m_sql, donde);
+            m_asa.reset(asa);
+        }
+
+        void ejecuta(std::chrono::seconds limite)
+        {
+            // Texts may hold braces: they are no escapes of the driver.
+            ajusta(SQL_ATTR_NOSCAN, SQL_NOSCAN_ON);
+            if (limite.count() > 0)
+                ajusta(SQL_ATTR_QUERY_TIMEOUT, static_cast<SQLULEN>(limite.count()));
+            if (m_servidor.utf8) {
+                auto* texto = reinterpret_cast<SQLCHAR*>(m_sql.data());
+                comprueba(SQLExecDirect(asa(), texto, static_cast<SQLINTEGER>(m_sql.size())));
+                return;
+            }
+            auto texto = a_utf16(m_sql);
+            comprueba(SQLExecDirectW(asa(), ancho(texto), static_cast<SQLINTEGER>(texto.size())));
+        }
+
+        void pide_clave(const std::string& tabla)
+        {
+            // A name as a statement has it, which the product may have written down otherwise.
+            ajusta(SQL_ATTR_METADATA_ID, SQL_TRUE);
+            auto nombre = a_utf16(tabla);
+            comprueba(SQLPrimaryKeysW(asa(), nullptr, 0, nullptr, 0, ancho(nombre), SQL_NTS));
+        }
+
+        [[nodiscard]] Respuesta lee()
+        {
+            Respuesta respuesta;
+            SQLLEN afectadas = 0;
+            SQLRowCount(asa(), &afectadas);
+            respuesta.afectadas = static_cast<std::int32_t>(std::max<SQLLEN>(afectadas, 0));
+            const auto tipos = describe(respuesta.columnas);
+            while (!tipos.empty() && avanza()) {
+                auto& fila = respuesta.filas.emplace_back();
+                fila.reserve(tipos.size());
+                for (const auto tipo : tipos)
+                    fila.push_back(lee_valor(static_cast<SQLUSMALLINT>(fila.size() + 1), tipo));
+            }
+            // An error may come behind a first answer.
+            for (auto mas = SQLMoreResults(asa()); mas != SQL_NO_DATA; mas = SQLMoreResults(asa()))
+                comprueba(mas);
+            return respuesta;
+        }
+
+    private:
+        [[nodiscard]] SQLHSTMT asa() const noexcept { return m_asa.get(); }
+
+        void ajusta(SQLINTEGER atributo, SQLULEN valor) const // a driver may not know it
+        {
+            SQLSetStmtAttr(asa(), atributo, reinterpret_cast<SQLPOINTER>(valor), SQL_IS_UINTEGER);
+        }
+
+        void comprueba(SQLRETURN resultado) const
+        {
+            if (!SQL_SUCCEEDED(resultado) && resultado != SQL_NO_DATA) // "no data": a change of no rows
+                throw error_de(SQL_HANDLE_STMT, asa(), m_servidor, m_sql, m_donde);
+        }
+
+        std::vector<Tipo> describe(std::vector<Columna>& columnas) const
+        {
+            SQLSMALLINT cuantas = 0;
+            comprueba(SQLNumResultCols(asa(), &cuantas));
+            std::vector<Tipo> tipos;
+            for (SQLUSMALLINT i = 1; i <= cuantas; ++i) {
+                std::array<SQLWCHAR, 256> nombre{};
+                std::array<SQLWCHAR, 64> nombre_tipo{};
+                SQLSMALLINT largo = 0;
+                SQLSMALLINT bytes = 0;
+                SQLSMALLINT tipo = 0;
+                comprueba(SQLDescribeColW(
+                    asa(), i, nombre.data(), nombre.size(), &largo, &tipo, nullptr, nullptr, nullptr));
+                SQLColAttributeW(
+                    asa(), i, SQL_DESC_TYPE_NAME, nombre_tipo.data(), sizeof nombre_tipo, &bytes, nullptr);
+                tipos.push_back(tipo_de(tipo, estrecho(nombre_tipo, static_cast<SQLSMALLINT>(bytes / 2))));
+                columnas.push_back({ estrecho(nombre, largo), tipos.back() == Tipo::Fecha });
+            }
+            return tipos;
+        }
+
+        bool avanza() const
+        {
+            const auto resultado = SQLFetch(asa());
+            comprueba(resultado);
+            return resultado != SQL_NO_DATA;
+        }
+
+        [[nodiscard]] Variant lee_valor(SQLUSMALLINT columna, Tipo tipo) const
+        {
+            if (tipo == Tipo::Fecha)
+                return lee_fecha(columna);
+            auto leido = lee_texto(columna);
+            if (!leido)
+                return Nulo{};
+            switch (tipo) {
+            case Tipo::Entero:
+                return entero(*leido);
+            case Tipo::Moneda:
+                return Currency::de_texto(*leido, m_donde);
+            case Tipo::Real:
+                return real(*leido);
+            case Tipo::Bit:
+                return *leido != "0";
+            default:
+                return std::move(*leido);
+            }
+        }
+
+        [[nodiscard]] Variant lee_fecha(SQLUSMALLINT columna) const
+        {
+            SQL_TIMESTAMP_STRUCT leida{};
+            SQLLEN largo = 0;
+            comprueba(SQLGetData(asa(), columna, SQL_C_TYPE_TIMESTAMP, &leida, sizeof leida, &largo));
+            if (largo == SQL_NULL_DATA)
+                return Nulo{};
+            const auto dia = Date::de_dia(leida.year, leida.month, leida.day);
+            if (!dia)
+                throw Error::de_ejecucion(numero_error::tipos_no_coinciden, m_donde);
+            constexpr SQLUINTEGER por_milesima = 1'000'000;
+            return Date(dia->instante() + std::chrono::hours(leida.hour) + std::chrono::minutes(leida.minute)
+                + std::chrono::seconds(leida.second)
+                + std::chrono::milliseconds(leida.fraction / por_milesima));
+        }
+
+        /// The text of a value as the driver gives it; nothing for null.
+        [[nodiscard]] std::optional<std::string> lee_texto(SQLUSMALLINT columna) const
+        {
+            if (m_servidor.utf8)
+                return lee_letras<char>(columna, SQL_C_CHAR);
+            const auto letras = lee_letras<char16_t>(columna, SQL_C_WCHAR);
+            return letras ? std::optional(a_utf8(*letras)) : std::nullopt;
+        }
+
+        template <class Letra>
+        [[nodiscard]] std::optional<std::basic_string<Letra>> lee_letras(
+            SQLUSMALLINT columna, SQLSMALLINT tipo_c) const
+        {
+            std::basic_string<Letra> todo;
+            std::array<Letra, 2'048> parte; // not cleared: it is read as far as the driver has written it
+            for (;;) {
+                SQLLEN bytes = 0; // of what was left before this part
+                const auto resultado = SQLGetData(asa(), columna, tipo_c, parte.data(), sizeof parte, &bytes);
+                comprueba(resultado);
+                if (bytes == SQL_NULL_DATA)
+                    return std::nullopt;
+                if (resultado == SQL_NO_DATA)
+                    return todo;
+                const bool cabe = bytes != SQL_NO_TOTAL && static_cast<std::size_t>(bytes) < sizeof parte;
+                todo.append(
+                    parte.data(), cabe ? static_cast<std::size_t>(bytes) / sizeof(Letra) : parte.size() - 1);
+                if (cabe)
+                    return todo;
+            }
+        }
+
+        const Servidor& m_servidor;
+        std::string m_sql;
+        Donde m_donde;
+        Asa<SQL_HANDLE_STMT> m_asa;
+    };
+
 }
 
-Instruccion::Instruccion(SQLHDBC linea, const Servidor& servidor, const std::string& sql, Donde donde)
-    : Instruccion(linea, servidor, sql, donde, true)
+Respuesta ejecuta(
+    SQLHDBC linea, const Servidor& servidor, const std::string& sql, std::chrono::seconds limite, Donde donde)
 {
-    if (servidor.utf8) {
-        auto* texto = reinterpret_cast<SQLCHAR*>(m_sql.data());
-        comprueba(SQLExecDirect(m_asa.get(), texto, static_cast<SQLINTEGER>(m_sql.size())), donde);
-        return;
-    }
-    auto texto = a_utf16(sql);
-    comprueba(SQLExecDirectW(m_asa.get(), ancho(texto), static_cast<SQLINTEGER>(texto.size())), donde);
+    Instruccion instruccion(linea, servidor, sql, donde);
+    instruccion.ejecuta(limite);
+    return instruccion.lee();
 }
 
-Instruccion Instruccion::clave(SQLHDBC linea, const Servidor& servidor, const std::string& tabla, Donde donde)
+std::vector<std::string> columnas_clave(
+    SQLHDBC linea, const Servidor& servidor, const std::string& tabla, Donde donde)
 {
-    Instruccion una(linea, servidor, "SQLPrimaryKeys", donde, true);
-    // A name as a statement has it, which the product may have written down otherwise.
-    SQLSetStmtAttr(
-        una.m_asa.get(), SQL_ATTR_METADATA_ID, reinterpret_cast<SQLPOINTER>(SQL_TRUE), SQL_IS_UINTEGER);
-    auto nombre = a_utf16(tabla);
-    una.comprueba(SQLPrimaryKeysW(una.m_asa.get(), nullptr, 0, nullptr, 0, ancho(nombre), SQL_NTS), donde);
-    return una;
-}
-
-void Instruccion::comprueba(SQLRETURN resultado, Donde donde) const
-{
-    if (!SQL_SUCCEEDED(resultado) && resultado != SQL_NO_DATA) // "no data": a change of no rows
-        throw error_de(SQL_HANDLE_STMT, m_asa.get(), *m_servidor, m_sql, donde);
-}
-
-std::vector<Columna> Instruccion::describe(Donde donde) const
-{
-    SQLSMALLINT cuantas = 0;
-    comprueba(SQLNumResultCols(m_asa.get(), &cuantas), donde);
-    std::vector<Columna> todas;
-    for (SQLUSMALLINT i = 1; i <= cuantas; ++i) {
-        std::array<SQLWCHAR, 256> nombre{};
-        std::array<SQLWCHAR, 64> nombre_tipo{};
-        SQLSMALLINT largo = 0;
-        SQLSMALLINT bytes = 0;
-        SQLSMALLINT tipo = 0;
-        comprueba(SQLDescribeColW(
-                      m_asa.get(), i, nombre.data(), nombre.size(), &largo, &tipo, nullptr, nullptr, nullptr),
-            donde);
-        SQLColAttributeW(
-            m_asa.get(), i, SQL_DESC_TYPE_NAME, nombre_tipo.data(), sizeof nombre_tipo, &bytes, nullptr);
-        todas.push_back({ estrecho(nombre, largo),
-            tipo_de(tipo, estrecho(nombre_tipo, static_cast<SQLSMALLINT>(bytes / 2))) });
-    }
-    return todas;
-}
-
-std::int32_t Instruccion::afectadas() const
-{
-    SQLLEN filas = 0;
-    SQLRowCount(m_asa.get(), &filas);
-    return filas < 0 ? 0 : static_cast<std::int32_t>(filas);
-}
-
-bool Instruccion::avanza(Donde donde)
-{
-    const auto resultado = SQLFetch(m_asa.get());
-    comprueba(resultado, donde);
-    return resultado != SQL_NO_DATA;
-}
-
-Variant Instruccion::lee(int columna, Tipo tipo, Donde donde) const
-{
-    const auto numero = static_cast<SQLUSMALLINT>(columna + 1);
-    if (tipo == Tipo::Fecha)
-        return lee_fecha(numero, donde);
-    auto leido = lee_texto(numero, donde);
-    if (!leido)
-        return Nulo{};
-    auto& texto = *leido;
-    switch (tipo) {
-    case Tipo::Entero:
-        return entero(texto);
-    case Tipo::Moneda:
-        return Currency::de_texto(texto, donde);
-    case Tipo::Real:
-        return real(texto);
-    case Tipo::Bit:
-        return texto != "0";
-    default:
-        return std::move(texto);
-    }
-}
-
-Variant Instruccion::lee_fecha(SQLUSMALLINT columna, Donde donde) const
-{
-    SQL_TIMESTAMP_STRUCT leida{};
-    SQLLEN largo = 0;
-    comprueba(SQLGetData(m_asa.get(), columna, SQL_C_TYPE_TIMESTAMP, &leida, sizeof leida, &largo), donde);
-    if (largo == SQL_NULL_DATA)
-        return Nulo{};
-    const auto dia = Date::de_dia(leida.year, leida.month, leida.day);
-    if (!dia)
-        throw Error::de_ejecucion(numero_error::tipos_no_coinciden, donde);
-    constexpr SQLUINTEGER por_milesima = 1'000'000;
-    return Date(dia->instante() + std::chrono::hours(leida.hour) + std::chrono::minutes(leida.minute)
-        + std::chrono::seconds(leida.second) + std::chrono::milliseconds(leida.fraction / por_milesima));
-}
-
-std::optional<std::string> Instruccion::lee_texto(SQLUSMALLINT columna, Donde donde) const
-{
-    if (m_servidor->utf8)
-        return lee_letras<char>(columna, SQL_C_CHAR, donde);
-    const auto letras = lee_letras<char16_t>(columna, SQL_C_WCHAR, donde);
-    return letras ? std::optional(a_utf8(*letras)) : std::nullopt;
-}
-
-template <class Letra>
-std::optional<std::basic_string<Letra>> Instruccion::lee_letras(
-    SQLUSMALLINT columna, SQLSMALLINT tipo_c, Donde donde) const
-{
-    std::basic_string<Letra> todo;
-    std::array<Letra, 2'048> parte{};
-    for (;;) {
-        SQLLEN bytes = 0; // of what was left before this part
-        const auto resultado = SQLGetData(m_asa.get(), columna, tipo_c, parte.data(), sizeof parte, &bytes);
-        comprueba(resultado, donde);
-        if (bytes == SQL_NULL_DATA)
-            return std::nullopt;
-        if (resultado == SQL_NO_DATA)
-            return todo;
-        const bool cabe = bytes != SQL_NO_TOTAL && static_cast<std::size_t>(bytes) < sizeof parte;
-        todo.append(parte.data(), cabe ? static_cast<std::size_t>(bytes) / sizeof(Letra) : parte.size() - 1);
-        if (cabe)
-            return todo;
-    }
+    constexpr std::size_t nombre_de_columna = 3;
+    Instruccion instruccion(linea, servidor, "SQLPrimaryKeys", donde);
+    instruccion.pide_clave(tabla);
+    std::vector<std::string> columnas;
+    for (const auto& fila : instruccion.lee().filas)
+        columnas.push_back(CStr(fila[nombre_de_columna], donde));
+    return columnas;
 }
 
 } // namespace atipicos::odbc

@@ -10,7 +10,7 @@ namespace atipicos::odbc {
 
 class Connection;
 
-/// Rows of a query, all of them read at once: many drivers can do nothing else on a connection meanwhile.
+/// Rows of a query, all of them read at once.
 class Recordset final : public sql::Filas {
 public:
     explicit Recordset(Connection& conexion);
@@ -27,13 +27,9 @@ private:
     [[nodiscard]] Tabla tabla(Donde donde) override;
     std::int32_t escribe(const std::string& sql, const std::vector<Variant>& valores, Donde donde) override;
 
-    void pide(const std::string& sql, Donde donde); ///< runs it and reads its rows
-    [[nodiscard]] std::string con_bloqueo(const std::string& reescrita) const;
-
     Connection& m_conexion;
     std::string m_reescrita;
-    std::vector<odbc::Columna> m_columnas;
-    std::vector<std::vector<Variant>> m_leidas;
+    Respuesta m_respuesta;
     std::size_t m_actual = 0; ///< the row stood on
 };
 

@@ -1,5 +1,7 @@
 #include "engines/odbc/Servidor.hpp"
 
+#include "engines/sql/Postgresql.hpp"
+
 #include <algorithm>
 #include <array>
 
@@ -9,34 +11,33 @@ namespace {
 
     using adodb::Categoria;
 
-    constexpr std::string_view sql_server = "Microsoft SQL Server";
-    constexpr std::string_view postgresql = "PostgreSQL";
-    constexpr std::string_view sqlite = "SQLite";
+    // Texts are equal and ordered as elsewhere: by their letters, not by the language of the server.
+    constexpr std::array<sql::TipoEscrito, 1> tipos_sql_server{ {
+        { "NVARCHAR", "NVARCHAR", " COLLATE Latin1_General_100_BIN2" },
+    } };
 
-    // The schema of a PostgreSQL database is made by the engine for it, and has ISNULL as a function.
-    constexpr std::array<Servidor, 4> servidores{ {
-        { .nombre = sql_server,
+    std::array<Servidor, 4> todos()
+    {
+        const Servidor sql_server{ .nombre = nombre_sql_server,
+            .dialecto = { .isnull = "ISNULL", .tipos = tipos_sql_server, .transact = true },
             .empieza = "BEGIN TRANSACTION",
             .deshace = "IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION",
             .bloqueo_de_tabla = " WITH (UPDLOCK, HOLDLOCK, ROWLOCK)", // held also where there is no row yet
-            .transaccion_viva = "SELECT @@TRANCOUNT" },
-        { .nombre = postgresql,
-            .empieza = "BEGIN",
-            .deshace = "ROLLBACK",
+            .transaccion_viva = "SELECT @@TRANCOUNT" };
+        const Servidor postgresql{ .nombre = nombre_postgresql,
+            .dialecto = sql::dialecto_postgresql(),
             .bloqueo_al_final = "\nFOR UPDATE",
             .bloqueo_de_nada = "SELECT pg_advisory_xact_lock(hashtextextended(",
             .con_puntos = true,
             .fechas = "SELECT table_name, column_name, ordinal_position - 1 FROM information_schema.columns"
-                      " WHERE data_type LIKE 'timestamp%' OR data_type = 'date'" },
-        { .nombre = sqlite,
+                      " WHERE data_type LIKE 'timestamp%' OR data_type = 'date'" };
+        const Servidor sqlite{ .nombre = nombre_sqlite,
             .utf8 = true,
-            .isnull = "IFNULL",
             .empieza = "BEGIN IMMEDIATE",
-            .deshace = "ROLLBACK",
             .fechas = "SELECT t.name, c.name, c.cid FROM pragma_table_list t"
-                      " JOIN pragma_table_xinfo(t.name, t.schema) c WHERE c.type LIKE 'DATE%'" },
-        { .nombre = {}, .empieza = "BEGIN", .deshace = "ROLLBACK" },
-    } };
+                      " JOIN pragma_table_xinfo(t.name, t.schema) c WHERE c.type LIKE 'DATE%'" };
+        return { sql_server, postgresql, sqlite, {} };
+    }
 
     struct Clase {
         std::string_view sqlstate; ///< its first characters
@@ -46,7 +47,7 @@ namespace {
         { "08", Categoria::conexion }, { "22", Categoria::instruccion }, { "23", Categoria::restriccion },
         { "25006", Categoria::solo_lectura }, { "28", Categoria::conexion }, { "37", Categoria::instruccion },
         { "40", Categoria::bloqueo }, { "42", Categoria::instruccion }, { "55P03", Categoria::bloqueo },
-        { "57P", Categoria::conexion }, { "HYT", Categoria::bloqueo },
+        { "57P", Categoria::conexion }, { "HYT01", Categoria::conexion },
         { "S", Categoria::instruccion }, // S0002 and the like, of drivers that speak an older ODBC
     } };
 
@@ -69,27 +70,35 @@ namespace {
 
 }
 
-std::vector<std::string> Servidor::sesion(std::chrono::milliseconds espera) const
+std::vector<std::string> Servidor::sesion(const Sesion& deseada) const
 {
-    const auto milisegundos = std::to_string(std::max<std::chrono::milliseconds::rep>(espera.count(), 1));
-    if (nombre == sql_server) // NOCOUNT off: the rows affected are asked for
+    const auto milisegundos = [](std::chrono::milliseconds tiempo) { // 0 would be for ever
+        return std::to_string(std::max<std::chrono::milliseconds::rep>(tiempo.count(), 1));
+    };
+    const auto espera = milisegundos(deseada.espera);
+    if (nombre == nombre_sql_server) // NOCOUNT off: the rows affected are asked for
         return { "SET DATEFORMAT dmy", "SET NOCOUNT OFF", "SET XACT_ABORT OFF",
-            "SET IMPLICIT_TRANSACTIONS OFF", "SET LOCK_TIMEOUT " + milisegundos };
-    if (nombre == postgresql)
-        return { "SET datestyle TO 'ISO,DMY'", "SET standard_conforming_strings TO on",
-            "SET lock_timeout TO " + milisegundos };
-    if (nombre == sqlite)
-        return { "PRAGMA foreign_keys=ON",
-            "PRAGMA synchronous=FULL" }; // its driver waits as its TIMEOUT says
-    return {};
+            "SET IMPLICIT_TRANSACTIONS OFF", "SET LOCK_TIMEOUT " + espera };
+    std::vector<std::string> todas;
+    if (nombre == nombre_postgresql)
+        todas = { "SET datestyle TO 'ISO,DMY'", "SET standard_conforming_strings TO on",
+            "SET lock_timeout TO " + espera,
+            "SET statement_timeout TO " + milisegundos(deseada.espera_instruccion) };
+    if (nombre == nombre_sqlite)
+        todas = { "PRAGMA foreign_keys=ON", "PRAGMA synchronous=FULL", "PRAGMA busy_timeout=" + espera };
+    if (deseada.solo_lectura && nombre == nombre_postgresql)
+        todas.emplace_back("SET default_transaction_read_only TO on");
+    if (deseada.solo_lectura && nombre == nombre_sqlite)
+        todas.emplace_back("PRAGMA query_only=ON");
+    return todas;
 }
 
 Categoria Servidor::categoria(std::string_view sqlstate, int numero) const
 {
-    if (nombre == sqlite)
+    if (nombre == nombre_sqlite)
         return por_numero_sqlite(numero);
     constexpr int espera_agotada = 1222; // SQL Server gives it a general state
-    if (nombre == sql_server && numero == espera_agotada)
+    if (nombre == nombre_sql_server && numero == espera_agotada)
         return Categoria::bloqueo;
     const auto clase = std::find_if(
         clases.begin(), clases.end(), [&](const auto& una) { return sqlstate.starts_with(una.sqlstate); });
@@ -98,6 +107,7 @@ Categoria Servidor::categoria(std::string_view sqlstate, int numero) const
 
 const Servidor& servidor(std::string_view nombre)
 {
+    static const auto servidores = todos();
     return *std::find_if(servidores.begin(), servidores.end() - 1,
         [&](const auto& uno) { return nombre.starts_with(uno.nombre); });
 }

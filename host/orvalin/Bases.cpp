@@ -12,10 +12,7 @@ bool crea_bases(const Lugar& lugar, bool vacia, Donde donde)
     case Lugar::Clase::postgresql:
         return crea_en_postgresql(lugar.direccion(), vacia, donde);
     case Lugar::Clase::odbc:
-        throw Error(1000, "Orvalin:Bases",
-            "Las bases de datos no se crean por ODBC. Las de PostgreSQL se crean con --conexion "
-            "postgresql://…",
-            donde);
+        return crea_por_odbc(lugar.direccion(), vacia, donde);
     case Lugar::Clase::carpeta:
         break;
     }

@@ -4,11 +4,12 @@
 
 #include <string>
 
+/// Through ODBC, by what its connection string says and its driver answers: the databases `Orvalin` and
+/// `Bexmor` of a SQL Server, the schemas of a PostgreSQL database, or the files of a folder, of which
+/// DATABASE names `orvalin.db`. The password comes from `clave_odbc`.
 namespace atipicos::orvalin {
 
-/// The databases `Orvalin` and `Bexmor` of a SQL Server, or the schemas of a PostgreSQL database. The
-/// password comes from the variable ATIPICOS_ODBC_CLAVE. Drivers differ in whether they can open one
-/// read-only: nothing is asked of them.
+bool crea_por_odbc(const std::string& cadena, bool vacia, Donde donde);
 [[nodiscard]] Bases abre_de_odbc(const std::string& cadena, const OpcionesBases& opciones, Donde donde);
 
 } // namespace atipicos::orvalin

@@ -2,6 +2,7 @@
 #include "engines/odbc/Connection.hpp"
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Guion.hpp"
+#include "engines/sql/Postgresql.hpp"
 #include "engines/sqlite/Connection.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/ControladorOdbc.hpp"
@@ -106,9 +107,9 @@ namespace {
             servidor.crea_base(plantilla);
             const auto conexion = postgresql::Connection::Abrir({ servidor.direccion(plantilla), "gestion" });
             conexion->BeginTrans();
-            conexion->crea_esquema("dbo");
+            sql::crea_esquema_postgresql(*conexion, "dbo");
             sql::ejecuta_guion(*conexion, cuentas);
-            conexion->crea_esquema("gestion");
+            sql::crea_esquema_postgresql(*conexion, "gestion");
             sql::ejecuta_guion(*conexion, tablas);
             conexion->CommitTrans();
             return true;
@@ -127,7 +128,7 @@ namespace {
                 .al_abrir
                 = [](const auto&) { return std::vector<std::string>{ "SET search_path TO gestion" }; },
                 .bases = { { "Bexmor", "dbo" } },
-                .espera = espera });
+                .sesion = { .espera = espera } });
         }
     };
 
@@ -136,12 +137,12 @@ namespace {
         Conexion abre(std::chrono::milliseconds espera) const override
         {
             const auto dos = (m_carpeta / "dos.db").string();
-            return odbc::Connection::Abrir({ .cadena = "DRIVER={SQLite3};TIMEOUT="
-                    + std::to_string(espera.count()) + ";DATABASE=" + (m_carpeta / "uno.db").string(),
+            return odbc::Connection::Abrir({ .cadena
+                = "DRIVER={SQLite3};DATABASE=" + (m_carpeta / "uno.db").string(),
                 .al_abrir
                 = [dos](const auto&) { return std::vector<std::string>{ "ATTACH '" + dos + "' AS Bexmor" }; },
                 .bases = { { "Bexmor", "Bexmor" } },
-                .espera = espera });
+                .sesion = { .espera = espera } });
         }
     };
 
@@ -181,7 +182,7 @@ namespace {
         {
             return odbc::Connection::Abrir({ .cadena = cadena() + ";DATABASE=" + base,
                 .clave = variable("ATIPICOS_TEST_SQLSERVER_PWD"),
-                .espera = espera });
+                .sesion = { .espera = espera } });
         }
     };
 

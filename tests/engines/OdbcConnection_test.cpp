@@ -9,7 +9,6 @@ namespace {
 
     using adodb::Categoria;
     using adodb::ErrorBaseDatos;
-    using testing::ElementsAre;
     using testing::HasSubstr;
     using testing::Not;
     using testing::StartsWith;
@@ -121,25 +120,6 @@ namespace {
         rs->Update();
         EXPECT_EQ(CStr(primero("SELECT Fecha FROM t")), "21/11/2026 9:05:03");
         EXPECT_EQ(primero("SELECT Dinero FROM t"), Variant(Currency::de_texto("-1234567.8901")));
-    }
-
-    TEST(Servidor, sql_server_is_told_how_to_read_dates_and_how_long_to_wait)
-    {
-        const auto& sql_server = servidor("Microsoft SQL Server");
-        EXPECT_THAT(sql_server.sesion(std::chrono::milliseconds(1'500)),
-            ElementsAre("SET DATEFORMAT dmy", "SET NOCOUNT OFF", "SET XACT_ABORT OFF",
-                "SET IMPLICIT_TRANSACTIONS OFF", "SET LOCK_TIMEOUT 1500"));
-        EXPECT_EQ(sql_server.categoria("HY000", 1222), Categoria::bloqueo);
-        EXPECT_EQ(sql_server.categoria("40001", 1205), Categoria::bloqueo);
-        EXPECT_EQ(sql_server.categoria("23000", 547), Categoria::restriccion);
-        EXPECT_EQ(sql_server.categoria("42S02", 208), Categoria::instruccion);
-        EXPECT_EQ(sql_server.categoria("08S01", 0), Categoria::conexion);
-    }
-
-    TEST(Servidor, an_unknown_one_has_no_peculiarities)
-    {
-        EXPECT_STREQ(servidor("Otra").empieza, "BEGIN");
-        EXPECT_TRUE(servidor("Otra").sesion(std::chrono::milliseconds(1)).empty());
     }
 
 }

@@ -1,5 +1,6 @@
 #include "engines/postgresql/Connection.hpp"
 
+#include "engines/sql/Postgresql.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 
 #include <gmock/gmock.h>
@@ -35,7 +36,7 @@ namespace {
             servidor->crea_base("una");
             conexion = abre();
             conexion->BeginTrans();
-            conexion->crea_esquema("propio");
+            sql::crea_esquema_postgresql(*conexion, "propio");
             conexion->Execute("CREATE TABLE t (Id INT NOT NULL PRIMARY KEY, Texto NVARCHAR(5), Marca BIT)");
             conexion->CommitTrans();
         }
