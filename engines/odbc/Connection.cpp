@@ -175,7 +175,20 @@ void Connection::lee_catalogo(Donde donde)
         for (const auto& fila : ejecuta(servidor().fechas, donde).filas)
             m_catalogo.agrega_fecha(
                 CStr(fila[0], donde), CStr(fila[1], donde), static_cast<std::size_t>(CLng(fila[2], donde)));
+    m_bits.clear();
+    if (*servidor().bits != '\0')
+        for (const auto& fila : ejecuta(servidor().bits, donde).filas)
+            m_bits.emplace(CStr(fila[0], donde), CStr(fila[1], donde));
     m_catalogo_leido = true;
+}
+
+void Connection::vuelve_bits(Respuesta& respuesta) const
+{
+    for (std::size_t i = 0; i < respuesta.columnas.size(); ++i)
+        if (m_bits.contains(respuesta.columnas[i].origen))
+            for (auto& fila : respuesta.filas)
+                if (!fila[i].es_nulo())
+                    fila[i] = CBool(fila[i]);
 }
 
 const std::vector<std::string>& Connection::columnas_clave(const std::string& tabla, Donde donde)

@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -41,6 +42,9 @@ public:
     /// The columns of a table's primary key; asked of the driver once.
     [[nodiscard]] const std::vector<std::string>& columnas_clave(const std::string& tabla, Donde donde);
 
+    /// Makes true and false of the small numbers that were declared BIT.
+    void vuelve_bits(Respuesta& respuesta) const;
+
     [[nodiscard]] const Servidor& servidor() const noexcept { return m_enlace.servidor(); }
     [[nodiscard]] bool en_transaccion() const noexcept { return m_en_transaccion; }
 
@@ -58,6 +62,8 @@ private:
     sql::Catalogo m_catalogo;
     bool m_catalogo_leido = false;
     std::map<std::string, std::vector<std::string>> m_claves; ///< by table
+    std::set<std::pair<std::string, std::string>>
+        m_bits; ///< BIT columns that the driver does not know as such
     bool m_en_transaccion = false; ///< also when it is lost
     bool m_transaccion_perdida = false;
 };

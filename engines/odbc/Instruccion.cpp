@@ -188,18 +188,25 @@ namespace {
             std::vector<Tipo> tipos;
             for (SQLUSMALLINT i = 1; i <= cuantas; ++i) {
                 std::array<SQLWCHAR, 256> nombre{};
-                std::array<SQLWCHAR, 64> nombre_tipo{};
                 SQLSMALLINT largo = 0;
-                SQLSMALLINT bytes = 0;
                 SQLSMALLINT tipo = 0;
                 comprueba(SQLDescribeColW(
                     asa(), i, nombre.data(), nombre.size(), &largo, &tipo, nullptr, nullptr, nullptr));
-                SQLColAttributeW(
-                    asa(), i, SQL_DESC_TYPE_NAME, nombre_tipo.data(), sizeof nombre_tipo, &bytes, nullptr);
-                tipos.push_back(tipo_de(tipo, estrecho(nombre_tipo, static_cast<SQLSMALLINT>(bytes / 2))));
+                tipos.push_back(tipo_de(tipo, atributo(i, SQL_DESC_TYPE_NAME)));
                 columnas.push_back({ estrecho(nombre, largo), tipos.back() == Tipo::Fecha });
+                if (tipo == SQL_SMALLINT && *m_servidor.bits != '\0')
+                    columnas.back().origen
+                        = { atributo(i, SQL_DESC_BASE_TABLE_NAME), atributo(i, SQL_DESC_BASE_COLUMN_NAME) };
             }
             return tipos;
+        }
+
+        [[nodiscard]] std::string atributo(SQLUSMALLINT columna, SQLUSMALLINT cual) const
+        {
+            std::array<SQLWCHAR, 256> texto{};
+            SQLSMALLINT bytes = 0;
+            SQLColAttributeW(asa(), columna, cual, texto.data(), sizeof texto, &bytes, nullptr);
+            return estrecho(texto, static_cast<SQLSMALLINT>(bytes / static_cast<int>(sizeof(SQLWCHAR))));
         }
 
         bool avanza() const

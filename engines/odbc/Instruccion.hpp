@@ -8,6 +8,7 @@
 #include <sqlext.h>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace atipicos::odbc {
@@ -25,6 +26,8 @@ template <SQLSMALLINT tipo> using Asa = std::unique_ptr<std::remove_pointer_t<SQ
 struct Columna {
     std::string nombre;
     bool es_fecha = false;
+    /// Table and column that it comes from, of a small number where that may be a BIT.
+    std::pair<std::string, std::string> origen = {};
 };
 
 /// All that a statement has answered: many drivers can do nothing else on a line before it has been read.

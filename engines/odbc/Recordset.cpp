@@ -19,6 +19,7 @@ bool Recordset::abre(const std::string& sql, bool bloquea, Donde donde)
     m_reescrita = m_conexion.reescribe(sql, donde);
     m_respuesta
         = bloquea ? m_conexion.pide_bloqueando(m_reescrita, donde) : m_conexion.ejecuta(m_reescrita, donde);
+    m_conexion.vuelve_bits(m_respuesta);
     m_actual = 0;
     return !m_respuesta.filas.empty();
 }

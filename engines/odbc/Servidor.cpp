@@ -30,7 +30,9 @@ namespace {
             .bloqueo_de_nada = "SELECT pg_advisory_xact_lock(hashtextextended(",
             .con_puntos = true,
             .fechas = "SELECT table_name, column_name, ordinal_position - 1 FROM information_schema.columns"
-                      " WHERE data_type LIKE 'timestamp%' OR data_type = 'date'" };
+                      " WHERE data_type LIKE 'timestamp%' OR data_type = 'date'",
+            .bits = "SELECT table_name, column_name FROM information_schema.columns"
+                    " WHERE domain_name = 'si_o_no'" };
         const Servidor sqlite{ .nombre = nombre_sqlite,
             .utf8 = true,
             .empieza = "BEGIN IMMEDIATE",

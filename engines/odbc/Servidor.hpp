@@ -31,6 +31,8 @@ struct Servidor {
     bool con_puntos = false; ///< a failed statement must be undone by a savepoint
     /// Query for table, column and place of dates; empty: it reads regional ones itself.
     const char* fechas = "";
+    /// Query for table and column of what was declared BIT and its driver takes for small numbers.
+    const char* bits = "";
     const char* transaccion_viva = ""; ///< query that gives 0 when the product has undone it by itself
 
     /// Statements that set up a session.

@@ -7,11 +7,11 @@
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/ControladorOdbc.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
+#include "tests/support/SqlServer.hpp"
 
 #include <gmock/gmock.h>
 
 #include <array>
-#include <cstdlib>
 #include <functional>
 #include <optional>
 #include <set>
@@ -43,7 +43,6 @@ namespace {
         std::string falta; ///< what there is to install or to set before it can be tested; empty: nothing
         std::function<std::unique_ptr<Sitio>()> crea;
         std::optional<Categoria> empezar_mientras_otro_escribe; ///< nothing: it does not wait
-        Variant marca = true; ///< what a BIT that is set comes back as
     };
     void PrintTo(const Motor& motor, std::ostream* salida) { *salida << motor.nombre; }
 
@@ -146,14 +145,13 @@ namespace {
         }
     };
 
-    /// A SQL Server of somebody's; its databases Orvalin and Bexmor are dropped and made anew.
     class SitioSqlServer final : public Sitio {
     public:
         SitioSqlServer()
         {
-            const auto maestra = odbc::Connection::Abrir({ .cadena = cadena() });
+            const auto maestra = en("master", std::chrono::seconds(5));
             for (const auto* base : { "Orvalin", "Bexmor" }) {
-                maestra->Execute("DROP DATABASE IF EXISTS " + std::string(base));
+                maestra->Execute(pruebas::sqlserver::borra(base));
                 maestra->Execute("CREATE DATABASE " + std::string(base));
             }
             sql::ejecuta_guion(*en("Orvalin", std::chrono::seconds(5)), tablas);
@@ -162,26 +160,12 @@ namespace {
 
         Conexion abre(std::chrono::milliseconds espera) const override { return en("Orvalin", espera); }
 
-        static std::string falta()
-        {
-            return cadena().empty()
-                ? "set ATIPICOS_TEST_SQLSERVER to an ODBC connection string, without its password, and "
-                  "ATIPICOS_TEST_SQLSERVER_PWD to that; it drops the databases Orvalin and Bexmor"
-                : "";
-        }
-
     private:
-        static std::string variable(const char* nombre)
-        {
-            const char* valor = std::getenv(nombre);
-            return valor == nullptr ? "" : valor;
-        }
-        static std::string cadena() { return variable("ATIPICOS_TEST_SQLSERVER"); }
-
         static Conexion en(const std::string& base, std::chrono::milliseconds espera)
         {
-            return odbc::Connection::Abrir({ .cadena = cadena() + ";DATABASE=" + base,
-                .clave = variable("ATIPICOS_TEST_SQLSERVER_PWD"),
+            return odbc::Connection::Abrir({ .cadena = pruebas::sqlserver::cadena(),
+                .clave = pruebas::sqlserver::clave(),
+                .al_abrir = [base](const auto&) { return std::vector<std::string>{ "USE " + base }; },
                 .sesion = { .espera = espera } });
         }
     };
@@ -193,10 +177,11 @@ namespace {
             { "postgresql", sin_postgresql, std::make_unique<SitioPostgresql>, std::nullopt },
             { "odbc_postgresql",
                 sin_postgresql + pruebas::falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
-                std::make_unique<SitioOdbcPostgresql>, std::nullopt, 1 },
+                std::make_unique<SitioOdbcPostgresql>, std::nullopt },
             { "odbc_sqlite", pruebas::falta_controlador("SQLite3", "libsqliteodbc"),
                 std::make_unique<SitioOdbcSqlite>, Categoria::bloqueo },
-            { "odbc_sqlserver", SitioSqlServer::falta(), std::make_unique<SitioSqlServer>, std::nullopt } };
+            { "odbc_sqlserver", pruebas::sqlserver::falta(), std::make_unique<SitioSqlServer>,
+                std::nullopt } };
     }
 
     struct Contrato : testing::TestWithParam<Motor> {
@@ -331,7 +316,7 @@ namespace {
         rs->Open("SELECT * FROM Valores ORDER BY Id", CursorType::ForwardOnly, LockType::ReadOnly);
         EXPECT_EQ(rs->Fields("corto").Value(), Variant(-32768));
         EXPECT_EQ(rs->Fields("LARGO").Value(), Variant(2147483647));
-        EXPECT_EQ(rs->Fields("Marca").Value(), GetParam().marca);
+        EXPECT_EQ(rs->Fields("Marca").Value(), Variant(true));
         EXPECT_EQ(rs->Fields("Texto").Value(), Variant("Ñandú '12 €' \t \"x\" 😀 \\n"));
         EXPECT_EQ(rs->Fields("Fecha").Value(), Variant(Nulo{}));
         std::string anexado = "-";

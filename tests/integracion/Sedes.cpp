@@ -1,14 +1,16 @@
 #include "tests/integracion/Sedes.hpp"
 
+#include "engines/odbc/Connection.hpp"
 #include "host/orvalin/Bases.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/ControladorOdbc.hpp"
+#include "tests/support/SqlServer.hpp"
 
 namespace atipicos::pruebas {
 
 namespace {
 
-    class MuestraEnCarpeta final : public Muestra {
+    class MuestraEnCarpeta : public Muestra {
     public:
         MuestraEnCarpeta() { orvalin::crea_bases(m_carpeta / "datos", false); }
         [[nodiscard]] orvalin::Lugar lugar() const override { return { m_carpeta / "datos" }; }
@@ -46,11 +48,37 @@ namespace {
         std::string m_base = "muestra_" + std::to_string(++s_bases);
     };
 
-    class MuestraPorOdbc final : public MuestraEnPostgresql {
+    /// The same databases, through the drivers of their products.
+    class MuestraEnPostgresqlPorOdbc final : public MuestraEnPostgresql {
     public:
         [[nodiscard]] orvalin::Lugar lugar() const override
         {
             return orvalin::Lugar::de_conexion("odbc:" + servidor_postgresql().cadena_odbc(base()));
+        }
+    };
+
+    class MuestraEnCarpetaPorOdbc final : public MuestraEnCarpeta {
+    public:
+        [[nodiscard]] orvalin::Lugar lugar() const override
+        {
+            return orvalin::Lugar::de_conexion("odbc:DRIVER={SQLite3};DATABASE="
+                + (MuestraEnCarpeta::lugar().carpeta() / "orvalin.db").string());
+        }
+    };
+
+    class MuestraEnSqlServer final : public Muestra {
+    public:
+        MuestraEnSqlServer()
+        {
+            const auto maestra
+                = odbc::Connection::Abrir({ .cadena = sqlserver::cadena(), .clave = sqlserver::clave() });
+            for (const auto* base : { "Orvalin", "Bexmor" })
+                maestra->Execute(sqlserver::borra(base));
+            orvalin::crea_bases(lugar(), false);
+        }
+        [[nodiscard]] orvalin::Lugar lugar() const override
+        {
+            return orvalin::Lugar::de_conexion("odbc:" + sqlserver::cadena());
         }
     };
 
@@ -77,10 +105,13 @@ const Sede& en_postgresql()
 
 std::vector<Sede> sedes()
 {
-    const Sede por_odbc{ "odbc_postgresql",
-        ServidorPostgresql::falta() + falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
-        std::make_unique<MuestraPorOdbc> };
-    return { en_carpeta(), en_postgresql(), por_odbc };
+    return { en_carpeta(), en_postgresql(),
+        { "odbc_postgresql",
+            ServidorPostgresql::falta() + falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
+            std::make_unique<MuestraEnPostgresqlPorOdbc> },
+        { "odbc_sqlite", falta_controlador("SQLite3", "libsqliteodbc"),
+            std::make_unique<MuestraEnCarpetaPorOdbc> },
+        { "odbc_sqlserver", sqlserver::falta(), std::make_unique<MuestraEnSqlServer> } };
 }
 
 } // namespace atipicos::pruebas
