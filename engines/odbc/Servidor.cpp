@@ -86,8 +86,8 @@ std::vector<std::string> Servidor::sesion(const Sesion& deseada) const
         todas = { "SET datestyle TO 'ISO,DMY'", "SET standard_conforming_strings TO on",
             "SET lock_timeout TO " + espera,
             "SET statement_timeout TO " + milisegundos(deseada.espera_instruccion) };
-    if (nombre == nombre_sqlite)
-        todas = { "PRAGMA foreign_keys=ON", "PRAGMA synchronous=FULL", "PRAGMA busy_timeout=" + espera };
+    if (nombre == nombre_sqlite) // its driver waits as the TIMEOUT of the connection string says
+        todas = { "PRAGMA foreign_keys=ON", "PRAGMA synchronous=FULL" };
     if (deseada.solo_lectura && nombre == nombre_postgresql)
         todas.emplace_back("SET default_transaction_read_only TO on");
     if (deseada.solo_lectura && nombre == nombre_sqlite)

@@ -38,11 +38,12 @@ namespace {
     {
         exige_bases(carpeta, donde); // the driver would make what is missing
         const auto fichero_contable = carpeta / fichero_bexmor;
-        odbc::Cadena contable(cadena);
-        contable.pon(base, fichero_contable.string());
-        const auto bexmor = odbc::Connection::Abrir(opciones_de(contable.texto(), opciones, donde), donde);
+        odbc::Cadena de_fichero(cadena);
+        de_fichero.pon("TIMEOUT", std::to_string(opciones.espera.count()));
+        auto de_gestion = opciones_de(de_fichero.texto(), opciones, donde);
+        de_fichero.pon(base, fichero_contable.string());
+        const auto bexmor = odbc::Connection::Abrir(opciones_de(de_fichero.texto(), opciones, donde), donde);
         comprueba_version(*bexmor, "main.Esquema", fichero_contable.string(), donde);
-        auto de_gestion = opciones_de(cadena, opciones, donde);
         de_gestion.bases = { { "Bexmor", "Bexmor" } };
         de_gestion.al_abrir = [uri = sqlite::uri(fichero_contable, "ro")](const auto&) {
             return std::vector<std::string>{ "ATTACH '" + uri + "' AS Bexmor" };

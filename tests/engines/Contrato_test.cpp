@@ -136,8 +136,8 @@ namespace {
         Conexion abre(std::chrono::milliseconds espera) const override
         {
             const auto dos = (m_carpeta / "dos.db").string();
-            return odbc::Connection::Abrir({ .cadena
-                = "DRIVER={SQLite3};DATABASE=" + (m_carpeta / "uno.db").string(),
+            return odbc::Connection::Abrir({ .cadena = "DRIVER={SQLite3};TIMEOUT="
+                    + std::to_string(espera.count()) + ";DATABASE=" + (m_carpeta / "uno.db").string(),
                 .al_abrir
                 = [dos](const auto&) { return std::vector<std::string>{ "ATTACH '" + dos + "' AS Bexmor" }; },
                 .bases = { { "Bexmor", "Bexmor" } },

@@ -47,13 +47,14 @@ namespace {
     };
     void PrintTo(const Pareja& pareja, std::ostream* salida) { *salida << pareja.nombre; }
 
-    /// Where a workstation waits for its next turn: before these, and before the first change of rows.
+    /// Where a workstation waits for its next turn. `primera_escritura`: it is about to change its first
+    /// rows.
     bool es_parada(const std::string& dicha, bool primera_escritura)
     {
         const auto empieza = [&](const char* con) { return dicha.starts_with(con); };
         const bool larga = std::getenv("ATIPICOS_PRUEBA_LARGA") != nullptr;
         return empieza("gestion OPEN SELECT * FROM Contador") || dicha == "gestion COMMIT"
-            || (primera_escritura && empieza("gestion EXEC"))
+            || (primera_escritura && (larga || empieza("gestion EXEC DELETE")))
             || (larga
                 && (dicha == "gestion BEGIN" || dicha == "contabilidad COMMIT"
                     || empieza("contabilidad OPEN SELECT * FROM Contador")
@@ -234,7 +235,7 @@ namespace {
         }
 
     private:
-        static constexpr milliseconds poca_paciencia{ 30 }; // then it is taken to wait for the other one
+        static constexpr milliseconds poca_paciencia{ 10 }; // then it is taken to wait for the other one
 
         std::unique_ptr<pruebas::Muestra> m_muestra;
         std::int16_t m_almacen;
@@ -265,6 +266,7 @@ namespace {
         const auto pasos_de_una = static_cast<std::size_t>(ronda.una.pasos());
         const auto otra_y_una = ronda.juega(a_otra + a_una);
         const auto pasos_de_otra = static_cast<std::size_t>(ronda.otra.pasos());
+        const auto diferencias = ronda.diferencias(); // none, unless a task leaves one by itself
 
         int ordenes = 0;
         int con_error = 0;
@@ -279,7 +281,7 @@ namespace {
                 ++con_error;
                 EXPECT_THAT(hecho, testing::AnyOf(una_y_otra, otra_y_una, solo_una, solo_otra));
             }
-            EXPECT_THAT(ronda.diferencias(), testing::IsEmpty());
+            EXPECT_EQ(ronda.diferencias(), diferencias);
         } while (!HasFailure() && std::next_permutation(orden.begin(), orden.end()));
         std::cout << ordenes << " orders of " << pasos_de_una << " and " << pasos_de_otra << " steps, "
                   << con_error << " with an error shown\n";
@@ -294,7 +296,8 @@ namespace {
     }
 
     INSTANTIATE_TEST_SUITE_P(sedes, Entrelazado,
-        testing::Combine(testing::ValuesIn(pruebas::sedes()), testing::ValuesIn(parejas())),
+        testing::Combine(
+            testing::Values(pruebas::en_carpeta(), pruebas::en_postgresql()), testing::ValuesIn(parejas())),
         [](const auto& caso) {
             return std::get<0>(caso.param).nombre + "_" + std::get<1>(caso.param).nombre;
         });

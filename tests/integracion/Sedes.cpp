@@ -103,12 +103,17 @@ const Sede& en_postgresql()
     return sede;
 }
 
+const Sede& en_postgresql_por_odbc()
+{
+    static const Sede sede{ "odbc_postgresql",
+        ServidorPostgresql::falta() + falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
+        std::make_unique<MuestraEnPostgresqlPorOdbc> };
+    return sede;
+}
+
 std::vector<Sede> sedes()
 {
-    return { en_carpeta(), en_postgresql(),
-        { "odbc_postgresql",
-            ServidorPostgresql::falta() + falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
-            std::make_unique<MuestraEnPostgresqlPorOdbc> },
+    return { en_carpeta(), en_postgresql(), en_postgresql_por_odbc(),
         { "odbc_sqlite", falta_controlador("SQLite3", "libsqliteodbc"),
             std::make_unique<MuestraEnCarpetaPorOdbc> },
         { "odbc_sqlserver", sqlserver::falta(), std::make_unique<MuestraEnSqlServer> } };
