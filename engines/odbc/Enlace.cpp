@@ -66,6 +66,7 @@ void Enlace::abre(Donde donde)
 void Enlace::conecta(Donde donde)
 {
     SQLSetConnectAttr(m_linea.get(), SQL_ATTR_LOGIN_TIMEOUT,
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): ODBC takes numbers so
         reinterpret_cast<SQLPOINTER>(m_opciones.espera_conexion.count()), SQL_IS_UINTEGER);
     Cadena con_clave(m_opciones.cadena);
     if (!m_opciones.clave.empty())

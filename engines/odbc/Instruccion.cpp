@@ -172,6 +172,7 @@ namespace {
 
         void ajusta(SQLINTEGER atributo, SQLULEN valor) const // a driver may not know it
         {
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): ODBC takes numbers so
             SQLSetStmtAttr(asa(), atributo, reinterpret_cast<SQLPOINTER>(valor), SQL_IS_UINTEGER);
         }
 

@@ -43,7 +43,8 @@ bool crea_en_sql_server(adodb::Connection& conexion, const std::string& lugar, b
         "IF @logrado < 0 RAISERROR('Otro usuario está creando las bases de datos.', 16, 1)",
         donde);
     for (const std::string base : bases)
-        ejecuta(conexion, "IF DB_ID('" + base + "') IS NULL CREATE DATABASE " + base, donde);
+        ejecuta(conexion,
+            std::string("IF DB_ID('").append(base).append("') IS NULL CREATE DATABASE ").append(base), donde);
     const std::array<bool, 2> creadas{ esta_creada(conexion, bases[0], lugar, donde),
         esta_creada(conexion, bases[1], lugar, donde) };
     if (creadas[0] != creadas[1])
