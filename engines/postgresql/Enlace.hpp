@@ -31,7 +31,7 @@ struct Orden {
     bool preparada = false;
 };
 
-/// The statements that stand around each one of a transaction, prepared when the line is opened.
+/// The statements that move a savepoint along, prepared when the line is opened.
 inline constexpr Orden guarda_punto{ .sql = "guarda", .preparada = true }; ///< SAVEPOINT s
 inline constexpr Orden suelta_punto{ .sql = "suelta", .preparada = true }; ///< RELEASE s
 
