@@ -121,6 +121,22 @@ namespace {
         EXPECT_EQ(primero("SELECT COUNT(*) FROM t"), "2");
     }
 
+    TEST_F(PostgresqlConnection, no_text_that_only_the_server_would_cut_in_two_is_two_statements)
+    {
+        for (const bool dentro : { false, true }) {
+            if (dentro)
+                conexion->BeginTrans();
+            EXPECT_THAT(fallo_de([&] {
+                conexion->Execute("INSERT INTO t (Id, Texto) VALUES (1, $$ ' $$); DROP TABLE t --')");
+            }).descripcion,
+                EndsWith("[SQLSTATE 42601]"));
+            conexion->Execute(
+                dentro ? "UPDATE t SET Texto ='a;b'" : "INSERT INTO t (Id, Texto) VALUES (1, 'x;y')");
+        }
+        conexion->CommitTrans();
+        EXPECT_EQ(primero("SELECT Texto FROM t"), "a;b");
+    }
+
     TEST_F(PostgresqlConnection, a_statement_is_one_round_trip_also_with_its_savepoint)
     {
         const auto idas = [&](const std::function<void()>& trabajo) {
@@ -132,7 +148,8 @@ namespace {
             int cuantas = 0;
             std::array<char, 65'536> linea{};
             while (std::fgets(linea.data(), linea.size(), traza) != nullptr)
-                cuantas += std::string_view(linea.data()).find("\tSync") != std::string_view::npos ? 1 : 0;
+                for (const auto* mensaje : { "\tSync", "\tQuery" })
+                    cuantas += std::string_view(linea.data()).find(mensaje) != std::string_view::npos ? 1 : 0;
             std::fclose(traza);
             return cuantas;
         };
