@@ -14,6 +14,12 @@ if(ATIPICOS_SANITIZADORES)
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -Wno-null-dereference)
     target_link_options(atipicos_opciones INTERFACE -fsanitize=address,undefined)
 endif()
+if(ATIPICOS_FUZZ)
+    target_compile_options(atipicos_opciones INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+        -Wno-error -Wno-unknown-warning-option)
+    target_link_options(atipicos_opciones INTERFACE -fsanitize=address,undefined)
+endif()
 
 # One static library for one folder: atipicos_biblioteca(<name> SOURCES … USES …)
 function(atipicos_biblioteca nombre)
