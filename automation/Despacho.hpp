@@ -139,8 +139,8 @@ public:
             static_cast<unsigned>(argumentos.size()), asigna ? 1u : 0u };
         Valor resultado;
         EXCEPINFO excepcion{};
-        const auto codigo = m_objeto->Invoke(miembro, iid_nulo, 0, static_cast<unsigned short>(uso),
-            &parametros, asigna ? nullptr : &resultado.get(), &excepcion, nullptr);
+        const auto codigo = llama_crudo(
+            miembro, static_cast<WORD>(uso), parametros, asigna ? nullptr : &resultado.get(), excepcion);
         if (FAILED(codigo))
             falla(codigo, excepcion);
         return resultado;
@@ -150,7 +150,49 @@ public:
     inline static bool proceso_acaba = false;
 
 private:
+#ifdef _WIN32
+    /// Objects written in a script serve only the extended face, whatever they say of the other; null where
+    /// an object has none.
+    [[nodiscard]] IDispatchEx* extendida() const noexcept
+    {
+        void* cara = nullptr;
+        m_objeto->QueryInterface(iid_despacho_ex, &cara);
+        return static_cast<IDispatchEx*>(cara);
+    }
+
     [[nodiscard]] bool busca(const char* miembro, DISPID& id) const
+    {
+        auto* otra = extendida();
+        if (otra == nullptr)
+            return busca_aqui(miembro, id);
+        auto* nombre = bstr(miembro);
+        const auto codigo = otra->GetDispID(nombre, fdexNameCaseInsensitive, &id);
+        SysFreeString(nombre);
+        otra->Release();
+        return SUCCEEDED(codigo);
+    }
+
+    HRESULT llama_crudo(
+        DISPID miembro, WORD uso, DISPPARAMS& parametros, VARIANT* resultado, EXCEPINFO& excepcion) const
+    {
+        auto* otra = extendida();
+        if (otra == nullptr)
+            return m_objeto->Invoke(miembro, iid_nulo, 0, uso, &parametros, resultado, &excepcion, nullptr);
+        const auto codigo = otra->InvokeEx(miembro, 0, uso, &parametros, resultado, &excepcion, nullptr);
+        otra->Release();
+        return codigo;
+    }
+#else
+    [[nodiscard]] bool busca(const char* miembro, DISPID& id) const { return busca_aqui(miembro, id); }
+
+    HRESULT llama_crudo(
+        DISPID miembro, WORD uso, DISPPARAMS& parametros, VARIANT* resultado, EXCEPINFO& excepcion) const
+    {
+        return m_objeto->Invoke(miembro, iid_nulo, 0, uso, &parametros, resultado, &excepcion, nullptr);
+    }
+#endif
+
+    [[nodiscard]] bool busca_aqui(const char* miembro, DISPID& id) const
     {
         auto nombre = utf16(miembro);
         auto* uno = nombre.data();

@@ -17,6 +17,7 @@
 #endif
 #include <windows.h>
 
+#include <dispex.h>
 #include <oaidl.h>
 #include <ocidl.h>
 #include <oleauto.h>
