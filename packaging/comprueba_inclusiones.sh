@@ -13,6 +13,9 @@ permitidas() {
         editor/frm*) echo runtime platform context controls charges posting editor printing ;;
         browser/frm*) echo runtime platform context controls charges posting editor browser printing ;;
         printing/*) echo runtime platform context controls charges printing ;;
+        automation/*) echo automation ;;
+        server/frm*) echo runtime platform automation context controls charges printing engines/ado server ;;
+        server/*) echo runtime platform automation context charges engines/ado server ;;
         runtime/*) echo runtime ;;
         platform/*) echo runtime platform ;;
         controls/*) echo runtime platform context controls ;;
@@ -21,6 +24,7 @@ permitidas() {
         posting/*) echo runtime platform context charges posting ;;
         editor/*) echo runtime platform context charges posting editor ;;
         browser/*) echo runtime platform context charges browser ;;
+        engines/ado/*) echo runtime platform automation engines/ado ;;
         engines/*) echo runtime platform engines ;;
         host/orvalin/* | host/bexmor/* | host/sql/*) echo runtime platform engines host/sql host/orvalin host/bexmor ;;
         host/app/*) echo runtime platform context controls charges posting editor browser printing engines host ;;

@@ -4,7 +4,8 @@
 #   (none)    what the program is built with, without windows
 #   ventanas  also what its windows are built and shown with
 #   pruebas   also what the tests and benchmarks are built and run with
-#   ci        also what the checks of the source need, and a spooler for the test of printing
+#   ci        also what the checks of the source need, a spooler for the test of printing, and what the component for
+#             Windows is built and tried with
 set -euo pipefail
 
 paquetes=(cmake g++ libcli11-dev libcsv-dev libpq-dev libsqlite3-dev libssl-dev libxlsxwriter-dev ninja-build
@@ -16,7 +17,9 @@ for para in "$@"; do
             paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev poppler-utils postgresql python3
                 sqlite3 unzip xauth xdotool xvfb)
             ;;
-        ci) paquetes+=(clang-format clang-tidy cups) ;;
+        ci)
+            paquetes+=(clang-format clang-tidy cups g++-mingw-w64-x86-64-posix make tcl wine wine64)
+            ;;
         *)
             echo "packaging/dependencias.sh: no se conoce «$para»" >&2
             exit 2

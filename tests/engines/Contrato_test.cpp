@@ -1,7 +1,9 @@
 // What every engine must do. An engine joins by describing itself in `motores()`.
+#include "engines/ado/Connection.hpp"
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Guion.hpp"
 #include "engines/sqlite/Connection.hpp"
+#include "tests/support/AdoDePrueba.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 
@@ -72,6 +74,18 @@ namespace {
         pruebas::CarpetaTemporal m_carpeta;
     };
 
+    /// The host's own connection, late bound, here over SQLite.
+    class SitioAdo final : public Sitio {
+    public:
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return std::make_shared<ado::Connection>(pruebas::ado_de(m_sqlite.abre(espera)));
+        }
+
+    private:
+        SitioSqlite m_sqlite;
+    };
+
     class SitioPostgresql final : public Sitio {
     public:
         SitioPostgresql() { servidor().crea_base(m_base, plantilla); }
@@ -119,6 +133,7 @@ namespace {
     std::vector<Motor> motores()
     {
         return { { "sqlite", "", std::make_unique<SitioSqlite>, Categoria::bloqueo },
+            { "ado", "", std::make_unique<SitioAdo>, Categoria::bloqueo },
             { "postgresql", pruebas::ServidorPostgresql::falta(), std::make_unique<SitioPostgresql>,
                 std::nullopt } };
     }
