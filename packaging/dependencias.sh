@@ -9,13 +9,13 @@
 set -euo pipefail
 
 paquetes=(cmake g++ libcli11-dev libcsv-dev libpq-dev libsqlite3-dev libssl-dev libxlsxwriter-dev ninja-build
-    nlohmann-json3-dev pkg-config)
+    nlohmann-json3-dev pkg-config unixodbc-dev)
 for para in "$@"; do
     case "$para" in
         ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
         pruebas)
-            paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev poppler-utils postgresql python3
-                sqlite3 unzip xauth xdotool xvfb)
+            paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc odbc-postgresql
+                poppler-utils postgresql python3 sqlite3 unzip xauth xdotool xvfb)
             ;;
         ci)
             paquetes+=(clang-format clang-tidy cups g++-mingw-w64-x86-64-posix make tcl wine wine64)

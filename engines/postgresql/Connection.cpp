@@ -1,10 +1,10 @@
 #include "engines/postgresql/Connection.hpp"
 
 #include "engines/postgresql/Recordset.hpp"
+#include "engines/sql/Postgresql.hpp"
 #include "engines/sql/Tokens.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 
 namespace atipicos::postgresql {
@@ -15,17 +15,6 @@ namespace {
     using adodb::ErrorBaseDatos;
 
     constexpr auto fuente = "PostgreSQL";
-    constexpr auto tipo_bit = "si_o_no"; // the server's own BIT is something else
-
-    constexpr std::array<sql::TipoEscrito, 6> tipos{ {
-        { "BIT", tipo_bit },
-        { "DATETIME", "TIMESTAMP(3)" },
-        { "MONEY", "NUMERIC(19,4)" },
-        { "NVARCHAR", "VARCHAR", " COLLATE \"C\"" }, // one order of texts, whatever the server's language
-        { "TINYINT", "SMALLINT" },
-        { "VIRTUAL", "STORED" },
-    } };
-
     constexpr auto catalogo = R"(
         SELECT c.oid, quote_ident(n.nspname) || '.' || quote_ident(c.relname), c.relname, a.attname, a.attnum,
                CASE WHEN t.typtype = 'd' THEN t.typbasetype ELSE t.oid END, t.typname, a.attgenerated,
@@ -52,24 +41,11 @@ namespace {
         return sql::iguales(sql::primera_palabra(sql), "SELECT") && !sql.ends_with(bloqueando);
     }
 
-    bool no_cambia_nada(std::string_view sql)
-    {
-        const auto primera = sql::primera_palabra(sql);
-        return sql::iguales(primera, "SELECT") || sql::iguales(primera, "BEGIN");
-    }
-
-    bool cambia_el_esquema(std::string_view sql)
-    {
-        const auto primera = sql::primera_palabra(sql);
-        return sql::iguales(primera, "CREATE") || sql::iguales(primera, "ALTER")
-            || sql::iguales(primera, "DROP");
-    }
-
 }
 
 Connection::Connection(const Opciones& opciones, Donde donde)
     : m_enlace(opciones, donde)
-    , m_catalogo({ .isnull = "ISNULL", .tipos = tipos })
+    , m_catalogo(sql::dialecto_postgresql())
 {
     for (const auto& base : opciones.bases)
         m_catalogo.agrega_base(base, "dbo");
@@ -85,7 +61,7 @@ void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb:
     const auto respuesta = pide(sql, donde);
     if (afectadas != nullptr)
         *afectadas = std::atoi(PQcmdTuples(respuesta.get()));
-    if (cambia_el_esquema(sql))
+    if (sql::cambia_el_esquema(sql))
         m_catalogo_leido = false;
 }
 
@@ -109,7 +85,10 @@ Respuesta Connection::pide_bloqueando(const std::string& sql, Donde donde)
 Respuesta Connection::ejecuta(const std::string& sql, std::span<const Variant> valores, Donde donde)
 {
     asegura_enlace(donde);
-    const Orden orden{ sql.c_str(), valores };
+    std::vector<Texto> textos; // before anything is sent: a value may have no text
+    for (const auto& valor : valores)
+        textos.push_back(texto_de(valor, donde));
+    const Orden orden{ sql.c_str(), textos };
     return m_en_transaccion ? ejecuta_protegida(orden, donde) : ejecuta_fuera({ orden }, donde);
 }
 
@@ -137,7 +116,7 @@ Respuesta Connection::ejecuta_fuera(std::initializer_list<Orden> ordenes, Donde 
     } catch (const ErrorBaseDatos&) {
         // A line that went dead while it was idle is no news to anybody: what has changed nothing is
         // repeated.
-        if (!no_cambia_nada(primera))
+        if (!sql::no_cambia_nada(primera))
             throw;
         asegura_enlace(donde);
         respuestas = m_enlace.intercambia(ordenes, donde);
@@ -192,17 +171,6 @@ void Connection::comprueba_transaccion(const char* instruccion, Donde donde) con
 
 std::unique_ptr<adodb::Recordset> Connection::CreateRecordset() { return std::make_unique<Recordset>(*this); }
 
-void Connection::crea_esquema(const std::string& nombre, Donde donde)
-{
-    const auto esquema = sql::entre_comillas(nombre);
-    for (const auto& sql : { "CREATE SCHEMA " + esquema, "SET LOCAL search_path TO " + esquema,
-             std::string("CREATE FUNCTION \"isnull\"(anycompatible, anycompatible) RETURNS anycompatible"
-                         " LANGUAGE sql IMMUTABLE PARALLEL SAFE AS 'SELECT COALESCE($1, $2)'"),
-             std::string("CREATE DOMAIN ") + tipo_bit + " AS SMALLINT CHECK (VALUE IN (0, 1))" })
-        static_cast<void>(ejecuta(sql, {}, donde));
-    m_catalogo_leido = false;
-}
-
 std::string Connection::reescribe(const std::string& sql, Donde donde)
 {
     if (sql.find('\0') != std::string::npos)
@@ -227,7 +195,7 @@ void Connection::lee_catalogo(Donde donde)
         con_clave.calificado = celda(leido, i, 1);
         if (celda(leido, i, 8) == "t")
             con_clave.clave.emplace_back(celda(leido, i, 3));
-        if (celda(leido, i, 6) == tipo_bit)
+        if (celda(leido, i, 6) == sql::tipo_bit_postgresql)
             m_bits.emplace(tabla, static_cast<int>(columna));
         if (es_fecha(numero(celda(leido, i, 5))))
             m_catalogo.agrega_fecha(celda(leido, i, 2), celda(leido, i, 3),

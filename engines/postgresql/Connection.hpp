@@ -41,10 +41,6 @@ public:
     void RollbackTrans(Donde donde = Donde::aqui()) override;
     [[nodiscard]] std::unique_ptr<adodb::Recordset> CreateRecordset() override;
 
-    /// Makes a schema with what statements need in it, ISNULL and the type of BIT columns, and looks for
-    /// names there until the transaction ends.
-    void crea_esquema(const std::string& nombre, Donde donde = Donde::aqui());
-
     /// The statement as this database wants it.
     [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde);
 

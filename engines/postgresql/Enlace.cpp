@@ -138,8 +138,8 @@ void Enlace::comprueba_abierta(Donde donde)
 void Enlace::reanuda(Donde donde)
 {
     PQreset(get());
-    m_perdido = false;
     comprueba_abierta(donde);
+    m_perdido = false;
 }
 
 std::vector<Respuesta> Enlace::intercambia(std::initializer_list<Orden> ordenes, Donde donde)
@@ -198,13 +198,9 @@ std::vector<Respuesta> Enlace::recibe(std::size_t cuantas, const char* instrucci
 
 void Enlace::envia(const Orden& orden, Donde donde)
 {
-    std::vector<std::optional<std::string>> textos;
     std::vector<const char*> valores;
-    textos.reserve(orden.valores.size());
-    for (const auto& valor : orden.valores) {
-        const auto& texto = textos.emplace_back(texto_de(valor, donde));
+    for (const auto& texto : orden.valores)
         valores.push_back(texto ? texto->c_str() : nullptr);
-    }
     const auto cuantos = static_cast<int>(valores.size());
     if (PQsendQueryParams(get(), orden.sql, cuantos, nullptr, valores.data(), nullptr, nullptr, 0) != 1)
         falla(orden.sql, donde);

@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <libpq-fe.h>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -24,10 +25,12 @@ struct Opciones {
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
 };
 
+using Texto = std::optional<std::string>; ///< a value as it travels to the server; nothing for null
+
 /// A statement to send, with the values of its `$1`, `$2` …
 struct Orden {
     const char* sql = ""; ///< or the name of a prepared one
-    std::span<const Variant> valores = {};
+    std::span<const Texto> valores = {};
 };
 
 /// The statements that move a savepoint along.

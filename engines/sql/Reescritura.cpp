@@ -1,7 +1,7 @@
 #include "engines/sql/Reescritura.hpp"
 
 #include "engines/sql/Fechas.hpp"
-#include "engines/sql/Vista.hpp"
+#include "engines/sql/UnaSola.hpp"
 #include "platform/adodb/Connection.hpp"
 
 #include <algorithm>
@@ -38,7 +38,8 @@ namespace {
 
         std::string reescribe()
         {
-            comprueba_una_sola();
+            if (!es_una_sola(m_sql, m_vista, m_catalogo.dialecto().transact))
+                falla("Sólo se admite una instrucción en cada ejecución.");
             cambia_isnull();
             cambia_tipos();
             if (std::any_of(m_tokens.begin(), m_tokens.end(),
@@ -48,23 +49,23 @@ namespace {
                 cambia_fechas_insertadas();
             }
             cambia_nombres();
-            std::string resultado;
-            resultado.reserve(m_sql.size() + 16);
-            for (const auto& token : m_tokens)
-                resultado += token.texto;
-            return resultado;
+            return junta();
         }
 
     private:
-        void comprueba_una_sola() const
+        [[nodiscard]] std::string junta() const
         {
-            for (std::size_t i = 0; i + 1 < m_vista.size(); ++i) {
-                if (!m_vista.es(i, ";"))
-                    continue;
-                const bool acaba = m_vista.es(i - 1, "END") && m_vista.es(i - 2, ";");
-                if (acaba || !crea_disparador(m_sql))
-                    falla("Sólo se admite una instrucción en cada ejecución.");
+            std::string resultado;
+            resultado.reserve(m_sql.size() + 16);
+            std::string_view anterior;
+            for (const auto& token : m_tokens) {
+                if (m_catalogo.dialecto().transact && token.clase == Clase::texto && necesita_n(token.texto)
+                    && !iguales(anterior, "N"))
+                    resultado += 'N';
+                resultado += token.texto;
+                anterior = token.texto;
             }
+            return resultado;
         }
 
         void cambia_isnull()
@@ -328,9 +329,15 @@ namespace {
 
 }
 
+bool necesita_n(std::string_view texto) noexcept
+{
+    return std::any_of(
+        texto.begin(), texto.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+
 std::string reescribe(std::string_view sql, const Catalogo& catalogo, Donde donde)
 {
-    if (!puede_cambiar(sql))
+    if (!catalogo.dialecto().transact && !puede_cambiar(sql))
         return std::string(sql);
     return Reescritor(sql, catalogo, donde).reescribe();
 }

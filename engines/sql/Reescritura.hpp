@@ -16,11 +16,15 @@ namespace atipicos::sql {
 /// - `base.dbo.Tabla` becomes `esquema.Tabla` for the bases of the catalogue;
 /// - a regional date text becomes its ISO text where a date column receives it (INSERT, UPDATE) or is
 ///   compared with it (=, <>, <, <=, >, >=, BETWEEN, IN), text and column each standing alone, not inside an
-///   expression or a function.
+///   expression or a function;
+/// - for Transact-SQL, a text with letters outside ASCII becomes `N'…'`: without the N they would be lost.
 ///
 /// Everything else, quoted texts above all, stays byte for byte. Raises an error of the database when a text
-/// in a date's place is no date, or when anything but blanks follows the first statement.
+/// in a date's place is no date, or when it is not one statement alone.
 [[nodiscard]] std::string reescribe(
     std::string_view sql, const Catalogo& catalogo, Donde donde = Donde::aqui());
+
+/// Whether a text of Transact-SQL loses letters unless it is written `N'…'`.
+[[nodiscard]] bool necesita_n(std::string_view texto) noexcept;
 
 } // namespace atipicos::sql

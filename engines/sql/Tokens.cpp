@@ -127,6 +127,18 @@ bool crea_disparador(std::string_view sql) noexcept
     return iguales(palabra, "TRIGGER");
 }
 
+bool no_cambia_nada(std::string_view sql) noexcept
+{
+    const auto primera = primera_palabra(sql);
+    return iguales(primera, "SELECT") || iguales(primera, "BEGIN");
+}
+
+bool cambia_el_esquema(std::string_view sql) noexcept
+{
+    const auto primera = primera_palabra(sql);
+    return iguales(primera, "CREATE") || iguales(primera, "ALTER") || iguales(primera, "DROP");
+}
+
 bool iguales(std::string_view a, std::string_view b) noexcept
 {
     return std::equal(

@@ -32,6 +32,11 @@ struct Token {
 /// Whether the statement makes a trigger: such a one bears statements of its own, each ended by ";".
 [[nodiscard]] bool crea_disparador(std::string_view sql) noexcept;
 
+/// Whether the statement asks, or begins a transaction: what may be done twice without harm.
+[[nodiscard]] bool no_cambia_nada(std::string_view sql) noexcept;
+/// Whether what is known of the tables may be wrong after it.
+[[nodiscard]] bool cambia_el_esquema(std::string_view sql) noexcept;
+
 [[nodiscard]] constexpr char minuscula(char c) noexcept ///< ASCII
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;

@@ -15,23 +15,6 @@ namespace {
 
     using adodb::Categoria;
 
-    std::string uri(const std::filesystem::path& fichero, std::string_view modo)
-    {
-        static constexpr std::string_view cifras = "0123456789ABCDEF";
-        std::string texto = "file:";
-        for (const char c : std::filesystem::absolute(fichero).generic_string()) {
-            const auto byte = static_cast<unsigned char>(c);
-            if (byte < 0x80 && c != '%' && c != '?' && c != '#' && c != ' ') {
-                texto += c;
-                continue;
-            }
-            texto += '%';
-            texto += cifras[byte >> 4];
-            texto += cifras[byte & 0xf];
-        }
-        return texto + "?mode=" + std::string(modo);
-    }
-
     [[noreturn]] void no_se_abre(const std::filesystem::path& fichero, const std::string& motivo, Donde donde)
     {
         throw adodb::ErrorBaseDatos(
@@ -83,6 +66,23 @@ namespace {
             [&](std::string_view palabra) { return sql::iguales(primera, palabra); });
     }
 
+}
+
+std::string uri(const std::filesystem::path& fichero, std::string_view modo)
+{
+    static constexpr std::string_view cifras = "0123456789ABCDEF";
+    std::string texto = "file:";
+    for (const char c : std::filesystem::absolute(fichero).generic_string()) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80 && c != '%' && c != '?' && c != '#' && c != '\'' && c != ' ') {
+            texto += c;
+            continue;
+        }
+        texto += '%';
+        texto += cifras[byte >> 4];
+        texto += cifras[byte & 0xf];
+    }
+    return texto + "?mode=" + std::string(modo);
 }
 
 Connection::Connection(sqlite3* base)

@@ -91,4 +91,8 @@ private:
     bool m_en_transaccion = false; ///< also when SQLite has already undone it
 };
 
+/// A file as SQLite takes it where addresses are understood, to be opened for `modo`: ro, rw or rwc. It can
+/// stand in a statement between quotes.
+[[nodiscard]] std::string uri(const std::filesystem::path& fichero, std::string_view modo);
+
 } // namespace atipicos::sqlite

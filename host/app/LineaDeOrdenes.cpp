@@ -121,7 +121,7 @@ namespace {
             "--datos", comunes.datos, "Carpeta de las bases de datos (por defecto, datos)");
         orden
             .add_option("--conexion", comunes.conexion,
-                "En vez de una carpeta, sqlite:CARPETA o postgresql://usuario@servidor/base")
+                "En vez de una carpeta, sqlite:CARPETA, postgresql://usuario@servidor/base u odbc:CADENA")
             ->check(conexion)
             ->excludes(datos);
     }

@@ -1,14 +1,11 @@
 #include "host/orvalin/BasesEnCarpeta.hpp"
 
-#include "engines/sql/Guion.hpp"
 #include "engines/sqlite/Connection.hpp"
+#include "host/orvalin/Tablas.hpp"
 #include "host/orvalin/Version.hpp"
-#include "host/sql/Guiones.hpp"
 
 #include <cstdlib>
-#include <initializer_list>
 #include <string>
-#include <string_view>
 #include <system_error>
 
 namespace atipicos::orvalin {
@@ -19,8 +16,6 @@ namespace {
 
     constexpr std::int32_t error_bases = 1000;
     constexpr auto fuente = "Orvalin:Bases";
-    constexpr auto fichero_orvalin = "orvalin.db";
-    constexpr auto fichero_bexmor = "bexmor.db";
 
     [[noreturn]] void falla(const fs::path& ruta, const std::string& motivo, Donde donde)
     {
@@ -62,12 +57,11 @@ namespace {
                     donde);
     }
 
-    void crea(const fs::path& fichero, std::initializer_list<std::string_view> guiones, Donde donde)
+    template <class Tablas> void crea(const fs::path& fichero, Tablas crea_tablas, bool vacia, Donde donde)
     {
         const auto conexion = sqlite::Connection::Abrir({ .fichero = fichero, .crear = true }, donde);
         conexion->BeginTrans(donde);
-        for (const auto guion : guiones)
-            sql::ejecuta_guion(*conexion, guion, donde);
+        crea_tablas(*conexion, vacia, donde);
         conexion->CommitTrans(donde);
     }
 
@@ -99,13 +93,8 @@ void crea_en_carpeta(const fs::path& carpeta, bool vacia, Donde donde)
     const CarpetaProvisional provisional(carpeta, donde);
     const auto orvalin = provisional / fichero_orvalin;
     const auto bexmor = provisional / fichero_bexmor;
-    if (vacia) {
-        crea(bexmor, { guiones::bexmor() }, donde);
-        crea(orvalin, { guiones::orvalin() }, donde);
-    } else {
-        crea(bexmor, { guiones::bexmor(), guiones::muestra_bexmor() }, donde);
-        crea(orvalin, { guiones::orvalin(), guiones::muestra_orvalin() }, donde);
-    }
+    crea(bexmor, crea_tablas_bexmor, vacia, donde);
+    crea(orvalin, crea_tablas_orvalin, vacia, donde);
     coloca(bexmor, carpeta / fichero_bexmor, donde);
     try {
         coloca(orvalin, carpeta / fichero_orvalin, donde);
@@ -116,12 +105,17 @@ void crea_en_carpeta(const fs::path& carpeta, bool vacia, Donde donde)
     }
 }
 
-Bases abre_de_carpeta(const fs::path& carpeta, const OpcionesBases& opciones, Donde donde)
+void exige_bases(const fs::path& carpeta, Donde donde)
 {
     if (!fs::exists(carpeta / fichero_orvalin) && !fs::exists(carpeta / fichero_bexmor))
         falla(carpeta,
             "no hay bases de datos en esta carpeta. Créelas con: atipicos crear --datos " + carpeta.string(),
             donde);
+}
+
+Bases abre_de_carpeta(const fs::path& carpeta, const OpcionesBases& opciones, Donde donde)
+{
+    exige_bases(carpeta, donde);
     Bases bases;
     bases.bexmor = abre({ .fichero = carpeta / fichero_bexmor }, opciones, donde);
     bases.orvalin = abre(

@@ -1,9 +1,9 @@
 #include "host/orvalin/BasesEnPostgresql.hpp"
 
 #include "engines/postgresql/Connection.hpp"
-#include "engines/sql/Guion.hpp"
+#include "engines/sql/Postgresql.hpp"
+#include "host/orvalin/Tablas.hpp"
 #include "host/orvalin/Version.hpp"
-#include "host/sql/Guiones.hpp"
 
 namespace atipicos::orvalin {
 
@@ -13,22 +13,10 @@ namespace {
     constexpr auto esquema_orvalin = "orvalin";
     constexpr auto esquema_bexmor = "dbo";
 
-    using Conexion = std::shared_ptr<postgresql::Connection>;
-
-    std::vector<Variant> fila(adodb::Connection& conexion, const std::string& sql, Donde donde)
-    {
-        const auto rs = conexion.CreateRecordset();
-        rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
-        std::vector<Variant> valores;
-        for (std::size_t i = 0; i < rs->Count(); ++i)
-            valores.push_back(rs->Fields(i, donde).Value(donde));
-        return valores;
-    }
-
     /// Whether both schemas are there. Raises an error when anything else is: those tables are somebody's.
     bool estan_creadas(adodb::Connection& conexion, const std::string& direccion, Donde donde)
     {
-        const auto hay = fila(conexion,
+        const auto hay = primera_fila(conexion,
             "SELECT COUNT(*), SUM(CASE WHEN n.nspname IN ('orvalin', 'dbo') THEN 1 ELSE 0 END),"
             " SUM(CASE WHEN n.nspname IN ('orvalin', 'dbo') AND c.relname ='esquema' THEN 1 ELSE 0 END)"
             " FROM pg_class c INNER JOIN pg_namespace n ON n.oid = c.relnamespace"
@@ -40,34 +28,10 @@ namespace {
         if (todas == 0)
             return false;
         if (CLng(hay[1], donde) != todas || CLng(hay[2], donde) != 2)
-            throw Error(1000, "Orvalin:Bases",
-                "«" + direccion
-                    + "»: la base de datos contiene tablas que no son de este programa. Use una vacía.",
-                donde);
+            falla_ajena(direccion, donde);
         for (const auto* esquema : { esquema_orvalin, esquema_bexmor })
             comprueba_version(conexion, std::string(esquema) + ".Esquema", direccion, donde);
         return true;
-    }
-
-    void crea_esquema(const Conexion& conexion, const char* nombre,
-        std::initializer_list<std::string_view> guiones, Donde donde)
-    {
-        conexion->crea_esquema(nombre, donde);
-        for (const auto guion : guiones)
-            sql::ejecuta_guion(*conexion, guion, donde);
-    }
-
-    /// The names by which the accounting companies say that their database is called. There is one database:
-    /// all of them mean its accounting schema.
-    std::vector<std::string> nombres_de_bexmor(adodb::Connection& bexmor, Donde donde)
-    {
-        std::vector<std::string> nombres;
-        const auto rs = bexmor.CreateRecordset();
-        rs->Open("SELECT DISTINCT Valor FROM Parametros WHERE Clave ='ODBCBaseDatos'",
-            adodb::CursorType::Static, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
-        for (; !rs->Eof(); rs->MoveNext(donde))
-            nombres.push_back(CStr(rs->Fields("Valor", donde).Value(donde), donde));
-        return nombres;
     }
 
     postgresql::Opciones opciones_de(
@@ -82,24 +46,29 @@ namespace {
 
 }
 
+bool crea_en_postgresql(adodb::Connection& conexion, const std::string& lugar, bool vacia, Donde donde)
+{
+    conexion.BeginTrans(donde);
+    // Of two that make them at once the second one waits, and finds them made.
+    conexion.Execute(
+        "SELECT pg_advisory_xact_lock(hashtext('atipicos crear'))", nullptr, adodb::CommandType::Text, donde);
+    if (estan_creadas(conexion, lugar, donde)) {
+        conexion.RollbackTrans(donde);
+        return false;
+    }
+    sql::crea_esquema_postgresql(conexion, esquema_bexmor, donde);
+    crea_tablas_bexmor(conexion, vacia, donde);
+    sql::crea_esquema_postgresql(conexion, esquema_orvalin, donde);
+    crea_tablas_orvalin(conexion, vacia, donde);
+    conexion.CommitTrans(donde);
+    return true;
+}
+
 bool crea_en_postgresql(const std::string& direccion, bool vacia, Donde donde)
 {
-    const auto conexion = postgresql::Connection::Abrir(opciones_de(direccion, esquema_bexmor, {}), donde);
-    conexion->BeginTrans(donde);
-    // Of two that make them at once the second one waits, and finds them made.
-    conexion->Execute(
-        "SELECT pg_advisory_xact_lock(hashtext('atipicos crear'))", nullptr, adodb::CommandType::Text, donde);
-    if (estan_creadas(*conexion, direccion, donde))
-        return false;
-    if (vacia) {
-        crea_esquema(conexion, esquema_bexmor, { guiones::bexmor() }, donde);
-        crea_esquema(conexion, esquema_orvalin, { guiones::orvalin() }, donde);
-    } else {
-        crea_esquema(conexion, esquema_bexmor, { guiones::bexmor(), guiones::muestra_bexmor() }, donde);
-        crea_esquema(conexion, esquema_orvalin, { guiones::orvalin(), guiones::muestra_orvalin() }, donde);
-    }
-    conexion->CommitTrans(donde);
-    return true;
+    return crea_en_postgresql(
+        *postgresql::Connection::Abrir(opciones_de(direccion, esquema_bexmor, {}), donde), direccion, vacia,
+        donde);
 }
 
 Bases abre_de_postgresql(const std::string& direccion, const OpcionesBases& opciones, Donde donde)

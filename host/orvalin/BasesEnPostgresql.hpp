@@ -6,6 +6,8 @@
 
 namespace atipicos::orvalin {
 
+/// Through any connection to the database; `lugar` is how errors call it.
+bool crea_en_postgresql(adodb::Connection& conexion, const std::string& lugar, bool vacia, Donde donde);
 bool crea_en_postgresql(const std::string& direccion, bool vacia, Donde donde);
 [[nodiscard]] Bases abre_de_postgresql(
     const std::string& direccion, const OpcionesBases& opciones, Donde donde);

@@ -7,6 +7,7 @@ namespace atipicos::orvalin {
 namespace {
 
     constexpr std::int32_t conexion_no_valida = 1000;
+    const std::string prefijo_odbc = "odbc:";
 
 }
 
@@ -17,20 +18,51 @@ Lugar::Lugar(std::filesystem::path carpeta)
 
 Lugar Lugar::de_conexion(const std::string& conexion, Donde donde)
 {
-    constexpr std::string_view de_carpeta = "sqlite:";
-    if (conexion.starts_with(de_carpeta) && conexion.size() > de_carpeta.size())
-        return { std::filesystem::path(conexion.substr(de_carpeta.size())) };
-    if (!conexion.starts_with("postgresql://") && !conexion.starts_with("postgres://"))
-        throw Error(conexion_no_valida, "Orvalin:Lugar",
-            "La conexión se escribe sqlite:CARPETA o postgresql://usuario@servidor/base.", donde);
+    const auto tras = [&](const std::string& comienzo) {
+        return conexion.starts_with(comienzo) ? conexion.substr(comienzo.size()) : std::string();
+    };
+    if (const auto carpeta = tras("sqlite:"); !carpeta.empty())
+        return { std::filesystem::path(carpeta) };
     Lugar lugar{ std::filesystem::path() };
-    lugar.m_clase = Clase::postgresql;
-    lugar.m_direccion = conexion;
+    if (const auto cadena = tras(prefijo_odbc); !cadena.empty()) {
+        lugar.m_clase = Clase::odbc;
+        lugar.m_direccion = cadena;
+    } else if (!tras("postgresql://").empty() || !tras("postgres://").empty()) {
+        lugar.m_clase = Clase::postgresql;
+        lugar.m_direccion = conexion;
+    } else {
+        throw Error(conexion_no_valida, "Orvalin:Lugar",
+            "La conexión se escribe sqlite:CARPETA, postgresql://usuario@servidor/base u "
+            "odbc:DRIVER=…;SERVER=…;UID=….",
+            donde);
+    }
     return lugar;
 }
 
-std::string Lugar::texto() const { return m_clase == Clase::carpeta ? m_carpeta.string() : m_direccion; }
+std::string Lugar::texto() const
+{
+    switch (m_clase) {
+    case Clase::odbc:
+        return prefijo_odbc + m_direccion;
+    case Clase::postgresql:
+        return m_direccion;
+    case Clase::carpeta:
+        break;
+    }
+    return m_carpeta.string();
+}
 
-std::string_view Lugar::motor() const noexcept { return m_clase == Clase::carpeta ? "SQLite" : "PostgreSQL"; }
+std::string_view Lugar::motor() const noexcept
+{
+    switch (m_clase) {
+    case Clase::odbc:
+        return "ODBC";
+    case Clase::postgresql:
+        return "PostgreSQL";
+    case Clase::carpeta:
+        break;
+    }
+    return "SQLite";
+}
 
 } // namespace atipicos::orvalin

@@ -12,12 +12,12 @@ namespace atipicos::orvalin {
 /// Where the pair of databases is: in the files of a folder, or on a server.
 class Lugar {
 public:
-    enum class Clase : std::uint8_t { carpeta, postgresql };
+    enum class Clase : std::uint8_t { carpeta, odbc, postgresql };
 
     Lugar(std::filesystem::path carpeta); // implicit: a folder is where they ordinarily are
 
-    /// `sqlite:CARPETA` or `postgresql://usuario@servidor/base`. Raises an error, which does not repeat the
-    /// text, on anything else.
+    /// `sqlite:CARPETA`, `postgresql://usuario@servidor/base` or `odbc:DRIVER=…;SERVER=…;UID=…`. Raises an
+    /// error, which does not repeat the text, on anything else.
     [[nodiscard]] static Lugar de_conexion(const std::string& conexion, Donde donde = Donde::aqui());
 
     [[nodiscard]] Clase clase() const noexcept { return m_clase; }

@@ -101,7 +101,7 @@ CREATE TABLE Proveedores_Cargos_Atipicos (
     Impuesto         MONEY NOT NULL,
     Impuesto_Importe MONEY NOT NULL,
     Tipo             INT NOT NULL,
-    Almacen          SMALLINT GENERATED ALWAYS AS (Cod_Almacen) VIRTUAL, -- the existence query asks for it
+    Almacen          AS (Cod_Almacen), -- the existence query asks for it
     PRIMARY KEY (Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo)
 );
 CREATE INDEX Proveedores_Cargos_Atipicos_Lista

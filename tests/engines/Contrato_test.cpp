@@ -1,11 +1,15 @@
 // What every engine must do. An engine joins by describing itself in `motores()`.
 #include "engines/ado/Connection.hpp"
+#include "engines/odbc/Connection.hpp"
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Guion.hpp"
+#include "engines/sql/Postgresql.hpp"
 #include "engines/sqlite/Connection.hpp"
 #include "tests/support/AdoDePrueba.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/ControladorOdbc.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
+#include "tests/support/SqlServer.hpp"
 
 #include <gmock/gmock.h>
 
@@ -53,7 +57,7 @@ namespace {
     constexpr auto cuentas = "CREATE TABLE Cuentas (Cuenta NVARCHAR(12) NOT NULL PRIMARY KEY, Alta DATETIME);"
                              "INSERT INTO Cuentas (Cuenta, Alta) VALUES ('40000017', '21/11/2026')";
 
-    class SitioSqlite final : public Sitio {
+    class SitioSqlite : public Sitio {
     public:
         SitioSqlite()
         {
@@ -70,7 +74,7 @@ namespace {
                 .espera = espera });
         }
 
-    private:
+    protected:
         pruebas::CarpetaTemporal m_carpeta;
     };
 
@@ -86,14 +90,20 @@ namespace {
         SitioSqlite m_sqlite;
     };
 
-    class SitioPostgresql final : public Sitio {
+    class SitioPostgresql : public Sitio {
     public:
         SitioPostgresql() { servidor().crea_base(m_base, plantilla); }
         ~SitioPostgresql() override { servidor().borra_base(m_base); }
 
-        Conexion abre(std::chrono::milliseconds espera) const override { return abre(m_base, espera); }
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return postgresql::Connection::Abrir({ .direccion = servidor().direccion(m_base),
+                .esquema = "gestion",
+                .bases = { "Bexmor" },
+                .espera = espera });
+        }
 
-    private:
+    protected:
         static constexpr auto plantilla = "contrato";
 
         /// One server for all tests, with a database that theirs are copies of.
@@ -110,31 +120,82 @@ namespace {
             servidor.crea_base(plantilla);
             const auto conexion = postgresql::Connection::Abrir({ servidor.direccion(plantilla), "gestion" });
             conexion->BeginTrans();
-            conexion->crea_esquema("dbo");
+            sql::crea_esquema_postgresql(*conexion, "dbo");
             sql::ejecuta_guion(*conexion, cuentas);
-            conexion->crea_esquema("gestion");
+            sql::crea_esquema_postgresql(*conexion, "gestion");
             sql::ejecuta_guion(*conexion, tablas);
             conexion->CommitTrans();
             return true;
-        }
-
-        static Conexion abre(const std::string& base, std::chrono::milliseconds espera)
-        {
-            return postgresql::Connection::Abrir({ .direccion = servidor().direccion(base),
-                .esquema = "gestion",
-                .bases = { "Bexmor" },
-                .espera = espera });
         }
 
         static inline int s_bases = 0;
         std::string m_base = "contrato_" + std::to_string(++s_bases);
     };
 
+    /// The same databases, through the drivers of their products.
+    class SitioOdbcPostgresql final : public SitioPostgresql {
+    public:
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return odbc::Connection::Abrir({ .cadena = servidor().cadena_odbc(m_base),
+                .al_abrir
+                = [](const auto&) { return std::vector<std::string>{ "SET search_path TO gestion" }; },
+                .bases = { { "Bexmor", "dbo" } },
+                .sesion = { .espera = espera } });
+        }
+    };
+
+    class SitioOdbcSqlite final : public SitioSqlite {
+    public:
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            const auto dos = (m_carpeta / "dos.db").string();
+            return odbc::Connection::Abrir({ .cadena = "DRIVER={SQLite3};TIMEOUT="
+                    + std::to_string(espera.count()) + ";DATABASE=" + (m_carpeta / "uno.db").string(),
+                .al_abrir
+                = [dos](const auto&) { return std::vector<std::string>{ "ATTACH '" + dos + "' AS Bexmor" }; },
+                .bases = { { "Bexmor", "Bexmor" } },
+                .sesion = { .espera = espera } });
+        }
+    };
+
+    class SitioSqlServer final : public Sitio {
+    public:
+        SitioSqlServer()
+        {
+            const auto maestra = en("master", std::chrono::seconds(5));
+            for (const auto* base : { "Orvalin", "Bexmor" }) {
+                maestra->Execute(pruebas::sqlserver::borra(base));
+                maestra->Execute("CREATE DATABASE " + std::string(base));
+            }
+            sql::ejecuta_guion(*en("Orvalin", std::chrono::seconds(5)), tablas);
+            sql::ejecuta_guion(*en("Bexmor", std::chrono::seconds(5)), cuentas);
+        }
+
+        Conexion abre(std::chrono::milliseconds espera) const override { return en("Orvalin", espera); }
+
+    private:
+        static Conexion en(const std::string& base, std::chrono::milliseconds espera)
+        {
+            return odbc::Connection::Abrir({ .cadena = pruebas::sqlserver::cadena(),
+                .clave = pruebas::sqlserver::clave(),
+                .al_abrir = [base](const auto&) { return std::vector<std::string>{ "USE " + base }; },
+                .sesion = { .espera = espera } });
+        }
+    };
+
     std::vector<Motor> motores()
     {
+        const auto sin_postgresql = pruebas::ServidorPostgresql::falta();
         return { { "sqlite", "", std::make_unique<SitioSqlite>, Categoria::bloqueo },
             { "ado", "", std::make_unique<SitioAdo>, Categoria::bloqueo },
-            { "postgresql", pruebas::ServidorPostgresql::falta(), std::make_unique<SitioPostgresql>,
+            { "postgresql", sin_postgresql, std::make_unique<SitioPostgresql>, std::nullopt },
+            { "odbc_postgresql",
+                sin_postgresql + pruebas::falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
+                std::make_unique<SitioOdbcPostgresql>, std::nullopt },
+            { "odbc_sqlite", pruebas::falta_controlador("SQLite3", "libsqliteodbc"),
+                std::make_unique<SitioOdbcSqlite>, Categoria::bloqueo },
+            { "odbc_sqlserver", pruebas::sqlserver::falta(), std::make_unique<SitioSqlServer>,
                 std::nullopt } };
     }
 
@@ -277,7 +338,7 @@ namespace {
         rs->Fields("Fecha").anexa_texto(anexado);
         EXPECT_EQ(anexado, "-") << "null appends nothing";
         rs->MoveNext();
-        EXPECT_EQ(rs->Fields("Marca").Value(), Variant(false));
+        EXPECT_FALSE(CBool(rs->Fields("Marca").Value()));
         EXPECT_EQ(rs->Fields("Largo").Value(), Variant(std::int32_t{ -2147483647 } - 1));
         EXPECT_EQ(rs->Fields("Texto").Value(), Variant(largo));
         rs->MoveNext();
@@ -395,7 +456,7 @@ namespace {
                     propia->CommitTrans();
             }
         };
-        std::thread otro(toma, 1U);
+        std::jthread otro(toma, 1U);
         toma(0);
         otro.join();
         std::set<std::int32_t> todos(numeros[0].begin(), numeros[0].end());
@@ -425,7 +486,7 @@ namespace {
             propia->CommitTrans();
         };
         std::array<std::int32_t, 2> numeros{};
-        std::thread otro(toma, std::ref(numeros[1]));
+        std::jthread otro(toma, std::ref(numeros[1]));
         toma(numeros[0]);
         otro.join();
         EXPECT_THAT(numeros, testing::UnorderedElementsAre(1, 2));

@@ -1,5 +1,6 @@
 #include "engines/postgresql/Connection.hpp"
 
+#include "engines/sql/Postgresql.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 
 #include <gmock/gmock.h>
@@ -35,7 +36,7 @@ namespace {
             servidor->crea_base("una");
             conexion = abre();
             conexion->BeginTrans();
-            conexion->crea_esquema("propio");
+            sql::crea_esquema_postgresql(*conexion, "propio");
             conexion->Execute("CREATE TABLE t (Id INT NOT NULL PRIMARY KEY, Texto NVARCHAR(5), Marca BIT)");
             conexion->CommitTrans();
         }
@@ -261,6 +262,21 @@ namespace {
             StartsWith("No se puede conectar con el servidor de la base de datos (connection to server at "
                        "\"127.0.0.1\", port 1 failed"));
         EXPECT_THAT(al_abrir(servidor->direccion("otra")).descripcion, HasSubstr("\"otra\" does not exist"));
+    }
+
+    TEST_F(PostgresqlConnection, a_value_that_cannot_be_sent_leaves_the_transaction_as_it_was)
+    {
+        conexion->BeginTrans();
+        conexion->Execute("INSERT INTO t (Id) VALUES (1)");
+        auto rs = conexion->CreateRecordset();
+        rs->Open("SELECT * FROM t WHERE Id =1", CursorType::Keyset, LockType::Pessimistic);
+        rs->Fields("Texto").Value(Variant(std::string("a\0b", 3)));
+        EXPECT_THROW(rs->Update(), Error);
+        EXPECT_EQ(primero("SELECT Id FROM t"), "1") << "answers still belong to their statements";
+        rs->Fields("Texto").Value("ab");
+        rs->Update();
+        conexion->CommitTrans();
+        EXPECT_EQ(primero("SELECT Texto FROM t"), "ab");
     }
 
     TEST_F(PostgresqlConnection, types_of_bit_columns_are_told_from_small_numbers)

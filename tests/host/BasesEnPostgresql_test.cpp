@@ -82,7 +82,7 @@ namespace {
     TEST_F(BasesEnPostgresql, made_by_two_at_once_are_made_once)
     {
         std::array<bool, 2> hechas{};
-        std::thread otro([&] { hechas[1] = crea(); });
+        std::jthread otro([&] { hechas[1] = crea(); });
         hechas[0] = crea();
         otro.join();
         EXPECT_NE(hechas[0], hechas[1]);

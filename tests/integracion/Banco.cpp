@@ -44,11 +44,12 @@ Banco::~Banco()
     m_bases = {}; // before what they are connected to goes
 }
 
-ResultadoGuardado Banco::guarda(const std::string& codigo, std::int16_t almacen)
+ResultadoGuardado Banco::guarda(
+    const std::string& codigo, std::int16_t almacen, const std::string& observaciones)
 {
     clsAtipico cargo;
     CargoTecleado tecleado{ codigo, almacen, 104, "Conservas La Graciosa, S.A.", dia("21/11/2026"),
-        "Palé dañado", false, {}, {} };
+        observaciones, false, {}, {} };
     for (const auto* costo : { "5.6325", "1.1975", "12.5" }) {
         const Currency importe = importe_linea(moneda("12"), moneda(costo));
         cargo.Lineas->Add(1006, "Lata abollada", moneda("12"), moneda(costo));

@@ -32,7 +32,8 @@ public:
 
     /// Saves a charge of three lines with tax, from a supplier who pays in three instalments. With a code it
     /// is that charge changed.
-    ResultadoGuardado guarda(const std::string& codigo = {}, std::int16_t almacen = 1);
+    ResultadoGuardado guarda(const std::string& codigo = {}, std::int16_t almacen = 1,
+        const std::string& observaciones = "Palé dañado");
 
     [[nodiscard]] Estado estado() const; ///< read past the spies
     [[nodiscard]] Variant consulta(const std::string& sql) const; ///< first value, management

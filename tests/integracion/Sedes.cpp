@@ -1,13 +1,16 @@
 #include "tests/integracion/Sedes.hpp"
 
+#include "engines/odbc/Connection.hpp"
 #include "host/orvalin/Bases.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/ControladorOdbc.hpp"
+#include "tests/support/SqlServer.hpp"
 
 namespace atipicos::pruebas {
 
 namespace {
 
-    class MuestraEnCarpeta final : public Muestra {
+    class MuestraEnCarpeta : public Muestra {
     public:
         MuestraEnCarpeta() { orvalin::crea_bases(m_carpeta / "datos", false); }
         [[nodiscard]] orvalin::Lugar lugar() const override { return { m_carpeta / "datos" }; }
@@ -28,7 +31,7 @@ namespace {
         return nombre;
     }
 
-    class MuestraEnPostgresql final : public Muestra {
+    class MuestraEnPostgresql : public Muestra {
     public:
         MuestraEnPostgresql() { servidor_postgresql().crea_base(m_base, plantilla()); }
         ~MuestraEnPostgresql() override { servidor_postgresql().borra_base(m_base); }
@@ -37,9 +40,46 @@ namespace {
             return orvalin::Lugar::de_conexion(servidor_postgresql().direccion(m_base));
         }
 
+    protected:
+        [[nodiscard]] const std::string& base() const noexcept { return m_base; }
+
     private:
         static inline int s_bases = 0;
         std::string m_base = "muestra_" + std::to_string(++s_bases);
+    };
+
+    /// The same databases, through the drivers of their products.
+    class MuestraEnPostgresqlPorOdbc final : public MuestraEnPostgresql {
+    public:
+        [[nodiscard]] orvalin::Lugar lugar() const override
+        {
+            return orvalin::Lugar::de_conexion("odbc:" + servidor_postgresql().cadena_odbc(base()));
+        }
+    };
+
+    class MuestraEnCarpetaPorOdbc final : public MuestraEnCarpeta {
+    public:
+        [[nodiscard]] orvalin::Lugar lugar() const override
+        {
+            return orvalin::Lugar::de_conexion("odbc:DRIVER={SQLite3};DATABASE="
+                + (MuestraEnCarpeta::lugar().carpeta() / "orvalin.db").string());
+        }
+    };
+
+    class MuestraEnSqlServer final : public Muestra {
+    public:
+        MuestraEnSqlServer()
+        {
+            const auto maestra
+                = odbc::Connection::Abrir({ .cadena = sqlserver::cadena(), .clave = sqlserver::clave() });
+            for (const auto* base : { "Orvalin", "Bexmor" })
+                maestra->Execute(sqlserver::borra(base));
+            orvalin::crea_bases(lugar(), false);
+        }
+        [[nodiscard]] orvalin::Lugar lugar() const override
+        {
+            return orvalin::Lugar::de_conexion("odbc:" + sqlserver::cadena());
+        }
     };
 
 }
@@ -63,6 +103,20 @@ const Sede& en_postgresql()
     return sede;
 }
 
-std::vector<Sede> sedes() { return { en_carpeta(), en_postgresql() }; }
+const Sede& en_postgresql_por_odbc()
+{
+    static const Sede sede{ "odbc_postgresql",
+        ServidorPostgresql::falta() + falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
+        std::make_unique<MuestraEnPostgresqlPorOdbc> };
+    return sede;
+}
+
+std::vector<Sede> sedes()
+{
+    return { en_carpeta(), en_postgresql(), en_postgresql_por_odbc(),
+        { "odbc_sqlite", falta_controlador("SQLite3", "libsqliteodbc"),
+            std::make_unique<MuestraEnCarpetaPorOdbc> },
+        { "odbc_sqlserver", sqlserver::falta(), std::make_unique<MuestraEnSqlServer> } };
+}
 
 } // namespace atipicos::pruebas

@@ -31,6 +31,7 @@ inline void PrintTo(const Sede& sede, std::ostream* salida) { *salida << sede.no
 
 [[nodiscard]] const Sede& en_carpeta();
 [[nodiscard]] const Sede& en_postgresql();
+[[nodiscard]] const Sede& en_postgresql_por_odbc();
 [[nodiscard]] std::vector<Sede> sedes(); ///< all of them
 
 /// The one PostgreSQL server of this test program, started the first time it is asked for.

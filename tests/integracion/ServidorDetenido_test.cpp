@@ -25,10 +25,12 @@ namespace {
         return todas;
     }
 
-    TEST(
+    struct ServidorDetenido : testing::TestWithParam<pruebas::Sede> { };
+
+    TEST_P(
         ServidorDetenido, at_any_operation_the_person_is_told_nothing_is_half_written_and_the_next_save_works)
     {
-        const auto& sede = pruebas::en_postgresql();
+        const auto& sede = GetParam();
         if (!sede.falta.empty())
             GTEST_SKIP() << sede.falta;
         pruebas::Estado antes;
@@ -50,7 +52,7 @@ namespace {
                 EXPECT_THAT(aviso.texto,
                     AnyOf(HasSubstr("Se ha perdido la conexión con el servidor"),
                         HasSubstr("No se puede conectar con el servidor"),
-                        HasSubstr("La transacción se ha perdido con la conexión")));
+                        HasSubstr("La transacción se ha perdido")));
             pruebas::servidor_postgresql().arranca();
 
             const bool entre_ambos = n == operaciones;
@@ -66,6 +68,10 @@ namespace {
             EXPECT_THAT(banco.titulos(), testing::IsEmpty());
         }
     }
+
+    INSTANTIATE_TEST_SUITE_P(sedes, ServidorDetenido,
+        testing::Values(pruebas::en_postgresql(), pruebas::en_postgresql_por_odbc()),
+        [](const auto& caso) { return caso.param.nombre; });
 
 }
 }

@@ -57,6 +57,8 @@ ConexionEspia::ConexionEspia(
 void ConexionEspia::pasa(const std::string& dicha, Donde donde)
 {
     m_parte->dichas.push_back(m_nombre + " " + dicha);
+    if (m_parte->antes)
+        m_parte->antes(m_parte->dichas.back());
     const bool toca = m_parte->dichas.size() == m_parte->falla_en;
     if (toca && m_parte->al_llegar) {
         m_parte->al_llegar();

@@ -15,6 +15,7 @@ struct Parte {
         dichas; ///< "gestion BEGIN", "contabilidad EXEC INSERT …", "… OPEN …", "… UPDATE"
     std::size_t falla_en = 0; ///< 1-based: that operation fails without reaching the database; 0: none
     std::function<void()> al_llegar; ///< done before operation `falla_en`, which then goes to the database
+    std::function<void(const std::string& dicha)> antes; ///< done before every operation
     bool conexion_perdida = false; ///< from the failure on, everything on that connection fails
 
     static constexpr const char* descripcion = "fallo provocado";

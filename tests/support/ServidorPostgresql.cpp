@@ -118,6 +118,14 @@ std::string ServidorPostgresql::direccion(const std::string& base, const std::st
     return "postgresql://" + usuario + "@/" + base + "?host=" + m_carpeta.string();
 }
 
+std::string ServidorPostgresql::cadena_odbc(const std::string& base) const
+{
+    return "DRIVER={PostgreSQL Unicode};SERVER=" + m_carpeta.string()
+        + ";UID=atipicos;PROTOCOL=7.4-0;DATABASE=" + base;
+}
+
+fs::path ServidorPostgresql::enchufe() const { return m_carpeta / ".s.PGSQL.5432"; }
+
 void ServidorPostgresql::crea_base(const std::string& base, const std::string& plantilla) const
 {
     exige({ m_programas / "psql", "-X", "-q", "-v", "ON_ERROR_STOP=1", "-d", direccion("postgres"), "-c",

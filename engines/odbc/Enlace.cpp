@@ -1,0 +1,125 @@
+#include "engines/odbc/Enlace.hpp"
+
+#include "engines/odbc/Unicode.hpp"
+
+#include <array>
+#include <sqlucode.h>
+
+namespace atipicos::odbc {
+
+namespace {
+
+    using adodb::Categoria;
+    using adodb::ErrorBaseDatos;
+
+    std::string nombre_de_servidor(SQLHDBC linea)
+    {
+        std::array<SQLWCHAR, 128> nombre{};
+        SQLSMALLINT bytes = 0;
+        SQLGetInfoW(linea, SQL_DBMS_NAME, nombre.data(), sizeof nombre, &bytes);
+        return a_utf8({ reinterpret_cast<const char16_t*>(nombre.data()),
+            static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR) });
+    }
+
+}
+
+Enlace::Enlace(Opciones opciones, Donde donde)
+    : m_opciones(std::move(opciones))
+    , m_servidor(&odbc::servidor({}))
+{
+    if (const Cadena cadena(m_opciones.cadena); cadena.tiene("PWD") || cadena.tiene("PASSWORD"))
+        throw ErrorBaseDatos(Categoria::conexion, "ODBC",
+            "La contraseña no se escribe en la cadena de conexión, donde otros la verían.", {}, donde);
+    SQLHANDLE entorno = SQL_NULL_HANDLE;
+    SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &entorno);
+    m_entorno.reset(entorno);
+    SQLSetEnvAttr(entorno, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    abre(donde);
+}
+
+Enlace::~Enlace()
+{
+    if (m_linea)
+        SQLDisconnect(m_linea.get());
+}
+
+void Enlace::abre(Donde donde)
+{
+    SQLHANDLE linea = SQL_NULL_HANDLE;
+    SQLAllocHandle(SQL_HANDLE_DBC, m_entorno.get(), &linea);
+    m_linea.reset(linea);
+    conecta(donde);
+    m_perdido = false;
+    m_servidor = &odbc::servidor(nombre_de_servidor(linea));
+    try {
+        for (const auto& sql : servidor().sesion(m_opciones.sesion))
+            ejecuta(sql, donde);
+        if (m_opciones.al_abrir)
+            for (const auto& sql : m_opciones.al_abrir(servidor()))
+                ejecuta(sql, donde);
+    } catch (const ErrorBaseDatos&) {
+        m_perdido = true; // a session that is not set up is none
+        throw;
+    }
+}
+
+void Enlace::conecta(Donde donde)
+{
+    SQLSetConnectAttr(m_linea.get(), SQL_ATTR_LOGIN_TIMEOUT,
+        reinterpret_cast<SQLPOINTER>(m_opciones.espera_conexion.count()), SQL_IS_UINTEGER);
+    Cadena con_clave(m_opciones.cadena);
+    if (!m_opciones.clave.empty())
+        con_clave.pon("PWD", m_opciones.clave);
+    // As bytes: the driver manager narrows wide texts by halves before it knows the driver.
+    auto cadena = con_clave.texto();
+    const auto resultado = SQLDriverConnect(m_linea.get(), nullptr, reinterpret_cast<SQLCHAR*>(cadena.data()),
+        static_cast<SQLSMALLINT>(cadena.size()), nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+    if (!SQL_SUCCEEDED(resultado))
+        throw ErrorBaseDatos(Categoria::conexion, "ODBC",
+            "No se puede conectar con el servidor de la base de datos ("
+                + error_de(SQL_HANDLE_DBC, m_linea.get(), servidor(), {}, donde).descripcion() + ").",
+            {}, donde);
+}
+
+void Enlace::reanuda(Donde donde)
+{
+    SQLDisconnect(m_linea.get());
+    abre(donde);
+}
+
+Respuesta Enlace::ejecuta(const std::string& sql, Donde donde)
+{
+    // PostgreSQL's driver would ask for its limit in a round trip of its own: there the session has it.
+    const auto limite
+        = servidor().dialecto.transact ? m_opciones.sesion.espera_instruccion : std::chrono::seconds(0);
+    try {
+        return odbc::ejecuta(m_linea.get(), servidor(), sql, limite, donde);
+    } catch (const ErrorBaseDatos& error) {
+        explica(error, sql, donde);
+    }
+}
+
+std::vector<std::string> Enlace::columnas_clave(const std::string& tabla, Donde donde)
+{
+    try {
+        return odbc::columnas_clave(m_linea.get(), servidor(), tabla, donde);
+    } catch (const ErrorBaseDatos& error) {
+        explica(error, {}, donde);
+    }
+}
+
+void Enlace::explica(const ErrorBaseDatos& error, const std::string& sql, Donde donde)
+{
+    SQLUINTEGER muerta = SQL_CD_FALSE;
+    SQLGetConnectAttr(m_linea.get(), SQL_ATTR_CONNECTION_DEAD, &muerta, SQL_IS_UINTEGER, nullptr);
+    m_perdido = error.categoria() == Categoria::conexion || muerta == SQL_CD_TRUE;
+    if (!m_perdido)
+        throw error;
+    throw ErrorBaseDatos(Categoria::conexion, "ODBC",
+        "Se ha perdido la conexión con el servidor de la base de datos. La próxima operación volverá a "
+        "conectar. "
+            + error.descripcion(),
+        sql, donde);
+}
+
+} // namespace atipicos::odbc

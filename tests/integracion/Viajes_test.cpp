@@ -1,0 +1,93 @@
+// How often a workstation waits for the server. What a session begins with is not counted.
+#include "browser/EliminarAtipico.hpp"
+#include "browser/ListaAtipicos.hpp"
+#include "tests/integracion/Banco.hpp"
+#include "tests/support/Intermediario.hpp"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <iostream>
+
+namespace atipicos {
+namespace {
+
+    using pruebas::Banco;
+
+    struct Viajes : testing::Test {
+        std::unique_ptr<pruebas::Muestra> muestra;
+        std::unique_ptr<pruebas::Intermediario> intermediario;
+        std::unique_ptr<Banco> banco;
+        std::string codigo;
+
+        void SetUp() override
+        {
+            const auto& sede = pruebas::en_postgresql();
+            if (!sede.falta.empty())
+                GTEST_SKIP() << sede.falta;
+            muestra = sede.muestra();
+            intermediario
+                = std::make_unique<pruebas::Intermediario>(pruebas::servidor_postgresql().enchufe());
+            banco = std::make_unique<Banco>(
+                orvalin::Lugar::de_conexion(muestra->lugar().direccion() + intermediario->por_aqui()));
+            codigo = banco->guarda().Codigo; // the counters have begun
+        }
+
+        void TearDown() override
+        {
+            banco.reset();
+            intermediario.reset();
+        }
+
+        /// The round trips of something; the statements that it runs stand in the report afterwards.
+        template <class Uso> std::size_t viajes(Uso uso) const
+        {
+            banco->parte->dichas.clear();
+            const auto antes = intermediario->viajes();
+            uso();
+            EXPECT_THAT(banco->titulos(), testing::IsEmpty());
+            return intermediario->viajes() - antes;
+        }
+
+        std::size_t cuantas(const std::string& que) const
+        {
+            const auto& dichas = banco->parte->dichas;
+            return static_cast<std::size_t>(std::count_if(
+                dichas.begin(), dichas.end(), [&](const auto& dicha) { return dicha.ends_with(que); }));
+        }
+    };
+
+    TEST_F(Viajes, a_save_costs_its_statements_and_a_begin_and_a_commit_on_each_connection)
+    {
+        const auto hechos = viajes([&] { banco->guarda(); });
+        EXPECT_EQ(cuantas(" BEGIN"), 2U);
+        EXPECT_EQ(cuantas(" COMMIT"), 2U);
+        EXPECT_EQ(hechos, banco->parte->dichas.size());
+        std::cout << "a save: " << hechos << " round trips for " << banco->parte->dichas.size() - 4
+                  << " statements, 2 begins and 2 commits\n";
+    }
+
+    TEST_F(Viajes, so_does_a_save_that_replaces_a_charge)
+    {
+        const auto hechos = viajes([&] { banco->guarda(codigo); });
+        EXPECT_EQ(hechos, banco->parte->dichas.size());
+        std::cout << "a change: " << hechos << " round trips\n";
+    }
+
+    TEST_F(Viajes, a_statement_that_fails_costs_one_more)
+    {
+        auto& conexion = *banco->bases().orvalin;
+        conexion.BeginTrans();
+        EXPECT_EQ(viajes([&] { EXPECT_THROW(conexion.Execute("DELETE FROM NoHay"), Error); }), 2U);
+        conexion.RollbackTrans();
+    }
+
+    TEST_F(Viajes, a_list_costs_one_and_a_deletion_its_two_statements_with_begin_and_commit)
+    {
+        const FiltroAtipicos filtro{ "01/01/2026", "31/12/2026" };
+        EXPECT_EQ(viajes([&] { Cargar_Atipicos(filtro, [](const auto&) {}); }), 1U);
+        EXPECT_EQ(viajes([&] { EXPECT_TRUE(EliminarAtipico({ 2026, 1, codigo })); }), 4U);
+    }
+
+}
+}

@@ -1,0 +1,110 @@
+#include "tests/support/Intermediario.hpp"
+
+#include <arpa/inet.h>
+#include <array>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace atipicos::pruebas {
+
+namespace {
+
+    int conecta(const std::filesystem::path& camino)
+    {
+        sockaddr_un direccion{};
+        direccion.sun_family = AF_UNIX;
+        camino.string().copy(direccion.sun_path, sizeof direccion.sun_path - 1);
+        const int enlace = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        if (connect(enlace, reinterpret_cast<const sockaddr*>(&direccion), sizeof direccion) != 0) {
+            close(enlace);
+            return -1;
+        }
+        return enlace;
+    }
+
+    bool envia(int destino, const char* datos, std::size_t cuantos)
+    {
+        while (cuantos > 0) {
+            const auto enviados = send(destino, datos, cuantos, MSG_NOSIGNAL);
+            if (enviados <= 0)
+                return false;
+            datos += enviados;
+            cuantos -= static_cast<std::size_t>(enviados);
+        }
+        return true;
+    }
+
+}
+
+Intermediario::Intermediario(std::filesystem::path servidor)
+    : m_servidor(std::move(servidor))
+    , m_oyente(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+{
+    sockaddr_in direccion{};
+    direccion.sin_family = AF_INET;
+    direccion.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t largo = sizeof direccion;
+    if (bind(m_oyente, reinterpret_cast<const sockaddr*>(&direccion), largo) != 0 || listen(m_oyente, 8) != 0
+        || getsockname(m_oyente, reinterpret_cast<sockaddr*>(&direccion), &largo) != 0)
+        throw std::runtime_error("no port on 127.0.0.1");
+    m_puerto = ntohs(direccion.sin_port);
+    m_hilo = std::jthread([this] { atiende(); });
+}
+
+Intermediario::~Intermediario()
+{
+    shutdown(m_oyente, SHUT_RDWR); // wakes the thread up
+    m_hilo.join();
+    close(m_oyente);
+}
+
+std::string Intermediario::por_aqui() const
+{
+    return "&hostaddr=127.0.0.1&sslmode=disable&port=" + std::to_string(m_puerto);
+}
+
+void Intermediario::atiende()
+{
+    std::vector<std::jthread> lineas;
+    for (;;) {
+        const int cliente = accept4(m_oyente, nullptr, nullptr, SOCK_CLOEXEC);
+        if (cliente < 0)
+            return;
+        lineas.emplace_back([this, cliente] { pasa(cliente); });
+    }
+}
+
+void Intermediario::pasa(int cliente)
+{
+    const int sin_espera = 1;
+    setsockopt(cliente, IPPROTO_TCP, TCP_NODELAY, &sin_espera, sizeof sin_espera);
+    const int servidor = conecta(m_servidor);
+    std::array<pollfd, 2> lados{ { { cliente, POLLIN, 0 }, { servidor, POLLIN, 0 } } };
+    std::array<char, 65'536> datos;
+    bool habla_el_cliente = false;
+    bool sigue = servidor >= 0;
+    while (sigue && poll(lados.data(), lados.size(), -1) > 0)
+        for (std::size_t i = 0; sigue && i < lados.size(); ++i) {
+            if (lados[i].revents == 0)
+                continue;
+            const auto leidos = read(lados[i].fd, datos.data(), datos.size());
+            if (i == 0 && leidos > 0 && !std::exchange(habla_el_cliente, true)) {
+                ++m_viajes;
+                std::this_thread::sleep_for(m_retraso.load());
+            }
+            if (i == 1)
+                habla_el_cliente = false;
+            sigue = leidos > 0 && envia(lados[1 - i].fd, datos.data(), static_cast<std::size_t>(leidos));
+        }
+    close(cliente);
+    if (servidor >= 0)
+        close(servidor);
+}
+
+} // namespace atipicos::pruebas

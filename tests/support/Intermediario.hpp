@@ -1,0 +1,37 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <thread>
+
+namespace atipicos::pruebas {
+
+/// Stands on a port of 127.0.0.1 between clients and a server behind a socket. It counts round trips, each
+/// time that a client speaks after the server has, and can make each of them last longer.
+class Intermediario {
+public:
+    explicit Intermediario(std::filesystem::path servidor);
+    Intermediario(const Intermediario&) = delete;
+    Intermediario& operator=(const Intermediario&) = delete;
+    ~Intermediario(); ///< after its clients have gone
+
+    /// What makes the address of a database on a PostgreSQL server, which has other parameters, go this way.
+    [[nodiscard]] std::string por_aqui() const;
+    [[nodiscard]] std::size_t viajes() const noexcept { return m_viajes; }
+    void retrasa(std::chrono::milliseconds viaje) noexcept { m_retraso = viaje; }
+
+private:
+    void atiende();
+    void pasa(int cliente);
+
+    std::filesystem::path m_servidor;
+    int m_oyente = -1;
+    int m_puerto = 0;
+    std::atomic<std::size_t> m_viajes = 0;
+    std::atomic<std::chrono::milliseconds> m_retraso{};
+    std::jthread m_hilo;
+};
+
+} // namespace atipicos::pruebas
