@@ -3,6 +3,7 @@
 #include "bench/Medida.hpp"
 #include "engines/postgresql/Connection.hpp"
 #include "tests/integracion/Banco.hpp"
+#include "tests/support/Intermediario.hpp"
 
 #include <cstdio>
 #include <iostream>
@@ -30,9 +31,10 @@ namespace {
     };
     using Linea = std::unique_ptr<PGconn, CierraLinea>;
 
-    Linea abre(const std::string& base, const char* esquema)
+    /// `camino`: what makes the address go another way than the server's socket.
+    Linea abre(const std::string& base, const char* esquema, const std::string& camino = {})
     {
-        Linea linea(PQconnectdb(servidor().direccion(base).c_str()));
+        Linea linea(PQconnectdb((servidor().direccion(base) + camino).c_str()));
         if (PQstatus(linea.get()) != CONNECTION_OK)
             throw std::runtime_error(PQerrorMessage(linea.get()));
         PQclear(PQexec(linea.get(), (std::string("SET search_path TO ") + esquema).c_str()));
@@ -92,9 +94,9 @@ namespace {
             ejecuta(dicha.contable ? contabilidad : gestion, dicha.sql);
     }
 
-    orvalin::Lugar lugar(const std::string& base)
+    orvalin::Lugar lugar(const std::string& base, const std::string& camino = {})
     {
-        return orvalin::Lugar::de_conexion(servidor().direccion(base));
+        return orvalin::Lugar::de_conexion(servidor().direccion(base) + camino);
     }
 
     /// A base in which the counters have begun, for all others to be copies of.
@@ -144,6 +146,35 @@ namespace {
         componente.escribe("through the component");
         bare.escribe("bare libpq");
         std::printf("  ratio of medians %.3f\n\n", componente.mediana() / bare.mediana());
+    }
+
+    /// One workstation far from its server: each round trip lasts that much longer.
+    void compara_lejos(const std::vector<Guion>& guiones, std::chrono::milliseconds viaje)
+    {
+        constexpr std::size_t veces = 15;
+        const auto nombre = std::to_string(viaje.count());
+        servidor().crea_base("lejos_componente_" + nombre, "comenzada");
+        servidor().crea_base("lejos_desnudo_" + nombre, "comenzada");
+        pruebas::Intermediario intermediario(servidor().enchufe());
+        {
+            pruebas::Banco banco(lugar("lejos_componente_" + nombre, intermediario.por_aqui()));
+            const auto gestion = abre("lejos_desnudo_" + nombre, "orvalin", intermediario.por_aqui());
+            const auto contabilidad = abre("lejos_desnudo_" + nombre, "dbo", intermediario.por_aqui());
+            guarda(banco); // a session asks for the catalogue once
+            intermediario.retrasa(viaje);
+            Medida componente;
+            Medida bare;
+            const auto antes = intermediario.viajes();
+            for (std::size_t i = 0; i < veces; ++i)
+                componente.mide([&] { guarda(banco); });
+            const auto viajes = (intermediario.viajes() - antes) / veces;
+            for (std::size_t i = 0; i < veces; ++i)
+                bare.mide([&] { repite(guiones[i], gestion.get(), contabilidad.get()); });
+            std::printf("Round trips of %s ms more, %zu a save\n", nombre.c_str(), viajes);
+            componente.escribe("through the component");
+            bare.escribe("bare libpq");
+            std::printf("  ratio of medians %.3f\n\n", componente.mediana() / bare.mediana());
+        }
     }
 
     /// Saves a second of `puestos` processes, each of which does its share of the work.
@@ -199,6 +230,8 @@ int main()
         prepara_plantilla();
         const auto guiones = transcribe(400);
         compara_uno(guiones);
+        for (const int viaje : { 1, 5, 20 })
+            compara_lejos(guiones, std::chrono::milliseconds(viaje));
         std::printf("Workstations at once, all on one counter\n");
         for (const int puestos : { 1, 2, 4, 8 })
             compara_varios(guiones, puestos);

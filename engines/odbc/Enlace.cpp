@@ -85,6 +85,7 @@ void Enlace::reanuda(Donde donde)
 {
     SQLDisconnect(m_linea.get());
     abre(donde);
+    avisa(sql::Linea::reanudada);
 }
 
 Respuesta Enlace::ejecuta(const std::string& sql, Donde donde)
@@ -108,6 +109,12 @@ std::vector<std::string> Enlace::columnas_clave(const std::string& tabla, Donde 
     }
 }
 
+void Enlace::avisa(sql::Linea que) const
+{
+    if (m_opciones.avisa)
+        m_opciones.avisa(que);
+}
+
 void Enlace::explica(const ErrorBaseDatos& error, const std::string& sql, Donde donde)
 {
     SQLUINTEGER muerta = SQL_CD_FALSE;
@@ -115,6 +122,7 @@ void Enlace::explica(const ErrorBaseDatos& error, const std::string& sql, Donde 
     m_perdido = error.categoria() == Categoria::conexion || muerta == SQL_CD_TRUE;
     if (!m_perdido)
         throw error;
+    avisa(sql::Linea::perdida);
     throw ErrorBaseDatos(Categoria::conexion, "ODBC",
         "Se ha perdido la conexión con el servidor de la base de datos. La próxima operación volverá a "
         "conectar. "

@@ -2,6 +2,7 @@
 
 #include "engines/odbc/Cadena.hpp"
 #include "engines/odbc/Instruccion.hpp"
+#include "engines/sql/Linea.hpp"
 
 #include <functional>
 #include <string>
@@ -20,6 +21,7 @@ struct Opciones {
     /// `base.dbo.Tabla` is `esquema.Tabla` for these.
     std::vector<std::pair<std::string, std::string>> bases = {};
     Sesion sesion = {};
+    sql::AvisoLinea avisa = {};
     std::chrono::seconds espera_conexion{ 10 };
 };
 
@@ -43,6 +45,7 @@ public:
 private:
     void abre(Donde donde);
     void conecta(Donde donde);
+    void avisa(sql::Linea que) const;
     [[noreturn]] void explica(const adodb::ErrorBaseDatos& error, const std::string& sql, Donde donde);
 
     Opciones m_opciones;

@@ -112,6 +112,7 @@ namespace {
 }
 
 Enlace::Enlace(const Opciones& opciones, Donde donde)
+    : m_avisa(opciones.avisa)
 {
     auto parametros = lee_direccion(opciones.direccion, donde);
     parametros["client_encoding"] = "UTF8";
@@ -140,6 +141,7 @@ void Enlace::reanuda(Donde donde)
     PQreset(get());
     comprueba_abierta(donde);
     m_perdido = false;
+    avisa(sql::Linea::reanudada);
 }
 
 std::vector<Respuesta> Enlace::intercambia(std::initializer_list<Orden> ordenes, Donde donde)
@@ -206,9 +208,16 @@ void Enlace::envia(const Orden& orden, Donde donde)
         falla(orden.sql, donde);
 }
 
+void Enlace::avisa(sql::Linea que) const
+{
+    if (m_avisa)
+        m_avisa(que);
+}
+
 void Enlace::falla(std::string_view instruccion, Donde donde)
 {
     m_perdido = true; // the client library may know it only when it reads again
+    avisa(sql::Linea::perdida);
     const std::string motivo = PQerrorMessage(get());
     throw ErrorBaseDatos(Categoria::conexion, fuente,
         "Se ha perdido la conexión con el servidor de la base de datos ("

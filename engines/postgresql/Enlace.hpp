@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/postgresql/Instruccion.hpp"
+#include "engines/sql/Linea.hpp"
 
 #include <chrono>
 #include <initializer_list>
@@ -22,6 +23,7 @@ struct Opciones {
     bool solo_lectura = false;
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
     std::chrono::milliseconds espera_instruccion{ 120'000 }; ///< the longest that one statement may take
+    sql::AvisoLinea avisa = {};
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
 };
 
@@ -66,6 +68,9 @@ private:
     [[noreturn]] void falla(std::string_view instruccion, Donde donde);
 
     std::unique_ptr<PGconn, Cierra> m_linea;
+    void avisa(sql::Linea que) const;
+
+    sql::AvisoLinea m_avisa;
     bool m_perdido = false;
 };
 

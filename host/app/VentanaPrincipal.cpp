@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QLibraryInfo>
+#include <QPointer>
 #include <QTranslator>
 
 #include <cstdio>
@@ -87,10 +88,15 @@ namespace {
         const auto elegida = elige_sesion(opciones);
         if (!elegida)
             return no_hecho;
-        Sesion sesion(*elegida);
+        QPointer<frmPrincipal> abierta;
+        Sesion sesion(*elegida, { .avisa_linea = [&abierta](sql::Linea que) {
+            if (abierta)
+                abierta->muestra_linea(que);
+        } });
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
         modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida->lugar()));
         frmPrincipal ventana(sesion, *elegida);
+        abierta = &ventana;
         ventana.show();
         return QApplication::exec();
     }

@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTime>
 #include <QVBoxLayout>
 
 namespace atipicos::app {
@@ -126,6 +127,19 @@ void frmPrincipal::hace_estado(const OpcionesComunes& opciones)
         en_carpeta ? QStringLiteral("Carpeta: ")
                 + a_qt(std::filesystem::absolute(lugar.carpeta()).lexically_normal().string())
                    : QStringLiteral("Servidor: ") + a_qt(lugar.texto()));
+    if (!en_carpeta)
+        agrega("lblConexion", QStringLiteral("Conectado"));
+}
+
+void frmPrincipal::muestra_linea(sql::Linea que)
+{
+    auto* etiqueta = statusBar()->findChild<QLabel*>(QStringLiteral("lblConexion"));
+    if (etiqueta == nullptr)
+        return;
+    const auto hora = QTime::currentTime().toString(QStringLiteral("H:mm:ss"));
+    etiqueta->setText(que == sql::Linea::perdida
+            ? QStringLiteral("Conexión perdida a las %1; se reanudará entre dos operaciones").arg(hora)
+            : QStringLiteral("Conexión reanudada a las %1").arg(hora));
 }
 
 void frmPrincipal::abre_editor()

@@ -20,6 +20,9 @@ public:
     /// `sesion` outlives the window.
     frmPrincipal(Sesion& sesion, const OpcionesComunes& opciones, QWidget* parent = nullptr);
 
+    /// Tells in the status line what has happened to the line to the server.
+    void muestra_linea(sql::Linea que);
+
 protected:
     void closeEvent(QCloseEvent* evento) override;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/sql/Linea.hpp"
 #include "host/orvalin/Lugar.hpp"
 #include "platform/adodb/Connection.hpp"
 
@@ -18,6 +19,7 @@ struct Bases {
 struct OpcionesBases {
     bool solo_lectura = false;
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
+    sql::AvisoLinea avisa_linea = {}; ///< for servers
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
 };
 

@@ -23,7 +23,8 @@ namespace {
     {
         return { .cadena = std::move(cadena),
             .clave = clave_odbc(donde),
-            .sesion = { .espera = opciones.espera, .solo_lectura = opciones.solo_lectura } };
+            .sesion = { .espera = opciones.espera, .solo_lectura = opciones.solo_lectura },
+            .avisa = opciones.avisa_linea };
     }
 
     /// The folder whose files are meant, if any are.

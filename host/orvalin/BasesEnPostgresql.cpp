@@ -41,6 +41,7 @@ namespace {
             .esquema = esquema,
             .solo_lectura = opciones.solo_lectura,
             .espera = opciones.espera,
+            .avisa = opciones.avisa_linea,
             .sincronizacion_completa = opciones.sincronizacion_completa };
     }
 

@@ -6,10 +6,12 @@
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
 #include "tests/support/Persona.hpp"
+#include "tests/support/ServidorPostgresql.hpp"
 
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
+#include <QPointer>
 #include <QSettings>
 #include <QStandardPaths>
 
@@ -81,6 +83,45 @@ private slots:
         QCOMPARE(texto("lblMotor"), QStringLiteral("Motor: SQLite"));
         QCOMPARE(texto("lblCarpeta"),
             QStringLiteral("Carpeta: ") + QString::fromStdString((escena.carpeta / "datos").string()));
+    }
+
+    void on_a_server_it_tells_when_the_line_is_lost_and_when_it_is_open_again()
+    {
+        if (const auto falta = ServidorPostgresql::falta(); !falta.empty())
+            QSKIP(falta.c_str());
+        const ServidorPostgresql servidor;
+        servidor.crea_base("empresa");
+        app::OpcionesComunes opciones;
+        opciones.conexion = servidor.direccion("empresa");
+        orvalin::crea_bases(opciones.lugar(), false);
+        QPointer<app::frmPrincipal> ventana;
+        {
+            app::Sesion sesion(
+                opciones, { .avisa_linea = [&](sql::Linea que) { ventana->muestra_linea(que); } });
+            const auto propia = std::make_unique<app::frmPrincipal>(sesion, opciones);
+            ventana = propia.get();
+            const auto dice = [&] { return control<QLabel>(*ventana, "lblConexion").text(); };
+            const auto corta = [&] {
+                servidor.psql("postgres",
+                    "SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname = 'empresa'");
+            };
+            QCOMPARE(control<QLabel>(*ventana, "lblMotor").text(), QStringLiteral("Motor: PostgreSQL"));
+            QCOMPARE(dice(), QStringLiteral("Conectado"));
+            corta();
+            QCOMPARE(sesion.catalogos.usuarios().size(), std::size_t{ 4 }); // a query opens it again
+            QVERIFY2(dice().startsWith(QStringLiteral("Conexión reanudada a las ")), qPrintable(dice()));
+
+            sesion.bases.orvalin->BeginTrans();
+            corta();
+            QVERIFY_THROWS_EXCEPTION(Error, sesion.bases.orvalin->Execute("DELETE FROM Articulos"));
+            QVERIFY(dice().startsWith(QStringLiteral("Conexión perdida a las ")));
+            QVERIFY_THROWS_EXCEPTION(Error, static_cast<void>(sesion.catalogos.usuarios()));
+            QVERIFY(dice().startsWith(QStringLiteral("Conexión perdida"))); // not inside the unit of work
+            sesion.bases.orvalin->RollbackTrans();
+            QCOMPARE(sesion.catalogos.usuarios().size(), std::size_t{ 4 });
+            QVERIFY(dice().startsWith(QStringLiteral("Conexión reanudada")));
+        }
+        vacia_contexto();
     }
 
     void enter_opens_the_editor_and_opens_it_once()

@@ -1,0 +1,88 @@
+// What a SQL Server is told, in which order. Whether it agrees is seen where there is one: the tests of
+// tests/integracion make the sample company on it when ATIPICOS_TEST_SQLSERVER says where.
+#include "host/orvalin/BasesEnSqlServer.hpp"
+
+#include "host/sql/Guiones.hpp"
+#include "tests/host/BasesDeMuestra.hpp"
+#include "tests/support/ConexionDePrueba.hpp"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace atipicos::orvalin {
+namespace {
+
+    using pruebas::error_de;
+    using testing::Contains;
+    using testing::EndsWith;
+    using testing::HasSubstr;
+    using testing::Not;
+
+    struct BasesEnSqlServer : testing::Test {
+        pruebas::ConexionDePrueba conexion;
+
+        BasesEnSqlServer() { hay("Orvalin", 0, 0), hay("Bexmor", 0, 0); }
+
+        /// How many tables a database has, and how many of them are that of the version.
+        void hay(const std::string& base, int tablas, int esquemas)
+        {
+            conexion.responde(
+                "SELECT COUNT(*), COUNT(CASE WHEN name = 'Esquema' THEN 1 END) FROM " + base + ".",
+                { { "n", "m" }, { { tablas, esquemas } } });
+            conexion.responde(
+                "SELECT Version FROM " + base + ".dbo.Esquema", { { "Version" }, { { guiones::version } } });
+        }
+
+        bool crea(bool vacia = true)
+        {
+            return crea_en_sql_server(conexion, "SERVER=uno", vacia, Donde::aqui());
+        }
+
+        std::ptrdiff_t lugar(const std::string& parte) const
+        {
+            const auto dicha = std::find_if(conexion.dichas.begin(), conexion.dichas.end(),
+                [&](const auto& una) { return una.find(parte) != std::string::npos; });
+            EXPECT_NE(dicha, conexion.dichas.end()) << parte;
+            return dicha - conexion.dichas.begin();
+        }
+    };
+
+    TEST_F(BasesEnSqlServer, are_made_in_one_transaction_behind_a_lock)
+    {
+        EXPECT_TRUE(crea());
+        EXPECT_THAT(conexion.dichas.front(), HasSubstr("sp_getapplock"));
+        EXPECT_LT(lugar("IF DB_ID('Orvalin') IS NULL CREATE DATABASE"), lugar("BEGIN"));
+        EXPECT_LT(lugar("ALTER DATABASE Bexmor SET READ_COMMITTED_SNAPSHOT ON"), lugar("BEGIN"))
+            << "the server refuses it inside a transaction";
+        EXPECT_LT(lugar("BEGIN"), lugar("USE Bexmor"));
+        EXPECT_LT(lugar("CREATE TABLE Apuntes"), lugar("USE Orvalin"));
+        EXPECT_LT(lugar("USE Orvalin"), lugar("CREATE TABLE Proveedores_Cargos_Atipicos"));
+        EXPECT_EQ(conexion.dichas.back(), "COMMIT");
+        EXPECT_THAT(conexion.dichas, Not(Contains(HasSubstr("INSERT INTO Articulos"))));
+        conexion.dichas.clear();
+        EXPECT_TRUE(crea(false));
+        EXPECT_THAT(conexion.dichas, Contains(HasSubstr("INSERT INTO Articulos")));
+    }
+
+    TEST_F(BasesEnSqlServer, that_are_there_are_left_as_they_are)
+    {
+        hay("Orvalin", 12, 1);
+        hay("Bexmor", 14, 1);
+        EXPECT_FALSE(crea());
+        EXPECT_THAT(conexion.dichas, Not(Contains("BEGIN")));
+    }
+
+    TEST_F(BasesEnSqlServer, of_somebody_else_are_not_touched)
+    {
+        hay("Orvalin", 300, 0);
+        EXPECT_THAT(error_de([&] { crea(); }),
+            EndsWith("»: la base de datos contiene tablas que no son de este programa. Use una vacía."));
+        hay("Orvalin", 12, 1);
+        EXPECT_THAT(error_de([&] { crea(); }),
+            EndsWith("»: sólo una de las bases de datos Orvalin y Bexmor tiene sus tablas."));
+        EXPECT_THAT(conexion.dichas, Not(Contains("BEGIN")));
+    }
+
+}
+}
