@@ -55,5 +55,5 @@ while IFS= read -r fichero; do
         echo "$fichero: includes Qt"
         fallos=1
     fi
-done < <(git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp' | grep -vE '^(tests|bench|demo)/')
+done < <(git ls-files --cached --others --exclude-standard '*.cpp' '*.hpp' | grep -vE '^(tests|bench|demo|docs)/')
 exit $fallos

@@ -9,6 +9,6 @@ propia=$(mktemp -d)
 trap 'rm -rf "$propia"' EXIT
 sed -E "s#-Winvalid-pch -include [^ ]*/cmake_pch.hxx##" "$compilacion/compile_commands.json" >"$propia/compile_commands.json"
 
-git ls-files '*.cpp' | grep -vE '^(tests|bench|demo)/|/SinVentanas.cpp$' \
+git ls-files '*.cpp' | grep -vE '^(tests|bench|demo|docs)/|/SinVentanas.cpp$' \
     | xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p "$propia" --warnings-as-errors='*' \
         --extra-arg=-Wno-unknown-warning-option 2> >(grep -vE '^[0-9]+ warnings? (generated|treated)|^$' >&2 || true)

@@ -34,14 +34,20 @@ namespace {
         return automation::Anfitrion::crea({
             { "Texto",
                 [pagina](const Argumentos& a) {
-                    const Letra letra{ texto(a, 3), medida(a, 4), CBool(ado::variant_de(a.valor(5).get())) };
-                    pagina->push_back({ { medida(a, 0), medida(a, 1) }, texto(a, 2), letra, color(a, 6) });
+                    auto& trazo = pagina->emplace_back();
+                    trazo.lugar = { medida(a, 0), medida(a, 1) };
+                    trazo.texto = texto(a, 2);
+                    trazo.letra.familia = texto(a, 3);
+                    trazo.letra.cuerpo = medida(a, 4);
+                    trazo.letra.negrita = CBool(ado::variant_de(a.valor(5).get()));
+                    trazo.color = color(a, 6);
                     return Valor();
                 } },
             { "Relleno",
                 [pagina](const Argumentos& a) {
-                    pagina->push_back(
-                        { { medida(a, 0), medida(a, 1), medida(a, 2), medida(a, 3) }, {}, {}, color(a, 4) });
+                    auto& trazo = pagina->emplace_back();
+                    trazo.lugar = { medida(a, 0), medida(a, 1), medida(a, 2), medida(a, 3) };
+                    trazo.color = color(a, 4);
                     return Valor();
                 } },
         });
