@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the build needs, if any is missing:
-#     packaging/dependencias.sh [ventanas] [pruebas] [ci]
+#     packaging/dependencias.sh [ventanas] [pruebas] [medidas] [ci]
 #   (none)    what the program is built with, without windows
 #   ventanas  also what its windows are built and shown with
 #   pruebas   also what the tests and benchmarks are built and run with
+#   medidas   also what packaging/cobertura.sh and tests/fuzz/corre.sh need
 #   ci        also what the checks of the source need, and a spooler for the test of printing
 set -euo pipefail
 
@@ -16,6 +17,7 @@ for para in "$@"; do
             paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev poppler-utils postgresql python3
                 sqlite3 unzip xauth xdotool xvfb)
             ;;
+        medidas) paquetes+=(clang gcovr) ;;
         ci) paquetes+=(clang-format clang-tidy cups) ;;
         *)
             echo "packaging/dependencias.sh: no se conoce «$para»" >&2
