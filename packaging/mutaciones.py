@@ -10,6 +10,7 @@ import argparse
 import pathlib
 import random
 import re
+import shutil
 import subprocess
 import sys
 
@@ -62,7 +63,7 @@ def prepara():
     COPIA.mkdir(parents=True, exist_ok=True)
     archivo = subprocess.run(["git", "archive", "HEAD"], cwd=RAIZ, stdout=subprocess.PIPE, check=True).stdout
     subprocess.run(["tar", "-x"], cwd=COPIA, input=archivo, check=True)
-    configura = ["cmake", "-G", "Ninja", "-S", str(COPIA), "-B", str(CONSTRUIDA), "-DCMAKE_BUILD_TYPE=Debug",
+    configura = ["cmake", *(["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []), "-G", "Ninja", "-S", str(COPIA), "-B", str(CONSTRUIDA), "-DCMAKE_BUILD_TYPE=Debug",
                  "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -Wno-error", "-DATIPICOS_GUI=OFF"]
     if ejecuta(configura).returncode != 0:
         sys.exit("cannot configure the copy")
