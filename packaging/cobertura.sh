@@ -22,7 +22,7 @@ ctest --test-dir build/cobertura -R "^($(IFS='|'; echo "${enteras[*]}"))\$" --ou
 filtros=()
 for carpeta in "${carpetas[@]}"; do filtros+=(--filter "$carpeta/"); done
 informe=(gcovr --root . --object-directory build/cobertura "${filtros[@]}" --exclude-throw-branches
-    --exclude-unreachable-branches build/cobertura)
+    --exclude-unreachable-branches --exclude-directories '.*/CompilerIdCXX' build/cobertura)
 "${informe[@]}" --branches --sort-percentage
 if [ "${1:-}" = --lineas ]; then
     "${informe[@]}" --json - | python3 -c '
