@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the build needs, if any is missing:
-#     packaging/dependencias.sh [ventanas] [pruebas] [ci]
+#     packaging/dependencias.sh [ventanas] [pruebas] [medidas] [ci]
 #   (none)    what the program is built with, without windows
 #   ventanas  also what its windows are built and shown with
 #   pruebas   also what the tests and benchmarks are built and run with
+#   medidas   also what packaging/cobertura.sh and tests/fuzz/corre.sh need
 #   ci        also what the checks of the source need, a spooler for the test of printing, and what the component for
 #             Windows is built and tried with
 set -euo pipefail
@@ -17,6 +18,7 @@ for para in "$@"; do
             paquetes+=(dpkg-dev file libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc odbc-postgresql
                 poppler-utils postgresql python3 sqlite3 unzip xauth xdotool xvfb)
             ;;
+        medidas) paquetes+=(clang gcovr) ;;
         ci)
             paquetes+=(clang-format clang-tidy cups g++-mingw-w64-x86-64-posix make tcl wine wine64)
             ;;

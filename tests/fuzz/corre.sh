@@ -8,6 +8,7 @@ shift || true
 destinos=("$@")
 [ ${#destinos[@]} -gt 0 ] || destinos=(csv fechas numeros plantilla reescritura)
 
+packaging/dependencias.sh pruebas medidas
 cmake --preset fuzz >/dev/null
 ninja -C build/fuzz --quiet "${destinos[@]/#/fuzz_}"
 for destino in "${destinos[@]}"; do

@@ -234,72 +234,90 @@ Oficina::Diferencia Oficina::abre(Oficinista& quien, const Paso& paso)
     return igual_que_su_borrador(quien);
 }
 
-Oficina::Diferencia Oficina::guarda(Oficinista& quien, const Paso& paso)
+/// What the clerk does with the proposed forecasts: takes them, settles others, or gives the save up.
+std::optional<std::vector<Prevision>> Oficina::acuerda(
+    const Contabilizacion& datos, const Paso& paso, Crudo a_pagar, Intento& intento)
 {
-    auto& borrador = quien.borrador;
+    const auto propuesta = GenerarPrev(datos);
+    if (datos.Importe.crudo() != a_pagar)
+        intento.mal = "the amount to pay is " + std::to_string(datos.Importe.crudo());
+    if (!propuesta.previsiones.empty() && propuesta.suma.crudo() != a_pagar)
+        intento.mal = "the forecasts do not add up";
+    if (paso.accion == Accion::renuncia)
+        return std::nullopt;
+    std::vector<Prevision> acordadas;
+    for (const auto& una : propuesta.previsiones)
+        acordadas.push_back(una.prevision);
+    if (paso.b % 4 == 0)
+        acordadas = { { Currency::de_crudo(a_pagar - 100), 1, datos.Fecha.mas_dias(30), "57200001" },
+            { Currency::de_crudo(100), 0, datos.Fecha.mas_dias(60), "" } };
+    for (const auto& una : acordadas)
+        intento.previsiones.push_back({ una.Importe.crudo(), una.TipoDoc, una.Vencimiento, una.Banco });
+    return acordadas;
+}
+
+Oficina::Intento Oficina::intenta_guardar(Oficinista& quien, const Paso& paso)
+{
+    const auto& borrador = quien.borrador;
     CargoTecleado tecleado{ borrador.codigo, borrador.almacen, borrador.proveedor,
         "Proveedor " + std::to_string(borrador.proveedor), borrador.fecha, borrador.observaciones,
         borrador.franquiciado, {}, {} };
     quien.edicion.Rellenar(tecleado);
     const Crudo a_pagar = borrador.total() + borrador.impuesto();
-    std::vector<PrevisionModelo> previsiones;
-    Diferencia mal;
+    Intento intento;
     prepara_perdida(quien);
-    const auto resultado = GuardarAtipico(quien.edicion.cargo(), tecleado,
-        [&](const Contabilizacion& datos) -> std::optional<std::vector<Prevision>> {
-            auto propuesta = GenerarPrev(datos);
-            if (datos.Importe.crudo() != a_pagar)
-                mal = "the amount to pay is " + std::to_string(datos.Importe.crudo());
-            if (!propuesta.previsiones.empty() && propuesta.suma.crudo() != a_pagar)
-                mal = "the forecasts do not add up";
-            if (paso.accion == Accion::renuncia)
-                return std::nullopt;
-            std::vector<Prevision> acordadas;
-            for (const auto& una : propuesta.previsiones)
-                acordadas.push_back(una.prevision);
-            if (paso.b % 4 == 0) // settled otherwise
-                acordadas = { { Currency::de_crudo(a_pagar - 100), 1, datos.Fecha.mas_dias(30), "57200001" },
-                    { Currency::de_crudo(100), 0, datos.Fecha.mas_dias(60), "" } };
-            for (const auto& una : acordadas)
-                previsiones.push_back({ una.Importe.crudo(), una.TipoDoc, una.Vencimiento, una.Banco });
-            return acordadas;
-        });
-    if (mal)
-        return mal;
-    const auto suerte = suerte_de(quien);
+    intento.resultado = GuardarAtipico(quien.edicion.cargo(), tecleado,
+        [&](const Contabilizacion& datos) { return acuerda(datos, paso, a_pagar, intento); });
+    intento.perdida = quien.pierde_en > 0 && quien.parte->dichas.size() >= quien.pierde_en;
+    intento.suerte = suerte_de(quien);
+    return intento;
+}
+
+Oficina::Diferencia Oficina::guarda(Oficinista& quien, const Paso& paso)
+{
     using Estado = ResultadoGuardado::Estado;
-    const bool perdida = quien.pierde_en > 0 && quien.parte->dichas.size() >= quien.pierde_en;
-    const auto debido = borrador.lineas.empty() ? Estado::SinLineas
-        : perdida && !suerte.contabilidad       ? Estado::Fallido
-        : paso.accion == Accion::renuncia       ? Estado::NoAceptado
-                                                : Estado::Guardado;
-    if (perdida)
+    const auto intento = intenta_guardar(quien, paso);
+    const auto estado = intento.resultado.estado;
+    if (quien.borrador.lineas.empty())
+        return estado == Estado::SinLineas ? Diferencia() : "a charge without lines was saved";
+    quien.pierde_en = 0;
+    if (intento.perdida)
         vuelve_a_conectar(quien);
-    quien.pierde_en = borrador.lineas.empty() ? quien.pierde_en : 0;
-    if (resultado.estado != debido && !(perdida && paso.accion == Accion::renuncia))
-        return "the save ended as " + std::to_string(static_cast<int>(resultado.estado)) + ":"
+    if (intento.mal)
+        return intento.mal;
+    if (paso.accion == Accion::renuncia)
+        return estado == Estado::NoAceptado || intento.perdida ? Diferencia() : "given up, it was saved";
+    if (auto mal = juzga_guardado(quien, intento))
+        return mal;
+    auto guardado = quien.borrador;
+    guardado.usuario = quien.usuario;
+    guardado.hora = m_reloj->valor;
+    m_modelo.guarda(guardado, intento.previsiones, intento.suerte);
+    ++m_cuenta.guardados;
+    return estado == Estado::Guardado ? cancela(quien, paso) : Diferencia(); // ready for the next charge
+}
+
+/// Whether a save ended as it had to, with the boxes, the code and the entry that it had to have.
+Oficina::Diferencia Oficina::juzga_guardado(const Oficinista& quien, const Intento& intento) const
+{
+    using Estado = ResultadoGuardado::Estado;
+    const bool fallido = intento.perdida && !intento.suerte.contabilidad;
+    if (intento.resultado.estado != (fallido ? Estado::Fallido : Estado::Guardado))
+        return "the save ended as " + std::to_string(static_cast<int>(intento.resultado.estado)) + ":"
             + en_una_linea(m_avisos->dichos);
-    if (debido == Estado::SinLineas || paso.accion == Accion::renuncia)
-        return {};
-    const auto titulo = Modelo::empresa_contable(borrador.almacen) == 0 && !perdida
-        ? std::vector<std::string>{ "frmCompras_Atipicos:GenerarAsiento" }
-        : std::vector<std::string>{};
     std::vector<std::string> titulos;
     for (const auto& aviso : m_avisos->dichos)
         titulos.push_back(aviso.titulo);
-    if (perdida ? titulos.empty() : titulos != titulo)
+    std::vector<std::string> debidos;
+    if (Modelo::empresa_contable(quien.borrador.almacen) == 0)
+        debidos.emplace_back("frmCompras_Atipicos:GenerarAsiento");
+    if (intento.perdida ? titulos.empty() : titulos != debidos)
         return "the clerk was shown" + en_una_linea(m_avisos->dichos);
-    auto guardado = borrador;
-    guardado.usuario = quien.usuario;
-    guardado.hora = m_reloj->valor;
-    if (debido == Estado::Guardado
-        && (resultado.Codigo != m_modelo.codigo_para(guardado)
-            || resultado.Asiento != m_modelo.asiento_para(guardado)))
-        return "the charge became " + resultado.Codigo + " with entry " + std::to_string(resultado.Asiento);
-    m_modelo.guarda(guardado, previsiones, suerte);
-    ++m_cuenta.guardados;
-    if (debido == Estado::Guardado)
-        return cancela(quien, paso); // the window is ready for the next charge
+    if (!fallido
+        && (intento.resultado.Codigo != m_modelo.codigo_para(quien.borrador)
+            || intento.resultado.Asiento != m_modelo.asiento_para(quien.borrador)))
+        return "the charge became " + intento.resultado.Codigo + " with entry "
+            + std::to_string(intento.resultado.Asiento);
     return {};
 }
 

@@ -57,6 +57,15 @@ private:
 
     using Diferencia = std::optional<std::string>;
 
+    /// A save, as it was tried and as it ended.
+    struct Intento {
+        ResultadoGuardado resultado;
+        std::vector<PrevisionModelo> previsiones;
+        Suerte suerte;
+        bool perdida = false; ///< its connection broke
+        Diferencia mal; ///< found wrong on the way
+    };
+
     void conecta(Oficinista& quien);
     void sienta(const Oficinista& quien) const; ///< the component works for him from now on
     void empieza_cargo(Oficinista& quien, const Paso& paso) const;
@@ -75,6 +84,11 @@ private:
     Diferencia detalle(Oficinista& quien, const Paso& paso);
     Diferencia imprime(Oficinista& quien, const Paso& paso);
     Diferencia pierde(Oficinista& quien, const Paso& paso);
+
+    Intento intenta_guardar(Oficinista& quien, const Paso& paso);
+    static std::optional<std::vector<Prevision>> acuerda(
+        const Contabilizacion& datos, const Paso& paso, Crudo a_pagar, Intento& intento);
+    [[nodiscard]] Diferencia juzga_guardado(const Oficinista& quien, const Intento& intento) const;
 
     [[nodiscard]] static Diferencia igual_que_su_borrador(const Oficinista& quien);
     void prepara_perdida(Oficinista& quien) const;
