@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
 #include <stdlib.h>
 #include <string>
+#include <sys/resource.h>
+#include <utility>
 #include <vector>
 
 /// What the benchmarks share: a stopwatch, a line of figures, a folder to work in.
@@ -39,6 +42,33 @@ public:
 private:
     std::vector<double> m_milisegundos;
 };
+
+/// The exponent e of time = c × size^e that fits the points best.
+[[nodiscard]] inline double exponente(const std::vector<std::pair<double, double>>& puntos)
+{
+    double sx = 0;
+    double sy = 0;
+    double sxx = 0;
+    double sxy = 0;
+    for (const auto& [tamano, tiempo] : puntos) {
+        const double x = std::log(tamano);
+        const double y = std::log(tiempo);
+        sx += x;
+        sy += y;
+        sxx += x * x;
+        sxy += x * y;
+    }
+    const auto n = static_cast<double>(puntos.size());
+    return (n * sxy - sx * sy) / (n * sxx - sx * sx);
+}
+
+/// The most memory that this program has had, in MB.
+[[nodiscard]] inline double pico_de_memoria()
+{
+    rusage uso{};
+    getrusage(RUSAGE_SELF, &uso);
+    return static_cast<double>(uso.ru_maxrss) / 1024;
+}
 
 /// A folder beside the program, on the disk that is measured, removed at the end.
 class Carpeta {

@@ -1,7 +1,7 @@
 // What a save costs over the same statements through bare libsqlite3: charges of 3 lines with tax and 3
 // forecasts, once durable and once without waiting for the disk, and from opening to the first saved charge.
-#include "bench/Desnudo.hpp"
 #include "bench/Medida.hpp"
+#include "bench/Taquigrafo.hpp"
 #include "editor/GuardarAtipico.hpp"
 #include "engines/sqlite/Connection.hpp"
 #include "host/app/Sesion.hpp"
@@ -11,12 +11,6 @@
 
 namespace atipicos::bench {
 namespace {
-
-    struct Dicha {
-        bool contable = false; ///< on the accounting connection
-        std::string sql;
-    };
-    using Guion = std::vector<Dicha>; ///< the statements of one save, as the database ran them
 
     void guarda_un_cargo()
     {
@@ -47,34 +41,6 @@ namespace {
         opciones.datos = carpeta;
         return opciones;
     }
-
-    /// Notes every statement that a connection runs, with its values in it.
-    class Taquigrafo {
-    public:
-        Taquigrafo(adodb::Connection& conexion, bool contable, Guion& guion)
-            : m_contable(contable)
-            , m_guion(guion)
-        {
-            auto* base = dynamic_cast<sqlite::Connection&>(conexion).base();
-            sqlite3_trace_v2(base, SQLITE_TRACE_STMT, &Taquigrafo::anota, this);
-        }
-
-    private:
-        static int anota(unsigned, void* quien, void* instruccion, void*)
-        {
-            auto* yo = static_cast<Taquigrafo*>(quien);
-            char* sql = sqlite3_expanded_sql(static_cast<sqlite3_stmt*>(instruccion));
-            const std::string texto = sql;
-            sqlite3_free(sql);
-            // What the engine looks up for itself, and what that runs in turn, is not part of the floor.
-            if (!texto.starts_with("--") && texto.find("pragma_") == std::string::npos)
-                yo->m_guion.push_back({ yo->m_contable, texto });
-            return 0;
-        }
-
-        bool m_contable;
-        Guion& m_guion;
-    };
 
     /// The statements of `cuantos` saves on a database of their own, one after the other.
     std::vector<Guion> transcribe(const std::filesystem::path& carpeta, int cuantos)

@@ -1,8 +1,7 @@
 // What a save on a PostgreSQL server costs over the same statements through bare libpq: charges of 3 lines
 // with tax and 3 forecasts, one workstation and several at once, durable.
 #include "bench/Medida.hpp"
-#include "engines/postgresql/Connection.hpp"
-#include "tests/integracion/Banco.hpp"
+#include "bench/Suelo.hpp"
 #include "tests/support/Intermediario.hpp"
 
 #include <cstdio>
@@ -14,41 +13,10 @@
 namespace atipicos::bench {
 namespace {
 
-    struct Dicha {
-        bool contable = false; ///< on the accounting connection
-        std::string sql;
-    };
-    using Guion = std::vector<Dicha>; ///< the statements of one save, as the server wants them
-
     const pruebas::ServidorPostgresql& servidor()
     {
         static const pruebas::ServidorPostgresql unico(true);
         return unico;
-    }
-
-    struct CierraLinea {
-        void operator()(PGconn* linea) const { PQfinish(linea); }
-    };
-    using Linea = std::unique_ptr<PGconn, CierraLinea>;
-
-    /// `camino`: what makes the address go another way than the server's socket.
-    Linea abre(const std::string& base, const char* esquema, const std::string& camino = {})
-    {
-        Linea linea(PQconnectdb((servidor().direccion(base) + camino).c_str()));
-        if (PQstatus(linea.get()) != CONNECTION_OK)
-            throw std::runtime_error(PQerrorMessage(linea.get()));
-        PQclear(PQexec(linea.get(), (std::string("SET search_path TO ") + esquema).c_str()));
-        PQclear(PQexec(linea.get(), "SET datestyle TO 'ISO,DMY'"));
-        return linea;
-    }
-
-    void ejecuta(PGconn* linea, const std::string& sql)
-    {
-        PGresult* respuesta = PQexec(linea, sql.c_str());
-        const auto estado = PQresultStatus(respuesta);
-        PQclear(respuesta);
-        if (estado != PGRES_COMMAND_OK && estado != PGRES_TUPLES_OK)
-            throw std::runtime_error(std::string(PQerrorMessage(linea)) + " in: " + sql);
     }
 
     void guarda(pruebas::Banco& banco)
@@ -57,43 +25,7 @@ namespace {
             throw std::runtime_error("the charge was not saved");
     }
 
-    std::string en_el_servidor(const pruebas::Banco& banco, bool contable, const std::string& sql)
-    {
-        const auto& bases = banco.bases();
-        return dynamic_cast<postgresql::Connection&>(*(contable ? bases.bexmor : bases.orvalin))
-            .reescribe(sql, Donde::aqui());
-    }
-
-    /// The statements of the save that the spies have just seen. A row read under a lock and written back is
-    /// a counter.
-    Guion transcribe(const pruebas::Banco& banco)
-    {
-        Guion guion;
-        for (const auto& dicha : banco.parte->dichas) {
-            const bool contable = dicha.starts_with("contabilidad ");
-            const auto resto = dicha.substr(dicha.find(' ') + 1);
-            if (resto != "UPDATE") {
-                const bool con_texto = resto.starts_with("EXEC ") || resto.starts_with("OPEN ");
-                guion.push_back(
-                    { contable, con_texto ? en_el_servidor(banco, contable, resto.substr(5)) : resto });
-                continue;
-            }
-            auto& lectura = guion.back().sql; // SELECT * FROM tabla WHERE …
-            const auto tabla = lectura.substr(14);
-            const auto donde = tabla.find(' ');
-            guion.push_back({ contable,
-                "UPDATE " + tabla.substr(0, donde) + " SET Numero = Numero + 1" + tabla.substr(donde) });
-            guion[guion.size() - 2].sql += " FOR UPDATE";
-        }
-        return guion;
-    }
-
-    void repite(const Guion& guion, PGconn* gestion, PGconn* contabilidad)
-    {
-        for (const auto& dicha : guion)
-            ejecuta(dicha.contable ? contabilidad : gestion, dicha.sql);
-    }
-
+    /// `camino`: what makes the address go another way than the server's socket.
     orvalin::Lugar lugar(const std::string& base, const std::string& camino = {})
     {
         return orvalin::Lugar::de_conexion(servidor().direccion(base) + camino);
@@ -108,7 +40,7 @@ namespace {
         guarda(banco);
     }
 
-    std::vector<Guion> transcribe(int cuantos)
+    std::vector<Guion> aprende(int cuantos)
     {
         servidor().crea_base("guiones", "comenzada");
         std::vector<Guion> guiones;
@@ -126,14 +58,12 @@ namespace {
         servidor().crea_base("uno_componente", "comenzada");
         servidor().crea_base("uno_desnudo", "comenzada");
         pruebas::Banco banco(lugar("uno_componente"));
-        const auto gestion = abre("uno_desnudo", "orvalin");
-        const auto contabilidad = abre("uno_desnudo", "dbo");
+        SueloPostgresql suelo(servidor().direccion("uno_desnudo"));
         Medida componente;
         Medida bare;
         for (std::size_t i = 0; i < guiones.size(); ++i) {
             const auto una = [&] { componente.mide([&] { guarda(banco); }); };
-            const auto otra
-                = [&] { bare.mide([&] { repite(guiones[i], gestion.get(), contabilidad.get()); }); };
+            const auto otra = [&] { bare.mide([&] { suelo.repite(guiones[i]); }); };
             if (i % 2 == 0) { // neither side always comes first
                 una();
                 otra();
@@ -158,8 +88,7 @@ namespace {
         pruebas::Intermediario intermediario(servidor().enchufe());
         {
             pruebas::Banco banco(lugar("lejos_componente_" + nombre, intermediario.por_aqui()));
-            const auto gestion = abre("lejos_desnudo_" + nombre, "orvalin", intermediario.por_aqui());
-            const auto contabilidad = abre("lejos_desnudo_" + nombre, "dbo", intermediario.por_aqui());
+            SueloPostgresql suelo(servidor().direccion("lejos_desnudo_" + nombre) + intermediario.por_aqui());
             guarda(banco); // a session asks for the catalogue once
             intermediario.retrasa(viaje);
             Medida componente;
@@ -169,7 +98,7 @@ namespace {
                 componente.mide([&] { guarda(banco); });
             const auto viajes = (intermediario.viajes() - antes) / veces;
             for (std::size_t i = 0; i < veces; ++i)
-                bare.mide([&] { repite(guiones[i], gestion.get(), contabilidad.get()); });
+                bare.mide([&] { suelo.repite(guiones[i]); });
             std::printf("Round trips of %s ms more, %zu a save\n", nombre.c_str(), viajes);
             componente.escribe("through the component");
             bare.escribe("bare libpq");
@@ -211,10 +140,9 @@ namespace {
                 guarda(banco);
         });
         const double bare = por_segundo(puestos, guiones.size(), [&](std::size_t puesto) {
-            const auto gestion = abre("desnudo_" + nombre, "orvalin");
-            const auto contabilidad = abre("desnudo_" + nombre, "dbo");
+            SueloPostgresql suelo(servidor().direccion("desnudo_" + nombre));
             for (std::size_t i = puesto; i < guiones.size(); i += paso)
-                repite(guiones[i], gestion.get(), contabilidad.get());
+                suelo.repite(guiones[i]);
         });
         std::printf("  %d   component %7.1f saves/s   bare libpq %7.1f saves/s   %.2f\n", puestos, componente,
             bare, componente / bare);
@@ -228,7 +156,7 @@ int main()
     using namespace atipicos::bench;
     try {
         prepara_plantilla();
-        const auto guiones = transcribe(400);
+        const auto guiones = aprende(400);
         compara_uno(guiones);
         for (const int viaje : { 1, 5, 20 })
             compara_lejos(guiones, std::chrono::milliseconds(viaje));

@@ -1,9 +1,9 @@
 // What the charge browser costs over 100,000 charges: from Enter in the last date to the painted list against
 // the same statement through bare libsqlite3, read and joined by tabs; memory for each row against its text;
 // Page Down and the order by a heading.
-#include "bench/CienMilCargos.hpp"
 #include "bench/ListaDesnuda.hpp"
 #include "bench/Medida.hpp"
+#include "bench/MuchosCargos.hpp"
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 #include "context/modComun.hpp"
 #include "controls/VSFlexGrid.hpp"
@@ -65,7 +65,7 @@ namespace {
         opciones.datos = datos;
         app::Sesion sesion(opciones);
         const auto base = abre(datos / "orvalin.db", true, datos / "bexmor.db");
-        ejecuta(base.get(), cien_mil_cargos);
+        ejecuta(base.get(), muchos_cargos(100'000));
         const auto sql
             = dynamic_cast<sqlite::Connection&>(*sesion.bases.orvalin)
                   .reescribe(instruccion_lista({ "01/01/2026", "31/12/2026" }, 1, 1), Donde::aqui());

@@ -56,7 +56,7 @@ namespace {
 Date frmCompras_Atipicos_Visor::sin_rango() { return Date::de_dia(1900, 1, 1).value_or(Date{}); }
 
 frmCompras_Atipicos_Visor::frmCompras_Atipicos_Visor(QWidget* parent)
-    : Formulario(parent, Qt::Window)
+    : FormularioCargable("frmCompras_Atipicos_Visor", parent)
     , m_ui(std::make_unique<Ui::frmCompras_Atipicos_Visor>())
 {
     m_ui->setupUi(this);
@@ -107,22 +107,6 @@ void frmCompras_Atipicos_Visor::conecta()
 
 // Search and list
 
-void frmCompras_Atipicos_Visor::Show(int Modal, QWidget* OwnerForm)
-{
-    if (!m_cargado) {
-        setParent(OwnerForm, windowFlags());
-        m_cargado = true;
-        atrapa("Form_Load", &frmCompras_Atipicos_Visor::Form_Load);
-    }
-    if (Modal != 0) {
-        exec();
-        return;
-    }
-    show();
-    raise();
-    activateWindow();
-}
-
 void frmCompras_Atipicos_Visor::Form_Load()
 {
     empieza_vacio();
@@ -166,21 +150,6 @@ void frmCompras_Atipicos_Visor::pone_filtros()
     m_ui->txtProveedor->set_Codigo(abierto.Proveedor);
     m_ui->txtProveedor->Buscar();
 }
-
-void frmCompras_Atipicos_Visor::Form_Unload()
-{
-    m_cargado = false;
-    emit Descargado();
-}
-
-void frmCompras_Atipicos_Visor::done(int resultado)
-{
-    if (m_cargado)
-        Form_Unload();
-    Formulario::done(resultado);
-}
-
-void frmCompras_Atipicos_Visor::reject() { done(Rejected); }
 
 FiltroAtipicos frmCompras_Atipicos_Visor::filtro() const
 {
@@ -404,7 +373,7 @@ void frmCompras_Atipicos_Visor::keyPressEvent(QKeyEvent* tecla)
         m_ui->Tabs->setCurrentIndex(documentos);
         m_ui->vsCab->setFocus();
     } else
-        Formulario::keyPressEvent(tecla);
+        FormularioCargable::keyPressEvent(tecla);
 }
 
 } // namespace atipicos

@@ -2,7 +2,7 @@
 
 #include "browser/DetalleAtipico.hpp"
 #include "browser/ListaAtipicos.hpp"
-#include "controls/Formulario.hpp"
+#include "controls/FormularioCargable.hpp"
 #include "runtime/Date.hpp"
 
 #include <cstdint>
@@ -23,7 +23,7 @@ class qvMaskEdBox;
 ///
 /// The form loads itself at each `Show`, with the filters below; without any of them it offers those of the
 /// user's last search.
-class frmCompras_Atipicos_Visor final : public Formulario {
+class frmCompras_Atipicos_Visor final : public FormularioCargable {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmCompras_Atipicos_Visor)
 public:
@@ -40,24 +40,13 @@ public:
     Date Fecha_Inicial = sin_rango();
     Date Fecha_Final = sin_rango();
 
-    /// Loads the form, unless it is loaded, and shows it; with `Modal` not 0 it returns when it is closed.
-    void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
-
-public slots:
-    void done(int resultado) override; ///< closing unloads the form
-    void reject() override; ///< the close box
-
-signals:
-    void Descargado(); ///< the form has been unloaded
-
 protected:
+    void Form_Load() override;
     void keyPressEvent(QKeyEvent* tecla) override;
 
 private:
     // Search and list
     void conecta();
-    void Form_Load();
-    void Form_Unload();
     void empieza_vacio();
     void pone_filtros();
     void txtFechaF_KeyPress();
@@ -91,7 +80,6 @@ private:
     void enlaza(QPushButton& boton, const char* procedimiento, Accion accion);
 
     std::unique_ptr<Ui::frmCompras_Atipicos_Visor> m_ui;
-    bool m_cargado = false;
 };
 
 } // namespace atipicos

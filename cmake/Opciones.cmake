@@ -9,9 +9,19 @@ target_compile_options(atipicos_opciones INTERFACE
     -Wno-restrict # GCC 12 sees overlaps in std::string that are not there (bug 105651)
     # The paths in error places are those of the project, whoever builds it and wherever.
     "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+if(WIN32)
+    # The system's interfaces have no virtual destructors: objects are destroyed by their last Release.
+    target_compile_options(atipicos_opciones INTERFACE -Wno-non-virtual-dtor)
+endif()
 if(ATIPICOS_SANITIZADORES)
     target_compile_options(atipicos_opciones INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -Wno-null-dereference)
+    target_link_options(atipicos_opciones INTERFACE -fsanitize=address,undefined)
+endif()
+if(ATIPICOS_FUZZ)
+    target_compile_options(atipicos_opciones INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+        -Wno-error -Wno-unknown-warning-option)
     target_link_options(atipicos_opciones INTERFACE -fsanitize=address,undefined)
 endif()
 

@@ -2,6 +2,10 @@
 
 #include "context/frmMsg.hpp"
 
+#include <QApplication>
+#include <QEventLoop>
+#include <QPointer>
+
 namespace atipicos::modMsgOp {
 
 namespace {

@@ -6,6 +6,7 @@
 #include "controls/VSFlexGrid.hpp"
 #include "runtime/Formato.hpp"
 
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLabel>

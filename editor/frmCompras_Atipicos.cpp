@@ -39,7 +39,7 @@ namespace {
 }
 
 frmCompras_Atipicos::frmCompras_Atipicos(QWidget* parent)
-    : Formulario(parent, Qt::Window)
+    : FormularioCargable("frmCompras_Atipicos", parent)
     , m_ui(std::make_unique<Ui::frmCompras_Atipicos>())
 {
     m_ui->setupUi(this);
@@ -85,24 +85,8 @@ void frmCompras_Atipicos::conecta()
 
 // Opening and loading
 
-void frmCompras_Atipicos::Show(int Modal, QWidget* OwnerForm)
-{
-    if (!m_cargado) {
-        setParent(OwnerForm, windowFlags());
-        trap("frmCompras_Atipicos:Form_Load", [this] { Form_Load(); });
-    }
-    if (Modal != 0) {
-        exec();
-        return;
-    }
-    show();
-    raise();
-    activateWindow();
-}
-
 void frmCompras_Atipicos::Form_Load()
 {
-    m_cargado = true;
     prepara_rejilla();
     empieza_vacio();
     Nuevo_Atipico();
@@ -162,19 +146,8 @@ void frmCompras_Atipicos::prepara_rejilla()
 void frmCompras_Atipicos::Form_Unload()
 {
     m_ui->fraLin->Suelta();
-    m_cargado = false;
     m_edicion = {};
-    emit Descargado();
 }
-
-void frmCompras_Atipicos::done(int resultado)
-{
-    if (m_cargado)
-        Form_Unload();
-    Formulario::done(resultado);
-}
-
-void frmCompras_Atipicos::reject() { done(Rejected); }
 
 void frmCompras_Atipicos::Nuevo_Atipico()
 {
@@ -448,7 +421,7 @@ void frmCompras_Atipicos::keyPressEvent(QKeyEvent* tecla)
     default:
         break;
     }
-    Formulario::keyPressEvent(tecla);
+    FormularioCargable::keyPressEvent(tecla);
 }
 
 bool frmCompras_Atipicos::hay_lineas() const { return !m_edicion.filas().empty(); }

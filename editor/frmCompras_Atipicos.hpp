@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/Formulario.hpp"
+#include "controls/FormularioCargable.hpp"
 #include "editor/CargoGrabado.hpp"
 #include "editor/EdicionAtipico.hpp"
 
@@ -18,7 +18,7 @@ namespace atipicos {
 ///
 /// The form loads itself at each `Show`. With `Codigo` empty it is a new charge; else the charge of `Codigo`,
 /// `Ejercicio` and `Almacen` is loaded to be changed. After a save or a cancel it is a new charge again.
-class frmCompras_Atipicos final : public Formulario {
+class frmCompras_Atipicos final : public FormularioCargable {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmCompras_Atipicos)
 public:
@@ -33,27 +33,16 @@ public:
     std::int16_t Almacen = 0;
     std::string Codigo;
 
-    /// Loads the form, unless it is loaded, and shows it; with `Modal` not 0 it returns when the form is
-    /// closed.
-    void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
-
     [[nodiscard]] bool hay_lineas() const; ///< a charge is keyed in that has not been saved
 
-public slots:
-    void done(int resultado) override; ///< closing unloads the form; an unsaved charge is dropped
-    void reject() override; ///< the close box: as `cmdSalir`
-
-signals:
-    void Descargado(); ///< the form has been unloaded
-
 protected:
+    void Form_Load() override;
+    void Form_Unload() override; ///< an unsaved charge is dropped
     void keyPressEvent(QKeyEvent* tecla) override;
 
 private:
     // Opening and loading
     void conecta();
-    void Form_Load();
-    void Form_Unload();
     void empieza_vacio();
     void prepara_rejilla();
     void Nuevo_Atipico();
@@ -85,7 +74,6 @@ private:
 
     std::unique_ptr<Ui::frmCompras_Atipicos> m_ui;
     EdicionAtipico m_edicion;
-    bool m_cargado = false;
     bool m_guardando = false; ///< a second accept while the first is at work does nothing
 };
 

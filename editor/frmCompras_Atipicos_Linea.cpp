@@ -17,7 +17,7 @@ namespace {
 }
 
 frmCompras_Atipicos_Linea::frmCompras_Atipicos_Linea(QWidget* parent)
-    : QGroupBox(parent)
+    : QFrame(parent)
     , m_ui(std::make_unique<Ui::frmCompras_Atipicos_Linea>())
 {
     m_ui->setupUi(this);

@@ -3,7 +3,7 @@
 #include "controls/BuscaArticulo.hpp"
 #include "editor/EdicionAtipico.hpp"
 
-#include <QGroupBox>
+#include <QFrame>
 
 #include <memory>
 #include <optional>
@@ -16,7 +16,7 @@ namespace atipicos {
 
 /// The frame of the editor in which one line is keyed in. Enter always moves on: article, description,
 /// observations, units, cost, amount; in the amount, which only ever shows units × cost, it accepts the line.
-class frmCompras_Atipicos_Linea final : public QGroupBox {
+class frmCompras_Atipicos_Linea final : public QFrame {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmCompras_Atipicos_Linea)
 public:

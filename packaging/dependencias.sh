@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the build needs, if any is missing:
-#     packaging/dependencias.sh [ventanas] [pruebas] [ci]
+#     packaging/dependencias.sh [ventanas] [pruebas] [medidas] [ci]
 #   (none)    what the program is built with, without windows
 #   ventanas  also what its windows are built and shown with
 #   pruebas   also what the tests and benchmarks are built and run with
-#   ci        also what the checks of the source need, and a spooler for the test of printing
+#   medidas   also what packaging/cobertura.sh and tests/fuzz/corre.sh need
+#   ci        also what the checks of the source need, a spooler for the test of printing, and what the component for
+#             Windows is built and tried with
 set -euo pipefail
 
 paquetes=(cmake g++ libcli11-dev libcsv-dev libpq-dev libsqlite3-dev libssl-dev libxlsxwriter-dev ninja-build
@@ -13,10 +15,13 @@ for para in "$@"; do
     case "$para" in
         ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
         pruebas)
-            paquetes+=(libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc odbc-postgresql
+            paquetes+=(dpkg-dev file libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc odbc-postgresql
                 poppler-utils postgresql python3 sqlite3 unzip xauth xdotool xvfb)
             ;;
-        ci) paquetes+=(clang-format clang-tidy cups) ;;
+        medidas) paquetes+=(clang gcovr) ;;
+        ci)
+            paquetes+=(clang-format clang-tidy cups g++-mingw-w64-x86-64-posix make tcl wine wine64)
+            ;;
         *)
             echo "packaging/dependencias.sh: no se conoce «$para»" >&2
             exit 2

@@ -59,7 +59,7 @@ namespace {
             cifras = texto;
             return true;
         }
-        const bool signo = !entera.empty() && (entera[0] == '-' || entera[0] == '+');
+        const bool signo = entera[0] == '-' || entera[0] == '+';
         const auto primer_grupo = primero - (signo ? 1 : 0);
         if (primer_grupo < 1 || primer_grupo > 3)
             return false;

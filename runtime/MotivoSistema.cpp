@@ -19,7 +19,9 @@ std::string motivo_sistema(int numero)
     case EROFS:
         return "el disco es de sólo lectura";
     case ENOSPC:
+#ifdef EDQUOT
     case EDQUOT:
+#endif
         return "no queda sitio en el disco";
     case EFBIG:
         return "el fichero es demasiado grande";
@@ -31,7 +33,9 @@ std::string motivo_sistema(int numero)
     case ENFILE:
         return "hay demasiados ficheros abiertos";
     case EBUSY:
+#ifdef ETXTBSY
     case ETXTBSY:
+#endif
         return "está en uso";
     case EIO:
         return "el disco ha fallado";

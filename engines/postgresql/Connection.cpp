@@ -34,6 +34,13 @@ namespace {
 
     Oid numero(std::string_view texto) { return static_cast<Oid>(std::strtoul(texto.data(), nullptr, 10)); }
 
+    constexpr std::string_view bloqueando = "\nFOR UPDATE";
+
+    bool solo_lee(std::string_view sql)
+    {
+        return sql::iguales(sql::primera_palabra(sql), "SELECT") && !sql.ends_with(bloqueando);
+    }
+
 }
 
 Connection::Connection(const Opciones& opciones, Donde donde)
@@ -65,7 +72,7 @@ Respuesta Connection::pide(const std::string& sql, Donde donde)
 
 Respuesta Connection::pide_bloqueando(const std::string& sql, Donde donde)
 {
-    const auto reescrita = reescribe(sql, donde) + "\nFOR UPDATE";
+    const auto reescrita = reescribe(sql, donde).append(bloqueando);
     auto respuesta = ejecuta(reescrita, {}, donde);
     if (PQntuples(respuesta.get()) > 0)
         return respuesta;
@@ -82,37 +89,41 @@ Respuesta Connection::ejecuta(const std::string& sql, std::span<const Variant> v
     for (const auto& valor : valores)
         textos.push_back(texto_de(valor, donde));
     const Orden orden{ sql.c_str(), textos };
-    return m_en_transaccion ? ejecuta_protegida(orden, donde) : ejecuta_sola(orden, donde);
+    return m_en_transaccion ? ejecuta_protegida(orden, donde) : ejecuta_fuera({ orden }, donde);
 }
 
+/// A transaction always stands behind the savepoint `s`: whatever fails goes back to it, and what has changed
+/// or locked something moves it along in the same exchange.
 Respuesta Connection::ejecuta_protegida(const Orden& orden, Donde donde)
 {
-    auto respuestas = m_enlace.intercambia({ guarda_punto, orden, suelta_punto }, donde);
-    if (es_error(respuestas[0]))
-        throw error_de(respuestas[0], orden.sql, donde);
-    if (es_error(respuestas[1])) {
-        static_cast<void>(m_enlace.intercambia({ { "ROLLBACK TO s" }, suelta_punto }, donde));
-        throw error_de(respuestas[1], orden.sql, donde);
+    auto respuestas = solo_lee(orden.sql)
+        ? m_enlace.intercambia({ orden }, donde)
+        : m_enlace.intercambia({ orden, suelta_punto, guarda_punto }, donde);
+    const auto fallida = std::find_if(respuestas.begin(), respuestas.end(), es_error);
+    if (fallida != respuestas.end()) {
+        static_cast<void>(m_enlace.intercambia({ { "ROLLBACK TO s" } }, donde));
+        throw error_de(*fallida, orden.sql, donde);
     }
-    return std::move(respuestas[1]);
+    return std::move(respuestas.front());
 }
 
-Respuesta Connection::ejecuta_sola(const Orden& orden, Donde donde)
+Respuesta Connection::ejecuta_fuera(std::initializer_list<Orden> ordenes, Donde donde)
 {
+    const auto* const primera = ordenes.begin()->sql;
     std::vector<Respuesta> respuestas;
     try {
-        respuestas = m_enlace.intercambia({ orden }, donde);
+        respuestas = m_enlace.intercambia(ordenes, donde);
     } catch (const ErrorBaseDatos&) {
         // A line that went dead while it was idle is no news to anybody: what has changed nothing is
         // repeated.
-        if (!sql::no_cambia_nada(orden.sql))
+        if (!sql::no_cambia_nada(primera))
             throw;
         asegura_enlace(donde);
-        respuestas = m_enlace.intercambia({ orden }, donde);
+        respuestas = m_enlace.intercambia(ordenes, donde);
     }
-    if (es_error(respuestas[0]))
-        throw error_de(respuestas[0], orden.sql, donde);
-    return std::move(respuestas[0]);
+    if (es_error(respuestas.front()))
+        throw error_de(respuestas.front(), primera, donde);
+    return std::move(respuestas.front());
 }
 
 void Connection::BeginTrans(Donde donde)
@@ -120,7 +131,8 @@ void Connection::BeginTrans(Donde donde)
     if (m_en_transaccion)
         throw ErrorBaseDatos(Categoria::instruccion, fuente,
             "Ya hay una transacción abierta en esta conexión.", "BEGIN", donde);
-    static_cast<void>(ejecuta("BEGIN", {}, donde));
+    asegura_enlace(donde);
+    static_cast<void>(ejecuta_fuera({ { "BEGIN" }, guarda_punto }, donde));
     m_en_transaccion = true;
 }
 

@@ -4,6 +4,7 @@
 #include "engines/sql/Reescritura.hpp"
 #include "platform/adodb/Connection.hpp"
 
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <set>
@@ -22,9 +23,10 @@ struct TablaConClave {
 
 /// A connection to a PostgreSQL server on which statements mean what they mean on SQL Server.
 ///
-/// Inside a transaction each statement travels between a savepoint and its release in one round trip, so that
-/// one that fails undoes itself alone. A lost connection is opened again between transactions: by a query or
-/// the beginning of a transaction that finds it lost, or by the operation after the one that was told so.
+/// Inside a transaction a savepoint stands behind the last change, moved along in the round trip of the
+/// statement that makes it, so that one that fails undoes itself alone. Queries leave it where it is: they
+/// call no function that writes. A lost connection is opened again between transactions: by a query or the
+/// beginning of a transaction that finds it lost, or by the operation after the one that was told so.
 ///
 /// Only one thread at a time may use a connection and its recordsets.
 class Connection final : public adodb::Connection {
@@ -58,7 +60,8 @@ public:
 private:
     Connection(const Opciones& opciones, Donde donde);
     [[nodiscard]] Respuesta ejecuta_protegida(const Orden& orden, Donde donde);
-    [[nodiscard]] Respuesta ejecuta_sola(const Orden& orden, Donde donde);
+    /// Outside a transaction; gives the answer to the first.
+    [[nodiscard]] Respuesta ejecuta_fuera(std::initializer_list<Orden> ordenes, Donde donde);
     void lee_catalogo(Donde donde);
     void asegura_enlace(Donde donde);
     void comprueba_transaccion(const char* instruccion, Donde donde) const; ///< that one is open

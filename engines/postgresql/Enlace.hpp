@@ -33,12 +33,11 @@ using Texto = std::optional<std::string>; ///< a value as it travels to the serv
 struct Orden {
     const char* sql = ""; ///< or the name of a prepared one
     std::span<const Texto> valores = {};
-    bool preparada = false;
 };
 
-/// The statements that stand around each one of a transaction, prepared when the line is opened.
-inline constexpr Orden guarda_punto{ .sql = "guarda", .preparada = true }; ///< SAVEPOINT s
-inline constexpr Orden suelta_punto{ .sql = "suelta", .preparada = true }; ///< RELEASE s
+/// The statements that move a savepoint along.
+inline constexpr Orden guarda_punto{ "SAVEPOINT s" };
+inline constexpr Orden suelta_punto{ "RELEASE s" };
 
 /// The line to the server: opens it with the settings of the session and exchanges statements for answers.
 class Enlace {
@@ -47,7 +46,8 @@ public:
     Enlace(const Opciones& opciones, Donde donde);
 
     /// Sends the statements together and waits for all their answers: one round trip, whatever their number.
-    /// After one that fails the server skips the rest. Raises an error only when the line is lost.
+    /// After one that fails the server skips the rest, which may be without an answer. Raises an error only
+    /// when the line is lost.
     [[nodiscard]] std::vector<Respuesta> intercambia(std::initializer_list<Orden> ordenes, Donde donde);
 
     [[nodiscard]] bool perdido() const noexcept { return m_perdido; }
@@ -60,7 +60,9 @@ private:
     };
 
     void comprueba_abierta(Donde donde);
-    void prepara(Donde donde);
+    [[nodiscard]] std::vector<Respuesta> intercambia_texto(std::initializer_list<Orden> ordenes, Donde donde);
+    [[nodiscard]] std::vector<Respuesta> intercambia_en_fila(
+        std::initializer_list<Orden> ordenes, Donde donde);
     void envia(const Orden& orden, Donde donde);
     [[nodiscard]] std::vector<Respuesta> recibe(std::size_t cuantas, const char* instruccion, Donde donde);
     [[noreturn]] void falla(std::string_view instruccion, Donde donde);

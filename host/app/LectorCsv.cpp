@@ -27,7 +27,7 @@ namespace {
         std::vector<FilaCsv> lee(std::string_view contenido)
         {
             for (std::size_t i = 0; i < contenido.size();) {
-                const auto fin = std::min(contenido.find('\n', i), contenido.size() - 1) + 1;
+                const auto fin = fin_de_linea(contenido, i);
                 ++m_linea;
                 if (!m_a_medias)
                     m_fila.numero = m_linea;
@@ -46,6 +46,14 @@ namespace {
         }
 
     private:
+        /// Past the end of the line that begins at `i`: a line feed, a carriage return, or both.
+        static std::size_t fin_de_linea(std::string_view contenido, std::size_t i)
+        {
+            const auto marca = std::min(contenido.find_first_of("\r\n", i), contenido.size() - 1);
+            const bool ambos = contenido.substr(marca, 2) == "\r\n";
+            return marca + (ambos ? 2 : 1);
+        }
+
         [[nodiscard]] bool entre_comillas() const { return m_csv.quoted != 0; }
 
         [[noreturn]] void mal_entrecomillada() const

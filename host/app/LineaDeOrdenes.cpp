@@ -93,7 +93,7 @@ namespace {
         return texto; // from our own checks
     }
 
-    void agrega_cargo(CLI::App& orden, OpcionesCargo& opciones)
+    void agrega_cargo(CLI::App& orden, auto& opciones)
     {
         orden.add_option("CODIGO", opciones.codigo, "Código del cargo, como AT260001")->required();
         orden.add_option("--ejercicio", opciones.ejercicio, "Ejercicio del cargo")
@@ -107,8 +107,10 @@ namespace {
         OpcionesRegistrar registrar;
         OpcionesListar listar;
         OpcionesCargo cargo;
+        OpcionesContabilizar contabilizar;
         OpcionesImprimir imprimir;
         bool vacia = false;
+        bool proponer = false;
         std::string desde;
         std::string hasta;
     };
@@ -214,8 +216,18 @@ namespace {
 
         declara_imprimir(app, todo);
 
-        comun(app.add_subcommand("verificar", "Comprueba las bases de datos enteras, sin cambiar nada"),
-            todo.comunes);
+        auto* verificar
+            = comun(app.add_subcommand("verificar", "Comprueba las bases de datos enteras, sin cambiar nada"),
+                todo.comunes);
+        verificar->add_flag("--proponer", todo.proponer,
+            "También dice los pasos que arreglarían lo que difiere, sin dar ninguno");
+
+        auto* contabilizar
+            = comun(app.add_subcommand("contabilizar", "Contabiliza un cargo que ha quedado sin asiento"),
+                todo.comunes);
+        agrega_cargo(*contabilizar, todo.contabilizar);
+        contabilizar->add_flag(
+            "--franquiciado", todo.contabilizar.franquiciado, "El cargo es de un franquiciado");
     }
 
     void comprueba(const std::string& valor, std::initializer_list<const char*> admitidos)
@@ -258,7 +270,9 @@ namespace {
         }
         if (orden == "eliminar")
             return eliminar(todo.comunes, todo.cargo);
-        return verificar(todo.comunes);
+        if (orden == "contabilizar")
+            return contabilizar(todo.comunes, todo.contabilizar);
+        return verificar(todo.comunes, todo.proponer);
     }
 
 }

@@ -50,6 +50,13 @@ struct OpcionesCargo {
     bool si = false; ///< of `eliminar`: without asking
 };
 
+struct OpcionesContabilizar {
+    std::string codigo;
+    std::int16_t ejercicio = 0;
+    std::int16_t almacen = 0;
+    bool franquiciado = false; ///< which a stored charge does not remember
+};
+
 struct OpcionesImprimir {
     std::vector<std::string> codigos; ///< with `ejercicio` and `almacen`; empty: those between two dates
     std::int16_t ejercicio = 0;
@@ -67,6 +74,8 @@ int listar(const OpcionesComunes& comunes, const OpcionesListar& opciones);
 int mostrar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
 int eliminar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
 int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones);
-int verificar(const OpcionesComunes& comunes);
+/// Posts a stored charge that has lost its entry, or never had one; refuses one that has it.
+int contabilizar(const OpcionesComunes& comunes, const OpcionesContabilizar& opciones);
+int verificar(const OpcionesComunes& comunes, bool proponer);
 
 } // namespace atipicos::app

@@ -6,6 +6,7 @@
 #include "host/app/ConexionConAnotacion.hpp"
 #include "host/app/FicheroReclamaciones.hpp"
 #include "host/app/Ordenes.hpp"
+#include "host/app/PrevisionesPropuestas.hpp"
 #include "host/app/Progreso.hpp"
 #include "host/app/Sesion.hpp"
 #include "host/app/Tabla.hpp"
@@ -187,13 +188,8 @@ namespace {
                 exige_nueva(reclamacion.referencia, vez);
                 return anotacion(reclamacion.referencia, cargo, vez);
             };
-            const auto resultado = GuardarAtipico(cargo, tecleado, [](const Contabilizacion& datos) {
-                std::vector<Prevision> previsiones;
-                if (datos.GenerarPrevisiones)
-                    for (auto& propuesta : GenerarPrev(datos).previsiones)
-                        previsiones.push_back(std::move(propuesta.prevision));
-                return std::optional(std::move(previsiones));
-            });
+            const auto resultado = GuardarAtipico(cargo, tecleado,
+                [](const Contabilizacion& datos) { return std::optional(previsiones_propuestas(datos)); });
             m_conexion->anotacion = nullptr;
             if (resultado.estado != ResultadoGuardado::Estado::Guardado || resultado.InsertarFallido) {
                 cuenta_fallida(reclamacion, cargo, vez);

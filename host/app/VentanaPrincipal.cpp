@@ -16,6 +16,7 @@
 #include <QPointer>
 #include <QTranslator>
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace atipicos::app {
@@ -31,6 +32,18 @@ namespace {
         throw Error(no_hecho, "atipicos",
             "No hay pantalla en la que abrir la ventana (DISPLAY no está definida). Las órdenes no la "
             "necesitan: atipicos --help");
+    }
+
+    /// A display that is named but does not answer ends the program inside Qt, which says so in English.
+    void dilo_en_castellano(QtMsgType tipo, const QMessageLogContext&, const QString&)
+    {
+        if (tipo != QtFatalMsg)
+            return;
+        std::fputs("atipicos: No se puede abrir la ventana: la pantalla no responde. Compruebe la variable "
+                   "DISPLAY o "
+                   "WAYLAND_DISPLAY. Las órdenes no la necesitan: atipicos --help\n",
+            stderr);
+        std::_Exit(no_hecho);
     }
 
     bool tiene_bases(const std::filesystem::path& carpeta)
@@ -96,7 +109,9 @@ int ventana_principal(const OpcionesVentana& opciones)
     int argc = 1;
     char nombre[] = "atipicos";
     char* argv[] = { nombre, nullptr };
+    const auto anterior = qInstallMessageHandler(&dilo_en_castellano);
     QApplication aplicacion(argc, argv);
+    qInstallMessageHandler(anterior);
     QApplication::setApplicationName(QStringLiteral("atipicos"));
     QApplication::setOrganizationName(QStringLiteral("atipicos"));
     QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));

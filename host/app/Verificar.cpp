@@ -1,11 +1,12 @@
 #include "host/app/Ordenes.hpp"
+#include "host/app/Propuesta.hpp"
 #include "host/app/Verificacion.hpp"
 
 #include <iostream>
 
 namespace atipicos::app {
 
-int verificar(const OpcionesComunes& comunes)
+int verificar(const OpcionesComunes& comunes, bool proponer)
 {
     const auto bases = orvalin::abre_bases(comunes.lugar(), { .solo_lectura = true });
     const auto resultado = verifica(bases);
@@ -23,6 +24,8 @@ int verificar(const OpcionesComunes& comunes)
     else
         std::cout << resultado.diferencias.size()
                   << (resultado.diferencias.size() == 1 ? " diferencia.\n" : " diferencias.\n");
+    if (proponer)
+        std::cout << propone(resultado, comunes);
     return resultado.diferencias.empty() ? hecho : no_hecho;
 }
 

@@ -25,12 +25,29 @@ namespace {
         return -2147467259; // 0x80004005
     }
 
+    Categoria categoria_de(std::int32_t numero)
+    {
+        for (const auto una :
+            { Categoria::instruccion, Categoria::restriccion, Categoria::bloqueo, Categoria::solo_lectura })
+            if (numero_de(una) == numero)
+                return una;
+        return Categoria::otra;
+    }
+
 }
 
 ErrorBaseDatos::ErrorBaseDatos(
     Categoria categoria, std::string fuente, std::string descripcion, std::string instruccion, Donde donde)
     : Error(numero_de(categoria), std::move(fuente), std::move(descripcion), donde)
     , m_categoria(categoria)
+    , m_instruccion(std::move(instruccion))
+{
+}
+
+ErrorBaseDatos::ErrorBaseDatos(
+    std::int32_t numero, std::string fuente, std::string descripcion, std::string instruccion, Donde donde)
+    : Error(numero, std::move(fuente), std::move(descripcion), donde)
+    , m_categoria(categoria_de(numero))
     , m_instruccion(std::move(instruccion))
 {
 }

@@ -31,6 +31,9 @@ class ErrorBaseDatos : public Error {
 public:
     ErrorBaseDatos(Categoria categoria, std::string fuente, std::string descripcion, std::string instruccion,
         Donde donde);
+    /// The same with the number that the database gave, which says its kind where it is one of those above.
+    ErrorBaseDatos(std::int32_t numero, std::string fuente, std::string descripcion, std::string instruccion,
+        Donde donde);
 
     [[nodiscard]] Categoria categoria() const noexcept { return m_categoria; }
     [[nodiscard]] const std::string& instruccion() const noexcept { return m_instruccion; }

@@ -1,5 +1,7 @@
 #include "host/app/FicheroReclamaciones.hpp"
 
+#include "host/app/LectorCsv.hpp"
+
 #include <gmock/gmock.h>
 
 namespace atipicos::app {
@@ -68,6 +70,15 @@ namespace {
         ASSERT_THAT(leidas.todas, SizeIs(1));
         EXPECT_EQ(leidas.todas[0].lineas.at(0).descripcion, "Año");
         EXPECT_EQ(leidas.todas[0].lineas.at(0).costo.texto(), "2.0000");
+    }
+
+    TEST(FicheroReclamaciones, a_carriage_return_alone_ends_a_row_too_and_rows_are_counted)
+    {
+        const auto filas = lee_csv("a;b\rc;d\r\re;f\r\ng;h\n");
+        std::vector<int> numeros;
+        for (const auto& fila : filas)
+            numeros.push_back(fila.numero);
+        EXPECT_THAT(numeros, testing::ElementsAre(1, 2, 4, 5));
     }
 
     TEST(FicheroReclamaciones, quoted_fields_hold_separators_quotes_and_line_breaks)

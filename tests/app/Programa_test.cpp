@@ -46,6 +46,19 @@ namespace {
         }
     }
 
+    TEST(Programa, a_display_that_does_not_answer_is_said_in_spanish)
+    {
+        if (!ATIPICOS_CON_VENTANAS)
+            GTEST_SKIP() << "built without windows";
+        const pruebas::Programa programa;
+        const auto ejecucion = programa("", "env -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM DISPLAY=:9999");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_EQ(ejecucion.errores,
+            "atipicos: No se puede abrir la ventana: la pantalla no responde. Compruebe la variable DISPLAY "
+            "o "
+            "WAYLAND_DISPLAY. Las órdenes no la necesitan: atipicos --help\n");
+    }
+
     TEST(Programa, wrong_usage_is_status_2_in_spanish)
     {
         const pruebas::Programa programa;

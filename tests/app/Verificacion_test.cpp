@@ -96,6 +96,24 @@ namespace {
                 "ejercicio 2026) es del documento AT260001 del almacén 2."));
     }
 
+    TEST(Verificacion, of_two_charges_alike_the_entry_is_the_later_ones)
+    {
+        pruebas::Banco banco;
+        banco.guarda({}, 2);
+        banco.guarda({}, 1); // the same amount, the same day, the same code
+        auto& gestion = *banco.bases().orvalin;
+        gestion.Execute(
+            "UPDATE Proveedores_Cargos_Atipicos SET Asiento = 1, Hora = '21/11/2026 8:00:00' WHERE "
+            "Cod_Almacen = 1");
+        EXPECT_EQ(verifica(banco.bases()).sin_asiento.at(0).cargo.almacen, 1);
+        gestion.Execute("UPDATE Proveedores_Cargos_Atipicos SET Hora = '21/11/2026 9:30:00' WHERE "
+                        "Cod_Almacen = 1");
+        const auto otra = verifica(banco.bases());
+        ASSERT_EQ(otra.sin_asiento.size(), 1U);
+        EXPECT_EQ(otra.sin_asiento.at(0).cargo.almacen, 2);
+        EXPECT_EQ(otra.sin_asiento.at(0).asiento, (ClaveAsiento{ 1, 2026, 1 }));
+    }
+
     TEST(Verificacion, counts_everything_and_an_entry_left_without_charge_is_no_difference)
     {
         pruebas::Banco banco;

@@ -19,6 +19,11 @@ struct EscenaVisor {
     Banco banco;
     frmCompras_Atipicos_Visor form;
 
+    explicit EscenaVisor(const Sede& sede = en_carpeta())
+        : banco(sede)
+    {
+    }
+
     /// With the range of days in which the charges of `banco` lie.
     void abre(const char* desde = "01/11/2026", const char* hasta = "30/11/2026")
     {

@@ -118,6 +118,44 @@ private slots:
         }
     }
 
+    void a_lost_connection_at_every_operation_data()
+    {
+        QTest::addColumn<int>("sede");
+        QTest::addColumn<int>("paso");
+        QTest::newRow("sqlite") << 0 << 1;
+        QTest::newRow("postgresql") << 1 << 4;
+    }
+
+    /// Nothing, all, or the charge without its entry: and the clerk is told.
+    void a_lost_connection_at_every_operation()
+    {
+        QFETCH(const int, sede);
+        QFETCH(const int, paso);
+        const auto donde = sedes().at(static_cast<std::size_t>(sede));
+        if (!donde.falta.empty())
+            QSKIP(donde.falta.c_str());
+        const Oficinista oficinista;
+        for (std::size_t n = 1;; n += static_cast<std::size_t>(paso)) {
+            EscenaEditor escena(donde);
+            escena.abre();
+            teclea_cargo();
+            escena.banco.parte->dichas.clear();
+            escena.banco.parte->conexion_perdida = true;
+            escena.banco.parte->falla_en = n;
+            clic(*escena.form, "cmdAceptar");
+            if (escena.banco.parte->dichas.size() < n)
+                break;
+            const auto cual = std::to_string(n);
+            QVERIFY2(!escena.banco.titulos().empty(), cual.c_str());
+            QVERIFY2(escena.form->isVisible(), cual.c_str());
+            const auto estado = escena.banco.estado();
+            const auto cargos = estado.at("Proveedores_Cargos_Atipicos");
+            QVERIFY2(estado.at("Proveedores_Cargos_Atipicos_Lineas") == 3 * cargos, cual.c_str());
+            QVERIFY2(estado.at("Bexmor.dbo.Asientos") <= cargos, cual.c_str());
+            QVERIFY2(estado.at("Bexmor.dbo.Apuntes") == 7 * estado.at("Bexmor.dbo.Asientos"), cual.c_str());
+        }
+    }
+
 private:
     static std::string en_una_linea(const std::vector<std::string>& titulos)
     {

@@ -19,7 +19,10 @@ struct EscenaEditor {
     Banco banco;
     std::unique_ptr<frmCompras_Atipicos> form = std::make_unique<frmCompras_Atipicos>();
 
-    EscenaEditor() = default;
+    explicit EscenaEditor(const Sede& sede = en_carpeta())
+        : banco(sede)
+    {
+    }
     explicit EscenaEditor(const std::string& codigo, std::int16_t almacen = 1, std::int16_t ejercicio = 2026)
     {
         abre(codigo, almacen, ejercicio);

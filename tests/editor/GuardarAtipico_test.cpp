@@ -231,5 +231,16 @@ namespace {
         EXPECT_THAT(contexto.contabilidad->dichas, ElementsAre("BEGIN", "ROLLBACK"));
     }
 
+    TEST(MensajeGuardado, tells_code_and_entry_and_only_the_code_of_one_that_was_not_posted)
+    {
+        ResultadoGuardado resultado;
+        resultado.Codigo = "AT260007";
+        EXPECT_EQ(mensaje_guardado(resultado),
+            (Mensaje{ "Atípico AT260007 generado correctamente.", "¡ Atención !", Icono::informacion }));
+        resultado.Asiento = 31;
+        EXPECT_EQ(
+            mensaje_guardado(resultado).texto, "Atípico AT260007 generado correctamente.\r\nAsiento: 31");
+    }
+
 }
 }

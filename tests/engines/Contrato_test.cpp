@@ -1,9 +1,11 @@
 // What every engine must do. An engine joins by describing itself in `motores()`.
+#include "engines/ado/Connection.hpp"
 #include "engines/odbc/Connection.hpp"
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Guion.hpp"
 #include "engines/sql/Postgresql.hpp"
 #include "engines/sqlite/Connection.hpp"
+#include "tests/support/AdoDePrueba.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/ControladorOdbc.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
@@ -74,6 +76,18 @@ namespace {
 
     protected:
         pruebas::CarpetaTemporal m_carpeta;
+    };
+
+    /// The host's own connection, late bound, here over SQLite.
+    class SitioAdo final : public Sitio {
+    public:
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return std::make_shared<ado::Connection>(pruebas::ado_de(m_sqlite.abre(espera)));
+        }
+
+    private:
+        SitioSqlite m_sqlite;
     };
 
     class SitioPostgresql : public Sitio {
@@ -174,6 +188,7 @@ namespace {
     {
         const auto sin_postgresql = pruebas::ServidorPostgresql::falta();
         return { { "sqlite", "", std::make_unique<SitioSqlite>, Categoria::bloqueo },
+            { "ado", "", std::make_unique<SitioAdo>, Categoria::bloqueo },
             { "postgresql", sin_postgresql, std::make_unique<SitioPostgresql>, std::nullopt },
             { "odbc_postgresql",
                 sin_postgresql + pruebas::falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),

@@ -106,7 +106,39 @@ namespace {
             << "a BIT is 0 or 1";
     }
 
-    TEST_F(PostgresqlConnection, a_statement_is_one_round_trip_also_between_its_savepoints)
+    TEST_F(PostgresqlConnection, what_was_changed_and_locked_before_a_query_outlives_a_failure_after_it)
+    {
+        conexion->Execute("INSERT INTO t (Id) VALUES (1)");
+        conexion->BeginTrans();
+        auto rs = conexion->CreateRecordset();
+        rs->Open("SELECT * FROM t WHERE Id =1", CursorType::Keyset, LockType::Pessimistic);
+        EXPECT_THROW(conexion->Execute("INSERT INTO t (Id) VALUES (1)"), ErrorBaseDatos);
+        const auto otra = abre({ .espera = std::chrono::milliseconds(50) });
+        EXPECT_EQ(fallo_de([&] { otra->Execute("DELETE FROM t"); }).categoria, Categoria::bloqueo);
+        conexion->Execute("INSERT INTO t (Id) VALUES (2)");
+        EXPECT_EQ(primero("SELECT COUNT(*) FROM t"), "2");
+        EXPECT_THROW(static_cast<void>(primero("SELECT 1/0")), ErrorBaseDatos);
+        conexion->CommitTrans();
+        EXPECT_EQ(primero("SELECT COUNT(*) FROM t"), "2");
+    }
+
+    TEST_F(PostgresqlConnection, no_text_that_only_the_server_would_cut_in_two_is_two_statements)
+    {
+        for (const bool dentro : { false, true }) {
+            if (dentro)
+                conexion->BeginTrans();
+            EXPECT_THAT(fallo_de([&] {
+                conexion->Execute("INSERT INTO t (Id, Texto) VALUES (1, $$ ' $$); DROP TABLE t --')");
+            }).descripcion,
+                EndsWith("[SQLSTATE 42601]"));
+            conexion->Execute(
+                dentro ? "UPDATE t SET Texto ='a;b'" : "INSERT INTO t (Id, Texto) VALUES (1, 'x;y')");
+        }
+        conexion->CommitTrans();
+        EXPECT_EQ(primero("SELECT Texto FROM t"), "a;b");
+    }
+
+    TEST_F(PostgresqlConnection, a_statement_is_one_round_trip_also_with_its_savepoint)
     {
         const auto idas = [&](const std::function<void()>& trabajo) {
             std::FILE* traza = std::tmpfile();
@@ -117,7 +149,8 @@ namespace {
             int cuantas = 0;
             std::array<char, 65'536> linea{};
             while (std::fgets(linea.data(), linea.size(), traza) != nullptr)
-                cuantas += std::string_view(linea.data()).find("\tSync") != std::string_view::npos ? 1 : 0;
+                for (const auto* mensaje : { "\tSync", "\tQuery" })
+                    cuantas += std::string_view(linea.data()).find(mensaje) != std::string_view::npos ? 1 : 0;
             std::fclose(traza);
             return cuantas;
         };

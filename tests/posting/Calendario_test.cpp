@@ -75,6 +75,8 @@ namespace {
     {
         EXPECT_EQ(AjustarDiaPago(dia("15/06/2026"), 25, 10), dia("15/06/2026"));
         EXPECT_EQ(AjustarDiaPago(dia("05/06/2026"), 25, 10), dia("25/06/2026"));
+        EXPECT_EQ(AjustarDiaPago(dia("10/06/2026"), 25, 10), dia("25/06/2026")) << "on the second one";
+        EXPECT_EQ(AjustarDiaPago(dia("25/06/2026"), 25, 10), dia("25/07/2026")) << "on the first one";
         EXPECT_EQ(AjustarDiaPago(dia("26/06/2026"), 25, 10), dia("25/07/2026"));
     }
 

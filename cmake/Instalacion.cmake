@@ -1,0 +1,63 @@
+# What is installed, where, and the Debian package made of it. `ninja uninstall` takes back what `ninja install` put.
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+# The component, and what a C++ host builds against: the headers of automation/, which need no other.
+set(cmake_del_componente "${CMAKE_INSTALL_LIBDIR}/cmake/QVORComprasAtip")
+target_include_directories(QVORComprasAtip INTERFACE "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/QVORComprasAtip>")
+target_compile_features(QVORComprasAtip INTERFACE cxx_std_20)
+install(TARGETS QVORComprasAtip EXPORT QVORComprasAtip)
+install(EXPORT QVORComprasAtip FILE QVORComprasAtipTargets.cmake NAMESPACE QVORComprasAtip::
+    DESTINATION "${cmake_del_componente}")
+install(DIRECTORY automation DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/QVORComprasAtip" FILES_MATCHING PATTERN "*.hpp")
+install(FILES server/QVORComprasAtip.idl DESTINATION "${CMAKE_INSTALL_DATADIR}/QVORComprasAtip")
+
+configure_package_config_file(cmake/QVORComprasAtipConfig.cmake.in QVORComprasAtipConfig.cmake
+    INSTALL_DESTINATION "${cmake_del_componente}")
+write_basic_package_version_file(QVORComprasAtipConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/QVORComprasAtipConfig.cmake" "${PROJECT_BINARY_DIR}/QVORComprasAtipConfigVersion.cmake"
+    DESTINATION "${cmake_del_componente}")
+file(RELATIVE_PATH raiz_desde_pc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+configure_file(cmake/QVORComprasAtip.pc.in QVORComprasAtip.pc @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/QVORComprasAtip.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+if(WIN32)
+    return()
+endif()
+
+# The program, what a desktop needs to know of it, and the sample company, ready made.
+set(muestra "${PROJECT_BINARY_DIR}/muestra")
+add_custom_command(OUTPUT "${muestra}/orvalin.db" "${muestra}/bexmor.db"
+    COMMAND "${CMAKE_COMMAND}" -E rm -rf "${muestra}"
+    COMMAND atipicos crear --datos "${muestra}"
+    COMMENT "Making the sample company"
+    VERBATIM)
+add_custom_target(muestra ALL DEPENDS "${muestra}/orvalin.db" "${muestra}/bexmor.db")
+install(TARGETS atipicos)
+install(FILES "${muestra}/orvalin.db" "${muestra}/bexmor.db" host/datos/reclamaciones.csv
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/QVORComprasAtip/muestra")
+install(FILES packaging/escritorio/atipicos.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+install(FILES packaging/escritorio/atipicos.svg DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
+install(FILES packaging/escritorio/atipicos.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+install(FILES packaging/escritorio/atipicos.bash-completion
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME atipicos)
+install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/atipicos" RENAME copyright)
+
+add_custom_target(uninstall
+    COMMAND "${CMAKE_COMMAND}" "-DMANIFIESTO=${PROJECT_BINARY_DIR}/install_manifest.txt"
+        -P "${PROJECT_SOURCE_DIR}/cmake/desinstala.cmake"
+    COMMENT "Taking back what was installed"
+    VERBATIM)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME atipicos)
+set(CPACK_PACKAGE_CONTACT "the authors of QVORComprasAtip <qvorcomprasatip@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "charges raised against suppliers, recorded and posted")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+    "A component that records claims against suppliers, numbers them and posts them\n in the accounts, for host applications in any language, and a program that uses it.")
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION misc)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+include(CPack)

@@ -1,0 +1,13 @@
+# cmake -DMANIFIESTO=install_manifest.txt -P desinstala.cmake: removes the files listed, and folders left empty.
+file(STRINGS "${MANIFIESTO}" ficheros)
+foreach(fichero IN LISTS ficheros)
+    set(fichero "$ENV{DESTDIR}${fichero}")
+    file(REMOVE "${fichero}")
+    get_filename_component(carpeta "${fichero}" DIRECTORY)
+    file(GLOB quedan "${carpeta}/*")
+    while(EXISTS "${carpeta}" AND NOT quedan)
+        file(REMOVE_RECURSE "${carpeta}")
+        get_filename_component(carpeta "${carpeta}" DIRECTORY)
+        file(GLOB quedan "${carpeta}/*")
+    endwhile()
+endforeach()

@@ -1,0 +1,60 @@
+#include "server/frmAplicacion.hpp"
+
+#include "runtime/Error.hpp"
+#include "server/Clase.hpp"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
+
+#include <cstdlib>
+
+namespace atipicos::server {
+
+namespace {
+
+    constexpr std::int32_t sin_pantalla = 1001;
+
+    QApplication* nuestra
+        = nullptr; ///< never destroyed: the windows of the process may outlive any of our objects
+
+    void crea_aplicacion()
+    {
+        static int argc = 1;
+        static char nombre[] = "QVORComprasAtip";
+        static char* argv[] = { nombre, nullptr };
+        nuestra = new QApplication(argc, argv);
+        QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
+        auto* textos = new QTranslator(nuestra);
+        if (textos->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+            QApplication::installTranslator(textos);
+    }
+
+}
+
+bool hay_pantalla()
+{
+    if (qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr)
+        return true;
+#ifdef _WIN32
+    return true;
+#else
+    for (const auto* variable : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM" })
+        if (const char* valor = std::getenv(variable); valor != nullptr && *valor != '\0')
+            return true;
+    return false;
+#endif
+}
+
+void aplicacion()
+{
+    if (qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr)
+        return;
+    if (QCoreApplication::instance() != nullptr || !hay_pantalla())
+        throw Error(sin_pantalla, "QVORComprasAtip", "No hay pantalla en la que abrir la ventana.");
+    crea_aplicacion();
+}
+
+bool hay_ventanas() noexcept { return nuestra != nullptr; }
+
+} // namespace atipicos::server

@@ -1,0 +1,25 @@
+#include "controls/MsgBoxQt.hpp"
+#include "server/Avisos.hpp"
+#include "server/frmAplicacion.hpp"
+
+namespace atipicos::server {
+
+namespace {
+
+    class AvisosConVentanas final : public MsgBox {
+    public:
+        Respuesta mostrar(const Mensaje& mensaje) override
+        {
+            aplicacion();
+            return MsgBoxQt().mostrar(mensaje);
+        }
+    };
+
+}
+
+std::shared_ptr<MsgBox> avisos_con_ventanas()
+{
+    return hay_pantalla() ? std::make_shared<AvisosConVentanas>() : nullptr;
+}
+
+} // namespace atipicos::server

@@ -1,0 +1,198 @@
+// Hostile texts pasted into every field of every form, and Enter after each: nothing is written, nothing
+// breaks, and the form works afterwards. What a saved charge holds of them is what its fields showed, or a
+// box said why not.
+#include "browser/frmCompras_Atipicos_Visor.hpp"
+#include "controls/qvTextoLargo.hpp"
+#include "editor/frmEditor_Comentarios.hpp"
+#include "posting/frmCompras_Atipicos_Contabilizar.hpp"
+#include "tests/editor/EscenaEditor.hpp"
+#include "tests/hostil/Textos.hpp"
+
+#include <QClipboard>
+#include <QPlainTextEdit>
+
+using namespace atipicos;
+using namespace atipicos::pruebas;
+
+namespace {
+
+QString a_pegar(const TextoHostil& hostil)
+{
+    return QString::fromUtf8(hostil.texto.data(), static_cast<qsizetype>(hostil.texto.size()));
+}
+
+/// As a person does: the field, all of it, paste.
+void pega(QWidget& campo, const QString& texto)
+{
+    QGuiApplication::clipboard()->setText(texto);
+    campo.setFocus();
+    QTest::keyClick(&campo, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&campo, Qt::Key_V, Qt::ControlModifier);
+}
+
+/// The fields of a form that can be written into.
+QList<QWidget*> campos(QWidget& form)
+{
+    QList<QWidget*> todos;
+    for (auto* caja : form.findChildren<QLineEdit*>())
+        if (!caja->isReadOnly() && caja->isVisible() && caja->isEnabled())
+            todos << caja;
+    for (auto* caja : form.findChildren<QPlainTextEdit*>())
+        if (!caja->isReadOnly() && caja->isVisible() && caja->isEnabled())
+            todos << caja;
+    return todos;
+}
+
+/// Pastes every text into every field and presses Enter there; returns how many fields there were.
+int castiga(QWidget& form)
+{
+    const auto todos = campos(form);
+    for (QWidget* campo : todos)
+        for (const auto& hostil : textos_hostiles()) {
+            pega(*campo, a_pegar(hostil));
+            QTest::keyClick(campo, Qt::Key_Return);
+            if (!form.isVisible())
+                qFatal("%s in %s closes %s", hostil.nombre, qPrintable(campo->objectName()),
+                    qPrintable(form.objectName()));
+            pega(*campo, QString());
+        }
+    return static_cast<int>(todos.size());
+}
+
+}
+
+class TextosEnVentanas_Test : public QObject {
+    Q_OBJECT
+private slots:
+    void in_every_field_of_the_editor()
+    {
+        EscenaEditor escena("");
+        const auto antes = escena.banco.estado();
+        QVERIFY(castiga(*escena.form) >= 9);
+        QVERIFY(escena.banco.estado() == antes);
+        escena.form->done(0);
+        escena.banco.avisos->dichos.clear();
+        escena.abre();
+        EscenaEditor::teclea_cabecera("104");
+        EscenaEditor::teclea_linea("1006", "=", "", "12", "5,6325");
+        escena.acepta();
+        QCOMPARE(escena.avisos().back().texto,
+            std::string("Atípico AT260001 generado correctamente.\r\nAsiento: 1"));
+    }
+
+    void in_every_field_of_the_forecasts()
+    {
+        EscenaEditor escena("");
+        EscenaEditor::teclea_cabecera("104");
+        EscenaEditor::teclea_linea("1006", "=", "", "12", "5,6325");
+        const auto antes = escena.banco.estado();
+        const AlAbrirse contabilizar(
+            [](QWidget& dialogo) {
+                QVERIFY(castiga(dialogo) >= 4);
+                QVERIFY(dialogo.isVisible());
+                clic(dialogo, "cmdCancelar");
+            },
+            "frmCompras_Atipicos_Contabilizar");
+        atajo(Qt::Key_A);
+        QVERIFY(escena.banco.estado() == antes);
+        QCOMPARE(escena.cinco_botones(), QStringLiteral("enabled"));
+    }
+
+    void in_every_field_of_the_browser()
+    {
+        Banco banco;
+        banco.guarda();
+        const auto antes = banco.estado();
+        frmCompras_Atipicos_Visor visor;
+        visor.Fecha_Inicial = dia("01/11/2026");
+        visor.Fecha_Final = dia("30/11/2026");
+        visor.Show();
+        QVERIFY(QTest::qWaitForWindowActive(&visor));
+        QVERIFY(castiga(visor) >= 4);
+        QVERIFY(banco.estado() == antes);
+        for (const auto* caja : { "txtFechaI", "txtFechaF" })
+            control<qvMaskEdBox>(visor, caja).set_Fecha(dia("21/11/2026"));
+        banco.avisos->dichos.clear();
+        QTest::keyClick(&control(visor, "txtFechaF"), Qt::Key_Return);
+        QCOMPARE(control<VSFlexGrid>(visor, "vsCab").Rows(), 2);
+        QVERIFY(banco.avisos->dichos.empty());
+    }
+
+    void in_the_comment_editor_it_is_taken_with_quotes_turned_into_accents()
+    {
+        for (const auto& hostil : textos_hostiles()) {
+            EscenaEditor escena("");
+            EscenaEditor::teclea_cabecera("104");
+            EscenaEditor::teclea_linea("", "Agua", "", "1", "10");
+            QString mostrado;
+            escena.rejilla().setFocus();
+            pulsa(Qt::Key_Home);
+            const AlAbrirse editor([&](QWidget& dialogo) {
+                auto& campo = control<QPlainTextEdit>(dialogo, "txtComent");
+                pega(campo, a_pegar(hostil));
+                mostrado = campo.toPlainText().replace(u'\'', u'´');
+                pulsa(Qt::Key_F9);
+            });
+            pulsa(Qt::Key_F4);
+            QVERIFY2(!mostrado.contains(u'\''), hostil.nombre);
+            QString en_celda = mostrado;
+            QCOMPARE(escena.rejilla().TextMatrix(1, 2), en_celda.replace(u'\t', u' '));
+        }
+    }
+
+    void a_charge_that_holds_them_is_saved_as_shown_or_its_box_says_why_not_data()
+    {
+        QTest::addColumn<int>("cual");
+        const auto todos = textos_hostiles();
+        for (std::size_t i = 0; i < todos.size(); ++i)
+            QTest::newRow(todos[i].nombre) << static_cast<int>(i);
+    }
+
+    void a_charge_that_holds_them_is_saved_as_shown_or_its_box_says_why_not()
+    {
+        QFETCH(const int, cual);
+        const auto hostil = textos_hostiles().at(static_cast<std::size_t>(cual));
+        EscenaEditor escena("");
+        EscenaEditor::teclea_cabecera("104");
+        auto& observaciones = escena.c<QPlainTextEdit>("txtObservaciones");
+        pega(observaciones, a_pegar(hostil));
+        escena.c<>("txtArticulo").setFocus();
+        EscenaEditor::teclea_linea("1006", "=", "", "1", "10"); // the description of the article stays
+        escena.c<>("txtArticulo").setFocus();
+        intro();
+        pega(escena.c<>("txtArticuloDescripcion"), a_pegar(hostil));
+        pega(escena.c<>("txtObserv"), a_pegar(hostil));
+        escena.c<>("txtUnidades").setFocus();
+        for (const auto* numero : { "1", "20" }) {
+            teclea(numero);
+            intro();
+        }
+        intro();
+        QCOMPARE(escena.total(), QStringLiteral("30,00"));
+        const auto cabecera = observaciones.toPlainText().toStdString();
+        const auto linea = escena.form->findChild<QLineEdit*>(QStringLiteral("txtObserv"))->text();
+
+        escena.acepta();
+
+        const bool rechazado
+            = cabecera.find('\'') != std::string::npos || cabecera.find('\0') != std::string::npos;
+        const auto titulos = escena.banco.titulos();
+        QCOMPARE(titulos.front(), std::string(rechazado ? "clsAtipico:Insertar" : "¡ Atención !"));
+        QCOMPARE(titulos.back(), std::string("¡ Atención !"));
+        const auto estado = escena.banco.estado();
+        QCOMPARE(estado.at("Proveedores_Cargos_Atipicos"), rechazado ? 0 : 1);
+        QCOMPARE(estado.at("Proveedores_Cargos_Atipicos_Lineas"), rechazado ? 0 : 2);
+        QCOMPARE(estado.at("Bexmor.dbo.Asientos"), 1); // as is required, the entry is kept
+        if (!rechazado) {
+            QCOMPARE(CStr(escena.banco.consulta("SELECT Observ FROM Proveedores_Cargos_Atipicos")), cabecera);
+            for (const auto* columna : { "Descripcion", "Observ" }) {
+                const auto guardado = CStr(escena.banco.consulta(std::string("SELECT ") + columna
+                    + " FROM Proveedores_Cargos_Atipicos_Lineas WHERE Num_Linea = 2"));
+                QVERIFY2(!guardado.empty(), columna);
+            }
+        }
+    }
+};
+
+QTEST_MAIN(TextosEnVentanas_Test)
+#include "TextosEnVentanas_test.moc"

@@ -1,0 +1,141 @@
+// The launchers and the report viewer as a host in another language opens them: late bound, without Qt of its
+// own.
+#include "host/orvalin/Bases.hpp"
+#include "tests/server/Cargado.hpp"
+#include "tests/support/AdoDePrueba.hpp"
+#include "tests/support/CarpetaTemporal.hpp"
+
+#include <sstream>
+
+namespace atipicos::pruebas {
+namespace {
+
+    using testing::IsEmpty;
+
+    Anfitrion::Miembro fijo(const char* nombre, Valor valor)
+    {
+        return { nombre, [valor](const Argumentos&) { return valor; } };
+    }
+
+    struct Lanzadores : testing::Test {
+        // Never unloaded: it has windows.
+        void* biblioteca = dlopen(ATIPICOS_COMPONENTE, RTLD_NOW | RTLD_LOCAL);
+        CarpetaTemporal carpeta;
+        orvalin::Bases bases = abre();
+        Despacho empresa = Anfitrion::crea({ fijo("Codigo", 1), fijo("Nombre", "Muestra"),
+            fijo("DecimalesImporte", 2), fijo("DecimalesCosto", 3), fijo("DecimalesPrecio", 3),
+            fijo("AlmacenDefecto", 1), fijo("EnlaceContable", 1), fijo("EmpresaProveedores", 1),
+            fijo("RaizProveedores", 400), fijo("PorcentajeImpuesto", 7),
+            { "Parametro", [](const Argumentos& a) {
+                 return a.valor(0).texto() == "UsuarioActual" ? Valor("1") : Valor();
+             } } });
+
+        orvalin::Bases abre() const
+        {
+            setenv("QVORCOMPRASATIP_AVISOS", "consola", 1);
+            setenv("XDG_RUNTIME_DIR", carpeta.ruta().c_str(), 1); // Qt says so where there is none
+            orvalin::crea_bases(carpeta.ruta(), false);
+            return orvalin::abre_bases(carpeta.ruta());
+        }
+        Despacho crea(const char* nombre) const
+        {
+            return automation::crea(
+                nombre, reinterpret_cast<DameClase>(dlsym(biblioteca, "DllGetClassObject")));
+        }
+        HRESULT descargable() const
+        {
+            return reinterpret_cast<HRESULT (*)()>(dlsym(biblioteca, "DllCanUnloadNow"))();
+        }
+        Despacho con_contexto(const char* nombre) const
+        {
+            auto lanzador = crea(nombre);
+            lanzador.pon("EmpresaOrvalin", empresa.valor());
+            lanzador.pon("ConexionOrvalin", ado_de(bases.orvalin).valor());
+            return lanzador;
+        }
+        /// What the person was told while something ran: nothing, if all went well.
+        template <class Uso> static std::string dicho(Uso uso)
+        {
+            testing::internal::CaptureStderr();
+            uso();
+            std::istringstream lineas(testing::internal::GetCapturedStderr());
+            std::string todo;
+            for (std::string linea; std::getline(lineas, linea);)
+                if (!linea.starts_with("This plugin does not support")) // Qt's own, of having no display
+                    todo += linea + "\n";
+            return todo;
+        }
+    };
+
+    TEST_F(Lanzadores, the_editor_is_shown_again_and_closed_with_its_launcher)
+    {
+        const auto dichas = dicho([&] {
+            auto editor = con_contexto("QVORComprasAtip.frmclsCompras_Atipicos");
+            editor.pon("ConexionBexmor", ado_de(bases.bexmor).valor());
+            editor.pon("EmpresaBexmor", Anfitrion::crea({}).valor());
+            editor.llama("Show");
+            editor.llama("Show", 0, editor.get());
+            EXPECT_EQ(error_de([&] { editor.llama("Show", 0, 5); }), 13);
+            EXPECT_EQ(error_de([&] { editor.llama("EmpresaBexmor"); }), 438);
+        });
+        EXPECT_THAT(dichas, IsEmpty());
+        EXPECT_EQ(descargable(), HRESULT{ S_FALSE }) << "with windows it stays loaded";
+    }
+
+    TEST_F(Lanzadores, the_browser_keeps_its_filters_and_opens_with_them)
+    {
+        const auto dichas = dicho([&] {
+            auto visor = con_contexto("frmclsComprasAtipVisor");
+            visor.pon("Ejercicio", 2026);
+            visor.pon("Almacen_Inicial", 4);
+            visor.pon("Proveedor_Inicial", 106);
+            visor.pon("Fecha_Inicial", "01/01/2026");
+            visor.pon("Fecha_Final", "31/12/2026");
+            EXPECT_EQ(visor.llama("Ejercicio").tipo(), unsigned{ VT_I2 });
+            EXPECT_EQ(visor.llama("Almacen_Inicial").entero(), 4);
+            EXPECT_EQ(visor.llama("Proveedor_Inicial").tipo(), unsigned{ VT_I4 });
+            EXPECT_EQ(visor.llama("Fecha_Final").fecha(), Fecha{ 46387 });
+            visor.llama("Show", 0);
+        });
+        EXPECT_THAT(dichas, IsEmpty());
+    }
+
+    TEST_F(Lanzadores, the_device_dialog_gives_back_what_it_was_given)
+    {
+        auto copias = con_contexto("frmclsCopiasImpresion");
+        copias.pon("Impresora", "láser");
+        copias.pon("Dispositivo", 2);
+        copias.pon("Dispositivo2", 3);
+        copias.pon("Ajuste", 4);
+        EXPECT_THAT(dicho([&] { copias.llama("Show", 0); }), IsEmpty());
+        EXPECT_EQ(copias.llama("Impresora").texto(), "láser");
+        EXPECT_EQ(copias.llama("Dispositivo").entero(), 2);
+        EXPECT_EQ(copias.llama("Dispositivo2").entero(), 3);
+        EXPECT_EQ(copias.llama("Ajuste").entero(), 4);
+    }
+
+    TEST_F(Lanzadores, a_report_of_the_host_is_painted_when_it_is_handed_in)
+    {
+        std::vector<std::int32_t> pintadas;
+        auto vista = crea("clsView");
+        vista.pon("Report",
+            Anfitrion::crea(
+                { fijo("Titulo", "Informe"), fijo("Ancho", 21000), fijo("Alto", 29700), fijo("Paginas", 2),
+                    { "Pinta",
+                        [&](const Argumentos& a) {
+                            pintadas.push_back(a.valor(0).entero());
+                            const Despacho lienzo(a.valor(1).objeto());
+                            lienzo.llama("Texto", 2000, 3000, "Hola", "DejaVu Sans", 400, true, 0);
+                            lienzo.llama("Relleno", 0, 0, 100, 100, 0xFF0000);
+                            return Valor();
+                        } } })
+                .valor());
+        EXPECT_THAT(pintadas, testing::ElementsAre(0, 1));
+        EXPECT_THAT(dicho([&] { vista.llama("Cargar", false, 100); }), IsEmpty());
+        EXPECT_EQ(error_de([&] { vista.pon("Report", Anfitrion::crea({}).valor()); }), 438);
+        vista.pon("Report", Valor(static_cast<IDispatch*>(nullptr)));
+        EXPECT_EQ(error_de([&] { vista.llama("Cargar"); }), 450);
+    }
+
+}
+}
