@@ -8,7 +8,6 @@
 namespace atipicos::ado {
 
 using automation::Despacho;
-using automation::Valor;
 
 namespace {
 

@@ -7,7 +7,6 @@
 namespace atipicos::ado {
 
 using automation::Despacho;
-using automation::Valor;
 
 namespace {
 
