@@ -71,6 +71,10 @@ namespace {
         sin_asiento.Asiento = 0;
         exporta_xlsx(carpeta / "l.xlsx", de({ cargo(), sin_asiento }));
         const auto todo = hojas(carpeta / "l.xlsx");
+        for (const auto* titulo : titulos_lista)
+            EXPECT_THAT(todo, HasSubstr(">" + std::string(titulo) + "<"));
+        for (const auto* texto : { "A1\" s", "M1\" s", "A2\" t", "C2\" t", "E2\" t", "L2\" t", "M2\" t" })
+            EXPECT_THAT(todo, HasSubstr("<c r=\"" + std::string(texto)));
         EXPECT_THAT(todo, HasSubstr("<c r=\"J2\"><v>5</v></c>"));
         EXPECT_THAT(todo, testing::Not(HasSubstr("r=\"J3\"")));
         EXPECT_THAT(todo, HasSubstr("<v>46347</v>")) << "the day as a sheet counts it";

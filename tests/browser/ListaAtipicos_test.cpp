@@ -37,6 +37,12 @@ namespace {
         EXPECT_EQ(instruccion_lista(filtro, 1, 2), comienzo + " AND pc.Proveedor =40012" + final);
     }
 
+    TEST(ListaAtipicos, code_1_is_a_filter)
+    {
+        EXPECT_EQ(instruccion_lista({ "01/01/2026", "31/12/2026", 1, 1 }, 1, 2),
+            comienzo + " AND pc.Cod_Almacen =1 AND pc.Proveedor =1" + final);
+    }
+
     TEST(ListaAtipicos, codes_below_1_mean_no_filter)
     {
         EXPECT_EQ(instruccion_lista({ "01/01/2026", "31/12/2026", -1, -40012 }, 1, 2), comienzo + final);

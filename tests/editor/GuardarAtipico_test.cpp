@@ -237,9 +237,9 @@ namespace {
         resultado.Codigo = "AT260007";
         EXPECT_EQ(mensaje_guardado(resultado),
             (Mensaje{ "Atípico AT260007 generado correctamente.", "¡ Atención !", Icono::informacion }));
-        resultado.Asiento = 31;
+        resultado.Asiento = 1;
         EXPECT_EQ(
-            mensaje_guardado(resultado).texto, "Atípico AT260007 generado correctamente.\r\nAsiento: 31");
+            mensaje_guardado(resultado).texto, "Atípico AT260007 generado correctamente.\r\nAsiento: 1");
     }
 
 }
