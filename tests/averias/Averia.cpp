@@ -49,6 +49,16 @@ int __wrap_sqlite3_prepare_v2(
     return __real_sqlite3_prepare_v2(base, sql, tamano, instruccion, resto);
 }
 
+int __real_PQsendQuery(PGconn*, const char*);
+int __wrap_PQsendQuery(PGconn* linea, const char* sql)
+{
+    const bool ahora = averia::toca();
+    if (ahora && averia::clase_preparada == averia::Clase::conexion)
+        shutdown(PQsocket(linea), SHUT_RDWR);
+    const bool falla = ahora && averia::clase_preparada == averia::Clase::instruccion;
+    return __real_PQsendQuery(linea, falla ? averia::imposible : sql);
+}
+
 int __real_PQsendQueryParams(
     PGconn*, const char*, int, const Oid*, const char* const*, const int*, const int*, int);
 int __wrap_PQsendQueryParams(PGconn* linea, const char* sql, int cuantos, const Oid* tipos,

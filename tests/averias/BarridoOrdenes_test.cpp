@@ -176,7 +176,7 @@ namespace {
         std::cout << averias << " lost connections\n";
     }
 
-    INSTANTIATE_TEST_SUITE_P(sedes, BarridoOrdenes, testing::ValuesIn(pruebas::sedes()),
+    INSTANTIATE_TEST_SUITE_P(sedes, BarridoOrdenes, testing::ValuesIn(pruebas::sedes_sin_odbc()),
         [](const auto& caso) { return caso.param.nombre; });
 
 }

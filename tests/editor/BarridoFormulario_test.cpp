@@ -131,7 +131,7 @@ private slots:
     {
         QFETCH(const int, sede);
         QFETCH(const int, paso);
-        const auto donde = sedes().at(static_cast<std::size_t>(sede));
+        const auto donde = sedes_sin_odbc().at(static_cast<std::size_t>(sede));
         if (!donde.falta.empty())
             QSKIP(donde.falta.c_str());
         const Oficinista oficinista;

@@ -197,7 +197,7 @@ namespace {
                   << " charges without entry, each named and mended\n";
     }
 
-    INSTANTIATE_TEST_SUITE_P(sedes, Caidas, testing::ValuesIn(pruebas::sedes()),
+    INSTANTIATE_TEST_SUITE_P(sedes, Caidas, testing::ValuesIn(pruebas::sedes_sin_odbc()),
         [](const auto& caso) { return caso.param.nombre; });
 
 }

@@ -111,6 +111,8 @@ const Sede& en_postgresql_por_odbc()
     return sede;
 }
 
+std::vector<Sede> sedes_sin_odbc() { return { en_carpeta(), en_postgresql() }; }
+
 std::vector<Sede> sedes()
 {
     return { en_carpeta(), en_postgresql(), en_postgresql_por_odbc(),

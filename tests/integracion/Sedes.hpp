@@ -33,6 +33,8 @@ inline void PrintTo(const Sede& sede, std::ostream* salida) { *salida << sede.no
 [[nodiscard]] const Sede& en_postgresql();
 [[nodiscard]] const Sede& en_postgresql_por_odbc();
 [[nodiscard]] std::vector<Sede> sedes(); ///< all of them
+[[nodiscard]] std::vector<Sede>
+sedes_sin_odbc(); ///< a folder and a server, through their own client libraries
 
 /// The one PostgreSQL server of this test program, started the first time it is asked for.
 [[nodiscard]] ServidorPostgresql& servidor_postgresql();
