@@ -13,6 +13,10 @@ if(WIN32)
     # The system's interfaces have no virtual destructors: objects are destroyed by their last Release.
     target_compile_options(atipicos_opciones INTERFACE -Wno-non-virtual-dtor)
 endif()
+find_program(ATIPICOS_LLD ld.lld)
+if(ATIPICOS_LLD AND NOT WIN32) # links in a quarter of the time
+    target_link_options(atipicos_opciones INTERFACE -fuse-ld=lld)
+endif()
 if(ATIPICOS_SANITIZADORES)
     target_compile_options(atipicos_opciones INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -Wno-null-dereference)

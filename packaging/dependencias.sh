@@ -15,7 +15,7 @@ for para in "$@"; do
     case "$para" in
         ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
         pruebas)
-            paquetes+=(dpkg-dev file libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc odbc-postgresql
+            paquetes+=(dpkg-dev file libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc lld odbc-postgresql
                 poppler-utils postgresql python3 sqlite3 unzip xauth xdotool xvfb)
             ;;
         medidas) paquetes+=(clang gcovr) ;;

@@ -4,6 +4,9 @@
 #include "runtime/Variant.hpp"
 
 #include <memory>
+#ifdef _WIN32 // the headers of ODBC do not stand alone there
+#include <windows.h>
+#endif
 #include <sql.h>
 #include <sqlext.h>
 #include <string>

@@ -1,0 +1,1 @@
+// Nothing: the program around the precompiled header of the tests.
