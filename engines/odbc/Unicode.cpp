@@ -13,14 +13,14 @@ namespace {
     char32_t toma(std::string_view& utf8)
     {
         const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(utf8[i]); };
-        const std::uint8_t primero = byte(0);
+        const char32_t primero = byte(0);
         const std::size_t largo = primero < 0x80 ? 1
             : primero < 0xc2                     ? 0
             : primero < 0xe0                     ? 2
             : primero < 0xf0                     ? 3
             : primero < 0xf5                     ? 4
                                                  : 0;
-        char32_t letra = largo <= 1 ? primero : primero & (0x7f >> largo);
+        char32_t letra = largo <= 1 ? primero : primero & (0x7fU >> largo);
         bool vale = largo != 0 && largo <= utf8.size();
         for (std::size_t i = 1; vale && i < largo; ++i) {
             vale = (byte(i) & 0xc0) == 0x80;
