@@ -33,13 +33,12 @@ void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb:
     const auto respuesta = ejecuta(reescribe(sql, donde), donde);
     if (afectadas != nullptr)
         *afectadas = respuesta.afectadas;
-    if (sql::cambia_el_esquema(sql))
-        m_catalogo_leido = false;
+    m_vigencia.ejecutada(sql);
 }
 
 std::string Connection::reescribe(const std::string& sql, Donde donde)
 {
-    if (!m_catalogo_leido)
+    if (!m_vigencia.vale())
         lee_catalogo(donde);
     return sql::reescribe(sql, m_catalogo, donde);
 }
@@ -137,13 +136,14 @@ void Connection::CommitTrans(Donde donde)
             donde);
     }
     m_en_transaccion = false;
+    m_vigencia.confirmada();
 }
 
 void Connection::RollbackTrans(Donde donde)
 {
     comprueba_transaccion("ROLLBACK", donde);
     m_en_transaccion = false;
-    m_catalogo_leido = false; // tables made in it are gone
+    m_vigencia.deshecha();
     const bool perdida = std::exchange(m_transaccion_perdida, false);
     if (!m_enlace.perdido() && !perdida)
         m_enlace.ejecuta(servidor().deshace, donde);
@@ -179,7 +179,7 @@ void Connection::lee_catalogo(Donde donde)
     if (*servidor().bits != '\0')
         for (const auto& fila : ejecuta(servidor().bits, donde).filas)
             m_bits.emplace(CStr(fila[0], donde), CStr(fila[1], donde));
-    m_catalogo_leido = true;
+    m_vigencia.leido();
 }
 
 void Connection::vuelve_bits(Respuesta& respuesta) const

@@ -2,6 +2,7 @@
 
 #include "engines/odbc/Enlace.hpp"
 #include "engines/sql/Reescritura.hpp"
+#include "engines/sql/Vigencia.hpp"
 #include "platform/adodb/Connection.hpp"
 
 #include <map>
@@ -60,7 +61,7 @@ private:
 
     Enlace m_enlace;
     sql::Catalogo m_catalogo;
-    bool m_catalogo_leido = false;
+    sql::Vigencia m_vigencia; ///< of what has been read of the catalogue
     std::map<std::string, std::vector<std::string>> m_claves; ///< by table
     std::set<std::pair<std::string, std::string>>
         m_bits; ///< BIT columns that the driver does not know as such

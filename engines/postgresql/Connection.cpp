@@ -61,8 +61,7 @@ void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb:
     const auto respuesta = pide(sql, donde);
     if (afectadas != nullptr)
         *afectadas = std::atoi(PQcmdTuples(respuesta.get()));
-    if (sql::cambia_el_esquema(sql))
-        m_catalogo_leido = false;
+    m_vigencia.ejecutada(sql);
 }
 
 Respuesta Connection::pide(const std::string& sql, Donde donde)
@@ -151,13 +150,14 @@ void Connection::CommitTrans(Donde donde)
     if (es_error(respuestas[0]))
         throw error_de(respuestas[0], "COMMIT", donde);
     m_en_transaccion = false;
+    m_vigencia.confirmada();
 }
 
 void Connection::RollbackTrans(Donde donde)
 {
     comprueba_transaccion("ROLLBACK", donde);
     m_en_transaccion = false;
-    m_catalogo_leido = false; // tables made in it are gone
+    m_vigencia.deshecha();
     if (!m_enlace.perdido() && PQtransactionStatus(base()) != PQTRANS_IDLE)
         static_cast<void>(m_enlace.intercambia({ { "ROLLBACK" } }, donde));
 }
@@ -176,7 +176,7 @@ std::string Connection::reescribe(const std::string& sql, Donde donde)
     if (sql.find('\0') != std::string::npos)
         throw ErrorBaseDatos(Categoria::instruccion, fuente,
             "La instrucción contiene un carácter nulo, que la base de datos no admite.", sql, donde);
-    if (!m_catalogo_leido)
+    if (!m_vigencia.vale())
         lee_catalogo(donde);
     return sql::reescribe(sql, m_catalogo, donde);
 }
@@ -201,7 +201,7 @@ void Connection::lee_catalogo(Donde donde)
             m_catalogo.agrega_fecha(celda(leido, i, 2), celda(leido, i, 3),
                 celda(leido, i, 7).empty() ? columna - 1 : sql::Catalogo::sin_lugar);
     }
-    m_catalogo_leido = true;
+    m_vigencia.leido();
 }
 
 void Connection::asegura_enlace(Donde donde)
@@ -212,7 +212,7 @@ void Connection::asegura_enlace(Donde donde)
         throw ErrorBaseDatos(Categoria::conexion, fuente,
             "La transacción se ha perdido con la conexión: sólo se puede deshacer.", {}, donde);
     m_enlace.reanuda(donde);
-    m_catalogo_leido = false;
+    m_vigencia.caduca();
 }
 
 Tipo Connection::tipo_de_columna(const PGresult* respuesta, int columna) const

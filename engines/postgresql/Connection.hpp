@@ -2,6 +2,7 @@
 
 #include "engines/postgresql/Enlace.hpp"
 #include "engines/sql/Reescritura.hpp"
+#include "engines/sql/Vigencia.hpp"
 #include "platform/adodb/Connection.hpp"
 
 #include <initializer_list>
@@ -68,7 +69,7 @@ private:
 
     Enlace m_enlace;
     sql::Catalogo m_catalogo;
-    bool m_catalogo_leido = false;
+    sql::Vigencia m_vigencia; ///< of what has been read of the catalogue
     std::map<Oid, TablaConClave> m_tablas;
     std::set<std::pair<Oid, int>> m_bits; ///< BIT columns, by table and number
     bool m_en_transaccion = false; ///< also when it is lost with the connection

@@ -1,6 +1,7 @@
 #include "engines/sql/Tokens.hpp"
 
 #include <algorithm>
+#include <array>
 
 namespace atipicos::sql {
 
@@ -135,8 +136,11 @@ bool no_cambia_nada(std::string_view sql) noexcept
 
 bool cambia_el_esquema(std::string_view sql) noexcept
 {
+    static constexpr std::array<std::string_view, 5> palabras{ "CREATE", "ALTER", "DROP", "ATTACH",
+        "DETACH" };
     const auto primera = primera_palabra(sql);
-    return iguales(primera, "CREATE") || iguales(primera, "ALTER") || iguales(primera, "DROP");
+    return std::any_of(palabras.begin(), palabras.end(),
+        [&](std::string_view palabra) { return iguales(primera, palabra); });
 }
 
 bool iguales(std::string_view a, std::string_view b) noexcept

@@ -5,7 +5,6 @@
 #include "engines/sqlite/Recordset.hpp"
 
 #include <algorithm>
-#include <array>
 #include <unistd.h>
 #include <utility>
 
@@ -55,15 +54,6 @@ namespace {
             throw adodb::ErrorBaseDatos(error.categoria(), error.fuente(),
                 "«" + fichero.string() + "»: " + error.descripcion(), error.instruccion(), donde);
         }
-    }
-
-    bool cambia_el_esquema(std::string_view sql)
-    {
-        static constexpr std::array<std::string_view, 5> palabras{ "CREATE", "ALTER", "DROP", "ATTACH",
-            "DETACH" };
-        const auto primera = sql::primera_palabra(sql);
-        return std::any_of(palabras.begin(), palabras.end(),
-            [&](std::string_view palabra) { return sql::iguales(primera, palabra); });
     }
 
 }
@@ -161,7 +151,7 @@ void Connection::lee_catalogo(Donde donde)
                 lugar.es_nulo() ? sql::Catalogo::sin_lugar : static_cast<std::size_t>(CLng(lugar)));
         }
     }
-    m_catalogo_leido = true;
+    m_vigencia.leido();
 }
 
 std::string Connection::reescribe(const std::string& sql, Donde donde)
@@ -169,7 +159,7 @@ std::string Connection::reescribe(const std::string& sql, Donde donde)
     if (m_en_transaccion && sqlite3_get_autocommit(base()) != 0)
         throw adodb::ErrorBaseDatos(Categoria::otra, "SQLite",
             "La transacción se ha perdido por un error anterior: sólo se puede deshacer.", sql, donde);
-    if (!m_catalogo_leido)
+    if (!m_vigencia.vale())
         lee_catalogo(donde);
     return sql::reescribe(sql, m_catalogo, donde);
 }
@@ -209,8 +199,7 @@ void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb:
     const auto reescrita = reescribe(sql, donde);
     guarda_lecturas(donde);
     ejecuta(reescrita, afectadas, donde);
-    if (cambia_el_esquema(sql))
-        m_catalogo_leido = false;
+    m_vigencia.ejecutada(sql);
 }
 
 void Connection::ejecuta(const std::string& sql, std::int32_t* afectadas, Donde donde)
@@ -237,13 +226,14 @@ void Connection::CommitTrans(Donde donde)
     comprueba_transaccion("COMMIT", donde);
     ejecuta(reescribe("COMMIT", donde), nullptr, donde);
     m_en_transaccion = false;
+    m_vigencia.confirmada();
 }
 
 void Connection::RollbackTrans(Donde donde)
 {
     comprueba_transaccion("ROLLBACK", donde);
     m_en_transaccion = false;
-    m_catalogo_leido = false; // tables made in it are gone
+    m_vigencia.deshecha();
     if (sqlite3_get_autocommit(base()) == 0)
         ejecuta("ROLLBACK", nullptr, donde);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/sql/Reescritura.hpp"
+#include "engines/sql/Vigencia.hpp"
 #include "platform/adodb/Connection.hpp"
 
 #include <chrono>
@@ -86,7 +87,7 @@ private:
     std::vector<std::string> m_adjuntas;
     std::vector<Recordset*> m_lecturas; ///< recordsets that are being read
     sql::Catalogo m_catalogo;
-    bool m_catalogo_leido = false;
+    sql::Vigencia m_vigencia; ///< of what has been read of the catalogue
     std::map<std::pair<std::string, std::string>, std::vector<std::string>> m_claves; ///< by schema and table
     bool m_en_transaccion = false; ///< also when SQLite has already undone it
 };
