@@ -44,11 +44,26 @@ private:
     Base m_gestion;
 };
 
+struct CierraLinea {
+    void operator()(PGconn* linea) const { PQfinish(linea); }
+};
+using Linea = std::unique_ptr<PGconn, CierraLinea>;
+
+inline Linea conecta(const std::string& direccion, const char* esquema)
+{
+    Linea linea(PQconnectdb(direccion.c_str()));
+    if (PQstatus(linea.get()) != CONNECTION_OK)
+        throw std::runtime_error(PQerrorMessage(linea.get()));
+    PQclear(PQexec(linea.get(), (std::string("SET search_path TO ") + esquema).c_str()));
+    PQclear(PQexec(linea.get(), "SET datestyle TO 'ISO,DMY'"));
+    return linea;
+}
+
 class SueloPostgresql final : public Suelo {
 public:
     explicit SueloPostgresql(const std::string& direccion)
-        : m_contabilidad(linea(direccion, "dbo"))
-        , m_gestion(linea(direccion, "orvalin"))
+        : m_contabilidad(conecta(direccion, "dbo"))
+        , m_gestion(conecta(direccion, "orvalin"))
     {
     }
     void ejecuta(const Dicha& dicha) override
@@ -62,21 +77,6 @@ public:
     }
 
 private:
-    struct Cierra {
-        void operator()(PGconn* linea) const { PQfinish(linea); }
-    };
-    using Linea = std::unique_ptr<PGconn, Cierra>;
-
-    static Linea linea(const std::string& direccion, const char* esquema)
-    {
-        Linea linea(PQconnectdb(direccion.c_str()));
-        if (PQstatus(linea.get()) != CONNECTION_OK)
-            throw std::runtime_error(PQerrorMessage(linea.get()));
-        PQclear(PQexec(linea.get(), (std::string("SET search_path TO ") + esquema).c_str()));
-        PQclear(PQexec(linea.get(), "SET datestyle TO 'ISO,DMY'"));
-        return linea;
-    }
-
     Linea m_contabilidad;
     Linea m_gestion;
 };
@@ -89,6 +89,14 @@ inline std::unique_ptr<Suelo> suelo_de(const orvalin::Lugar& lugar)
     return std::make_unique<SueloPostgresql>(lugar.direccion());
 }
 
+/// A statement as the database that the connection is to wants it.
+inline std::string en_la_base(adodb::Connection& conexion, const std::string& sql)
+{
+    if (auto* base = dynamic_cast<postgresql::Connection*>(&conexion))
+        return base->reescribe(sql, Donde::aqui());
+    return dynamic_cast<sqlite::Connection&>(conexion).reescribe(sql, Donde::aqui());
+}
+
 /// The statements that the spies have just seen, as the server wants them. A row read under a lock and
 /// written back is a counter. What the host's own library reads besides the spies (its configuration) is not
 /// among them.
@@ -96,8 +104,7 @@ inline Guion transcribe(const pruebas::Banco& banco)
 {
     const auto en_servidor = [&](bool contable, const std::string& sql) {
         const auto& bases = banco.bases();
-        return dynamic_cast<postgresql::Connection&>(*(contable ? bases.bexmor : bases.orvalin))
-            .reescribe(sql, Donde::aqui());
+        return en_la_base(*(contable ? bases.bexmor : bases.orvalin), sql);
     };
     Guion guion;
     for (const auto& dicha : banco.parte->dichas) {

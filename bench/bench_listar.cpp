@@ -1,46 +1,91 @@
-// What the list of 1,000 to 1,000,000 charges costs over the same statement through bare libsqlite3, both
-// turned into rows of thirteen tab-separated cells; the component's are formatted as a person reads them.
+// What the list of 1,000 to 1,000,000 charges costs over the same statement through the bare client library,
+// both turned into rows of thirteen tab-separated cells; the component's are formatted as a person reads
+// them.
 #include "bench/ListaDesnuda.hpp"
 #include "bench/Medida.hpp"
 #include "bench/MuchosCargos.hpp"
+#include "bench/Suelo.hpp"
 #include "browser/ListaAtipicos.hpp"
-#include "engines/sqlite/Connection.hpp"
 #include "host/app/Sesion.hpp"
 
+#include <functional>
 #include <iostream>
 
 namespace atipicos::bench {
 namespace {
 
-    std::vector<std::string> lista_del_componente(const FiltroAtipicos& filtro)
+    using Filas = std::vector<std::string>;
+
+    Filas lista_del_componente(const FiltroAtipicos& filtro)
     {
-        std::vector<std::string> filas;
+        Filas filas;
         Cargar_Atipicos(filtro, [&](const CargoListado& cargo) { anexa_fila(filas.emplace_back(), cargo); });
         return filas;
     }
 
-    /// The median of the component in milliseconds.
-    double compara(std::size_t cargos, int veces)
+    Filas lista_desnuda(PGconn* linea, const std::string& sql)
     {
-        const Carpeta carpeta;
-        const auto datos = carpeta / "datos";
-        orvalin::crea_bases(datos, false);
+        const std::unique_ptr<PGresult, decltype(&PQclear)> respuesta(PQexec(linea, sql.c_str()), &PQclear);
+        std::array<int, columnas.size()> donde{};
+        for (std::size_t i = 0; i < columnas.size(); ++i)
+            donde[i] = PQfnumber(respuesta.get(), columnas[i]);
+        Filas filas;
+        for (int fila = 0; fila < PQntuples(respuesta.get()); ++fila) {
+            auto& texto = filas.emplace_back();
+            for (const int columna : donde)
+                texto.append(PQgetvalue(respuesta.get(), fila, columna)).append(1, '\t');
+        }
+        return filas;
+    }
+
+    /// A company with so many charges, and its list through the bare library.
+    class Lista {
+    public:
+        Lista(const pruebas::Sede& sede, std::size_t cargos)
+            : m_muestra(sede.muestra())
+        {
+            const auto lugar = m_muestra->lugar();
+            if (lugar.clase() == orvalin::Lugar::Clase::carpeta) {
+                m_base = abre(lugar.carpeta() / "orvalin.db", true, lugar.carpeta() / "bexmor.db");
+                ejecuta(m_base.get(), muchos_cargos(cargos));
+                desnuda = [this](const std::string& sql) { return bench::lista_desnuda(m_base.get(), sql); };
+            } else {
+                m_linea = conecta(lugar.direccion(), "orvalin");
+                PQclear(PQexec(m_linea.get(), muchos_cargos_en_postgresql(cargos).c_str()));
+                PQclear(PQexec(m_linea.get(), "ANALYZE"));
+                desnuda = [this](const std::string& sql) { return lista_desnuda(m_linea.get(), sql); };
+            }
+        }
+
+        [[nodiscard]] orvalin::Lugar lugar() const { return m_muestra->lugar(); }
+        std::function<Filas(const std::string& sql)> desnuda;
+
+    private:
+        std::unique_ptr<pruebas::Muestra> m_muestra;
+        Base m_base;
+        Linea m_linea;
+    };
+
+    /// The median of the component in milliseconds.
+    double compara(const pruebas::Sede& sede, std::size_t cargos, int veces)
+    {
+        const Lista lista(sede, cargos);
         app::OpcionesComunes opciones;
-        opciones.datos = datos;
+        if (lista.lugar().clase() == orvalin::Lugar::Clase::carpeta)
+            opciones.datos = lista.lugar().carpeta();
+        else
+            opciones.conexion = lista.lugar().direccion();
         app::Sesion sesion(opciones);
-        const auto base = abre(datos / "orvalin.db", true, datos / "bexmor.db");
-        ejecuta(base.get(), muchos_cargos(cargos));
 
         const FiltroAtipicos filtro{ "01/01/2026", "31/12/2026" };
-        const auto sql = dynamic_cast<sqlite::Connection&>(*sesion.bases.orvalin)
-                             .reescribe(instruccion_lista(filtro, 1, 1), Donde::aqui());
+        const auto sql = en_la_base(*sesion.bases.orvalin, instruccion_lista(filtro, 1, 1));
         Medida componente;
         Medida bare;
         std::size_t filas = 0;
         std::size_t desnudas = 0;
         for (int i = 0; i < veces; ++i) {
             const auto una = [&] { componente.mide([&] { filas = lista_del_componente(filtro).size(); }); };
-            const auto otra = [&] { bare.mide([&] { desnudas = lista_desnuda(base.get(), sql).size(); }); };
+            const auto otra = [&] { bare.mide([&] { desnudas = lista.desnuda(sql).size(); }); };
             if (i % 2 == 0) { // neither side always comes first
                 una();
                 otra();
@@ -51,21 +96,21 @@ namespace {
         }
         if (filas != cargos || desnudas != filas)
             throw std::runtime_error("the lists do not hold what they should");
-        std::printf("List of %zu charges as rows of text\n", filas);
+        std::printf("List of %zu charges as rows of text, %s\n", filas, sede.nombre.c_str());
         componente.escribe("through the component");
-        bare.escribe("bare libsqlite3");
+        bare.escribe("bare client library");
         std::printf("  ratio of medians %.3f\n", componente.mediana() / bare.mediana());
         return componente.mediana();
     }
 
-    void compara_todas()
+    void compara_todas(const pruebas::Sede& sede, std::initializer_list<std::pair<std::size_t, int>> cuantos)
     {
         std::vector<std::pair<double, double>> puntos;
-        for (const auto& [cargos, veces] :
-            { std::pair<std::size_t, int>{ 1'000, 101 }, { 10'000, 41 }, { 100'000, 11 }, { 1'000'000, 3 } })
-            puntos.emplace_back(static_cast<double>(cargos), compara(cargos, veces));
-        std::printf("Growth with the number of charges: exponent %.2f\n", exponente(puntos));
-        std::printf("Peak memory of this program: %.1f MB\n", pico_de_memoria());
+        for (const auto& [cargos, veces] : cuantos)
+            puntos.emplace_back(static_cast<double>(cargos), compara(sede, cargos, veces));
+        std::printf(
+            "Growth with the number of charges, %s: exponent %.2f\n", sede.nombre.c_str(), exponente(puntos));
+        std::printf("Peak memory of this program so far: %.1f MB\n\n", pico_de_memoria());
     }
 
 }
@@ -73,8 +118,15 @@ namespace {
 
 int main()
 {
+    using namespace atipicos;
     try {
-        atipicos::bench::compara_todas();
+        for (const auto& sede : pruebas::sedes_sin_odbc()) {
+            if (sede.falta.empty())
+                bench::compara_todas(
+                    sede, { { 1'000, 101 }, { 10'000, 41 }, { 100'000, 11 }, { 1'000'000, 3 } });
+            else
+                std::cout << sede.nombre << ": " << sede.falta << '\n';
+        }
         return 0;
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';
