@@ -47,10 +47,11 @@ namespace {
     void en_castellano(CLI::App& app)
     {
         const auto formato = std::make_shared<CLI::Formatter>();
-        for (const auto& [ingles, castellano] : { std::pair{ "Usage", "Uso" }, { "OPTIONS", "OPCIONES" },
-                 { "SUBCOMMAND", "ORDEN" }, { "SUBCOMMANDS", "ÓRDENES" }, { "Options", "Opciones" },
-                 { "Subcommands", "Órdenes" }, { "Positionals", "Argumentos" },
-                 { "REQUIRED", "(obligatorio)" }, { "TEXT", "TEXTO" }, { "INT", "N" } })
+        for (const auto& [ingles, castellano] :
+            { std::pair{ "Usage", "Uso" }, { "OPTIONS", "OPCIONES" }, { "SUBCOMMAND", "ORDEN" },
+                { "SUBCOMMANDS", "ÓRDENES" }, { "Options", "Opciones" }, { "Subcommands", "Órdenes" },
+                { "Positionals", "Argumentos" }, { "REQUIRED", "(obligatorio)" }, { "Excludes", "no con" },
+                { "TEXT", "TEXTO" }, { "INT", "N" } })
             formato->label(ingles, castellano);
         formato->column_width(34);
         app.formatter(formato);
@@ -284,6 +285,8 @@ int ejecuta(int argc, const char* const* argv, const Ventanas& ventanas)
     Todo todo;
     declara(app, todo);
     en_castellano(app);
+    app.set_version_flag("--version", "atipicos " ATIPICOS_VERSION, "Muestra la versión y termina")
+        ->group("Opciones");
     app.require_subcommand(0, 1);
     try {
         app.parse(argc, argv);
@@ -295,6 +298,9 @@ int ejecuta(int argc, const char* const* argv, const Ventanas& ventanas)
     } catch (const CLI::CallForHelp&) {
         const auto elegidas = app.get_subcommands();
         std::cout << (elegidas.empty() ? app.help() : elegidas.front()->help("atipicos"));
+        return hecho;
+    } catch (const CLI::CallForVersion& version) {
+        std::cout << version.what() << '\n';
         return hecho;
     } catch (const CLI::ParseError& error) {
         const std::string primero = argc > 1 ? argv[1] : "";

@@ -114,6 +114,8 @@ int ventana_principal(const OpcionesVentana& opciones)
     qInstallMessageHandler(anterior);
     QApplication::setApplicationName(QStringLiteral("atipicos"));
     QApplication::setOrganizationName(QStringLiteral("atipicos"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/atipicos.png")));
+    QGuiApplication::setDesktopFileName(QStringLiteral("atipicos")); // Wayland takes the icon from there
     QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
     QTranslator textos_de_qt;
     if (textos_de_qt.load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

@@ -94,13 +94,23 @@ namespace {
     TEST(Programa, help_is_status_0_and_spanish)
     {
         const pruebas::Programa programa;
-        for (const auto* orden : { "", "crear", "registrar", "listar", "mostrar", "eliminar", "verificar" }) {
+        for (const auto* orden : { "", "crear", "registrar", "listar", "mostrar", "eliminar", "imprimir",
+                 "verificar", "contabilizar" }) {
             const auto ejecucion = programa(std::string(orden) + " --help");
             EXPECT_EQ(ejecucion.estado, 0);
             EXPECT_THAT(ejecucion.salida, HasSubstr("Uso: atipicos"));
             EXPECT_THAT(ejecucion.salida, testing::Not(HasSubstr("Options")));
             EXPECT_THAT(ejecucion.salida, testing::Not(HasSubstr("REQUIRED")));
+            EXPECT_THAT(ejecucion.salida, testing::Not(HasSubstr("Excludes")));
         }
+    }
+
+    TEST(Programa, tells_its_version)
+    {
+        const auto ejecucion = pruebas::Programa()("--version");
+        EXPECT_EQ(ejecucion.estado, 0);
+        EXPECT_THAT(ejecucion.salida, testing::MatchesRegex("atipicos [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+        EXPECT_EQ(ejecucion.errores, "");
     }
 
     TEST(Programa, crear_refuses_a_folder_that_holds_databases_and_leaves_them)

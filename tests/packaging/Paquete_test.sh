@@ -32,8 +32,23 @@ bash -c ". '$raiz/usr/share/bash-completion/completions/atipicos'
 grep -q '^Exec=.*atipicos' "$raiz/usr/share/applications/atipicos.desktop"
 [ -n "$(find "$raiz/usr/lib" -name 'libQVORComprasAtip.so.*')" ]
 [ -s "$raiz/usr/share/icons/hicolor/scalable/apps/atipicos.svg" ]
-man_page=$(ls "$raiz"/usr/share/man/man1/atipicos.1*)
-[ -s "$man_page" ]
+pagina=$(sed 's/\\-/-/g' "$raiz"/usr/share/man/man1/atipicos.1)
+
+# Every command and option that the help tells is on the man page and is completed.
+declaradas() { sed -nE "s/^  (.*,)?($1)( .*)?\$/\2/p"; }
+completadas() {
+    bash -c ". '$raiz/usr/share/bash-completion/completions/atipicos'
+        COMP_WORDS=(atipicos $1 '$2') COMP_CWORD=\$((\${#COMP_WORDS[@]} - 1)); _atipicos; printf '%s\n' \"\${COMPREPLY[@]}\""
+}
+ordenes=$("$atipicos" --help | sed '1,/^Órdenes:/d' | declaradas '[a-z]+')
+[ "$(wc -w <<<"$ordenes")" -ge 8 ]
+for orden in '' $ordenes; do
+    for palabra in $orden $("$atipicos" $orden --help | declaradas '--[a-z-]+'); do
+        grep -qF -e "$palabra" <<<"$pagina" || { echo "no está en la página: $orden $palabra" >&2; exit 1; }
+        [ "$palabra" = "$orden" ] || grep -qxF -e "$palabra" <<<"$(completadas "$orden" --)" \
+            || { echo "no se completa: $orden $palabra" >&2; exit 1; }
+    done
+done
 
 if [ "$(id -u)" -eq 0 ]; then
     dpkg --root="$raiz" --force-script-chrootless --log=/dev/null --purge atipicos >/dev/null 2>&1

@@ -58,6 +58,7 @@ namespace {
     {
         std::ostringstream idl;
         idl << "// Type library of QVORComprasAtip: its public classes, their members in order.\n"
+               "import \"oaidl.idl\";\n\n"
                "[uuid(d3390125-5bdd-445d-8696-fb1a53fa8f77), version(1.0), helpstring(\"QVORComprasAtip\")]\n"
                "library QVORComprasAtip\n{\n    importlib(\"stdole2.tlb\");\n";
         for (const auto* clase : clases()) {
