@@ -8,15 +8,15 @@ destino=$(realpath "${1:-docs/rendimiento.md}")
 shift || true
 programas=("$@")
 [ ${#programas[@]} -gt 0 ] || programas=(bench_guardar bench_operaciones bench_listar bench_servidor bench_ventana
-    bench_visor bench_imprimir)
+    bench_visor bench_imprimir bench_despacho)
 
 packaging/dependencias.sh ventanas pruebas
-cmake --preset release >/dev/null
-ninja -C build/release --quiet "${programas[@]}"
+cmake --preset release -B build/bench >/dev/null
+ninja -C build/bench --quiet "${programas[@]}"
 
 informe=$(mktemp)
 trap 'rm -f "$informe"' EXIT
-cd build/release/bench
+cd build/bench/bench
 {
     echo "# Rendimiento"
     echo
