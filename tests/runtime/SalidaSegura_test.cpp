@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <sstream>
 #include <sys/stat.h>
@@ -99,6 +100,50 @@ namespace {
         close(lector);
         EXPECT_EQ(leido.substr(0, static_cast<std::size_t>(bytes)), "por el tubo");
         EXPECT_TRUE(std::filesystem::is_fifo(tubo));
+    }
+
+    TEST(SalidaSegura, without_a_destination_it_is_the_standard_output)
+    {
+        SalidaSegura salida({});
+        EXPECT_EQ(&salida.flujo(), &std::cout);
+        salida.termina();
+        EXPECT_TRUE(salida.provisional().empty());
+    }
+
+    /// What `termina` says that went wrong; empty when nothing did.
+    std::string fallo_al_terminar(SalidaSegura& salida)
+    {
+        try {
+            salida.termina();
+        } catch (const Error& fallo) {
+            return fallo.descripcion();
+        }
+        return {};
+    }
+
+    TEST(SalidaSegura, a_folder_that_took_the_name_meanwhile_is_told_and_stays)
+    {
+        const pruebas::CarpetaTemporal carpeta;
+        {
+            SalidaSegura salida(carpeta / "x.csv");
+            salida.flujo() << "entero";
+            std::filesystem::create_directory(carpeta / "x.csv");
+            EXPECT_EQ(fallo_al_terminar(salida),
+                "No se puede escribir «" + (carpeta / "x.csv").string() + "»: es una carpeta.");
+        }
+        EXPECT_TRUE(std::filesystem::is_directory(carpeta / "x.csv"));
+        EXPECT_EQ(ficheros(carpeta), 1U);
+    }
+
+    TEST(SalidaSegura, a_write_that_failed_before_the_end_is_told_although_closing_went_well)
+    {
+        const pruebas::CarpetaTemporal carpeta;
+        SalidaSegura salida(carpeta / "x.csv");
+        salida.flujo() << "a medias";
+        salida.flujo().setstate(std::ios::badbit);
+        EXPECT_EQ(fallo_al_terminar(salida),
+            "No se puede escribir «" + (carpeta / "x.csv").string() + "»: no se pudo escribir entero.");
+        EXPECT_FALSE(std::filesystem::exists(carpeta / "x.csv"));
     }
 
     TEST(SalidaSegura, a_full_disk_is_told_and_nothing_takes_the_name)
