@@ -80,7 +80,7 @@ def juzga(carpeta):
         return "no compila"
     expresion = "^(" + "|".join(programas) + ")$"
     orden = ["ctest", "--test-dir", str(CONSTRUIDA), "-R", expresion, "--timeout", "60", "--stop-on-failure", "-Q"]
-    # A sample of the statements at random judges as well as the whole million, and need not wait.
+    # Of the million statements thrown together at random a sample will do.
     entorno = {**os.environ, "ATIPICOS_TEXTOS_AL_AZAR": "20000"}
     return "vivo" if ejecuta(orden, env=entorno).returncode == 0 else "muerto"
 
