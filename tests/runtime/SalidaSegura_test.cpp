@@ -156,7 +156,10 @@ namespace {
         std::filesystem::create_symlink("/dev/full", salida.provisional());
         SalidaSegura otra(carpeta / "x.csv"); // opens what now stands for a full disk
         otra.flujo() << std::string(100'000, 'x');
-        EXPECT_THROW(otra.termina(), Error);
+        EXPECT_THAT(fallo_al_terminar(otra), testing::EndsWith("»: no se pudo escribir entero."));
+        SalidaSegura corta(carpeta / "x.csv"); // the disk is found full only when the last of it is written
+        corta.flujo() << "x";
+        EXPECT_THAT(fallo_al_terminar(corta), testing::EndsWith("»: no queda sitio en el disco."));
         EXPECT_FALSE(std::filesystem::exists(carpeta / "x.csv"));
     }
 
