@@ -28,8 +28,8 @@ PRUEBAS = {
     "posting": ["Calendario", "EdicionPrevisiones", "GenerarAsiento", "GenerarPrev"],
     "editor": ["CargoGrabado", "EdicionAtipico", "GuardarAtipico"],
     "browser": ["DetalleAtipico", "EliminarAtipico", "ExportarLista", "ListaAtipicos"],
-    "engines/sql": ["Catalogo", "Contrato", "Fechas", "PostgresqlConnection", "Reescritura", "SqliteConnection",
-                    "SqliteRecordset", "Tokens"],
+    "engines/sql": ["Catalogo", "Contrato", "Fechas", "PostgresqlConnection", "Reescritura", "Servidor",
+                    "SqliteConnection", "SqliteRecordset", "Tokens"],
 }
 
 # What is looked for in the code, and what takes its place.
