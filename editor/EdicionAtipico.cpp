@@ -15,9 +15,10 @@ namespace {
     constexpr int decimales_unidades = 2;
     constexpr int decimales_importe = 2;
 
+    /// Of a row that there is, or of the one behind the last.
     std::int16_t posicion(std::int32_t fila)
     {
-        if (fila < 1 || fila > std::numeric_limits<std::int16_t>::max())
+        if (fila > std::numeric_limits<std::int16_t>::max())
             throw Error::de_ejecucion(numero_error::desbordamiento);
         return static_cast<std::int16_t>(fila);
     }

@@ -14,8 +14,6 @@ struct Prevision {
     std::int16_t TipoDoc = 0; ///< document type, 0 for none
     Date Vencimiento;
     std::string Banco; ///< bank account, may be empty
-
-    friend bool operator==(const Prevision&, const Prevision&) = default;
 };
 
 } // namespace atipicos

@@ -72,6 +72,42 @@ namespace {
         return *std::move(cifras);
     }
 
+    /// About how many digits lie before the point of a number that fits in no double; negative for the
+    /// zeros behind the point.
+    std::int64_t orden_de_magnitud(std::string_view numero)
+    {
+        const auto fin = std::min(numero.find_first_not_of("-.0123456789"), numero.size());
+        const auto punto = std::min(numero.substr(0, fin).find('.'), fin);
+        const auto primera = numero.find_first_of("123456789");
+        std::int64_t orden = static_cast<std::int64_t>(punto) - static_cast<std::int64_t>(primera);
+        if (fin < numero.size() && (numero[fin] == 'e' || numero[fin] == 'E')) {
+            const auto signo = numero.find_first_not_of('+', fin + 1);
+            std::int32_t exponente = 0; // beyond 32 bits its sign decides
+            const auto* ultima = numero.data() + numero.size();
+            if (signo < numero.size()
+                && std::from_chars(numero.data() + signo, ultima, exponente).ec
+                    == std::errc::result_out_of_range)
+                exponente = numero[signo] == '-' ? std::numeric_limits<std::int32_t>::min()
+                                                 : std::numeric_limits<std::int32_t>::max();
+            orden += exponente;
+        }
+        return orden;
+    }
+
+    /// The number with which a text begins. Error 6 when it is too large for a double.
+    double lee_double(std::string_view numero, Donde donde)
+    {
+        if (numero.front() == '+') // from_chars reads no plus sign
+            numero.remove_prefix(1);
+        double valor = 0;
+        if (std::from_chars(numero.data(), numero.data() + numero.size(), valor).ec
+            != std::errc::result_out_of_range)
+            return valor;
+        if (orden_de_magnitud(numero) > 0)
+            throw Error::de_ejecucion(numero_error::desbordamiento, donde);
+        return 0; // nearer to zero than any other double
+    }
+
     /// The value as a number; dates count their days, True is -1.
     struct ComoDouble {
         Donde donde;
@@ -84,13 +120,7 @@ namespace {
         double operator()(Date valor) const { return valor.automatizacion(); }
         double operator()(const std::string& valor) const
         {
-            const auto cifras = cifras_de(valor, donde);
-            double numero = 0;
-            const auto* inicio
-                = cifras.data() + (cifras.front() == '+' ? 1 : 0); // from_chars reads no plus sign
-            if (std::from_chars(inicio, cifras.data() + cifras.size(), numero).ec != std::errc())
-                throw Error::de_ejecucion(numero_error::desbordamiento, donde);
-            return numero;
+            return lee_double(cifras_de(valor, donde), donde);
         }
         double operator()(const Referencia&) const { no_coinciden(donde); }
     };
@@ -160,28 +190,6 @@ namespace {
 
     bool es_cifra_o_punto(char c) { return c == '.' || (c >= '0' && c <= '9'); }
 
-    /// About how many digits lie before the point of a number that fits in no double; negative for the
-    /// zeros behind the point.
-    std::int64_t orden_de_magnitud(std::string_view numero)
-    {
-        const auto fin = std::min(numero.find_first_not_of("-.0123456789"), numero.size());
-        const auto punto = std::min(numero.substr(0, fin).find('.'), fin);
-        const auto primera = numero.find_first_of("123456789");
-        std::int64_t orden = static_cast<std::int64_t>(punto) - static_cast<std::int64_t>(primera);
-        if (fin < numero.size() && (numero[fin] == 'e' || numero[fin] == 'E')) {
-            const auto signo = numero.find_first_not_of('+', fin + 1);
-            std::int32_t exponente = 0; // beyond 32 bits its sign decides
-            const auto* ultima = numero.data() + numero.size();
-            if (signo < numero.size()
-                && std::from_chars(numero.data() + signo, ultima, exponente).ec
-                    == std::errc::result_out_of_range)
-                exponente = numero[signo] == '-' ? std::numeric_limits<std::int32_t>::min()
-                                                 : std::numeric_limits<std::int32_t>::max();
-            orden += exponente;
-        }
-        return orden;
-    }
-
     std::string minusculas(std::string texto)
     {
         for (char& c : texto)
@@ -250,15 +258,7 @@ double Val(std::string_view texto, Donde donde)
     const std::size_t signo = numero.starts_with('-') || numero.starts_with('+') ? 1 : 0;
     if (signo == numero.size() || !es_cifra_o_punto(numero[signo])) // "infinito" is no number either
         return 0;
-    if (numero.front() == '+') // from_chars reads no plus sign
-        numero.erase(0, 1);
-    double valor = 0;
-    const auto* fin = numero.data() + numero.size();
-    if (std::from_chars(numero.data(), fin, valor).ec == std::errc::result_out_of_range) {
-        if (orden_de_magnitud(numero) > 0)
-            throw Error::de_ejecucion(numero_error::desbordamiento, donde);
-        return 0; // nearer to zero than any other double
-    }
+    const double valor = lee_double(numero, donde);
     return valor == 0 ? 0 : valor; // no negative zero
 }
 

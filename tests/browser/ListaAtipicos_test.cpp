@@ -1,5 +1,6 @@
 #include "browser/ListaAtipicos.hpp"
 
+#include "tests/runtime/NumeroDeError.hpp"
 #include "tests/support/Contexto.hpp"
 
 #include <gmock/gmock.h>
@@ -94,6 +95,12 @@ namespace {
         anexa_fila(fila, un_cargo());
         EXPECT_EQ(cargo_de_fila(fila).Importe, moneda("1234.5"));
         EXPECT_EQ(cargo_de_fila(fila).Fecha, dia("21/11/2026"));
+    }
+
+    TEST(ListaAtipicos, a_row_that_the_list_did_not_write_is_refused)
+    {
+        for (const std::string fila : { "AT1\tuno\tA", "AT1\t1\tA\t4 P", "AT1" })
+            EXPECT_EQ(pruebas::numero_de_error([&] { return cargo_de_fila(fila); }), 13) << fila;
     }
 
     TEST(ListaAtipicos, a_tab_in_a_text_becomes_a_blank_and_a_line_break_stays)

@@ -77,6 +77,33 @@ namespace {
         });
     }
 
+    TEST(CargoGrabado, null_numbers_and_dates_are_empty)
+    {
+        const pruebas::Contexto contexto; // no database of ours stores them, a host's may
+        const Variant nulo = Nulo{};
+        contexto.gestion->responde("SELECT Proveedor, Fecha",
+            { { "Proveedor", "Fecha", "Observ", "Impuesto" }, { { nulo, nulo, nulo, nulo } } });
+        contexto.gestion->responde("SELECT lin.*",
+            { { "Num_Linea", "Cod_Articulo", "Descripcion", "Observ", "Unidades", "Precio", "CtaAtipicos" },
+                { { nulo, nulo, nulo, nulo, nulo, nulo, nulo } } });
+        const ClaveCargo clave{ 2026, 1, "AT260001" };
+        const auto cabecera = lee_cabecera(clave).value();
+        EXPECT_EQ(cabecera.Proveedor, 0);
+        EXPECT_EQ(cabecera.Fecha, Date());
+        EXPECT_EQ(cabecera.Observ, "");
+        EXPECT_EQ(cabecera.Impuesto, Currency());
+        int lineas = 0;
+        lee_lineas(clave, [&](const LineaGrabada& leida) {
+            ++lineas;
+            EXPECT_EQ(leida.Num_Linea, 0);
+            EXPECT_EQ(leida.linea.Cod_Articulo, 0);
+            EXPECT_EQ(leida.linea.Unidades, Currency());
+            EXPECT_EQ(leida.linea.Costo, Currency());
+            EXPECT_EQ(leida.CtaAtipicos, "");
+        });
+        EXPECT_EQ(lineas, 1);
+    }
+
     TEST(CargoGrabado, a_charge_that_is_not_there_has_no_header_and_no_lines)
     {
         const pruebas::Banco banco;

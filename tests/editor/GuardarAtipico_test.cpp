@@ -105,6 +105,18 @@ namespace {
         EXPECT_TRUE(preguntado[0].GenerarPrevisiones);
     }
 
+    TEST_F(Guardado, a_warehouse_that_is_not_there_posts_in_company_0_which_has_none)
+    {
+        contexto.gestion->responde("SELECT EmpContable", { { "EmpContable" }, {} });
+        const auto resultado = guarda();
+        EXPECT_EQ(preguntado.at(0).EmpresaContable, 0);
+        EXPECT_EQ(resultado.estado, Estado::Guardado);
+        EXPECT_EQ(resultado.Asiento, 0);
+        EXPECT_EQ(cargo.EmpContable, 0);
+        ASSERT_THAT(avisos, SizeIs(1));
+        EXPECT_THAT(avisos[0].texto, testing::EndsWith("] No existe empresa Contable en el Cargo"));
+    }
+
     TEST_F(Guardado, without_forecasts_key_none_are_to_be_generated)
     {
         contexto.empresa->parametros["GenerarPrevPagos"] = "0";

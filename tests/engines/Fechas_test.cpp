@@ -30,6 +30,15 @@ namespace {
             EXPECT_EQ(iso(texto), "no") << texto;
     }
 
+    TEST(Fechas, a_number_has_no_digit_too_many_nor_one_from_behind_the_end)
+    {
+        for (const auto* texto : { "009:05:03", "9:005:03", "9:05:003", "9:05:03.1234", "021/11/2026",
+                 "21/011/2026", "21/11/02026", "21/11/2026 009:05:03" })
+            EXPECT_EQ(iso(texto), "no") << texto;
+        EXPECT_EQ(lee_fecha_regional(std::string_view("9:05:03").substr(0, 6)), std::nullopt);
+        EXPECT_EQ(iso("9:05:03.123"), "1900-01-01 09:05:03.123");
+    }
+
     TEST(Fechas, iso_text_comes_back_as_the_same_date_and_sorts_as_time_does)
     {
         Date anterior = *Date::de_dia(1753, 1, 1);

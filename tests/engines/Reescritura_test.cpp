@@ -142,6 +142,14 @@ namespace {
             "SELECT 1 FROM Cargos WHERE '2026-02-01' BETWEEN Fecha AND Hora AND 'x' BETWEEN a AND Fecha");
     }
 
+    TEST(Reescritura, a_date_asked_not_to_lie_between_two_date_columns)
+    {
+        EXPECT_EQ(en("SELECT 1 FROM Cargos WHERE '01/02/2026' NOT BETWEEN Fecha AND Hora"),
+            "SELECT 1 FROM Cargos WHERE '2026-02-01' NOT BETWEEN Fecha AND Hora");
+        EXPECT_EQ(en("SELECT 1 FROM Cargos WHERE NOT '01/02/2026' BETWEEN Fecha AND Hora"),
+            "SELECT 1 FROM Cargos WHERE NOT '2026-02-01' BETWEEN Fecha AND Hora");
+    }
+
     TEST(Reescritura, what_is_no_date_is_refused_where_a_date_is_wanted)
     {
         EXPECT_EQ(error_de("SELECT * FROM Cargos WHERE Fecha = '31/02/2026'"),

@@ -31,6 +31,15 @@ namespace {
         EXPECT_EQ(clases("/* never"), "c");
     }
 
+    TEST(Tokens, what_lies_behind_the_end_of_the_statement_is_not_looked_at)
+    {
+        const std::string_view mas = "1e-5";
+        EXPECT_EQ(clases(mas.substr(0, 3)), "dwo");
+        EXPECT_EQ(clases(mas.substr(0, 2)), "dw");
+        EXPECT_EQ(clases(mas.substr(0, 1)), "d");
+        EXPECT_EQ(clases(std::string_view("1..5").substr(2, 1)), "o");
+    }
+
     TEST(Tokens, spanish_letters_belong_to_names)
     {
         const auto tokens = separa("Año = 1");

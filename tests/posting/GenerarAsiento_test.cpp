@@ -207,6 +207,27 @@ namespace {
         EXPECT_THAT(entorno.genera(), testing::HasSubstr(" 44000017 debe 107.0000"));
     }
 
+    TEST(GenerarAsiento, a_warehouse_that_is_not_there_has_no_income_account)
+    {
+        Entorno entorno;
+        entorno.carga("100");
+        entorno.carga("50", "75900009");
+        entorno.contexto.gestion->responde("SELECT CtaIngresosAtipicos", { { "CtaIngresosAtipicos" }, {} });
+        const auto escrito = entorno.genera();
+        EXPECT_THAT(escrito, testing::HasSubstr("7001/2  haber 100.0000 "));
+        EXPECT_THAT(escrito, testing::HasSubstr("7001/3 75900009 haber 50.0000 "));
+    }
+
+    TEST(GenerarAsiento, null_settings_are_settings_that_are_not_there)
+    {
+        Entorno entorno;
+        entorno.carga("100");
+        entorno.contexto.empresa->parametros["Proveedores_DptoIngresoRappels"] = Nulo{};
+        entorno.contexto.empresa->parametros["Concepto_Atipicos_Deudor"] = Nulo{};
+        EXPECT_THAT(entorno.genera(),
+            testing::HasSubstr("7001/1 44000017 debe 107.0000 dto 3 doc AT260017 cto [47] \n"));
+    }
+
     /// The amount after " debe " or " haber " in a diary line; zero when it has none.
     std::int64_t importe_de(const std::string& linea, const std::string& lado)
     {

@@ -86,7 +86,10 @@ namespace {
         EXPECT_THAT(dichas, ElementsAre(std::string("OPEN static read-only ") + consulta_proveedor, "CLOSE"));
         ASSERT_THAT(propuesta.previsiones, SizeIs(1));
         const auto& una = propuesta.previsiones[0];
-        EXPECT_EQ(una.prevision, (Prevision{ moneda("100"), 4, dia("21/12/2026"), "57200009" }));
+        EXPECT_EQ(una.prevision.Importe, moneda("100"));
+        EXPECT_EQ(una.prevision.TipoDoc, 4);
+        EXPECT_EQ(una.prevision.Vencimiento, dia("21/12/2026"));
+        EXPECT_EQ(una.prevision.Banco, "57200009");
         EXPECT_EQ(una.NombTipoDoc, "Recibo");
         EXPECT_EQ(una.NombreBanco, "Banco Ñandú");
         EXPECT_EQ(propuesta.suma, moneda("100"));
@@ -99,6 +102,20 @@ namespace {
         EXPECT_THAT(dichas,
             ElementsAre(std::string("OPEN static read-only ") + consulta_proveedor, "CLOSE",
                 std::string("OPEN static read-only ") + consulta_empresa, "CLOSE"));
+    }
+
+    TEST_F(Plazos, an_accounting_company_that_is_not_there_pays_from_no_bank)
+    {
+        datos.EmpresaContable = 0;
+        EXPECT_THAT(GenerarPrev(datos).previsiones, IsEmpty());
+        ASSERT_THAT(dichas, SizeIs(4));
+        EXPECT_THAT(dichas[0],
+            testing::HasSubstr(
+                "cueEmp.Cod_Empresa =0 AND cueEmp.Cod_Ejercicio =2026 AND cueEmp.Cuenta ='' "));
+        EXPECT_THAT(dichas[2],
+            testing::HasSubstr(
+                "cueEmp.Cod_Empresa =0 AND cueEmp.Cod_Ejercicio =2026 AND cueEmp.Cuenta ='' "));
+        EXPECT_THAT(contexto.avisos->dichos, IsEmpty());
     }
 
     TEST_F(Plazos, no_terms_at_all_give_no_forecasts_and_no_message)

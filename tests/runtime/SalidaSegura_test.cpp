@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <sstream>
 #include <sys/stat.h>
@@ -101,6 +102,50 @@ namespace {
         EXPECT_TRUE(std::filesystem::is_fifo(tubo));
     }
 
+    TEST(SalidaSegura, without_a_destination_it_is_the_standard_output)
+    {
+        SalidaSegura salida({});
+        EXPECT_EQ(&salida.flujo(), &std::cout);
+        salida.termina();
+        EXPECT_TRUE(salida.provisional().empty());
+    }
+
+    /// What `termina` says that went wrong; empty when nothing did.
+    std::string fallo_al_terminar(SalidaSegura& salida)
+    {
+        try {
+            salida.termina();
+        } catch (const Error& fallo) {
+            return fallo.descripcion();
+        }
+        return {};
+    }
+
+    TEST(SalidaSegura, a_folder_that_took_the_name_meanwhile_is_told_and_stays)
+    {
+        const pruebas::CarpetaTemporal carpeta;
+        {
+            SalidaSegura salida(carpeta / "x.csv");
+            salida.flujo() << "entero";
+            std::filesystem::create_directory(carpeta / "x.csv");
+            EXPECT_EQ(fallo_al_terminar(salida),
+                "No se puede escribir «" + (carpeta / "x.csv").string() + "»: es una carpeta.");
+        }
+        EXPECT_TRUE(std::filesystem::is_directory(carpeta / "x.csv"));
+        EXPECT_EQ(ficheros(carpeta), 1U);
+    }
+
+    TEST(SalidaSegura, a_write_that_failed_before_the_end_is_told_although_closing_went_well)
+    {
+        const pruebas::CarpetaTemporal carpeta;
+        SalidaSegura salida(carpeta / "x.csv");
+        salida.flujo() << "a medias";
+        salida.flujo().setstate(std::ios::badbit);
+        EXPECT_EQ(fallo_al_terminar(salida),
+            "No se puede escribir «" + (carpeta / "x.csv").string() + "»: no se pudo escribir entero.");
+        EXPECT_FALSE(std::filesystem::exists(carpeta / "x.csv"));
+    }
+
     TEST(SalidaSegura, a_full_disk_is_told_and_nothing_takes_the_name)
     {
         if (!std::filesystem::exists("/dev/full"))
@@ -111,7 +156,10 @@ namespace {
         std::filesystem::create_symlink("/dev/full", salida.provisional());
         SalidaSegura otra(carpeta / "x.csv"); // opens what now stands for a full disk
         otra.flujo() << std::string(100'000, 'x');
-        EXPECT_THROW(otra.termina(), Error);
+        EXPECT_THAT(fallo_al_terminar(otra), testing::EndsWith("»: no se pudo escribir entero."));
+        SalidaSegura corta(carpeta / "x.csv"); // the disk is found full only when the last of it is written
+        corta.flujo() << "x";
+        EXPECT_THAT(fallo_al_terminar(corta), testing::EndsWith("»: no queda sitio en el disco."));
         EXPECT_FALSE(std::filesystem::exists(carpeta / "x.csv"));
     }
 

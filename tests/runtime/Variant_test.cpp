@@ -181,6 +181,15 @@ namespace {
         EXPECT_EQ(CDbl("-1.234,5"), -1234.5);
     }
 
+    TEST(CDbl, of_a_text_is_error_6_for_the_too_large_and_0_for_the_too_small)
+    {
+        const std::string ceros(400, '0');
+        for (const auto& texto : { "1" + ceros, "+1" + ceros + ",5", "-1" + ceros })
+            EXPECT_EQ(numero_de_error([&] { return CDbl(texto); }), 6) << texto;
+        for (const auto& texto : { "0," + ceros + "1", "-," + ceros + "1" })
+            EXPECT_EQ(CDbl(texto), 0) << texto;
+    }
+
     TEST(CCur, is_exact_for_amounts_and_texts_and_rounds_doubles)
     {
         EXPECT_EQ(CCur(moneda("922337203685477.5807")).texto(), "922337203685477.5807");
@@ -245,8 +254,10 @@ namespace {
     TEST(Val, is_error_6_for_the_too_large_and_0_for_the_too_small)
     {
         const std::string ceros(400, '0');
-        for (const auto& texto : { "1" + ceros, "-1" + ceros + ".5", std::string("1e999"),
-                 "1" + ceros + "e-2", std::string("0.1e+999"), std::string("9e99999999999999999999") })
+        for (const auto& texto :
+            { "1" + ceros, "-1" + ceros + ".5", std::string("1e999"), "1" + ceros + "e-2",
+                std::string("0.1e+999"), std::string("9e99999999999999999999"), "1" + ceros + "E1",
+                "1" + ceros + "e", "1" + ceros + "e+", "1" + ceros + " euros", "1" + ceros + "x" })
             EXPECT_EQ(numero_de_error([&] { return Val(texto); }), 6) << texto;
         for (const auto& texto : { "0." + ceros + "1", "-." + ceros + "1", std::string("1e-999"),
                  "0." + ceros + "1e9", std::string("9e-99999999999999999999"), ceros + "0e999" })
