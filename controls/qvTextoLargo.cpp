@@ -1,9 +1,11 @@
 #include "controls/qvTextoLargo.hpp"
 
 #include "controls/Avance.hpp"
+#include "controls/ComposicionTexto.hpp"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QTextDocument>
 
 namespace atipicos {
 
@@ -23,6 +25,10 @@ namespace {
 qvTextoLargo::qvTextoLargo(QWidget* parent)
     : QPlainTextEdit(parent)
 {
+    auto* texto = new QTextDocument(this);
+    texto->setDefaultFont(font());
+    texto->setDocumentLayout(new ComposicionTexto(texto));
+    setDocument(texto);
     setTabChangesFocus(true);
 }
 

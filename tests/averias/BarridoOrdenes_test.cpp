@@ -1,11 +1,13 @@
 // One statement after the other of every command of the command line fails, or loses its connection, on
 // SQLite and PostgreSQL: the program says so and ends with status 1, or does all the same what it does
 // without the fault. Then the same command, given again, finds everything in order. Of the commands that
-// write every sixth statement; with ATIPICOS_PRUEBA_LARGA every one.
+// write every sixth statement, of the many of `crear` every fortieth; with ATIPICOS_PRUEBA_LARGA every one.
 #include "host/app/LineaDeOrdenes.hpp"
 #include "host/app/Verificacion.hpp"
+#include "host/sql/Guiones.hpp"
 #include "tests/averias/Averia.hpp"
 #include "tests/integracion/Sedes.hpp"
+#include "tests/integracion/Volcado.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
 
@@ -14,6 +16,8 @@
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
+#include <iterator>
+#include <map>
 #include <sstream>
 
 namespace atipicos {
@@ -26,6 +30,14 @@ namespace {
         std::string salida;
         std::string errores;
     };
+
+    /// Each sample company has a place of its own.
+    std::string sin_lugar(std::string texto, const std::string& lugar)
+    {
+        for (auto aqui = texto.find(lugar); aqui != std::string::npos; aqui = texto.find(lugar, aqui))
+            texto.replace(aqui, lugar.size(), "@");
+        return texto;
+    }
 
     /// The program itself, in this process.
     Ejecutada ejecuta(const orvalin::Lugar& lugar, std::vector<std::string> palabras)
@@ -42,19 +54,43 @@ namespace {
         auto* antes_salida = std::cout.rdbuf(salida.rdbuf());
         auto* antes_errores = std::cerr.rdbuf(errores.rdbuf());
         const int estado = app::ejecuta(static_cast<int>(argv.size()), argv.data(),
-            { [](const app::OpcionesVentana&) { return 3; },
-                [](const app::OpcionesComunes&, const app::OpcionesImprimir&) { return 3; } });
+            { [](const app::OpcionesVentana&) { return 3; }, &app::imprimir });
         std::cout.rdbuf(antes_salida);
         std::cerr.rdbuf(antes_errores);
         pruebas::vacia_contexto();
-        return { estado, salida.str(), errores.str() };
+        return { estado, sin_lugar(salida.str(), lugar.texto()), errores.str() };
     }
 
     struct Orden {
         const char* nombre;
         std::vector<std::string> palabras;
-        bool escribe = false;
+        std::size_t paso = 1; ///< 1: it only reads, so that the databases can stay
+
+        [[nodiscard]] bool escribe() const { return paso > 1; }
+        [[nodiscard]] bool es(std::string_view otro) const { return otro == nombre; }
     };
+
+    /// The files of a folder, with what is in them.
+    std::map<std::string, std::string> ficheros(const std::filesystem::path& carpeta)
+    {
+        std::map<std::string, std::string> todos;
+        if (std::filesystem::exists(carpeta))
+            for (const auto& uno : std::filesystem::directory_iterator(carpeta)) {
+                std::ifstream fichero(uno.path(), std::ios::binary);
+                todos[uno.path().filename()] = { std::istreambuf_iterator(fichero), {} };
+            }
+        return todos;
+    }
+
+    /// Every row of both databases.
+    std::vector<std::string> contenido(const orvalin::Lugar& lugar)
+    {
+        const auto bases = orvalin::abre_bases(lugar);
+        auto filas = pruebas::vuelca(*bases.orvalin, guiones::orvalin());
+        const auto otras = pruebas::vuelca(*bases.bexmor, guiones::bexmor());
+        filas.insert(filas.end(), otras.begin(), otras.end());
+        return filas;
+    }
 
     struct BarridoOrdenes : testing::TestWithParam<pruebas::Sede> {
         pruebas::CarpetaTemporal carpeta;
@@ -86,19 +122,30 @@ namespace {
                 palabras.insert(palabras.end(), mas.begin(), mas.end());
                 return palabras;
             };
-            return { { "registrar", { "registrar", (carpeta / "otro.csv").string() }, true },
-                { "eliminar", con("eliminar", { "--si" }), true },
+            std::vector<Orden> todas{ { "crear", { "crear" }, 40 },
+                { "registrar", { "registrar", (carpeta / "otro.csv").string() }, 6 },
+                { "eliminar", con("eliminar", { "--si" }), 6 },
                 { "contabilizar", { "contabilizar", "AT260002", "--ejercicio", "2026", "--almacen", "1" },
-                    true },
+                    6 },
                 { "listar",
-                    { "listar", "--desde", "01/01/2026", "--hasta", "31/12/2026", "--formato", "csv" },
-                    false },
-                { "mostrar", con("mostrar"), false }, { "verificar", { "verificar", "--proponer" }, false } };
+                    { "listar", "--desde", "01/01/2026", "--hasta", "31/12/2026", "--formato", "csv" } },
+                { "mostrar", con("mostrar") }, { "verificar", { "verificar", "--proponer" } } };
+            if (ATIPICOS_CON_VENTANAS)
+                todas.push_back({ "imprimir",
+                    { "imprimir", "--desde", "01/01/2026", "--hasta", "31/12/2026", "--salida",
+                        (impresos() / "cargos.pdf").string() } });
+            return todas;
         }
 
-        /// Two charges of a file; the second has lost its entry.
-        [[nodiscard]] std::unique_ptr<pruebas::Muestra> preparada() const
+        [[nodiscard]] std::filesystem::path impresos() const { return carpeta / "impresos"; }
+
+        /// For `crear` nothing; for the others two charges of a file, the second of which has lost its entry.
+        [[nodiscard]] std::unique_ptr<pruebas::Muestra> preparada(const Orden& orden) const
         {
+            std::filesystem::remove_all(impresos());
+            std::filesystem::create_directory(impresos());
+            if (orden.es("crear"))
+                return GetParam().por_crear();
             auto muestra = GetParam().muestra();
             EXPECT_EQ(ejecuta(muestra->lugar(), { "registrar", (carpeta / "uno.csv").string() }).estado, 0);
             const auto bases = orvalin::abre_bases(muestra->lugar());
@@ -117,32 +164,60 @@ namespace {
             return CStr(rs->Fields("N").Value());
         }
 
-        /// What must hold once the command has been given again without a fault.
-        static void expect_acabada(const Orden& orden, const orvalin::Lugar& lugar)
+        /// What a command that was told to have failed must not have left.
+        void expect_nada_a_medias(const Orden& orden, const orvalin::Lugar& lugar) const
         {
-            const auto otra_vez = ejecuta(lugar, orden.palabras);
-            const std::string nombre = orden.nombre;
-            if (nombre == "registrar") {
+            if (orden.es("crear") && lugar.clase() == orvalin::Lugar::Clase::carpeta) {
+                EXPECT_THAT(ficheros(lugar.carpeta()), testing::IsEmpty());
+            }
+            EXPECT_THAT(ficheros(impresos()), testing::IsEmpty()) << "a document that is not whole";
+        }
+
+        /// What must hold once the command has been given again without a fault, as `entera` was.
+        static void expect_acabada(const Orden& orden, const orvalin::Lugar& lugar, const Ejecutada& otra_vez,
+            const Ejecutada& entera)
+        {
+            if (orden.es("registrar")) {
                 EXPECT_EQ(filas(lugar, "Proveedores_Cargos_Atipicos"), "4")
                     << "once each: " << otra_vez.errores;
                 EXPECT_EQ(filas(lugar, "Importaciones"), "4");
-            } else if (nombre == "eliminar") {
+            } else if (orden.es("eliminar")) {
                 EXPECT_EQ(filas(lugar, "Proveedores_Cargos_Atipicos"), "1");
                 EXPECT_EQ(filas(lugar, "Proveedores_Cargos_Atipicos_Lineas"), "1");
-            } else {
+            } else if (orden.es("contabilizar")) {
                 EXPECT_THAT(app::verifica(orvalin::abre_bases(lugar)).diferencias, testing::IsEmpty());
+            } else {
+                EXPECT_EQ(otra_vez.estado, entera.estado) << otra_vez.errores;
+                EXPECT_EQ(otra_vez.salida, entera.salida);
             }
         }
 
-        void barre(const Orden& orden, Clase clase, std::size_t paso)
+        /// What the command leaves when it says that it is done: whole databases, a whole document.
+        void expect_entero(const Orden& orden, const orvalin::Lugar& lugar) const
         {
-            std::unique_ptr<pruebas::Muestra> muestra = preparada();
+            if (orden.es("crear")) {
+                static const auto como_debe = contenido(GetParam().muestra()->lugar());
+                EXPECT_EQ(contenido(lugar), como_debe);
+            } else if (orden.es("imprimir")) {
+                const auto pdf = ficheros(impresos());
+                ASSERT_THAT(pdf, testing::ElementsAre(testing::Key("cargos.pdf")));
+                EXPECT_THAT(pdf.at("cargos.pdf"),
+                    testing::AllOf(testing::StartsWith("%PDF-"), testing::HasSubstr("/Count 2"),
+                        testing::EndsWith("%%EOF\n")));
+            }
+        }
+
+        void barre(const Orden& orden, Clase clase, bool todas)
+        {
+            auto muestra = preparada(orden);
             pruebas::averia::prepara(Clase::ninguna, 0);
             const auto entera = ejecuta(muestra->lugar(), orden.palabras);
-            for (std::size_t n = 1;; n += paso) {
+            expect_entero(orden, muestra->lugar());
+            for (std::size_t n = 1;; n += todas ? 1 : orden.paso) {
                 SCOPED_TRACE(std::string(orden.nombre) + ", statement " + std::to_string(n));
-                if (orden.escribe)
-                    muestra = preparada();
+                if (orden.escribe())
+                    muestra = preparada(orden);
+                std::filesystem::remove(impresos() / "cargos.pdf");
                 pruebas::averia::prepara(clase, n);
                 const auto averiada = ejecuta(muestra->lugar(), orden.palabras);
                 const bool ocurrida = pruebas::averia::ha_ocurrido();
@@ -150,12 +225,19 @@ namespace {
                 if (!ocurrida)
                     break;
                 ++averias;
-                if (averiada.estado == entera.estado && averiada.salida == entera.salida)
-                    continue; // it did not need the statement, or found its way back
-                EXPECT_EQ(averiada.estado, app::no_hecho);
-                EXPECT_NE(averiada.errores, "");
-                if (orden.escribe)
-                    expect_acabada(orden, muestra->lugar());
+                // Else it did not need the statement, or found its way back.
+                if (averiada.estado != entera.estado || averiada.salida != entera.salida) {
+                    EXPECT_EQ(averiada.estado, app::no_hecho);
+                    EXPECT_NE(averiada.errores, "");
+                    if (clase == Clase::conexion
+                        && muestra->lugar().clase() != orvalin::Lugar::Clase::carpeta) {
+                        EXPECT_THAT(averiada.errores, testing::HasSubstr("conexión"));
+                    }
+                    expect_nada_a_medias(orden, muestra->lugar());
+                    const auto otra_vez = ejecuta(muestra->lugar(), orden.palabras);
+                    expect_acabada(orden, muestra->lugar(), otra_vez, entera);
+                }
+                expect_entero(orden, muestra->lugar());
             }
         }
     };
@@ -164,7 +246,7 @@ namespace {
     {
         const bool todas = std::getenv("ATIPICOS_PRUEBA_LARGA") != nullptr;
         for (const auto& orden : ordenes())
-            barre(orden, Clase::instruccion, todas || !orden.escribe ? 1 : 6);
+            barre(orden, Clase::instruccion, todas);
         std::cout << averias << " failed statements\n";
     }
 
@@ -172,7 +254,7 @@ namespace {
     {
         const bool todas = std::getenv("ATIPICOS_PRUEBA_LARGA") != nullptr;
         for (const auto& orden : ordenes())
-            barre(orden, Clase::conexion, todas || !orden.escribe ? 1 : 6);
+            barre(orden, Clase::conexion, todas);
         std::cout << averias << " lost connections\n";
     }
 

@@ -35,6 +35,7 @@ inline std::vector<TextoHostil> textos_hostiles()
         { "number_like", "-1e308" },
         { "date_like", "31/02/2026" },
         { "megabyte", megabyte() },
+        { "megabyte_in_one_word", std::string(1'000'000, 'M') },
         { "digits", std::string(10'000, '9') },
     };
 }

@@ -3,13 +3,27 @@
 // box said why not.
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 #include "controls/qvTextoLargo.hpp"
+#include "controls/SalidaQt.hpp"
+#include "controls/VistaReport.hpp"
 #include "editor/frmEditor_Comentarios.hpp"
+#include "host/app/frmPrincipal.hpp"
+#include "host/app/frmSesion.hpp"
+#include "host/orvalin/Biblioteca.hpp"
+#include "platform/qvoremp/ImpresionCargo.hpp"
 #include "posting/frmCompras_Atipicos_Contabilizar.hpp"
+#include "printing/clsView.hpp"
+#include "printing/frmImpresora.hpp"
+#include "printing/frmView.hpp"
+#include "printing/ImprimirAtipico.hpp"
 #include "tests/editor/EscenaEditor.hpp"
 #include "tests/hostil/Textos.hpp"
 
 #include <QClipboard>
+#include <QComboBox>
 #include <QPlainTextEdit>
+#include <QSpinBox>
+#include <QStandardPaths>
+#include <QStatusBar>
 
 using namespace atipicos;
 using namespace atipicos::pruebas;
@@ -30,17 +44,47 @@ void pega(QWidget& campo, const QString& texto)
     QTest::keyClick(&campo, Qt::Key_V, Qt::ControlModifier);
 }
 
+template <class Caja> void agrega_cajas(QWidget& form, QList<QWidget*>& todos)
+{
+    for (auto* caja : form.findChildren<Caja*>())
+        if (!caja->isReadOnly() && caja->isVisible() && caja->isEnabled())
+            todos << caja;
+}
+
 /// The fields of a form that can be written into.
 QList<QWidget*> campos(QWidget& form)
 {
     QList<QWidget*> todos;
-    for (auto* caja : form.findChildren<QLineEdit*>())
-        if (!caja->isReadOnly() && caja->isVisible() && caja->isEnabled())
-            todos << caja;
-    for (auto* caja : form.findChildren<QPlainTextEdit*>())
-        if (!caja->isReadOnly() && caja->isVisible() && caja->isEnabled())
-            todos << caja;
+    agrega_cajas<QLineEdit>(form, todos);
+    agrega_cajas<QPlainTextEdit>(form, todos);
+    agrega_cajas<QSpinBox>(form, todos);
     return todos;
+}
+
+/// Everything that takes keys but cannot be written into, with what is chosen or shown there.
+QMap<QString, QString> elegido(QWidget& form)
+{
+    QMap<QString, QString> todo{ { QStringLiteral("title"), form.windowTitle() } };
+    for (const auto* lista : form.findChildren<QComboBox*>())
+        todo[lista->objectName()] = lista->currentText();
+    for (const auto* etiqueta : form.findChildren<QLabel*>())
+        todo[etiqueta->objectName()] += etiqueta->text();
+    return todo;
+}
+
+/// Pastes every text where there is nothing to write; returns into how many controls.
+int castiga_lo_demas(QWidget& form)
+{
+    int cuantos = 0;
+    for (auto* uno : form.findChildren<QWidget*>()) {
+        if (uno->focusPolicy() == Qt::NoFocus || !uno->isVisible() || !uno->isEnabled()
+            || campos(form).contains(uno))
+            continue;
+        for (const auto& hostil : textos_hostiles())
+            pega(*uno, a_pegar(hostil));
+        ++cuantos;
+    }
+    return cuantos;
 }
 
 /// Pastes every text into every field and presses Enter there; returns how many fields there were.
@@ -64,6 +108,91 @@ int castiga(QWidget& form)
 class TextosEnVentanas_Test : public QObject {
     Q_OBJECT
 private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void in_the_main_window_and_its_session_dialog_nothing_changes()
+    {
+        const auto muestra = en_carpeta().muestra();
+        app::OpcionesComunes opciones;
+        opciones.datos = muestra->lugar().carpeta();
+        {
+            app::Sesion sesion(opciones);
+            app::frmPrincipal ventana(sesion, opciones);
+            ventana.show();
+            QVERIFY(QTest::qWaitForWindowActive(&ventana));
+            const auto antes = elegido(ventana);
+            QVERIFY(campos(ventana).isEmpty());
+            QVERIFY(castiga_lo_demas(ventana) >= 1);
+            QCOMPARE(elegido(ventana), antes);
+            QVERIFY(QApplication::activeModalWidget() == nullptr);
+
+            app::frmSesion dialogo(sesion.catalogos.empresas(), sesion.catalogos.usuarios(), &ventana);
+            dialogo.elige(2, 3);
+            dialogo.show();
+            QVERIFY(QTest::qWaitForWindowActive(&dialogo));
+            QVERIFY(campos(dialogo).isEmpty());
+            QVERIFY(castiga_lo_demas(dialogo) >= 2);
+            QCOMPARE(dialogo.empresa(), std::int16_t{ 2 });
+            QCOMPARE(dialogo.usuario(), 3);
+        }
+        vacia_contexto();
+    }
+
+    void in_the_dialog_of_devices_nothing_changes()
+    {
+        const Banco banco;
+        const auto antes = banco.estado();
+        std::optional<DestinoImpresion> primero;
+        std::optional<DestinoImpresion> segundo;
+        for (auto* destino : { &primero, &segundo }) {
+            const AlAbrirse impresora(
+                [&](QWidget& dialogo) {
+                    QVERIFY(campos(dialogo).isEmpty());
+                    if (destino == &segundo)
+                        QVERIFY(castiga_lo_demas(dialogo) >= 4);
+                    clic(dialogo, "cmdAceptar");
+                },
+                "frmImpresora");
+            *destino = frmImpresora::pregunta(modComun::comparte_EmpresaOrvalin(), nullptr);
+        }
+        QVERIFY(primero.has_value());
+        QVERIFY(segundo == primero);
+        QVERIFY(banco.estado() == antes);
+        QVERIFY(banco.avisos->dichos.empty());
+    }
+
+    void in_every_field_of_the_viewer()
+    {
+        Banco banco;
+        const auto codigo = banco.guarda().Codigo;
+        banco.avisos->dichos.clear();
+        const auto antes = banco.estado();
+        auto visor = [](std::shared_ptr<const Report> report) {
+            clsView vista;
+            vista.set_Report(std::move(report));
+            vista.Cargar(false);
+        };
+        modComun::set_BibliotecaOrvalin(std::make_shared<orvalin::Biblioteca>(
+            banco.bases().orvalin, std::make_shared<SalidaQt>(visor), orvalin::Plantilla::de_serie()));
+        QVERIFY(ImprimirAtipico({ 2026, 1, codigo, 104 }, [] {
+            return DestinoImpresion{ "", qvoremp::dispositivo::pantalla, qvoremp::dispositivo::ninguno, 0 };
+        }));
+        auto& form = frmView::compartido();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        const auto mostrado = elegido(form);
+        QVERIFY(castiga(form) >= 2);
+        QVERIFY(castiga_lo_demas(form) >= 2);
+        auto& buscar = control<QLineEdit>(form, "txtBuscar");
+        buscar.clear();
+        QCOMPARE(elegido(form), mostrado);
+        QCOMPARE(control<VistaReport>(form, "vista").Pagina(), 1);
+        teclea(&buscar, QString::fromStdString(codigo));
+        QVERIFY(control<QLabel>(form, "lblHallados").text().startsWith(QStringLiteral(" 1 de ")));
+        form.close();
+        QVERIFY(banco.estado() == antes);
+        QVERIFY(banco.avisos->dichos.empty());
+    }
+
     void in_every_field_of_the_editor()
     {
         EscenaEditor escena("");

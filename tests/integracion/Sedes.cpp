@@ -10,13 +10,17 @@ namespace atipicos::pruebas {
 
 namespace {
 
-    class MuestraEnCarpeta : public Muestra {
+    class CarpetaVacia : public Muestra {
     public:
-        MuestraEnCarpeta() { orvalin::crea_bases(m_carpeta / "datos", false); }
         [[nodiscard]] orvalin::Lugar lugar() const override { return { m_carpeta / "datos" }; }
 
     private:
         CarpetaTemporal m_carpeta;
+    };
+
+    class MuestraEnCarpeta : public CarpetaVacia {
+    public:
+        MuestraEnCarpeta() { orvalin::crea_bases(CarpetaVacia::lugar(), false); }
     };
 
     /// The sample company is made once; each test gets a copy.
@@ -33,7 +37,10 @@ namespace {
 
     class MuestraEnPostgresql : public Muestra {
     public:
-        MuestraEnPostgresql() { servidor_postgresql().crea_base(m_base, plantilla()); }
+        MuestraEnPostgresql()
+            : MuestraEnPostgresql(plantilla())
+        {
+        }
         ~MuestraEnPostgresql() override { servidor_postgresql().borra_base(m_base); }
         [[nodiscard]] orvalin::Lugar lugar() const override
         {
@@ -41,11 +48,23 @@ namespace {
         }
 
     protected:
+        explicit MuestraEnPostgresql(const std::string& copia_de)
+        {
+            servidor_postgresql().crea_base(m_base, copia_de);
+        }
         [[nodiscard]] const std::string& base() const noexcept { return m_base; }
 
     private:
         static inline int s_bases = 0;
         std::string m_base = "muestra_" + std::to_string(++s_bases);
+    };
+
+    class BaseVaciaEnPostgresql final : public MuestraEnPostgresql {
+    public:
+        BaseVaciaEnPostgresql()
+            : MuestraEnPostgresql("template1")
+        {
+        }
     };
 
     /// The same databases, through the drivers of their products.
@@ -92,14 +111,15 @@ ServidorPostgresql& servidor_postgresql()
 
 const Sede& en_carpeta()
 {
-    static const Sede sede{ "sqlite", "", std::make_unique<MuestraEnCarpeta> };
+    static const Sede sede{ "sqlite", "", std::make_unique<MuestraEnCarpeta>,
+        std::make_unique<CarpetaVacia> };
     return sede;
 }
 
 const Sede& en_postgresql()
 {
-    static const Sede sede{ "postgresql", ServidorPostgresql::falta(),
-        std::make_unique<MuestraEnPostgresql> };
+    static const Sede sede{ "postgresql", ServidorPostgresql::falta(), std::make_unique<MuestraEnPostgresql>,
+        std::make_unique<BaseVaciaEnPostgresql> };
     return sede;
 }
 

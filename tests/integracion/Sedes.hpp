@@ -26,6 +26,7 @@ struct Sede {
     std::string nombre;
     std::string falta; ///< what there is to install before it can be tested; empty: nothing
     std::function<std::unique_ptr<Muestra>()> muestra;
+    std::function<std::unique_ptr<Muestra>()> por_crear = {}; ///< before `crear`; none through ODBC
 };
 inline void PrintTo(const Sede& sede, std::ostream* salida) { *salida << sede.nombre; }
 
