@@ -70,16 +70,17 @@ namespace {
         [[nodiscard]] bool es(std::string_view otro) const { return otro == nombre; }
     };
 
-    /// The files of a folder, with what is in them.
-    std::map<std::string, std::string> ficheros(const std::filesystem::path& carpeta)
+    /// What a folder holds, with the bytes of its files.
+    std::map<std::string, std::string> entradas(const std::filesystem::path& carpeta)
     {
-        std::map<std::string, std::string> todos;
+        std::map<std::string, std::string> todas;
         if (std::filesystem::exists(carpeta))
-            for (const auto& uno : std::filesystem::directory_iterator(carpeta)) {
-                std::ifstream fichero(uno.path(), std::ios::binary);
-                todos[uno.path().filename()] = { std::istreambuf_iterator(fichero), {} };
+            for (const auto& una : std::filesystem::directory_iterator(carpeta)) {
+                auto& bytes = todas[una.path().filename()];
+                if (std::ifstream fichero(una.path(), std::ios::binary); una.is_regular_file())
+                    bytes.assign(std::istreambuf_iterator(fichero), {});
             }
-        return todos;
+        return todas;
     }
 
     /// Every row of both databases.
@@ -168,9 +169,9 @@ namespace {
         void expect_nada_a_medias(const Orden& orden, const orvalin::Lugar& lugar) const
         {
             if (orden.es("crear") && lugar.clase() == orvalin::Lugar::Clase::carpeta) {
-                EXPECT_THAT(ficheros(lugar.carpeta()), testing::IsEmpty());
+                EXPECT_THAT(entradas(lugar.carpeta()), testing::IsEmpty());
             }
-            EXPECT_THAT(ficheros(impresos()), testing::IsEmpty()) << "a document that is not whole";
+            EXPECT_THAT(entradas(impresos()), testing::IsEmpty()) << "a document that is not whole";
         }
 
         /// What must hold once the command has been given again without a fault, as `entera` was.
@@ -199,7 +200,7 @@ namespace {
                 static const auto como_debe = contenido(GetParam().muestra()->lugar());
                 EXPECT_EQ(contenido(lugar), como_debe);
             } else if (orden.es("imprimir")) {
-                const auto pdf = ficheros(impresos());
+                const auto pdf = entradas(impresos());
                 ASSERT_THAT(pdf, testing::ElementsAre(testing::Key("cargos.pdf")));
                 EXPECT_THAT(pdf.at("cargos.pdf"),
                     testing::AllOf(testing::StartsWith("%PDF-"), testing::HasSubstr("/Count 2"),
