@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <array>
-#include <deque>
+#include <forward_list>
 
 namespace atipicos::sql {
 
@@ -93,7 +93,7 @@ namespace {
         {
             m_vista.cambia(i, tipo.alli);
             const auto fin = m_vista.es(i + 1, "(") ? i + 3 : i;
-            auto& escrito = m_escritos.emplace_back(m_vista[fin].texto);
+            auto& escrito = m_escritos.emplace_front(m_vista[fin].texto);
             m_vista.cambia(fin, escrito += tipo.tras);
         }
 
@@ -301,7 +301,7 @@ namespace {
             const auto fecha = lee_fecha_regional(texto.substr(1, texto.size() - 2));
             if (!fecha)
                 falla("La conversión del texto " + std::string(texto) + " en una fecha no es posible.");
-            auto& escrito = m_escritos.emplace_back(1, '\'');
+            auto& escrito = m_escritos.emplace_front(1, '\'');
             escrito += texto_iso(*fecha);
             escrito += '\'';
             m_vista.cambia(i, escrito);
@@ -324,7 +324,7 @@ namespace {
         std::vector<Token> m_tokens;
         Vista m_vista;
         std::vector<Tabla> m_tablas;
-        std::deque<std::string> m_escritos; ///< texts that tokens refer to; a deque does not move them
+        std::forward_list<std::string> m_escritos; ///< texts that tokens refer to; a list does not move them
     };
 
 }

@@ -59,7 +59,12 @@ namespace {
 
     bool es_operador_doble(std::string_view par)
     {
-        return par == "<=" || par == ">=" || par == "<>" || par == "!=" || par == "==" || par == "||";
+        if (par.size() < 2)
+            return false;
+        const char a = par[0];
+        const char b = par[1];
+        return b == '=' ? a == '<' || a == '>' || a == '!' || a == '='
+                        : (a == '<' && b == '>') || (a == '|' && b == '|');
     }
 
     struct Fin {
@@ -70,19 +75,19 @@ namespace {
     Fin clasifica(std::string_view sql, std::size_t i)
     {
         const char c = sql[i];
-        const auto par = sql.substr(i, 2);
+        if (es_letra(c))
+            return { Clase::palabra, mientras(sql, i, [](char d) { return es_letra(d) || es_cifra(d); }) };
         if (es_blanco(c))
             return { Clase::blanco, mientras(sql, i, es_blanco) };
-        if (par == "--" || par == "/*")
-            return { Clase::comentario, fin_comentario(sql, i) };
         if (c == '\'')
             return { Clase::texto, fin_entre_comillas(sql, i, c) };
         if (c == '"')
             return { Clase::nombre, fin_entre_comillas(sql, i, c) };
         if (c == '[')
             return { Clase::nombre, fin_entre_comillas(sql, i, ']') };
-        if (es_letra(c))
-            return { Clase::palabra, mientras(sql, i, [](char d) { return es_letra(d) || es_cifra(d); }) };
+        const auto par = sql.substr(i, 2);
+        if (par == "--" || par == "/*")
+            return { Clase::comentario, fin_comentario(sql, i) };
         if (es_cifra(c) || (c == '.' && par.size() == 2 && es_cifra(par[1])))
             return { Clase::numero, fin_numero(sql, i) };
         return { Clase::simbolo, i + (es_operador_doble(par) ? 2U : 1U) };
@@ -141,12 +146,6 @@ bool cambia_el_esquema(std::string_view sql) noexcept
     const auto primera = primera_palabra(sql);
     return std::any_of(palabras.begin(), palabras.end(),
         [&](std::string_view palabra) { return iguales(primera, palabra); });
-}
-
-bool iguales(std::string_view a, std::string_view b) noexcept
-{
-    return std::equal(
-        a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return minuscula(x) == minuscula(y); });
 }
 
 } // namespace atipicos::sql

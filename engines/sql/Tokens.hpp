@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,12 @@ struct Token {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-[[nodiscard]] bool iguales(std::string_view a, std::string_view b) noexcept; ///< compared without ASCII case
+/// Compared without ASCII case. Here, to be weighed up where it is called: a statement is asked for many
+/// words that it does not hold, and nearly all differ in their length or first letter.
+[[nodiscard]] constexpr bool iguales(std::string_view a, std::string_view b) noexcept
+{
+    return std::equal(
+        a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return minuscula(x) == minuscula(y); });
+}
 
 } // namespace atipicos::sql
