@@ -2,6 +2,7 @@
 // many pages of a PDF file with nothing read, laid out or broken into lines.
 #include "bench/Desnudo.hpp"
 #include "bench/Medida.hpp"
+#include "bench/Suelo.hpp"
 #include "controls/LienzoQt.hpp"
 #include "controls/Texto.hpp"
 #include "host/orvalin/Bases.hpp"
@@ -22,19 +23,43 @@ namespace {
 
     constexpr int cargos = 1000;
 
-    constexpr auto cabeceras = R"(
-        WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 1000)
+    /// The numbers from 1 to `hasta` as rows `n (i)`: what comes before the statement, and what it reads
+    /// from.
+    struct Numeros {
+        std::string con;
+        std::string de;
+    };
+
+    Numeros en_sqlite(int hasta)
+    {
+        return { "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
+                + std::to_string(hasta) + ") ",
+            "n" };
+    }
+    Numeros en_postgresql(int hasta)
+    {
+        return { "", "generate_series(1, " + std::to_string(hasta) + ") AS n (i)" };
+    }
+
+    std::string cabeceras(const Numeros& n)
+    {
+        return n.con + R"(
         INSERT INTO Proveedores_Cargos_Atipicos (Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo, Proveedor, Fecha,
             Importe, Asiento, EmpContable, EjContable, Usuario, Hora, Observ, Cod_Compra, Documento, Impuesto,
             Impuesto_Importe, Tipo)
         SELECT 1, 2026, 1, 'AT' || (260000 + i), 101 + i % 14, '2026-11-21', 450.75, i, 1, 2026, 1,
-            '2026-11-21 09:05:03', 'Mercancía dañada, albarán ' || i, 0, 0, 7, 31.55, 0 FROM n)";
+            '2026-11-21 09:05:03', 'Mercancía dañada, albarán ' || i, 0, 0, 7, 31.55, 0 FROM )"
+            + n.de;
+    }
 
-    constexpr auto lineas = R"(
-        WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5)
+    std::string lineas(const Numeros& n)
+    {
+        return n.con + R"(
         INSERT INTO Proveedores_Cargos_Atipicos_Lineas
         SELECT 1, 2026, 1, Codigo, i, 1000 + i, 'Cajas aplastadas en el palé inferior, que no se pueden vender',
-            12.5, 7.212, 'Fotos enviadas' FROM Proveedores_Cargos_Atipicos, n)";
+            12.5, 7.212, 'Fotos enviadas' FROM Proveedores_Cargos_Atipicos, )"
+            + n.de;
+    }
 
     /// The texts of a page, ready to be painted.
     class Grabacion final : public Lienzo {
@@ -106,12 +131,32 @@ namespace {
         }
     }
 
-    void imprime(const std::filesystem::path& datos, const std::string& destino)
+    /// `donde`: the option that says where the databases are.
+    void imprime(const std::string& donde, const std::string& destino)
     {
-        const auto orden = "'" ATIPICOS_PROGRAMA "' imprimir --desde 01/01/2026 --hasta 31/12/2026 --datos '"
-            + datos.string() + "' " + destino;
+        const auto orden = "'" ATIPICOS_PROGRAMA "' imprimir --desde 01/01/2026 --hasta 31/12/2026 " + donde
+            + " " + destino;
         if (std::system(orden.c_str()) != 0)
             throw std::runtime_error("the program did not print");
+    }
+
+    void compara_en_servidor(const std::filesystem::path& fichero, double desnudo)
+    {
+        const auto muestra = pruebas::en_postgresql().muestra();
+        const auto direccion = muestra->lugar().direccion();
+        const auto linea = conecta(direccion, "orvalin");
+        for (const auto& sql : { cabeceras(en_postgresql(cargos)), lineas(en_postgresql(5)) }) {
+            const std::unique_ptr<PGresult, decltype(&PQclear)> respuesta(
+                PQexec(linea.get(), sql.c_str()), &PQclear);
+            if (PQresultStatus(respuesta.get()) != PGRES_COMMAND_OK)
+                throw std::runtime_error(PQerrorMessage(linea.get()));
+        }
+        Medida en_uno;
+        for (int i = 0; i < 5; ++i)
+            en_uno.mide(
+                [&] { imprime("--conexion '" + direccion + "'", "--salida '" + fichero.string() + "'"); });
+        en_uno.escribe("PostgreSQL, one file");
+        std::printf("  ratio to the bare texts %.2f\n", en_uno.mediana() / desnudo);
     }
 
     void compara()
@@ -120,18 +165,19 @@ namespace {
         const auto datos = carpeta / "datos";
         orvalin::crea_bases(datos, false);
         const auto base = abre(datos / "orvalin.db", true, datos / "bexmor.db");
-        ejecuta(base.get(), cabeceras);
-        ejecuta(base.get(), lineas);
+        ejecuta(base.get(), cabeceras(en_sqlite(cargos)));
+        ejecuta(base.get(), lineas(en_sqlite(5)));
 
+        const auto en_carpeta = "--datos '" + datos.string() + "'";
         Medida en_uno;
         Medida en_mil;
         Medida desnudo;
         for (int i = 0; i < 5; ++i)
-            en_uno.mide([&] { imprime(datos, "--salida '" + (carpeta / "todos.pdf").string() + "'"); });
+            en_uno.mide([&] { imprime(en_carpeta, "--salida '" + (carpeta / "todos.pdf").string() + "'"); });
         rusage uso{};
         getrusage(RUSAGE_CHILDREN, &uso);
         for (int i = 0; i < 5; ++i)
-            en_mil.mide([&] { imprime(datos, "--carpeta '" + (carpeta / "sueltos").string() + "'"); });
+            en_mil.mide([&] { imprime(en_carpeta, "--carpeta '" + (carpeta / "sueltos").string() + "'"); });
         const auto paginas = graba(datos);
         for (int i = 0; i < 5; ++i)
             desnudo.mide([&] { pinta_desnudo(paginas, carpeta / "desnudo.pdf"); });
@@ -143,6 +189,10 @@ namespace {
         std::printf("  a document %.3f ms, bare %.3f ms, ratio %.2f; peak memory %ld KiB\n",
             en_uno.mediana() / cargos, desnudo.mediana() / cargos, en_uno.mediana() / desnudo.mediana(),
             uso.ru_maxrss);
+        if (pruebas::en_postgresql().falta.empty())
+            compara_en_servidor(carpeta / "servidor.pdf", desnudo.mediana());
+        else
+            std::printf("%s\n", pruebas::en_postgresql().falta.c_str());
     }
 
 }

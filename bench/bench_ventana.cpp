@@ -1,6 +1,7 @@
-// The editor on screen against an empty window of its size, and the 500th line keyed in against the 5th. Runs
-// without a display: what is measured is everything but the display.
+// The editor on screen against an empty window of its size, on SQLite and on PostgreSQL, and the 500th line
+// keyed in against the 5th. Runs without a display: what is measured is everything but the display.
 #include "bench/Medida.hpp"
+#include "bench/Suelo.hpp"
 #include "context/modComun.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "editor/frmCompras_Atipicos.hpp"
@@ -122,21 +123,35 @@ int main(int argc, char** argv)
         return 0;
     }
     app::OpcionesComunes opciones;
-    if (argc == 3) { // --editor FOLDER
-        opciones.datos = argv[2];
+    if (argc == 3 && argv[1] == std::string_view("--conectada")) { // ADDRESS
+        const auto gestion = bench::conecta(argv[2], "orvalin");
+        const auto contabilidad = bench::conecta(argv[2], "dbo");
+        abre_vacia();
+        return 0;
+    }
+    if (argc == 3) { // --editor ADDRESS
+        opciones.conexion = argv[2];
         app::Sesion sesion(opciones);
         abre_editor();
         return 0;
     }
-    const bench::Carpeta carpeta;
-    opciones.datos = carpeta / "datos";
-    orvalin::crea_bases(opciones.lugar(), false);
-    app::Sesion sesion(opciones);
     const std::string programa = argv[0];
+    const auto muestra = en_carpeta().muestra();
+    opciones.datos = muestra->lugar().carpeta();
     compara("from starting the program to its window on screen, and its end",
-        { { "editor", [&] { ejecuta(programa, "--editor '" + opciones.datos.string() + "'"); } },
+        { { "editor", [&] { ejecuta(programa, "--editor 'sqlite:" + opciones.datos.string() + "'"); } },
             { "empty window", [&] { ejecuta(programa, "--vacia"); } },
             { "window with one word", [&] { ejecuta(programa, "--palabra"); } } });
+    if (en_postgresql().falta.empty()) {
+        const auto en_servidor = en_postgresql().muestra();
+        const auto direccion = "'" + en_servidor->lugar().direccion() + "'";
+        compara("the same with the databases on a PostgreSQL server",
+            { { "editor", [&] { ejecuta(programa, "--editor " + direccion); } },
+                { "empty, two bare connections", [&] { ejecuta(programa, "--conectada " + direccion); } } });
+    } else {
+        std::printf("%s\n", en_postgresql().falta.c_str());
+    }
+    app::Sesion sesion(opciones);
     compara("one more window of a running program",
         { { "editor", abre_editor }, { "empty window", [] { abre_vacia(); } } });
     lineas();
