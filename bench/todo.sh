@@ -16,6 +16,7 @@ ninja -C build/bench --quiet "${programas[@]}"
 
 informe=$(mktemp)
 trap 'rm -f "$informe"' EXIT
+trap 'tail -3 "$informe" >&2' ERR
 cd build/bench/bench
 {
     echo "# Rendimiento"
@@ -35,7 +36,7 @@ cd build/bench/bench
         sed -n '1,/^[^/]/{s#^// \{0,1\}##p}' "../../../bench/$programa.cpp"
         echo
         echo '```'
-        QT_QPA_PLATFORM=offscreen "./$programa" 2>&1 | grep -v 'This plugin does not support'
+        QT_QPA_PLATFORM=offscreen "./$programa" 2>&1 | grep -vE 'This plugin does not support|^QStandardPaths'
         echo '```'
     done
 } >"$informe"
