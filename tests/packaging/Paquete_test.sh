@@ -34,7 +34,7 @@ grep -q '^Exec=.*atipicos' "$raiz/usr/share/applications/atipicos.desktop"
 [ -s "$raiz/usr/share/icons/hicolor/scalable/apps/atipicos.svg" ]
 pagina=$(sed 's/\\-/-/g' "$raiz"/usr/share/man/man1/atipicos.1)
 
-# Every command and option that the help tells is on the man page and is completed.
+# Every command and option that the help tells is on the man page and is completed, and nothing else is completed.
 declaradas() { sed -nE "s/^  (.*,)?($1)( .*)?\$/\2/p"; }
 completadas() {
     bash -c ". '$raiz/usr/share/bash-completion/completions/atipicos'
@@ -43,7 +43,11 @@ completadas() {
 ordenes=$("$atipicos" --help | sed '1,/^Órdenes:/d' | declaradas '[a-z]+')
 [ "$(wc -w <<<"$ordenes")" -ge 8 ]
 for orden in '' $ordenes; do
-    for palabra in $orden $("$atipicos" $orden --help | declaradas '--[a-z-]+'); do
+    opciones=$("$atipicos" $orden --help | declaradas '--[a-z-]+')
+    for palabra in $(completadas "$orden" --); do
+        grep -qxF -e "$palabra" <<<"$opciones" || { echo "se completa y no se admite: $orden $palabra" >&2; exit 1; }
+    done
+    for palabra in $orden $opciones; do
         grep -qF -e "$palabra" <<<"$pagina" || { echo "no está en la página: $orden $palabra" >&2; exit 1; }
         [ "$palabra" = "$orden" ] || grep -qxF -e "$palabra" <<<"$(completadas "$orden" --)" \
             || { echo "no se completa: $orden $palabra" >&2; exit 1; }
