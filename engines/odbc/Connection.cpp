@@ -20,7 +20,7 @@ Connection::Connection(const Opciones& opciones, Donde donde)
     , m_catalogo(m_enlace.servidor().dialecto)
 {
     for (const auto& [base, esquema] : opciones.bases)
-        m_catalogo.agrega_base(base, esquema);
+        m_catalogo.agrega_base(base, esquema + ".");
 }
 
 std::shared_ptr<Connection> Connection::Abrir(const Opciones& opciones, Donde donde)

@@ -29,15 +29,19 @@ namespace {
             .bloqueo_al_final = "\nFOR UPDATE",
             .bloqueo_de_nada = "SELECT pg_advisory_xact_lock(hashtextextended(",
             .con_puntos = true,
-            .fechas = "SELECT table_name, column_name, ordinal_position - 1 FROM information_schema.columns"
-                      " WHERE data_type LIKE 'timestamp%' OR data_type = 'date'",
+            .fechas
+            = "SELECT CASE WHEN table_schema = current_schema() THEN '' ELSE table_schema || '.' END ||"
+              " table_name, column_name, ordinal_position - 1 FROM information_schema.columns"
+              " WHERE data_type LIKE 'timestamp%' OR data_type = 'date'",
             .bits = "SELECT table_name, column_name FROM information_schema.columns"
                     " WHERE domain_name = 'si_o_no'" };
         const Servidor sqlite{ .nombre = nombre_sqlite,
             .utf8 = true,
             .empieza = "BEGIN IMMEDIATE",
-            .fechas = "SELECT t.name, c.name, c.cid FROM pragma_table_list t"
-                      " JOIN pragma_table_xinfo(t.name, t.schema) c WHERE c.type LIKE 'DATE%'" };
+            .fechas
+            = "SELECT CASE t.schema WHEN 'main' THEN '' ELSE t.schema || '.' END || t.name, c.name, c.cid"
+              " FROM pragma_table_list t"
+              " JOIN pragma_table_xinfo(t.name, t.schema) c WHERE c.type LIKE 'DATE%'" };
         return { sql_server, postgresql, sqlite, {} };
     }
 

@@ -18,7 +18,8 @@ namespace {
     constexpr auto catalogo = R"(
         SELECT c.oid, quote_ident(n.nspname) || '.' || quote_ident(c.relname), c.relname, a.attname, a.attnum,
                CASE WHEN t.typtype = 'd' THEN t.typbasetype ELSE t.oid END, t.typname, a.attgenerated,
-               COALESCE(a.attnum = ANY (i.indkey), false)
+               COALESCE(a.attnum = ANY (i.indkey), false),
+               CASE WHEN n.nspname = current_schema() THEN '' ELSE n.nspname || '.' END || c.relname
         FROM pg_class c
              JOIN pg_namespace n ON n.oid = c.relnamespace
              JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped
@@ -48,7 +49,7 @@ Connection::Connection(const Opciones& opciones, Donde donde)
     , m_catalogo(sql::dialecto_postgresql())
 {
     for (const auto& base : opciones.bases)
-        m_catalogo.agrega_base(base, "dbo");
+        m_catalogo.agrega_base(base, "dbo.");
 }
 
 std::shared_ptr<Connection> Connection::Abrir(const Opciones& opciones, Donde donde)
@@ -198,7 +199,7 @@ void Connection::lee_catalogo(Donde donde)
         if (celda(leido, i, 6) == sql::tipo_bit_postgresql)
             m_bits.emplace(tabla, static_cast<int>(columna));
         if (es_fecha(numero(celda(leido, i, 5))))
-            m_catalogo.agrega_fecha(celda(leido, i, 2), celda(leido, i, 3),
+            m_catalogo.agrega_fecha(celda(leido, i, 9), celda(leido, i, 3),
                 celda(leido, i, 7).empty() ? columna - 1 : sql::Catalogo::sin_lugar);
     }
     m_vigencia.leido();

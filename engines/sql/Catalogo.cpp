@@ -17,9 +17,9 @@ void Catalogo::agrega_fecha(std::string_view tabla, std::string_view columna, st
     m_fechas[std::string(tabla)].insert_or_assign(std::string(columna), lugar);
 }
 
-void Catalogo::agrega_base(std::string_view nombre, std::string_view esquema)
+void Catalogo::agrega_base(std::string_view nombre, std::string_view prefijo)
 {
-    m_bases.insert_or_assign(std::string(nombre), esquema);
+    m_bases.insert_or_assign(std::string(nombre), prefijo);
 }
 
 bool Catalogo::es_fecha(std::string_view tabla, std::string_view columna) const
@@ -44,9 +44,9 @@ std::vector<bool> Catalogo::fechas_por_lugar(std::string_view tabla) const
     return son_fechas;
 }
 
-const std::string* Catalogo::esquema(std::string_view base) const
+const std::string* Catalogo::base(std::string_view nombre) const
 {
-    const auto lugar = m_bases.find(base);
+    const auto lugar = m_bases.find(nombre);
     return lugar == m_bases.end() ? nullptr : &lugar->second;
 }
 

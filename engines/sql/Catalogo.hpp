@@ -39,16 +39,20 @@ public:
     {
     }
 
-    /// A column that holds dates. `lugar`: its place among the values of an INSERT without a list of columns
-    /// (0-based).
+    /// A column that holds dates, of a table as the database calls it. `lugar`: its place among the values of
+    /// an INSERT without a list of columns (0-based).
     void agrega_fecha(std::string_view tabla, std::string_view columna, std::size_t lugar = sin_lugar);
-    void agrega_base(std::string_view nombre, std::string_view esquema); ///< `nombre.dbo.T` is `esquema.T`
+    /// `nombre.dbo.T` is the table that is called `prefijo` and T: "dbo." where it has a schema of its own,
+    /// "Bexmor_" where it stands among those of another product.
+    void agrega_base(std::string_view nombre, std::string_view prefijo);
+    void pon_propio(std::string_view prefijo) { m_propio = prefijo; } ///< the same for plain names
     void olvida_fechas() noexcept { m_fechas.clear(); }
 
     [[nodiscard]] const Dialecto& dialecto() const noexcept { return m_dialecto; }
     [[nodiscard]] bool es_fecha(std::string_view tabla, std::string_view columna) const;
     [[nodiscard]] std::vector<bool> fechas_por_lugar(std::string_view tabla) const; ///< up to the last date
-    [[nodiscard]] const std::string* esquema(std::string_view base) const; ///< null: not known
+    [[nodiscard]] const std::string* base(std::string_view nombre) const; ///< its prefix; null: not known
+    [[nodiscard]] const std::string& propio() const noexcept { return m_propio; } ///< empty: none
 
 private:
     template <class Valor> using Mapa = std::map<std::string, Valor, MenorSinCaja>;
@@ -56,6 +60,7 @@ private:
     Dialecto m_dialecto;
     Mapa<Mapa<std::size_t>> m_fechas; ///< places by column, by table
     Mapa<std::string> m_bases;
+    std::string m_propio;
 };
 
 } // namespace atipicos::sql

@@ -80,17 +80,6 @@ private:
     bool m_es_fecha;
 };
 
-std::string entre_comillas(std::string_view nombre)
-{
-    std::string texto = "\"";
-    for (const char c : nombre) {
-        texto += c;
-        if (c == '"')
-            texto += c;
-    }
-    return texto + "\"";
-}
-
 Filas::Filas(adodb::Connection& conexion, const char* fuente)
     : m_conexion(conexion)
     , m_fuente(fuente)

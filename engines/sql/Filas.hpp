@@ -95,6 +95,4 @@ private:
     bool m_transaccion_propia = false;
 };
 
-[[nodiscard]] std::string entre_comillas(std::string_view nombre); ///< "nombre", quotes inside it doubled
-
 } // namespace atipicos::sql

@@ -1,6 +1,6 @@
 #include "engines/sql/Postgresql.hpp"
 
-#include "engines/sql/Filas.hpp"
+#include "engines/sql/Tokens.hpp"
 
 #include <array>
 #include <string>

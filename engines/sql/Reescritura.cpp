@@ -1,6 +1,7 @@
 #include "engines/sql/Reescritura.hpp"
 
 #include "engines/sql/Fechas.hpp"
+#include "engines/sql/Nombres.hpp"
 #include "engines/sql/UnaSola.hpp"
 #include "platform/adodb/Connection.hpp"
 
@@ -42,12 +43,14 @@ namespace {
                 falla("Sólo se admite una instrucción en cada ejecución.");
             cambia_isnull();
             cambia_tipos();
+            const auto tablas = tablas_nombradas(m_vista);
             if (std::any_of(m_tokens.begin(), m_tokens.end(),
                     [](const Token& token) { return token.clase == Clase::texto; })) {
-                reune_tablas();
+                reune_tablas(tablas);
                 cambia_fechas_comparadas();
                 cambia_fechas_insertadas();
             }
+            cambia_tablas(tablas);
             cambia_nombres();
             return junta();
         }
@@ -97,60 +100,61 @@ namespace {
             m_vista.cambia(fin, escrito += tipo.tras);
         }
 
+        /// Tables get the names that they have in the database. One that would be called otherwise than by
+        /// what stands before the point keeps its given name as an alias, for its columns.
+        void cambia_tablas(const std::vector<TablaNombrada>& tablas)
+        {
+            const bool sin_alias = crea_disparador(m_sql); // no alias is understood inside a trigger
+            for (const auto& tabla : tablas) {
+                const auto prefijo = prefijo_de(tabla, m_vista, m_catalogo);
+                if (prefijo.empty())
+                    continue;
+                const auto nombre = m_vista[tabla.ultimo].texto;
+                const bool delante = prefijo.back() == '.';
+                if (delante && tabla.uso == TablaNombrada::Uso::indice)
+                    continue; // it stands beside its table
+                auto& escrito = m_escritos.emplace_front(delante ? prefijo : std::string_view());
+                if (delante)
+                    escrito += nombre;
+                else
+                    escrito = entre_comillas(std::string(prefijo).append(m_vista.nombre(tabla.ultimo)));
+                const bool con_columnas
+                    = tabla.uso == TablaNombrada::Uso::leida || tabla.uso == TablaNombrada::Uso::cambiada;
+                if (!delante && con_columnas && tabla.alias == tabla.ultimo && !sin_alias)
+                    escrito.append(" AS ").append(nombre);
+                for (auto i = tabla.primero; i < tabla.ultimo; ++i)
+                    m_vista.cambia(i, {});
+                m_vista.cambia(tabla.ultimo, escrito);
+            }
+        }
+
+        /// What is left of three-part names: those that stand before a column.
         void cambia_nombres()
         {
             for (std::size_t i = 0; i + 4 < m_vista.size(); ++i) {
                 if (!m_vista.es(i + 1, ".") || !m_vista.es(i + 3, ".") || !m_vista.es_nombre(i)
                     || !iguales(m_vista.nombre(i + 2), "dbo") || !m_vista.es_nombre(i + 4))
                     continue;
-                if (const auto* esquema = m_catalogo.esquema(m_vista.nombre(i))) {
-                    m_vista.cambia(i, *esquema);
-                    m_vista.cambia(i + 2, {});
-                    m_vista.cambia(i + 3, {});
-                }
+                const auto* prefijo = m_catalogo.base(m_vista.nombre(i));
+                if (prefijo == nullptr)
+                    continue;
+                const bool delante = prefijo->ends_with('.');
+                m_vista.cambia(i, delante ? std::string_view(*prefijo) : std::string_view());
+                for (const auto j : { i + 1, i + 2, i + 3 })
+                    m_vista.cambia(j, {});
             }
         }
 
         /// The tables that the statement names, under their aliases and their own names.
-        void reune_tablas()
+        void reune_tablas(const std::vector<TablaNombrada>& nombradas)
         {
-            static constexpr std::array<std::string_view, 4> anuncios{ "FROM", "JOIN", "UPDATE", "INTO" };
-            for (std::size_t i = 0; i < m_vista.size(); ++i) {
-                if (!m_vista.es_una_de(i, anuncios))
-                    continue;
-                std::size_t j = i + 1;
-                while (m_vista.es(j, "("))
-                    ++j;
-                while (m_vista.es_nombre(j)) {
-                    j = reune_tabla(j);
-                    if (!m_vista.es(j, ","))
-                        break;
-                    ++j;
-                }
+            for (const auto& una : nombradas) {
+                const auto& nombre = m_escritos.emplace_front(
+                    std::string(prefijo_de(una, m_vista, m_catalogo)).append(m_vista.nombre(una.ultimo)));
+                m_tablas.push_back({ m_vista.nombre(una.ultimo), nombre });
+                if (una.alias != una.ultimo)
+                    m_tablas.push_back({ m_vista.nombre(una.alias), nombre });
             }
-        }
-
-        std::size_t reune_tabla(std::size_t i)
-        {
-            i = m_vista.fin_valor(i); // the last part of the name counts
-            const auto tabla = m_vista.nombre(i);
-            m_tablas.push_back({ tabla, tabla });
-            ++i;
-            if (m_vista.es(i, "AS"))
-                ++i;
-            if (m_vista.es_nombre(i) && !es_clausula(i)) {
-                m_tablas.push_back({ m_vista.nombre(i), tabla });
-                ++i;
-            }
-            return i;
-        }
-
-        [[nodiscard]] bool es_clausula(std::size_t i) const
-        {
-            static constexpr std::array<std::string_view, 16> clausulas{ "WHERE", "INNER", "LEFT", "RIGHT",
-                "FULL", "CROSS", "JOIN", "ON", "ORDER", "GROUP", "SET", "VALUES", "SELECT", "UNION", "HAVING",
-                "NATURAL" };
-            return m_vista.es_una_de(i, clausulas);
         }
 
         /// Whether the name that ends at `fin` (`columna` or `alias.columna`) is a date column.
@@ -228,8 +232,10 @@ namespace {
                 ++i;
             if (!(m_vista.es(0, "INSERT") || m_vista.es(0, "REPLACE")) || i == m_vista.size())
                 return;
-            i = m_vista.fin_valor(i + 1);
-            const auto tabla = m_vista.nombre(i);
+            const TablaNombrada destino{ i + 1, m_vista.fin_valor(i + 1), 0, TablaNombrada::Uso::llenada };
+            i = destino.ultimo;
+            const auto tabla
+                = std::string(prefijo_de(destino, m_vista, m_catalogo)).append(m_vista.nombre(i));
             std::vector<bool> son_fechas;
             if (m_vista.es(++i, "(")) {
                 do {
@@ -337,7 +343,7 @@ bool necesita_n(std::string_view texto) noexcept
 
 std::string reescribe(std::string_view sql, const Catalogo& catalogo, Donde donde)
 {
-    if (!catalogo.dialecto().transact && !puede_cambiar(sql))
+    if (!catalogo.dialecto().transact && catalogo.propio().empty() && !puede_cambiar(sql))
         return std::string(sql);
     return Reescritor(sql, catalogo, donde).reescribe();
 }

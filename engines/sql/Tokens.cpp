@@ -121,6 +121,17 @@ std::vector<Token> separa(std::string_view sql)
     return tokens;
 }
 
+std::string entre_comillas(std::string_view nombre)
+{
+    std::string texto = "\"";
+    for (const char c : nombre) {
+        texto += c;
+        if (c == '"')
+            texto += c;
+    }
+    return texto + "\"";
+}
+
 std::string_view primera_palabra(std::string_view sql) noexcept { return toma_palabra(sql); }
 
 bool crea_disparador(std::string_view sql) noexcept

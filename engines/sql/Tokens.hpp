@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -26,6 +27,8 @@ struct Token {
 /// The tokens of a statement in order; put together they are the statement again, byte for byte.
 /// They refer to `sql`, which must stay alive. Never fails: what is no token is a symbol.
 [[nodiscard]] std::vector<Token> separa(std::string_view sql);
+
+[[nodiscard]] std::string entre_comillas(std::string_view nombre); ///< "nombre", quotes inside it doubled
 
 /// The first keyword or plain name, past blanks and comments; empty when something else comes first.
 [[nodiscard]] std::string_view primera_palabra(std::string_view sql) noexcept;

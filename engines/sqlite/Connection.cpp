@@ -127,7 +127,7 @@ void Connection::adjunta(const Adjunta& otra, Donde donde)
         instruccion.avanza(donde);
     });
     m_adjuntas.push_back(otra.nombre);
-    m_catalogo.agrega_base(otra.nombre, "\"" + nombre + "\"");
+    m_catalogo.agrega_base(otra.nombre, "\"" + nombre + "\".");
 }
 
 void Connection::lee_catalogo(Donde donde)
@@ -146,7 +146,8 @@ void Connection::lee_catalogo(Donde donde)
         consulta.liga(1, esquema, donde);
         while (consulta.avanza(donde)) {
             const Variant lugar = valor_de(consulta.get(), 2, Tipo::Segun, donde); // null: a computed column
-            m_catalogo.agrega_fecha(CStr(valor_de(consulta.get(), 0, Tipo::Segun, donde)),
+            m_catalogo.agrega_fecha((esquema == "main" ? "" : sql::entre_comillas(esquema) + ".")
+                    + CStr(valor_de(consulta.get(), 0, Tipo::Segun, donde)),
                 CStr(valor_de(consulta.get(), 1, Tipo::Segun, donde)),
                 lugar.es_nulo() ? sql::Catalogo::sin_lugar : static_cast<std::size_t>(CLng(lugar)));
         }

@@ -9,13 +9,13 @@ namespace {
     {
         Catalogo c;
         c.agrega_fecha("Cargos", "Fecha");
-        c.agrega_base("Bexmor", "B");
+        c.agrega_base("Bexmor", "B_");
         EXPECT_TRUE(c.es_fecha("CARGOS", "fecha"));
         EXPECT_FALSE(c.es_fecha("Cargos", "Fech"));
         EXPECT_FALSE(c.es_fecha("Otra", "Fecha"));
-        ASSERT_NE(c.esquema("BEXMOR"), nullptr);
-        EXPECT_EQ(*c.esquema("bexmor"), "B");
-        EXPECT_EQ(c.esquema("Otra"), nullptr);
+        ASSERT_NE(c.base("BEXMOR"), nullptr);
+        EXPECT_EQ(*c.base("bexmor"), "B_");
+        EXPECT_EQ(c.base("Otra"), nullptr);
     }
 
     TEST(Catalogo, tells_the_places_of_dates_among_the_values_of_a_row)
@@ -32,10 +32,10 @@ namespace {
     {
         Catalogo c;
         c.agrega_fecha("t", "b");
-        c.agrega_base("Bexmor", "B");
+        c.agrega_base("Bexmor", "B_");
         c.olvida_fechas();
         EXPECT_FALSE(c.es_fecha("t", "b"));
-        EXPECT_NE(c.esquema("Bexmor"), nullptr);
+        EXPECT_NE(c.base("Bexmor"), nullptr);
     }
 
 }

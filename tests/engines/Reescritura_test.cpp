@@ -16,8 +16,8 @@ namespace {
         Catalogo c;
         c.agrega_fecha("Cargos", "Fecha", 1);
         c.agrega_fecha("Cargos", "Hora");
-        c.agrega_fecha("Asientos", "Dia");
-        c.agrega_base("Bexmor", "\"Bexmor\"");
+        c.agrega_fecha("\"Bexmor\".Asientos", "Dia");
+        c.agrega_base("Bexmor", "\"Bexmor\".");
         return c;
     }
 
@@ -208,7 +208,7 @@ namespace {
         std::mt19937 azar(20261121); // NOLINT: the same statements in every run
         const Catalogo con_fechas = catalogo();
         Catalogo sin_fechas;
-        sin_fechas.agrega_base("Bexmor", "B");
+        sin_fechas.agrega_base("Bexmor", "B.");
         int cambiadas = 0;
         for (int vez = 0; vez < cuantas; ++vez) {
             std::string sql;

@@ -16,7 +16,7 @@ const sql::Catalogo& catalogo()
         sql::Catalogo nuevo;
         nuevo.agrega_fecha("Cargos", "Fecha", 1);
         nuevo.agrega_fecha("Cargos", "Hora", 2);
-        nuevo.agrega_base("Bexmor", "dbo");
+        nuevo.agrega_base("Bexmor", "dbo.");
         return nuevo;
     }();
     return uno;
