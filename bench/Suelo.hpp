@@ -82,9 +82,9 @@ private:
 };
 
 /// The bare library on the databases of a place.
-inline std::unique_ptr<Suelo> suelo_de(const orvalin::Lugar& lugar)
+inline std::unique_ptr<Suelo> suelo_de(const bases::Lugar& lugar)
 {
-    if (lugar.clase() == orvalin::Lugar::Clase::carpeta)
+    if (lugar.clase() == bases::Lugar::Clase::carpeta)
         return std::make_unique<SueloSqlite>(lugar.carpeta());
     return std::make_unique<SueloPostgresql>(lugar.direccion());
 }

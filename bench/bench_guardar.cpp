@@ -45,7 +45,7 @@ namespace {
     /// The statements of `cuantos` saves on a database of their own, one after the other.
     std::vector<Guion> transcribe(const std::filesystem::path& carpeta, int cuantos)
     {
-        orvalin::crea_bases(carpeta, false);
+        bases::crea_bases(carpeta, false);
         app::Sesion sesion(comunes(carpeta), { .sincronizacion_completa = false });
         Guion guion;
         const Taquigrafo gestion(*sesion.bases.orvalin, false, guion);
@@ -69,8 +69,8 @@ namespace {
     {
         const auto del_componente = carpeta / ("componente-" + nombre).c_str();
         const auto desnuda = carpeta / ("desnuda-" + nombre).c_str();
-        orvalin::crea_bases(del_componente, false);
-        orvalin::crea_bases(desnuda, false);
+        bases::crea_bases(del_componente, false);
+        bases::crea_bases(desnuda, false);
         app::Sesion sesion(comunes(del_componente), { .sincronizacion_completa = duradera });
         const auto contabilidad = abre(desnuda / "bexmor.db", duradera);
         const auto gestion = abre(desnuda / "orvalin.db", duradera, desnuda / "bexmor.db");
@@ -102,8 +102,8 @@ namespace {
         for (int i = 0; i < 15; ++i) {
             const auto una = carpeta / ("arranque-c" + std::to_string(i)).c_str();
             const auto otra = carpeta / ("arranque-d" + std::to_string(i)).c_str();
-            orvalin::crea_bases(una, false);
-            orvalin::crea_bases(otra, false);
+            bases::crea_bases(una, false);
+            bases::crea_bases(otra, false);
             componente.mide([&] {
                 app::Sesion sesion(comunes(una));
                 guarda_un_cargo();

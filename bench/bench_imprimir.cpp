@@ -5,7 +5,7 @@
 #include "bench/Suelo.hpp"
 #include "controls/LienzoQt.hpp"
 #include "controls/Texto.hpp"
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 #include "host/orvalin/DocumentoCargo.hpp"
 #include "host/orvalin/Empresa.hpp"
 #include "host/orvalin/Fichas.hpp"
@@ -92,7 +92,7 @@ namespace {
 
     std::vector<Grabacion> graba(const std::filesystem::path& datos)
     {
-        const auto bases = orvalin::abre_bases(datos);
+        const auto bases = bases::abre_bases(datos);
         const orvalin::Empresa empresa(bases.orvalin, 1, 1);
         const MedidorQt medidor;
         std::vector<Grabacion> paginas(cargos);
@@ -163,7 +163,7 @@ namespace {
     {
         const Carpeta carpeta;
         const auto datos = carpeta / "datos";
-        orvalin::crea_bases(datos, false);
+        bases::crea_bases(datos, false);
         const auto base = abre(datos / "orvalin.db", true, datos / "bexmor.db");
         ejecuta(base.get(), cabeceras(en_sqlite(cargos)));
         ejecuta(base.get(), lineas(en_sqlite(5)));

@@ -45,7 +45,7 @@ namespace {
             : m_muestra(sede.muestra())
         {
             const auto lugar = m_muestra->lugar();
-            if (lugar.clase() == orvalin::Lugar::Clase::carpeta) {
+            if (lugar.clase() == bases::Lugar::Clase::carpeta) {
                 m_base = abre(lugar.carpeta() / "orvalin.db", true, lugar.carpeta() / "bexmor.db");
                 ejecuta(m_base.get(), muchos_cargos(cargos));
                 desnuda = [this](const std::string& sql) { return bench::lista_desnuda(m_base.get(), sql); };
@@ -57,7 +57,7 @@ namespace {
             }
         }
 
-        [[nodiscard]] orvalin::Lugar lugar() const { return m_muestra->lugar(); }
+        [[nodiscard]] bases::Lugar lugar() const { return m_muestra->lugar(); }
         std::function<Filas(const std::string& sql)> desnuda;
 
     private:
@@ -71,7 +71,7 @@ namespace {
     {
         const Lista lista(sede, cargos);
         app::OpcionesComunes opciones;
-        if (lista.lugar().clase() == orvalin::Lugar::Clase::carpeta)
+        if (lista.lugar().clase() == bases::Lugar::Clase::carpeta)
             opciones.datos = lista.lugar().carpeta();
         else
             opciones.conexion = lista.lugar().direccion();

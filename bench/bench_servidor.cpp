@@ -28,16 +28,16 @@ namespace {
     }
 
     /// `camino`: what makes the address go another way than the server's socket.
-    orvalin::Lugar lugar(const std::string& base, const std::string& camino = {})
+    bases::Lugar lugar(const std::string& base, const std::string& camino = {})
     {
-        return orvalin::Lugar::de_conexion(servidor().direccion(base) + camino);
+        return bases::Lugar::de_conexion(servidor().direccion(base) + camino);
     }
 
     /// A base in which the counters have begun, for all others to be copies of.
     void prepara_plantilla()
     {
         servidor().crea_base("comenzada");
-        orvalin::crea_bases(lugar("comenzada"), false);
+        bases::crea_bases(lugar("comenzada"), false);
         pruebas::Banco banco(lugar("comenzada"));
         guarda(banco);
     }

@@ -60,7 +60,7 @@ namespace {
         const auto datos = carpeta / "datos";
         QSettings::setPath(
             QSettings::NativeFormat, QSettings::UserScope, QString::fromStdString(datos.string()));
-        orvalin::crea_bases(datos, false);
+        bases::crea_bases(datos, false);
         app::OpcionesComunes opciones;
         opciones.datos = datos;
         app::Sesion sesion(opciones);

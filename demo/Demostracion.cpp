@@ -159,7 +159,7 @@ void graba(const std::filesystem::path& carpeta)
 {
     std::filesystem::remove_all(carpeta / "datos");
     std::filesystem::create_directories(carpeta);
-    orvalin::crea_bases(carpeta / "datos", false);
+    bases::crea_bases(carpeta / "datos", false);
     app::OpcionesComunes opciones;
     opciones.datos = carpeta / "datos";
     opciones.usuario = 1;

@@ -26,7 +26,10 @@ permitidas() {
         browser/*) echo runtime platform context charges browser ;;
         engines/ado/*) echo runtime platform automation engines/ado ;;
         engines/*) echo runtime platform engines ;;
-        host/orvalin/* | host/bexmor/* | host/sql/*) echo runtime platform engines host/sql host/orvalin host/bexmor ;;
+        host/bases/*) echo runtime platform engines host/sql host/bases ;;
+        host/bexmor/*) echo runtime platform host/sql host/bexmor ;;
+        host/orvalin/*) echo runtime platform host/sql host/bases host/orvalin ;; # the place says which template
+        host/sql/*) echo runtime host/sql ;;
         host/app/*) echo runtime platform context controls charges posting editor browser printing engines host ;;
         *) echo "?" ;;
     esac

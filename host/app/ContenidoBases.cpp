@@ -13,7 +13,7 @@ namespace {
 
     class Lectura {
     public:
-        explicit Lectura(const orvalin::Bases& bases)
+        explicit Lectura(const bases::Bases& bases)
             : m_bases(bases)
         {
         }
@@ -139,13 +139,13 @@ namespace {
             });
         }
 
-        const orvalin::Bases& m_bases;
+        const bases::Bases& m_bases;
         ContenidoBases m_leido;
         Progreso m_progreso{ "Comprobando" };
     };
 
 }
 
-ContenidoBases lee_contenido(const orvalin::Bases& bases) { return Lectura(bases).lee(); }
+ContenidoBases lee_contenido(const bases::Bases& bases) { return Lectura(bases).lee(); }
 
 } // namespace atipicos::app

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/app/LibroContable.hpp"
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -75,6 +75,6 @@ struct ContenidoBases {
 };
 
 /// Reads it row by row; writes nothing.
-[[nodiscard]] ContenidoBases lee_contenido(const orvalin::Bases& bases);
+[[nodiscard]] ContenidoBases lee_contenido(const bases::Bases& bases);
 
 } // namespace atipicos::app

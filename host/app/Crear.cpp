@@ -1,5 +1,5 @@
 #include "host/app/Ordenes.hpp"
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 
 #include <iostream>
 
@@ -8,13 +8,13 @@ namespace atipicos::app {
 int crear(const OpcionesComunes& comunes, bool vacia)
 {
     const auto lugar = comunes.lugar();
-    if (!orvalin::crea_bases(lugar, vacia)) {
+    if (!bases::crea_bases(lugar, vacia)) {
         std::cout << "Ya estaban creadas en " << lugar.texto() << "; no se ha cambiado nada.\n";
         return hecho;
     }
-    std::cout << (lugar.clase() == orvalin::Lugar::Clase::carpeta ? "Creadas "
+    std::cout << (lugar.clase() == bases::Lugar::Clase::carpeta ? "Creadas "
                 + (lugar.carpeta() / "orvalin.db").string() + " y " + (lugar.carpeta() / "bexmor.db").string()
-                                                                  : "Creadas en " + lugar.texto());
+                                                                : "Creadas en " + lugar.texto());
     std::cout << (vacia ? ", sin datos.\n" : ", con la empresa de muestra.\n");
     return hecho;
 }

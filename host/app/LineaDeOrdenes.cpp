@@ -36,7 +36,7 @@ namespace {
     const CLI::Validator conexion(
         [](std::string& texto) {
             try {
-                static_cast<void>(orvalin::Lugar::de_conexion(texto));
+                static_cast<void>(bases::Lugar::de_conexion(texto));
                 return std::string();
             } catch (const Error& error) {
                 return error.descripcion();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/orvalin/Lugar.hpp"
+#include "host/bases/Lugar.hpp"
 #include "runtime/Date.hpp"
 
 #include <cstdint>
@@ -22,9 +22,9 @@ struct OpcionesComunes {
     std::int16_t empresa = 1;
     std::int32_t usuario = 0; ///< 0: the first one there is
 
-    [[nodiscard]] orvalin::Lugar lugar() const
+    [[nodiscard]] bases::Lugar lugar() const
     {
-        return conexion.empty() ? orvalin::Lugar(datos) : orvalin::Lugar::de_conexion(conexion);
+        return conexion.empty() ? bases::Lugar(datos) : bases::Lugar::de_conexion(conexion);
     }
 };
 

@@ -51,8 +51,8 @@ namespace {
 
 }
 
-Sesion::Sesion(const OpcionesComunes& opciones, const orvalin::OpcionesBases& opciones_bases)
-    : bases(orvalin::abre_bases(opciones.lugar(), opciones_bases))
+Sesion::Sesion(const OpcionesComunes& opciones, const bases::OpcionesBases& opciones_bases)
+    : bases(bases::abre_bases(opciones.lugar(), opciones_bases))
     , catalogos(bases.orvalin, opciones.empresa)
     , avisos(std::make_shared<MsgBoxConsola>(std::cerr))
 {

@@ -2,8 +2,8 @@
 
 #include "host/app/MsgBoxConsola.hpp"
 #include "host/app/Ordenes.hpp"
+#include "host/bases/Bases.hpp"
 #include "host/bexmor/Biblioteca.hpp"
-#include "host/orvalin/Bases.hpp"
 #include "host/orvalin/Catalogos.hpp"
 #include "host/orvalin/Empresa.hpp"
 
@@ -15,9 +15,9 @@ namespace atipicos::app {
 class Sesion {
 public:
     /// Raises an error that says what is missing: the databases, the company (and which there are), the user.
-    explicit Sesion(const OpcionesComunes& opciones, const orvalin::OpcionesBases& bases = {});
+    explicit Sesion(const OpcionesComunes& opciones, const bases::OpcionesBases& bases = {});
 
-    orvalin::Bases bases;
+    bases::Bases bases;
     orvalin::Catalogos catalogos;
     std::shared_ptr<MsgBoxConsola> avisos;
     std::shared_ptr<orvalin::Empresa> empresa;

@@ -54,7 +54,7 @@ namespace {
 
     /// Printing, with the viewer for what goes to the screen: modal, because it is asked for by modal forms.
     std::shared_ptr<qvoremp::Biblioteca> biblioteca_con_impresion(
-        const Sesion& sesion, const orvalin::Lugar& lugar)
+        const Sesion& sesion, const bases::Lugar& lugar)
     {
         auto visor = [](std::shared_ptr<const Report> report) {
             clsView vista;
@@ -75,14 +75,14 @@ namespace {
                 "¡ Atención !", Icono::pregunta, Botones::SiNo, Respuesta::No });
         if (respuesta == Respuesta::No)
             return false;
-        orvalin::crea_bases(carpeta, false);
+        bases::crea_bases(carpeta, false);
         return true;
     }
 
     int abre(const OpcionesVentana& opciones)
     {
         const auto lugar = opciones.comunes.lugar();
-        if (lugar.clase() == orvalin::Lugar::Clase::carpeta && !tiene_bases(lugar.carpeta())
+        if (lugar.clase() == bases::Lugar::Clase::carpeta && !tiene_bases(lugar.carpeta())
             && !ofrece_crear_bases(lugar.carpeta()))
             return no_hecho;
         const auto elegida = elige_sesion(opciones);

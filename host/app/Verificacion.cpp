@@ -26,7 +26,7 @@ namespace {
 
     class Revision {
     public:
-        explicit Revision(const orvalin::Bases& bases)
+        explicit Revision(const bases::Bases& bases)
             : m_leido(lee_contenido(bases))
         {
         }
@@ -181,7 +181,7 @@ std::string texto(const ClaveContenida& cargo)
         + std::to_string(cargo.ejercicio) + ", almacén " + std::to_string(cargo.almacen) + ")";
 }
 
-Verificacion verifica(const orvalin::Bases& bases)
+Verificacion verifica(const bases::Bases& bases)
 {
     auto resultado = Revision(bases).revisa();
     for (const auto espera : { std::chrono::milliseconds(50), std::chrono::milliseconds(200) }) {

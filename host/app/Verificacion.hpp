@@ -35,7 +35,7 @@ struct Verificacion {
 /// and belong to their charge, tax records and forecasts that add up. Time grows with what there is to read.
 /// When something differs all is read again, and again a little later, and what differs every time counts: a
 /// charge that another process is saving meanwhile is half read, not wrong.
-[[nodiscard]] Verificacion verifica(const orvalin::Bases& bases);
+[[nodiscard]] Verificacion verifica(const bases::Bases& bases);
 
 [[nodiscard]] std::string texto(const ClaveContenida& cargo); ///< "cargo AT260001 (empresa 1, …)"
 [[nodiscard]] std::string texto(const ClaveAsiento& asiento); ///< "asiento 5 (empresa contable 1, …)"

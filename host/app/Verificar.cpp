@@ -8,7 +8,7 @@ namespace atipicos::app {
 
 int verificar(const OpcionesComunes& comunes, bool proponer)
 {
-    const auto bases = orvalin::abre_bases(comunes.lugar(), { .solo_lectura = true });
+    const auto bases = bases::abre_bases(comunes.lugar(), { .solo_lectura = true });
     const auto resultado = verifica(bases);
     for (const auto& diferencia : resultado.diferencias)
         std::cout << diferencia << '\n';

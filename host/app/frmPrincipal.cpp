@@ -121,7 +121,7 @@ void frmPrincipal::hace_estado(const OpcionesComunes& opciones)
     agrega("lblUsuario",
         QStringLiteral("Usuario: ") + nombre_de(m_sesion.catalogos.usuarios(), empresa.Usuario()));
     const auto lugar = opciones.lugar();
-    const bool en_carpeta = lugar.clase() == orvalin::Lugar::Clase::carpeta;
+    const bool en_carpeta = lugar.clase() == bases::Lugar::Clase::carpeta;
     agrega("lblMotor", QStringLiteral("Motor: ") + a_qt(std::string(lugar.motor())));
     agrega("lblCarpeta",
         en_carpeta ? QStringLiteral("Carpeta: ")

@@ -1,7 +1,7 @@
 #include "host/app/frmSesion.hpp"
 
 #include "controls/Texto.hpp"
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -67,7 +67,7 @@ void frmSesion::elige(std::int16_t empresa, std::int32_t usuario)
 std::optional<OpcionesComunes> elige_sesion(const OpcionesVentana& opciones)
 {
     OpcionesComunes elegida = opciones.comunes;
-    const auto bases = orvalin::abre_bases(elegida.lugar(), { .solo_lectura = true });
+    const auto bases = bases::abre_bases(elegida.lugar(), { .solo_lectura = true });
     const orvalin::Catalogos catalogos(bases.orvalin, elegida.empresa);
     const auto empresas = catalogos.empresas();
     const auto usuarios = catalogos.usuarios();

@@ -216,10 +216,10 @@ Plantilla Plantilla::de_fichero(const std::filesystem::path& fichero, Donde dond
     return de_texto(contenido.str(), fichero.string(), donde);
 }
 
-Plantilla Plantilla::de_lugar(const Lugar& lugar, Donde donde)
+Plantilla Plantilla::de_lugar(const bases::Lugar& lugar, Donde donde)
 {
     const auto propia = lugar.carpeta() / nombre_de_serie;
-    return lugar.clase() == Lugar::Clase::carpeta && std::filesystem::exists(propia)
+    return lugar.clase() == bases::Lugar::Clase::carpeta && std::filesystem::exists(propia)
         ? de_fichero(propia, donde)
         : de_serie();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/orvalin/Lugar.hpp"
+#include "host/bases/Lugar.hpp"
 #include "platform/report/Lienzo.hpp"
 #include "runtime/Error.hpp"
 
@@ -72,7 +72,7 @@ struct Plantilla {
         const std::filesystem::path& fichero, Donde donde = Donde::aqui());
 
     /// The `documento_cargo.json` of the folder of the databases, or, where it has none, the program's own.
-    [[nodiscard]] static Plantilla de_lugar(const Lugar& lugar, Donde donde = Donde::aqui());
+    [[nodiscard]] static Plantilla de_lugar(const bases::Lugar& lugar, Donde donde = Donde::aqui());
 
     /// The one that the program brings with it.
     [[nodiscard]] static const Plantilla& de_serie();

@@ -32,7 +32,7 @@ struct EscenaPrincipal {
     {
         opciones.datos = carpeta / "datos";
         opciones.usuario = 2;
-        orvalin::crea_bases(opciones.lugar(), false);
+        bases::crea_bases(opciones.lugar(), false);
         sesion = std::make_unique<app::Sesion>(opciones);
         modComun::set_MsgBox(avisos);
         ventana = std::make_unique<app::frmPrincipal>(*sesion, opciones);
@@ -93,7 +93,7 @@ private slots:
         servidor.crea_base("empresa");
         app::OpcionesComunes opciones;
         opciones.conexion = servidor.direccion("empresa");
-        orvalin::crea_bases(opciones.lugar(), false);
+        bases::crea_bases(opciones.lugar(), false);
         QPointer<app::frmPrincipal> ventana;
         {
             app::Sesion sesion(

@@ -83,7 +83,7 @@ namespace {
             && verificacion.diferencias.size() == verificacion.sin_asiento.size();
     }
 
-    Veredicto prueba(const orvalin::Lugar& lugar, const Operacion& operacion, std::size_t n)
+    Veredicto prueba(const bases::Lugar& lugar, const Operacion& operacion, std::size_t n)
     {
         Banco banco(lugar);
         const auto codigo = banco.guarda().Codigo;

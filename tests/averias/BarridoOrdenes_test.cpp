@@ -40,10 +40,10 @@ namespace {
     }
 
     /// The program itself, in this process.
-    Ejecutada ejecuta(const orvalin::Lugar& lugar, std::vector<std::string> palabras)
+    Ejecutada ejecuta(const bases::Lugar& lugar, std::vector<std::string> palabras)
     {
         palabras.insert(palabras.begin(), "atipicos");
-        const bool en_carpeta = lugar.clase() == orvalin::Lugar::Clase::carpeta;
+        const bool en_carpeta = lugar.clase() == bases::Lugar::Clase::carpeta;
         palabras.push_back(
             en_carpeta ? "--datos=" + lugar.carpeta().string() : "--conexion=" + lugar.direccion());
         std::vector<const char*> argv;
@@ -84,9 +84,9 @@ namespace {
     }
 
     /// Every row of both databases.
-    std::vector<std::string> contenido(const orvalin::Lugar& lugar)
+    std::vector<std::string> contenido(const bases::Lugar& lugar)
     {
-        const auto bases = orvalin::abre_bases(lugar);
+        const auto bases = bases::abre_bases(lugar);
         auto filas = pruebas::vuelca(*bases.orvalin, guiones::orvalin());
         const auto otras = pruebas::vuelca(*bases.bexmor, guiones::bexmor());
         filas.insert(filas.end(), otras.begin(), otras.end());
@@ -149,16 +149,16 @@ namespace {
                 return GetParam().por_crear();
             auto muestra = GetParam().muestra();
             EXPECT_EQ(ejecuta(muestra->lugar(), { "registrar", (carpeta / "uno.csv").string() }).estado, 0);
-            const auto bases = orvalin::abre_bases(muestra->lugar());
+            const auto bases = bases::abre_bases(muestra->lugar());
             for (const auto* tabla : { "Previsiones", "Registro_Impuestos", "Apuntes" })
                 bases.bexmor->Execute(std::string("DELETE FROM ") + tabla + " WHERE Asiento = 2");
             bases.bexmor->Execute("DELETE FROM Asientos WHERE Numero = 2");
             return muestra;
         }
 
-        static std::string filas(const orvalin::Lugar& lugar, const char* tabla)
+        static std::string filas(const bases::Lugar& lugar, const char* tabla)
         {
-            const auto bases = orvalin::abre_bases(lugar);
+            const auto bases = bases::abre_bases(lugar);
             auto rs = bases.orvalin->CreateRecordset();
             rs->Open(std::string("SELECT COUNT(*) AS N FROM ") + tabla, adodb::CursorType::Static,
                 adodb::LockType::ReadOnly);
@@ -166,17 +166,17 @@ namespace {
         }
 
         /// What a command that was told to have failed must not have left.
-        void expect_nada_a_medias(const Orden& orden, const orvalin::Lugar& lugar) const
+        void expect_nada_a_medias(const Orden& orden, const bases::Lugar& lugar) const
         {
-            if (orden.es("crear") && lugar.clase() == orvalin::Lugar::Clase::carpeta) {
+            if (orden.es("crear") && lugar.clase() == bases::Lugar::Clase::carpeta) {
                 EXPECT_THAT(entradas(lugar.carpeta()), testing::IsEmpty());
             }
             EXPECT_THAT(entradas(impresos()), testing::IsEmpty()) << "a document that is not whole";
         }
 
         /// What must hold once the command has been given again without a fault, as `entera` was.
-        static void expect_acabada(const Orden& orden, const orvalin::Lugar& lugar, const Ejecutada& otra_vez,
-            const Ejecutada& entera)
+        static void expect_acabada(
+            const Orden& orden, const bases::Lugar& lugar, const Ejecutada& otra_vez, const Ejecutada& entera)
         {
             if (orden.es("registrar")) {
                 EXPECT_EQ(filas(lugar, "Proveedores_Cargos_Atipicos"), "4")
@@ -186,7 +186,7 @@ namespace {
                 EXPECT_EQ(filas(lugar, "Proveedores_Cargos_Atipicos"), "1");
                 EXPECT_EQ(filas(lugar, "Proveedores_Cargos_Atipicos_Lineas"), "1");
             } else if (orden.es("contabilizar")) {
-                EXPECT_THAT(app::verifica(orvalin::abre_bases(lugar)).diferencias, testing::IsEmpty());
+                EXPECT_THAT(app::verifica(bases::abre_bases(lugar)).diferencias, testing::IsEmpty());
             } else {
                 EXPECT_EQ(otra_vez.estado, entera.estado) << otra_vez.errores;
                 EXPECT_EQ(otra_vez.salida, entera.salida);
@@ -194,7 +194,7 @@ namespace {
         }
 
         /// What the command leaves when it says that it is done: whole databases, a whole document.
-        void expect_entero(const Orden& orden, const orvalin::Lugar& lugar) const
+        void expect_entero(const Orden& orden, const bases::Lugar& lugar) const
         {
             if (orden.es("crear")) {
                 static const auto como_debe = contenido(GetParam().muestra()->lugar());
@@ -231,7 +231,7 @@ namespace {
                     EXPECT_EQ(averiada.estado, app::no_hecho);
                     EXPECT_NE(averiada.errores, "");
                     if (clase == Clase::conexion
-                        && muestra->lugar().clase() != orvalin::Lugar::Clase::carpeta) {
+                        && muestra->lugar().clase() != bases::Lugar::Clase::carpeta) {
                         EXPECT_THAT(averiada.errores, testing::HasSubstr("conexión"));
                     }
                     expect_nada_a_medias(orden, muestra->lugar());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 
 #include <gmock/gmock.h>
@@ -42,13 +42,13 @@ template <class Accion> std::string error_de(Accion accion)
 /// The databases of the sample company in a folder of the test's own.
 struct BasesDeMuestra : testing::Test {
     CarpetaTemporal carpeta;
-    orvalin::Bases bases = abre();
+    bases::Bases bases = abre();
 
 private:
-    orvalin::Bases abre() const
+    bases::Bases abre() const
     {
-        orvalin::crea_bases(carpeta.ruta(), false);
-        return orvalin::abre_bases(carpeta.ruta(), { .sincronizacion_completa = false });
+        bases::crea_bases(carpeta.ruta(), false);
+        return bases::abre_bases(carpeta.ruta(), { .sincronizacion_completa = false });
     }
 };
 

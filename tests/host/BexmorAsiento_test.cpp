@@ -100,7 +100,7 @@ namespace {
     {
         constexpr int cada_uno = 50;
         const auto trabaja = [&] {
-            const auto suyas = orvalin::abre_bases(
+            const auto suyas = bases::abre_bases(
                 carpeta.ruta(), { .espera = std::chrono::seconds(60), .sincronizacion_completa = false });
             const Biblioteca su_biblioteca(suyas.bexmor);
             const auto su_empresa = su_biblioteca.NuevaEmpresa();

@@ -12,11 +12,11 @@ Banco::Banco(const Sede& sede)
     conecta(m_muestra->lugar());
 }
 
-Banco::Banco(const orvalin::Lugar& lugar) { conecta(lugar); }
+Banco::Banco(const bases::Lugar& lugar) { conecta(lugar); }
 
-void Banco::conecta(const orvalin::Lugar& lugar)
+void Banco::conecta(const bases::Lugar& lugar)
 {
-    m_bases = orvalin::abre_bases(lugar);
+    m_bases = bases::abre_bases(lugar);
     const auto gestion = std::make_shared<ConexionEspia>("gestion", m_bases.orvalin, parte);
     const auto contabilidad = std::make_shared<ConexionEspia>("contabilidad", m_bases.bexmor, parte);
     m_biblioteca = std::make_unique<bexmor::Biblioteca>(contabilidad);

@@ -3,8 +3,8 @@
 #include "browser/DetalleAtipico.hpp"
 #include "context/modComun.hpp"
 #include "editor/GuardarAtipico.hpp"
+#include "host/bases/Bases.hpp"
 #include "host/bexmor/Biblioteca.hpp"
-#include "host/orvalin/Bases.hpp"
 #include "host/orvalin/Empresa.hpp"
 #include "tests/integracion/Sedes.hpp"
 #include "tests/support/ConexionEspia.hpp"
@@ -25,7 +25,7 @@ using Estado = std::map<std::string, std::int32_t>;
 class Banco {
 public:
     explicit Banco(const Sede& sede = en_carpeta());
-    explicit Banco(const orvalin::Lugar& lugar); ///< on a sample company that is there already
+    explicit Banco(const bases::Lugar& lugar); ///< on a sample company that is there already
     Banco(const Banco&) = delete;
     Banco& operator=(const Banco&) = delete;
     ~Banco();
@@ -37,17 +37,17 @@ public:
 
     [[nodiscard]] Estado estado() const; ///< read past the spies
     [[nodiscard]] Variant consulta(const std::string& sql) const; ///< first value, management
-    [[nodiscard]] const orvalin::Bases& bases() const noexcept { return m_bases; } ///< the real connections
+    [[nodiscard]] const bases::Bases& bases() const noexcept { return m_bases; } ///< the real connections
     [[nodiscard]] std::vector<std::string> titulos() const; ///< of the boxes shown
 
     std::shared_ptr<Parte> parte = std::make_shared<Parte>();
     std::shared_ptr<MsgBoxDePrueba> avisos = std::make_shared<MsgBoxDePrueba>();
 
 private:
-    void conecta(const orvalin::Lugar& lugar);
+    void conecta(const bases::Lugar& lugar);
 
     std::unique_ptr<Muestra> m_muestra;
-    orvalin::Bases m_bases;
+    bases::Bases m_bases;
     std::unique_ptr<bexmor::Biblioteca> m_biblioteca;
 };
 

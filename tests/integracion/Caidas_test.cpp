@@ -49,7 +49,7 @@ namespace {
         std::chrono::microseconds tras{};
     };
 
-    [[noreturn]] void muere(const orvalin::Lugar& lugar, const Caida& caida, Acuse& acuse)
+    [[noreturn]] void muere(const bases::Lugar& lugar, const Caida& caida, Acuse& acuse)
     {
         try {
             Banco banco(lugar);
@@ -128,7 +128,7 @@ namespace {
             ++inciertos;
         }
 
-        app::Verificacion verifica() const { return app::verifica(orvalin::abre_bases(muestra->lugar())); }
+        app::Verificacion verifica() const { return app::verifica(bases::abre_bases(muestra->lugar())); }
 
         void guarda_el_siguiente()
         {

@@ -67,7 +67,7 @@ namespace {
         return banco.avisos->dichos.empty();
     }
 
-    [[noreturn]] void trabaja(const orvalin::Lugar& lugar, const Tarea& tarea)
+    [[noreturn]] void trabaja(const bases::Lugar& lugar, const Tarea& tarea)
     {
         bool bien = true;
         try {
@@ -90,7 +90,7 @@ namespace {
     }
 
     /// Does the charges of one workstation, in as many processes as are killed on the way and one more.
-    [[noreturn]] void atiende_puesto(const orvalin::Lugar& lugar, unsigned semilla, std::size_t operaciones)
+    [[noreturn]] void atiende_puesto(const bases::Lugar& lugar, unsigned semilla, std::size_t operaciones)
     {
         std::minstd_rand azar(semilla);
         for (int quedan = cargos_por_puesto(); quedan > 0;) {
@@ -149,7 +149,7 @@ namespace {
             EXPECT_EQ(estado, 0) << "a workstation showed an error that is no wait for others";
         }
 
-        const auto bases = orvalin::abre_bases(muestra->lugar());
+        const auto bases = bases::abre_bases(muestra->lugar());
         std::size_t cargos = 0;
         for (int almacen = 1; almacen <= 4; ++almacen) {
             const auto codigos = numeros(*bases.orvalin,

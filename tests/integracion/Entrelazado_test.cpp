@@ -66,7 +66,7 @@ namespace {
     public:
         enum class Estado { parado, acabado, fallido };
 
-        Puesto(const orvalin::Lugar& lugar, const Tarea& tarea, const std::string& nombre)
+        Puesto(const bases::Lugar& lugar, const Tarea& tarea, const std::string& nombre)
         {
             int ida[2];
             int vuelta[2];
@@ -131,8 +131,8 @@ namespace {
             return true;
         }
 
-        [[noreturn]] static void trabaja(const orvalin::Lugar& lugar, const Tarea& tarea,
-            const std::string& nombre, int ordenes, int avisos)
+        [[noreturn]] static void trabaja(
+            const bases::Lugar& lugar, const Tarea& tarea, const std::string& nombre, int ordenes, int avisos)
         {
             const auto espera = [&] {
                 char orden = 0;

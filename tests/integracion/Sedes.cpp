@@ -1,7 +1,7 @@
 #include "tests/integracion/Sedes.hpp"
 
 #include "engines/odbc/Connection.hpp"
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/ControladorOdbc.hpp"
 #include "tests/support/SqlServer.hpp"
@@ -12,7 +12,7 @@ namespace {
 
     class CarpetaVacia : public Muestra {
     public:
-        [[nodiscard]] orvalin::Lugar lugar() const override { return { m_carpeta / "datos" }; }
+        [[nodiscard]] bases::Lugar lugar() const override { return { m_carpeta / "datos" }; }
 
     private:
         CarpetaTemporal m_carpeta;
@@ -20,7 +20,7 @@ namespace {
 
     class MuestraEnCarpeta : public CarpetaVacia {
     public:
-        MuestraEnCarpeta() { orvalin::crea_bases(CarpetaVacia::lugar(), false); }
+        MuestraEnCarpeta() { bases::crea_bases(CarpetaVacia::lugar(), false); }
     };
 
     /// The sample company is made once; each test gets a copy.
@@ -28,8 +28,7 @@ namespace {
     {
         static const std::string nombre = [] {
             servidor_postgresql().crea_base("plantilla");
-            orvalin::crea_bases(
-                orvalin::Lugar::de_conexion(servidor_postgresql().direccion("plantilla")), false);
+            bases::crea_bases(bases::Lugar::de_conexion(servidor_postgresql().direccion("plantilla")), false);
             return "plantilla";
         }();
         return nombre;
@@ -42,9 +41,9 @@ namespace {
         {
         }
         ~MuestraEnPostgresql() override { servidor_postgresql().borra_base(m_base); }
-        [[nodiscard]] orvalin::Lugar lugar() const override
+        [[nodiscard]] bases::Lugar lugar() const override
         {
-            return orvalin::Lugar::de_conexion(servidor_postgresql().direccion(m_base));
+            return bases::Lugar::de_conexion(servidor_postgresql().direccion(m_base));
         }
 
     protected:
@@ -70,17 +69,17 @@ namespace {
     /// The same databases, through the drivers of their products.
     class MuestraEnPostgresqlPorOdbc final : public MuestraEnPostgresql {
     public:
-        [[nodiscard]] orvalin::Lugar lugar() const override
+        [[nodiscard]] bases::Lugar lugar() const override
         {
-            return orvalin::Lugar::de_conexion("odbc:" + servidor_postgresql().cadena_odbc(base()));
+            return bases::Lugar::de_conexion("odbc:" + servidor_postgresql().cadena_odbc(base()));
         }
     };
 
     class MuestraEnCarpetaPorOdbc final : public MuestraEnCarpeta {
     public:
-        [[nodiscard]] orvalin::Lugar lugar() const override
+        [[nodiscard]] bases::Lugar lugar() const override
         {
-            return orvalin::Lugar::de_conexion("odbc:DRIVER={SQLite3};DATABASE="
+            return bases::Lugar::de_conexion("odbc:DRIVER={SQLite3};DATABASE="
                 + (MuestraEnCarpeta::lugar().carpeta() / "orvalin.db").string());
         }
     };
@@ -93,11 +92,11 @@ namespace {
                 = odbc::Connection::Abrir({ .cadena = sqlserver::cadena(), .clave = sqlserver::clave() });
             for (const auto* base : { "Orvalin", "Bexmor" })
                 maestra->Execute(sqlserver::borra(base));
-            orvalin::crea_bases(lugar(), false);
+            bases::crea_bases(lugar(), false);
         }
-        [[nodiscard]] orvalin::Lugar lugar() const override
+        [[nodiscard]] bases::Lugar lugar() const override
         {
-            return orvalin::Lugar::de_conexion("odbc:" + sqlserver::cadena());
+            return bases::Lugar::de_conexion("odbc:" + sqlserver::cadena());
         }
     };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/orvalin/Lugar.hpp"
+#include "host/bases/Lugar.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 
 #include <functional>
@@ -18,7 +18,7 @@ public:
     Muestra(const Muestra&) = delete;
     Muestra& operator=(const Muestra&) = delete;
     virtual ~Muestra() = default;
-    [[nodiscard]] virtual orvalin::Lugar lugar() const = 0;
+    [[nodiscard]] virtual bases::Lugar lugar() const = 0;
 };
 
 /// A kind of place where the sample company can be.

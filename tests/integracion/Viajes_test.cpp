@@ -29,7 +29,7 @@ namespace {
             intermediario
                 = std::make_unique<pruebas::Intermediario>(pruebas::servidor_postgresql().enchufe());
             banco = std::make_unique<Banco>(
-                orvalin::Lugar::de_conexion(muestra->lugar().direccion() + intermediario->por_aqui()));
+                bases::Lugar::de_conexion(muestra->lugar().direccion() + intermediario->por_aqui()));
             codigo = banco->guarda().Codigo; // the counters have begun
         }
 

@@ -1,6 +1,6 @@
 // The launchers and the report viewer as a host in another language opens them: late bound, without Qt of its
 // own.
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 #include "tests/server/Cargado.hpp"
 #include "tests/support/AdoDePrueba.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
@@ -21,7 +21,7 @@ namespace {
         // Never unloaded: it has windows.
         void* biblioteca = dlopen(ATIPICOS_COMPONENTE, RTLD_NOW | RTLD_LOCAL);
         CarpetaTemporal carpeta;
-        orvalin::Bases bases = abre();
+        bases::Bases bases = abre();
         Despacho empresa = Anfitrion::crea({ fijo("Codigo", 1), fijo("Nombre", "Muestra"),
             fijo("DecimalesImporte", 2), fijo("DecimalesCosto", 3), fijo("DecimalesPrecio", 3),
             fijo("AlmacenDefecto", 1), fijo("EnlaceContable", 1), fijo("EmpresaProveedores", 1),
@@ -30,12 +30,12 @@ namespace {
                  return a.valor(0).texto() == "UsuarioActual" ? Valor("1") : Valor();
              } } });
 
-        orvalin::Bases abre() const
+        bases::Bases abre() const
         {
             setenv("QVORCOMPRASATIP_AVISOS", "consola", 1);
             setenv("XDG_RUNTIME_DIR", carpeta.ruta().c_str(), 1); // Qt says so where there is none
-            orvalin::crea_bases(carpeta.ruta(), false);
-            return orvalin::abre_bases(carpeta.ruta());
+            bases::crea_bases(carpeta.ruta(), false);
+            return bases::abre_bases(carpeta.ruta());
         }
         Despacho crea(const char* nombre) const
         {

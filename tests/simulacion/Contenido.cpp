@@ -27,7 +27,7 @@ namespace {
         }
     }
 
-    std::vector<std::string> filas_de(const orvalin::Bases& bases)
+    std::vector<std::string> filas_de(const bases::Bases& bases)
     {
         std::vector<std::string> filas;
         auto& gestion = *bases.orvalin;
@@ -66,7 +66,7 @@ namespace {
 
 }
 
-std::optional<std::string> compara_filas(const Modelo& modelo, const orvalin::Bases& bases)
+std::optional<std::string> compara_filas(const Modelo& modelo, const bases::Bases& bases)
 {
     const auto debidas = modelo.filas();
     const auto hay = filas_de(bases);
@@ -77,7 +77,7 @@ std::optional<std::string> compara_filas(const Modelo& modelo, const orvalin::Ba
     return {};
 }
 
-std::optional<std::string> compara_verificacion(const Modelo& modelo, const orvalin::Bases& bases)
+std::optional<std::string> compara_verificacion(const Modelo& modelo, const bases::Bases& bases)
 {
     auto debidos = modelo.sin_asiento();
     for (const auto& diferencia : app::verifica(bases).diferencias) {

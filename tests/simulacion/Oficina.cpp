@@ -64,7 +64,7 @@ namespace {
 Oficina::Oficina(Modelo& modelo)
     : m_modelo(modelo)
 {
-    orvalin::crea_bases(m_carpeta / "datos", false);
+    bases::crea_bases(m_carpeta / "datos", false);
     m_reloj->valor = dia_y_hora("21/11/2026", 0, 0, 1);
     modComun::set_MsgBox(m_avisos);
     modComun::set_Reloj(m_reloj);
@@ -85,7 +85,7 @@ void Oficina::conecta(Oficinista& quien)
     modComun::set_MsgBox(m_avisos);
     modComun::set_Reloj(m_reloj);
     quien.contable.reset();
-    quien.bases = orvalin::abre_bases(m_carpeta / "datos", { .sincronizacion_completa = false });
+    quien.bases = bases::abre_bases(m_carpeta / "datos", { .sincronizacion_completa = false });
     quien.gestion = std::make_shared<ConexionEspia>("gestion", quien.bases.orvalin, quien.parte);
     quien.contabilidad = std::make_shared<ConexionEspia>("contabilidad", quien.bases.bexmor, quien.parte);
     quien.empresa = std::make_shared<orvalin::Empresa>(quien.bases.orvalin, std::int16_t{ 1 }, quien.usuario);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "editor/EdicionAtipico.hpp"
+#include "host/bases/Bases.hpp"
 #include "host/bexmor/Biblioteca.hpp"
-#include "host/orvalin/Bases.hpp"
 #include "host/orvalin/Empresa.hpp"
 #include "tests/simulacion/Guion.hpp"
 #include "tests/simulacion/Modelo.hpp"
@@ -43,7 +43,7 @@ private:
     /// it.
     struct Oficinista {
         std::int32_t usuario = 0;
-        orvalin::Bases bases;
+        bases::Bases bases;
         std::shared_ptr<Parte> parte = std::make_shared<Parte>();
         std::shared_ptr<adodb::Connection> gestion;
         std::shared_ptr<adodb::Connection> contabilidad;

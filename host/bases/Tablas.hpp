@@ -6,7 +6,7 @@
 #include <vector>
 
 /// What making the two databases has in common, wherever they are.
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 /// Makes the tables of a product, and unless `vacia` writes its side of the sample company into them.
 void crea_tablas_bexmor(adodb::Connection& conexion, bool vacia, Donde donde);
@@ -23,4 +23,4 @@ void crea_tablas_orvalin(adodb::Connection& conexion, bool vacia, Donde donde);
 /// The error for a place that holds tables of somebody else.
 [[noreturn]] void falla_ajena(const std::string& lugar, Donde donde);
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

@@ -1,9 +1,9 @@
-#include "host/orvalin/Tablas.hpp"
+#include "host/bases/Tablas.hpp"
 
 #include "engines/sql/Guion.hpp"
 #include "host/sql/Guiones.hpp"
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 namespace {
 
@@ -57,4 +57,4 @@ void falla_ajena(const std::string& lugar, Donde donde)
         donde);
 }
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

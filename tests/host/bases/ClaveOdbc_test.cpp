@@ -1,4 +1,4 @@
-#include "host/orvalin/ClaveOdbc.hpp"
+#include "host/bases/ClaveOdbc.hpp"
 
 #include "tests/host/BasesDeMuestra.hpp"
 
@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <fstream>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 namespace {
 
     using pruebas::error_de;

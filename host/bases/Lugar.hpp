@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 /// Where the pair of databases is: in the files of a folder, or on a server.
 class Lugar {
@@ -33,4 +33,4 @@ private:
     std::string m_direccion;
 };
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

@@ -1,14 +1,14 @@
-#include "host/orvalin/BasesEnOdbc.hpp"
+#include "host/bases/BasesEnOdbc.hpp"
 
 #include "engines/odbc/Servidor.hpp"
-#include "host/orvalin/BasesEnPostgresql.hpp"
+#include "host/bases/BasesEnPostgresql.hpp"
 #include "tests/host/BasesDeMuestra.hpp"
 #include "tests/support/ControladorOdbc.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 
 #include <gmock/gmock.h>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 namespace {
 
     using pruebas::columna;

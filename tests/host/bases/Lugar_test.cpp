@@ -1,8 +1,8 @@
-#include "host/orvalin/Lugar.hpp"
+#include "host/bases/Lugar.hpp"
 
 #include <gmock/gmock.h>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 namespace {
 
     TEST(Lugar, is_a_folder_or_a_server)

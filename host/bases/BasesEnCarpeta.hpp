@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 inline constexpr auto fichero_orvalin = "orvalin.db";
 inline constexpr auto fichero_bexmor = "bexmor.db";
@@ -13,4 +13,4 @@ void crea_en_carpeta(const std::filesystem::path& carpeta, bool vacia, Donde don
 [[nodiscard]] Bases abre_de_carpeta(
     const std::filesystem::path& carpeta, const OpcionesBases& opciones, Donde donde);
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

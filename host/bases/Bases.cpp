@@ -1,10 +1,10 @@
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 
-#include "host/orvalin/BasesEnCarpeta.hpp"
-#include "host/orvalin/BasesEnOdbc.hpp"
-#include "host/orvalin/BasesEnPostgresql.hpp"
+#include "host/bases/BasesEnCarpeta.hpp"
+#include "host/bases/BasesEnOdbc.hpp"
+#include "host/bases/BasesEnPostgresql.hpp"
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 bool crea_bases(const Lugar& lugar, bool vacia, Donde donde)
 {
@@ -33,4 +33,4 @@ Bases abre_bases(const Lugar& lugar, const OpcionesBases& opciones, Donde donde)
     return abre_de_carpeta(lugar.carpeta(), opciones, donde);
 }
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

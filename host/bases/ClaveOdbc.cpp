@@ -1,10 +1,10 @@
-#include "host/orvalin/ClaveOdbc.hpp"
+#include "host/bases/ClaveOdbc.hpp"
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 namespace {
 
@@ -43,4 +43,4 @@ std::string clave_odbc(Donde donde)
     return {};
 }
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

@@ -1,11 +1,11 @@
-#include "host/orvalin/BasesEnPostgresql.hpp"
+#include "host/bases/BasesEnPostgresql.hpp"
 
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Postgresql.hpp"
-#include "host/orvalin/Tablas.hpp"
-#include "host/orvalin/Version.hpp"
+#include "host/bases/Tablas.hpp"
+#include "host/bases/Version.hpp"
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 namespace {
 
@@ -84,4 +84,4 @@ Bases abre_de_postgresql(const std::string& direccion, const OpcionesBases& opci
     return bases;
 }
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

@@ -1,11 +1,11 @@
-#include "host/orvalin/BasesEnSqlServer.hpp"
+#include "host/bases/BasesEnSqlServer.hpp"
 
-#include "host/orvalin/Tablas.hpp"
-#include "host/orvalin/Version.hpp"
+#include "host/bases/Tablas.hpp"
+#include "host/bases/Version.hpp"
 
 #include <array>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 namespace {
 
@@ -63,4 +63,4 @@ bool crea_en_sql_server(adodb::Connection& conexion, const std::string& lugar, b
     return true;
 }
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

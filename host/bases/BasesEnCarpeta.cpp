@@ -1,14 +1,14 @@
-#include "host/orvalin/BasesEnCarpeta.hpp"
+#include "host/bases/BasesEnCarpeta.hpp"
 
 #include "engines/sqlite/Connection.hpp"
-#include "host/orvalin/Tablas.hpp"
-#include "host/orvalin/Version.hpp"
+#include "host/bases/Tablas.hpp"
+#include "host/bases/Version.hpp"
 
 #include <cstdlib>
 #include <string>
 #include <system_error>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 namespace {
 
@@ -124,4 +124,4 @@ Bases abre_de_carpeta(const fs::path& carpeta, const OpcionesBases& opciones, Do
     return bases;
 }
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engines/sql/Linea.hpp"
-#include "host/orvalin/Lugar.hpp"
+#include "host/bases/Lugar.hpp"
 #include "platform/adodb/Connection.hpp"
 
 #include <chrono>
@@ -9,7 +9,7 @@
 
 /// The pair of databases that the host works with: `orvalin.db` and `bexmor.db` in one folder, or the schemas
 /// `orvalin` and `dbo` in one database of a server.
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 struct Bases {
     std::shared_ptr<adodb::Connection> orvalin; ///< management; reads accounting as `Bexmor.dbo.Tabla`
@@ -34,4 +34,4 @@ bool crea_bases(const Lugar& lugar, bool vacia, Donde donde = Donde::aqui());
 [[nodiscard]] Bases abre_bases(
     const Lugar& lugar, const OpcionesBases& opciones = {}, Donde donde = Donde::aqui());
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

@@ -1,17 +1,17 @@
-#include "host/orvalin/BasesEnOdbc.hpp"
+#include "host/bases/BasesEnOdbc.hpp"
 
 #include "engines/odbc/Connection.hpp"
 #include "engines/sqlite/Connection.hpp"
-#include "host/orvalin/BasesEnCarpeta.hpp"
-#include "host/orvalin/BasesEnPostgresql.hpp"
-#include "host/orvalin/BasesEnSqlServer.hpp"
-#include "host/orvalin/ClaveOdbc.hpp"
-#include "host/orvalin/Tablas.hpp"
-#include "host/orvalin/Version.hpp"
+#include "host/bases/BasesEnCarpeta.hpp"
+#include "host/bases/BasesEnPostgresql.hpp"
+#include "host/bases/BasesEnSqlServer.hpp"
+#include "host/bases/ClaveOdbc.hpp"
+#include "host/bases/Tablas.hpp"
+#include "host/bases/Version.hpp"
 
 #include <optional>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 namespace {
 
@@ -109,4 +109,4 @@ Bases abre_de_odbc(const std::string& cadena, const OpcionesBases& opciones, Don
     return { orvalin, bexmor };
 }
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

@@ -1,8 +1,8 @@
-#include "host/orvalin/Version.hpp"
+#include "host/bases/Version.hpp"
 
 #include "host/sql/Guiones.hpp"
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 namespace {
 
@@ -36,4 +36,4 @@ void comprueba_version(
             donde);
 }
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

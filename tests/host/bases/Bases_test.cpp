@@ -1,4 +1,4 @@
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 
 #include "tests/host/BasesDeMuestra.hpp"
 
@@ -7,7 +7,7 @@
 #include <set>
 #include <sys/resource.h>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 namespace {
 
     using pruebas::columna;
@@ -176,4 +176,4 @@ namespace {
     }
 
 }
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

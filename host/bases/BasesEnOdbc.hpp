@@ -1,15 +1,15 @@
 #pragma once
 
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 
 #include <string>
 
 /// Through ODBC, by what its connection string says and its driver answers: the databases `Orvalin` and
 /// `Bexmor` of a SQL Server, the schemas of a PostgreSQL database, or the files of a folder, of which
 /// DATABASE names `orvalin.db`. The password comes from `clave_odbc`.
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 bool crea_por_odbc(const std::string& cadena, bool vacia, Donde donde);
 [[nodiscard]] Bases abre_de_odbc(const std::string& cadena, const OpcionesBases& opciones, Donde donde);
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

@@ -1,4 +1,4 @@
-#include "host/orvalin/BasesEnPostgresql.hpp"
+#include "host/bases/BasesEnPostgresql.hpp"
 
 #include "tests/host/BasesDeMuestra.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
@@ -9,7 +9,7 @@
 #include <sstream>
 #include <thread>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 namespace {
 
     using pruebas::columna;

@@ -1,6 +1,6 @@
 // What a SQL Server is told, in which order. Whether it agrees is seen where there is one: the tests of
 // tests/integracion make the sample company on it when ATIPICOS_TEST_SQLSERVER says where.
-#include "host/orvalin/BasesEnSqlServer.hpp"
+#include "host/bases/BasesEnSqlServer.hpp"
 
 #include "host/sql/Guiones.hpp"
 #include "tests/host/BasesDeMuestra.hpp"
@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 namespace {
 
     using pruebas::error_de;

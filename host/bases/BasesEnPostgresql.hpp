@@ -1,10 +1,10 @@
 #pragma once
 
-#include "host/orvalin/Bases.hpp"
+#include "host/bases/Bases.hpp"
 
 #include <string>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 /// Through any connection to the database; `lugar` is how errors call it.
 bool crea_en_postgresql(adodb::Connection& conexion, const std::string& lugar, bool vacia, Donde donde);
@@ -12,4 +12,4 @@ bool crea_en_postgresql(const std::string& direccion, bool vacia, Donde donde);
 [[nodiscard]] Bases abre_de_postgresql(
     const std::string& direccion, const OpcionesBases& opciones, Donde donde);
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases

@@ -1,8 +1,8 @@
-#include "host/orvalin/Lugar.hpp"
+#include "host/bases/Lugar.hpp"
 
 #include <utility>
 
-namespace atipicos::orvalin {
+namespace atipicos::bases {
 
 namespace {
 
@@ -65,4 +65,4 @@ std::string_view Lugar::motor() const noexcept
     return "SQLite";
 }
 
-} // namespace atipicos::orvalin
+} // namespace atipicos::bases
