@@ -13,8 +13,9 @@ Recordset::Recordset(Connection& conexion)
 
 Recordset::~Recordset() { suelta(); }
 
-bool Recordset::abre(const std::string& sql, bool, Donde donde)
+bool Recordset::abre(const std::string& sql, bool bloquea, Donde donde)
 {
+    m_conexion.admite(sql, bloquea || !sql::no_cambia_nada(sql), donde);
     m_reescrita = m_conexion.reescribe(sql, donde);
     m_instruccion.emplace(m_conexion.base(), m_reescrita, donde);
     const bool hay = m_instruccion->avanza(donde);
@@ -22,7 +23,7 @@ bool Recordset::abre(const std::string& sql, bool, Donde donde)
     for (int i = 0; instruccion != nullptr && i < sqlite3_column_count(instruccion); ++i)
         m_tipos.push_back(tipo_declarado(sqlite3_column_decltype(instruccion, i)));
     if (hay)
-        m_conexion.anota_lectura(*this);
+        m_conexion.sesion().anota_lectura(*this);
     return hay;
 }
 
@@ -39,7 +40,7 @@ bool Recordset::avanza(Donde donde)
 {
     const bool hay = m_instruccion->avanza(donde);
     if (!hay)
-        m_conexion.olvida_lectura(*this);
+        m_conexion.sesion().olvida_lectura(*this);
     return hay;
 }
 
@@ -63,7 +64,7 @@ void Recordset::anexa(std::size_t columna, std::string& destino) const
 
 void Recordset::cierra() noexcept
 {
-    m_conexion.olvida_lectura(*this);
+    m_conexion.sesion().olvida_lectura(*this);
     m_instruccion.reset();
     m_tipos.clear();
 }
@@ -82,13 +83,13 @@ sql::Filas::Tabla Recordset::tabla(Donde donde)
     const std::string esquema(fin > i + 1 ? vista.nombre(i + 1) : "main");
     const std::string nombre(vista.nombre(fin));
     return { nombre, sql::entre_comillas(esquema) + "." + sql::entre_comillas(nombre),
-        m_conexion.columnas_clave(esquema, nombre, donde) };
+        m_conexion.sesion().columnas_clave(esquema, nombre, donde) };
 }
 
 std::int32_t Recordset::escribe(const std::string& sql, const std::vector<Variant>& valores, Donde donde)
 {
-    static_cast<void>(m_conexion.reescribe({}, donde)); // refused when the transaction is lost
-    m_conexion.guarda_lecturas(donde);
+    m_conexion.admite(sql, true, donde);
+    m_conexion.sesion().guarda_lecturas(donde);
     Instruccion instruccion(m_conexion.base(), sql, donde);
     int parametro = 0;
     for (const auto& valor : valores)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/sql/Linea.hpp"
+#include "engines/sql/Transacciones.hpp"
 #include "host/bases/Lugar.hpp"
 #include "platform/adodb/Connection.hpp"
 
@@ -14,6 +15,8 @@ namespace atipicos::bases {
 struct Bases {
     std::shared_ptr<adodb::Connection> orvalin; ///< management; reads accounting as `Bexmor.dbo.Tabla`
     std::shared_ptr<adodb::Connection> bexmor; ///< accounting
+    /// What a unit is made over; null where each connection has a session of its own.
+    std::shared_ptr<sql::Transacciones> transacciones = {};
 };
 
 struct OpcionesBases {

@@ -78,6 +78,48 @@ namespace {
         pruebas::CarpetaTemporal m_carpeta;
     };
 
+    /// One file for both products, and a pair of connections over it: the side of the first.
+    class SitioSqlitePareja final : public Sitio {
+    public:
+        SitioSqlitePareja()
+        {
+            const auto pareja
+                = sqlite::Connection::AbrirPareja({ .fichero = m_carpeta / "empresa.db", .crear = true });
+            sql::ejecuta_guion(*pareja.gestion, tablas);
+            sql::ejecuta_guion(*pareja.contabilidad, cuentas);
+        }
+
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return sqlite::Connection::AbrirPareja({ .fichero = m_carpeta / "empresa.db", .espera = espera })
+                .gestion;
+        }
+
+    private:
+        pruebas::CarpetaTemporal m_carpeta;
+    };
+
+    /// The same file, the side of the second product, whose tables are found under other names.
+    class SitioSqliteContable final : public Sitio {
+    public:
+        SitioSqliteContable()
+        {
+            const auto contable = abre(std::chrono::seconds(1));
+            sql::ejecuta_guion(*contable, tablas);
+            sql::ejecuta_guion(*contable, cuentas);
+        }
+
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return sqlite::Connection::AbrirPareja(
+                { .fichero = m_carpeta / "empresa.db", .crear = true, .espera = espera })
+                .contabilidad;
+        }
+
+    private:
+        pruebas::CarpetaTemporal m_carpeta;
+    };
+
     /// The host's own connection, late bound, here over SQLite.
     class SitioAdo final : public Sitio {
     public:
@@ -188,6 +230,8 @@ namespace {
     {
         const auto sin_postgresql = pruebas::ServidorPostgresql::falta();
         return { { "sqlite", "", std::make_unique<SitioSqlite>, Categoria::bloqueo },
+            { "sqlite_pareja", "", std::make_unique<SitioSqlitePareja>, Categoria::bloqueo },
+            { "sqlite_contable", "", std::make_unique<SitioSqliteContable>, Categoria::bloqueo },
             { "ado", "", std::make_unique<SitioAdo>, Categoria::bloqueo },
             { "postgresql", sin_postgresql, std::make_unique<SitioPostgresql>, std::nullopt },
             { "odbc_postgresql",

@@ -212,6 +212,30 @@ namespace {
         EXPECT_EQ(cuenta(*conexion), 0);
     }
 
+    TEST_F(Ficheros, a_full_disk_on_one_side_loses_the_transaction_of_both)
+    {
+        const auto pareja = Connection::AbrirPareja({ .fichero = carpeta / "empresa.db", .crear = true });
+        pareja.gestion->Execute("CREATE TABLE Cargos (Id INT)");
+        pareja.contabilidad->Execute("CREATE TABLE Textos (x TEXT)");
+        pareja.gestion->Execute("PRAGMA max_page_count = 4");
+        pareja.gestion->BeginTrans();
+        pareja.contabilidad->BeginTrans();
+        pareja.gestion->Execute("INSERT INTO Cargos VALUES (1)");
+        EXPECT_THAT(error_de([&] {
+            pareja.contabilidad->Execute("INSERT INTO Textos VALUES ('" + std::string(99999, 'x') + "')");
+        }),
+            HasSubstr("No queda sitio en el disco"));
+        const auto* motivo = "La transacción se ha perdido por un error anterior: sólo se puede deshacer.";
+        EXPECT_EQ(error_de([&] { pareja.gestion->Execute("INSERT INTO Cargos VALUES (2)"); }), motivo);
+        EXPECT_EQ(error_de([&] { pareja.gestion->CommitTrans(); }), motivo);
+        EXPECT_EQ(error_de([&] { pareja.contabilidad->CommitTrans(); }), motivo);
+        pareja.gestion->RollbackTrans();
+        pareja.contabilidad->RollbackTrans();
+        std::int32_t borradas = -1;
+        pareja.gestion->Execute("DELETE FROM Cargos", &borradas);
+        EXPECT_EQ(borradas, 0);
+    }
+
     TEST_F(Ficheros, the_date_columns_are_those_of_the_tables_as_they_are_now)
     {
         const auto conexion = crea("uno.db");
