@@ -27,14 +27,14 @@ endif()
 
 # The program, what a desktop needs to know of it, and the sample company, ready made.
 set(muestra "${PROJECT_BINARY_DIR}/muestra")
-add_custom_command(OUTPUT "${muestra}/orvalin.db" "${muestra}/bexmor.db"
+add_custom_command(OUTPUT "${muestra}/empresa.db"
     COMMAND "${CMAKE_COMMAND}" -E rm -rf "${muestra}"
     COMMAND atipicos crear --datos "${muestra}"
     COMMENT "Making the sample company"
     VERBATIM)
-add_custom_target(muestra ALL DEPENDS "${muestra}/orvalin.db" "${muestra}/bexmor.db")
+add_custom_target(muestra ALL DEPENDS "${muestra}/empresa.db")
 install(TARGETS atipicos)
-install(FILES "${muestra}/orvalin.db" "${muestra}/bexmor.db" host/datos/reclamaciones.csv
+install(FILES "${muestra}/empresa.db" host/datos/reclamaciones.csv
     DESTINATION "${CMAKE_INSTALL_DATADIR}/QVORComprasAtip/muestra")
 install(FILES packaging/escritorio/atipicos.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 install(FILES packaging/escritorio/atipicos.svg DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")

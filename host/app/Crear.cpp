@@ -1,5 +1,5 @@
 #include "host/app/Ordenes.hpp"
-#include "host/bases/Bases.hpp"
+#include "host/bases/BasesEnCarpeta.hpp"
 
 #include <iostream>
 
@@ -12,9 +12,9 @@ int crear(const OpcionesComunes& comunes, bool vacia)
         std::cout << "Ya estaban creadas en " << lugar.texto() << "; no se ha cambiado nada.\n";
         return hecho;
     }
-    std::cout << (lugar.clase() == bases::Lugar::Clase::carpeta ? "Creadas "
-                + (lugar.carpeta() / "orvalin.db").string() + " y " + (lugar.carpeta() / "bexmor.db").string()
-                                                                : "Creadas en " + lugar.texto());
+    std::cout << (lugar.clase() == bases::Lugar::Clase::carpeta
+            ? "Creada " + (lugar.carpeta() / bases::fichero_empresa).string()
+            : "Creadas en " + lugar.texto());
     std::cout << (vacia ? ", sin datos.\n" : ", con la empresa de muestra.\n");
     return hecho;
 }

@@ -1,4 +1,5 @@
 #include "host/app/VentanaPrincipal.hpp"
+#include "host/bases/BasesEnCarpeta.hpp"
 
 #include "context/modComun.hpp"
 #include "controls/MsgBoxQt.hpp"
@@ -48,8 +49,7 @@ namespace {
 
     bool tiene_bases(const std::filesystem::path& carpeta)
     {
-        return std::filesystem::exists(carpeta / "orvalin.db")
-            || std::filesystem::exists(carpeta / "bexmor.db");
+        return std::filesystem::exists(carpeta / bases::fichero_empresa);
     }
 
     /// Printing, with the viewer for what goes to the screen: modal, because it is asked for by modal forms.

@@ -8,7 +8,7 @@
 #include <chrono>
 #include <memory>
 
-/// The pair of databases that the host works with: `orvalin.db` and `bexmor.db` in one folder, or the schemas
+/// The tables of both products that the host works with: in the file `empresa.db` of a folder, or the schemas
 /// `orvalin` and `dbo` in one database of a server.
 namespace atipicos::bases {
 

@@ -51,18 +51,20 @@ namespace {
         fs::create_directories(carpeta, fallo);
         if (!fs::is_directory(carpeta, fallo))
             falla(carpeta, "no se puede crear la carpeta.", donde);
-        for (const auto* fichero : { fichero_orvalin, fichero_bexmor })
-            if (fs::exists(fs::symlink_status(carpeta / fichero, fallo)))
-                falla(carpeta / fichero, "ya existe. Elija otra carpeta o retire antes esas bases de datos.",
-                    donde);
+        if (fs::exists(fs::symlink_status(carpeta / fichero_empresa, fallo)))
+            falla(carpeta / fichero_empresa,
+                "ya existe. Elija otra carpeta o retire antes esa base de datos.", donde);
     }
 
-    template <class Tablas> void crea(const fs::path& fichero, Tablas crea_tablas, bool vacia, Donde donde)
+    void crea(const fs::path& fichero, bool vacia, Donde donde)
     {
-        const auto conexion = sqlite::Connection::Abrir({ .fichero = fichero, .crear = true }, donde);
-        conexion->BeginTrans(donde);
-        crea_tablas(*conexion, vacia, donde);
-        conexion->CommitTrans(donde);
+        const auto pareja = sqlite::Connection::AbrirPareja({ .fichero = fichero, .crear = true }, {}, donde);
+        pareja.gestion->BeginTrans(donde);
+        pareja.contabilidad->BeginTrans(donde);
+        crea_tablas_bexmor(*pareja.contabilidad, vacia, donde);
+        crea_tablas_orvalin(*pareja.gestion, vacia, donde);
+        pareja.gestion->CommitTrans(donde);
+        pareja.contabilidad->CommitTrans(donde);
     }
 
     void coloca(const fs::path& nuevo, const fs::path& definitivo, Donde donde)
@@ -73,55 +75,39 @@ namespace {
             falla(definitivo, "no se puede crear el fichero.", donde);
     }
 
-    std::shared_ptr<adodb::Connection> abre(
-        sqlite::Opciones fichero, const OpcionesBases& opciones, Donde donde)
-    {
-        fichero.solo_lectura = opciones.solo_lectura;
-        fichero.espera = opciones.espera;
-        fichero.sincronizacion_completa = opciones.sincronizacion_completa;
-        auto conexion = sqlite::Connection::Abrir(fichero, donde);
-        // Named in full: a table missing here would be looked for in the attached database.
-        comprueba_version(*conexion, "main.Esquema", fichero.fichero.string(), donde);
-        return conexion;
-    }
-
 }
 
 void crea_en_carpeta(const fs::path& carpeta, bool vacia, Donde donde)
 {
     prepara_carpeta(carpeta, donde);
     const CarpetaProvisional provisional(carpeta, donde);
-    const auto orvalin = provisional / fichero_orvalin;
-    const auto bexmor = provisional / fichero_bexmor;
-    crea(bexmor, crea_tablas_bexmor, vacia, donde);
-    crea(orvalin, crea_tablas_orvalin, vacia, donde);
-    coloca(bexmor, carpeta / fichero_bexmor, donde);
-    try {
-        coloca(orvalin, carpeta / fichero_orvalin, donde);
-    } catch (const Error&) {
-        std::error_code ignorado;
-        fs::remove(carpeta / fichero_bexmor, ignorado);
-        throw;
-    }
+    const auto nueva = provisional / fichero_empresa;
+    crea(nueva, vacia, donde);
+    coloca(nueva, carpeta / fichero_empresa, donde);
 }
 
 void exige_bases(const fs::path& carpeta, Donde donde)
 {
-    if (!fs::exists(carpeta / fichero_orvalin) && !fs::exists(carpeta / fichero_bexmor))
+    if (!fs::exists(carpeta / fichero_empresa))
         falla(carpeta,
-            "no hay bases de datos en esta carpeta. Créelas con: atipicos crear --datos " + carpeta.string(),
+            "no hay ninguna base de datos en esta carpeta. Créela con: atipicos crear --datos "
+                + carpeta.string(),
             donde);
 }
 
 Bases abre_de_carpeta(const fs::path& carpeta, const OpcionesBases& opciones, Donde donde)
 {
     exige_bases(carpeta, donde);
-    Bases bases;
-    bases.bexmor = abre({ .fichero = carpeta / fichero_bexmor }, opciones, donde);
-    bases.orvalin = abre(
-        { .fichero = carpeta / fichero_orvalin, .adjuntas = { { "Bexmor", carpeta / fichero_bexmor } } },
-        opciones, donde);
-    return bases;
+    const auto fichero = carpeta / fichero_empresa;
+    const auto pareja
+        = sqlite::Connection::AbrirPareja({ .fichero = fichero,
+                                              .solo_lectura = opciones.solo_lectura,
+                                              .espera = opciones.espera,
+                                              .sincronizacion_completa = opciones.sincronizacion_completa },
+            {}, donde);
+    comprueba_version(*pareja.gestion, "Esquema", fichero.string(), donde);
+    comprueba_version(*pareja.contabilidad, "Esquema", fichero.string(), donde);
+    return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
 }
 
 } // namespace atipicos::bases

@@ -4,10 +4,11 @@
 
 namespace atipicos::bases {
 
-inline constexpr auto fichero_orvalin = "orvalin.db";
-inline constexpr auto fichero_bexmor = "bexmor.db";
+/// The one file of a company. Its accounting tables are called `Bexmor_…`, those of management as they are
+/// named.
+inline constexpr auto fichero_empresa = "empresa.db";
 
-/// Raises an error that says how to make them when neither of both is in the folder.
+/// Raises an error that says how to make it when it is not in the folder.
 void exige_bases(const std::filesystem::path& carpeta, Donde donde);
 void crea_en_carpeta(const std::filesystem::path& carpeta, bool vacia, Donde donde);
 [[nodiscard]] Bases abre_de_carpeta(

@@ -31,27 +31,19 @@ namespace {
     std::optional<fs::path> carpeta_de(const std::string& cadena)
     {
         const fs::path fichero(odbc::Cadena(cadena).valor(base));
-        return fichero.filename() == fichero_orvalin ? std::optional(fichero.parent_path()) : std::nullopt;
+        return fichero.filename() == fichero_empresa ? std::optional(fichero.parent_path()) : std::nullopt;
     }
 
     Bases abre_ficheros(
         const std::string& cadena, const fs::path& carpeta, const OpcionesBases& opciones, Donde donde)
     {
         exige_bases(carpeta, donde); // the driver would make what is missing
-        const auto fichero_contable = carpeta / fichero_bexmor;
         odbc::Cadena de_fichero(cadena);
         de_fichero.pon("TIMEOUT", std::to_string(opciones.espera.count()));
-        auto de_gestion = opciones_de(de_fichero.texto(), opciones, donde);
-        de_fichero.pon(base, fichero_contable.string());
-        const auto bexmor = odbc::Connection::Abrir(opciones_de(de_fichero.texto(), opciones, donde), donde);
-        comprueba_version(*bexmor, "main.Esquema", fichero_contable.string(), donde);
-        de_gestion.bases = { { "Bexmor", "Bexmor" } };
-        de_gestion.al_abrir = [uri = sqlite::uri(fichero_contable, "ro")](const auto&) {
-            return std::vector<std::string>{ "ATTACH '" + uri + "' AS Bexmor" };
-        };
-        const auto orvalin = odbc::Connection::Abrir(de_gestion, donde);
-        comprueba_version(*orvalin, "main.Esquema", (carpeta / fichero_orvalin).string(), donde);
-        return { orvalin, bexmor };
+        const auto abiertas = opciones_de(de_fichero.texto(), opciones, donde);
+        const auto orvalin = odbc::Connection::Abrir(abiertas, donde);
+        comprueba_version(*orvalin, "Esquema", (carpeta / fichero_empresa).string(), donde);
+        return { orvalin, odbc::Connection::Abrir(abiertas, donde) };
     }
 
     /// What a session must say to find its tables.
@@ -71,7 +63,7 @@ namespace {
         if (servidor.nombre != odbc::nombre_sql_server && servidor.nombre != odbc::nombre_postgresql)
             throw Error(1000, "Orvalin:Bases",
                 "«" + cadena
-                    + "»: por ODBC se admiten SQL Server, PostgreSQL y el fichero orvalin.db de SQLite.",
+                    + "»: por ODBC se admiten SQL Server, PostgreSQL y el fichero empresa.db de SQLite.",
                 donde);
     }
 

@@ -6,7 +6,7 @@
 
 /// Through ODBC, by what its connection string says and its driver answers: the databases `Orvalin` and
 /// `Bexmor` of a SQL Server, the schemas of a PostgreSQL database, or the files of a folder, of which
-/// DATABASE names `orvalin.db`. The password comes from `clave_odbc`.
+/// DATABASE names `empresa.db`. The password comes from `clave_odbc`.
 namespace atipicos::bases {
 
 bool crea_por_odbc(const std::string& cadena, bool vacia, Donde donde);

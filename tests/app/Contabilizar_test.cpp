@@ -35,15 +35,15 @@ namespace {
 
         [[nodiscard]] std::string donde() const { return " --datos \"" + datos + "\""; }
 
-        void gestion(const std::string& sql) const { ejecuta("orvalin.db", sql); }
+        void gestion(const std::string& sql) const { abre().gestion->Execute(sql); }
 
         /// What rolling back the accounting part of a save leaves: nothing of the entry, and its number free.
         void pierde_asiento(const std::string& numero) const
         {
             for (const auto* tabla : { "Previsiones", "Registro_Impuestos", "Apuntes" })
-                ejecuta("bexmor.db",
+                contabilidad(
                     std::string("DELETE FROM ") + tabla + " WHERE Cod_Empresa = 1 AND Asiento = " + numero);
-            ejecuta("bexmor.db", "DELETE FROM Asientos WHERE Cod_Empresa = 1 AND Numero = " + numero);
+            contabilidad("DELETE FROM Asientos WHERE Cod_Empresa = 1 AND Numero = " + numero);
         }
 
         /// Gives the commands of a proposal, letter by letter, to a shell in which `atipicos` is the program.
@@ -61,9 +61,10 @@ namespace {
         }
 
     private:
-        void ejecuta(const std::string& base, const std::string& sql) const
+        void contabilidad(const std::string& sql) const { abre().contabilidad->Execute(sql); }
+        [[nodiscard]] sql::Pareja abre() const
         {
-            sqlite::Connection::Abrir({ .fichero = programa.carpeta / datos / base })->Execute(sql);
+            return sqlite::Connection::AbrirPareja({ .fichero = programa.carpeta / datos / "empresa.db" });
         }
     };
 

@@ -132,7 +132,7 @@ namespace {
         EXPECT_EQ(dos.estado, 2);
         EXPECT_THAT(dos.errores, StartsWith("atipicos: No se admiten a la vez --datos y --conexion."));
         EXPECT_EQ(programa("crear --conexion sqlite:d").salida,
-            "Creadas d/orvalin.db y d/bexmor.db, con la empresa de muestra.\n");
+            "Creada d/empresa.db, con la empresa de muestra.\n");
         EXPECT_EQ(programa("verificar --conexion sqlite:d").estado, 0);
     }
 

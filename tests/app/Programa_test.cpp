@@ -117,11 +117,11 @@ namespace {
     {
         const pruebas::Programa programa;
         ASSERT_EQ(programa("crear --datos d").estado, 0);
-        const auto antes = programa.lee("d/orvalin.db");
+        const auto antes = programa.lee("d/empresa.db");
         const auto ejecucion = programa("crear --datos d");
         EXPECT_EQ(ejecucion.estado, 1);
         EXPECT_THAT(ejecucion.errores, HasSubstr("ya existe"));
-        EXPECT_EQ(programa.lee("d/orvalin.db"), antes);
+        EXPECT_EQ(programa.lee("d/empresa.db"), antes);
     }
 
     TEST(Programa, an_empty_database_has_no_company_to_work_with)
@@ -146,7 +146,7 @@ namespace {
         EXPECT_FALSE(std::filesystem::exists(programa.carpeta / "datos"));
 
         ASSERT_EQ(programa("crear").estado, 0);
-        programa.escribe("datos/orvalin.db", std::string(9000, 'x'));
+        programa.escribe("datos/empresa.db", std::string(9000, 'x'));
         const auto ejecucion = programa("verificar");
         EXPECT_EQ(ejecucion.estado, 1);
         EXPECT_THAT(ejecucion.errores, HasSubstr("El fichero no es una base de datos o está dañado"));
@@ -163,18 +163,18 @@ namespace {
         const auto ejecucion = programa("registrar " + muestra + " --datos disco/d");
         EXPECT_EQ(ejecucion.estado, 1);
         EXPECT_EQ(ejecucion.errores,
-            "atipicos: «disco/d/bexmor.db»: la base de datos o su carpeta es de sólo lectura.\n");
+            "atipicos: «disco/d/empresa.db»: la base de datos o su carpeta es de sólo lectura.\n");
     }
 
     TEST(Programa, a_database_of_another_version_is_told)
     {
         const pruebas::Programa programa;
         ASSERT_EQ(programa("crear").estado, 0);
-        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/bexmor.db" })
+        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/empresa.db" })
             ->Execute("UPDATE Esquema SET Version = 99");
         const auto ejecucion = programa("verificar");
         EXPECT_EQ(ejecucion.estado, 1);
-        EXPECT_THAT(ejecucion.errores, HasSubstr("bexmor.db"));
+        EXPECT_THAT(ejecucion.errores, HasSubstr("empresa.db"));
         EXPECT_THAT(ejecucion.errores, HasSubstr("99"));
     }
 
@@ -213,7 +213,7 @@ namespace {
     {
         const auto todo = [this] {
             std::string contenido;
-            for (const auto* base : { "orvalin.db", "orvalin.db-wal", "bexmor.db", "bexmor.db-wal" })
+            for (const auto* base : { "empresa.db", "empresa.db-wal" })
                 contenido += programa.lee(std::string("datos/") + base) + '|';
             return contenido;
         };
@@ -323,7 +323,7 @@ namespace {
 
     TEST_F(ConMuestra, a_locked_database_is_told_and_nothing_changes)
     {
-        const auto otro = sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/orvalin.db" });
+        const auto otro = sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/empresa.db" });
         otro->BeginTrans();
         const auto ejecucion = programa("eliminar AT260001 --ejercicio 2026 --almacen 4 --si");
         EXPECT_EQ(ejecucion.estado, 1);

@@ -38,7 +38,7 @@ namespace {
         Variant consulta(const std::string& sql) const
         {
             const auto conexion
-                = sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/orvalin.db" });
+                = sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/empresa.db" });
             auto rs = conexion->CreateRecordset();
             rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly);
             return rs->Fields(std::size_t{ 0 }).Value();
@@ -117,7 +117,7 @@ namespace {
     {
         // A zero date cannot be had from a file, and quotes are replaced: a trigger stands for a table that
         // refuses.
-        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/orvalin.db" })
+        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/empresa.db" })
             ->Execute("CREATE TRIGGER no BEFORE INSERT ON Proveedores_Cargos_Atipicos_Lineas"
                       " WHEN NEW.Num_Linea = 2 BEGIN SELECT RAISE(ABORT, 'línea no admitida'); END");
         const auto ejecucion = registra(cabecera
@@ -243,7 +243,7 @@ namespace {
     TEST_F(Registrar, a_reference_recorded_by_another_meanwhile_is_told_and_not_doubled)
     {
         // Stands for another process that comes between the look-up and the save.
-        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/orvalin.db" })
+        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/empresa.db" })
             ->Execute("CREATE TRIGGER otro AFTER INSERT ON Importaciones WHEN NEW.Referencia = 'R1' BEGIN"
                       " INSERT INTO Importaciones SELECT NEW.Huella, 'R2', 1, NEW.Cod_Empresa,"
                       " NEW.Cod_Ejercicio, NEW.Cod_Almacen, NEW.Codigo; END");

@@ -46,7 +46,7 @@ export DISPLAY
 "$programa" crear --datos "$carpeta/datos" >/dev/null
 "$programa" --datos "$carpeta/datos" --empresa 1 --usuario 1 2>/dev/null &
 
-en_orvalin() { sqlite3 "$carpeta/datos/orvalin.db" "$1"; }
+en_orvalin() { sqlite3 "$carpeta/datos/empresa.db" "$1"; }
 # Compares what a query gives with what it should.
 exige() {
     local que=$1 debido=$2 hay=$3
@@ -65,7 +65,7 @@ acepta_previsiones() {
 }
 cargos="SELECT Codigo, Proveedor, Importe, Asiento FROM Proveedores_Cargos_Atipicos"
 lineas="SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos_Lineas"
-asientos="SELECT COUNT(*) FROM Asientos"
+asientos="SELECT COUNT(*) FROM Bexmor_Asientos"
 
 # A new charge in the editor.
 ventana "^Cargos atípicos"
@@ -117,5 +117,5 @@ teclas alt+s
 sleep 1
 exige "deleted" "0" "$(en_orvalin "SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos")"
 exige "lines deleted" "0" "$(en_orvalin "$lineas")"
-exige "entries that stay in the accounting" "2" "$(sqlite3 "$carpeta/datos/bexmor.db" "$asientos")"
+exige "entries that stay in the accounting" "2" "$(sqlite3 "$carpeta/datos/empresa.db" "$asientos")"
 "$programa" verificar --datos "$carpeta/datos"

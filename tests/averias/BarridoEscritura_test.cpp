@@ -57,8 +57,7 @@ namespace {
             const auto ejecucion = con_limite("crear --datos d", kib);
             EXPECT_EQ(ejecucion.estado, 1) << kib;
             EXPECT_THAT(ejecucion.errores, testing::StartsWith("atipicos: ")) << kib;
-            EXPECT_FALSE(std::filesystem::exists(programa.carpeta / "d/orvalin.db")) << kib;
-            EXPECT_FALSE(std::filesystem::exists(programa.carpeta / "d/bexmor.db")) << kib;
+            EXPECT_FALSE(std::filesystem::exists(programa.carpeta / "d/empresa.db")) << kib;
             ++rehusadas;
         }
         EXPECT_EQ(programa("crear --datos d").estado, 0);

@@ -80,7 +80,7 @@ namespace {
         [[nodiscard]] bases::Lugar lugar() const override
         {
             return bases::Lugar::de_conexion("odbc:DRIVER={SQLite3};DATABASE="
-                + (MuestraEnCarpeta::lugar().carpeta() / "orvalin.db").string());
+                + (MuestraEnCarpeta::lugar().carpeta() / "empresa.db").string());
         }
     };
 

@@ -78,7 +78,7 @@ namespace {
 
     struct FicherosPorOdbc : testing::Test {
         pruebas::CarpetaTemporal carpeta;
-        std::string cadena = "DRIVER={SQLite3};DATABASE=" + (carpeta / "datos/orvalin.db").string();
+        std::string cadena = "DRIVER={SQLite3};DATABASE=" + (carpeta / "datos/empresa.db").string();
 
         void SetUp() override
         {

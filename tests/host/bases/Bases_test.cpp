@@ -1,5 +1,6 @@
 #include "host/bases/Bases.hpp"
 
+#include "engines/sqlite/Connection.hpp"
 #include "tests/host/BasesDeMuestra.hpp"
 
 #include <csignal>
@@ -46,7 +47,7 @@ namespace {
     TEST_F(Bases_, leave_nothing_beside_themselves)
     {
         crea_bases(carpeta.ruta(), false);
-        EXPECT_EQ(ficheros(), (std::set<std::string>{ "bexmor.db", "orvalin.db" }));
+        EXPECT_EQ(ficheros(), std::set<std::string>{ "empresa.db" });
     }
 
     TEST_F(Bases_, made_empty_hold_the_tables_and_no_company)
@@ -62,14 +63,11 @@ namespace {
 
     TEST_F(Bases_, are_never_made_over_others)
     {
-        for (const auto* fichero : { "orvalin.db", "bexmor.db" }) {
-            std::ofstream(carpeta / fichero) << "de otro";
-            EXPECT_EQ(al_crear(),
-                "«" + (carpeta / fichero).string()
-                    + "»: ya existe. Elija otra carpeta o retire antes esas bases de datos.");
-            EXPECT_EQ(ficheros(), std::set<std::string>{ fichero });
-            std::filesystem::remove(carpeta / fichero);
-        }
+        std::ofstream(carpeta / "empresa.db") << "de otro";
+        EXPECT_EQ(al_crear(),
+            "«" + (carpeta / "empresa.db").string()
+                + "»: ya existe. Elija otra carpeta o retire antes esa base de datos.");
+        EXPECT_EQ(ficheros(), std::set<std::string>{ "empresa.db" });
     }
 
     TEST_F(Bases_, cannot_be_made_where_a_file_stands)
@@ -116,32 +114,36 @@ namespace {
     {
         EXPECT_EQ(al_abrir(),
             "«" + carpeta.ruta().string()
-                + "»: no hay bases de datos en esta carpeta. Créelas con: atipicos crear --datos "
+                + "»: no hay ninguna base de datos en esta carpeta. Créela con: atipicos crear --datos "
                 + carpeta.ruta().string());
-        crea_bases(carpeta.ruta(), true);
-        std::filesystem::remove(carpeta / "orvalin.db");
-        EXPECT_EQ(al_abrir(), "«" + (carpeta / "orvalin.db").string() + "»: no existe la base de datos.");
     }
 
     TEST_F(Bases_, of_another_version_are_refused_with_both_versions)
     {
         crea_bases(carpeta.ruta(), true);
-        abre_bases(carpeta.ruta()).orvalin->Execute("UPDATE Esquema SET Version =7");
-        EXPECT_EQ(al_abrir(),
-            "«" + (carpeta / "orvalin.db").string()
-                + "»: tiene la versión 7 de las tablas y este programa espera la 1.");
+        for (const bool contable : { false, true }) {
+            const auto pon_version = [&](const char* version) {
+                const auto pareja = sqlite::Connection::AbrirPareja({ .fichero = carpeta / "empresa.db" });
+                (contable ? pareja.contabilidad : pareja.gestion)
+                    ->Execute(std::string("UPDATE Esquema SET Version =") + version);
+            };
+            pon_version("7");
+            EXPECT_EQ(al_abrir(),
+                "«" + (carpeta / "empresa.db").string()
+                    + "»: tiene la versión 7 de las tablas y este programa espera la 1.");
+            pon_version("1");
+        }
     }
 
     TEST_F(Bases_, without_a_version_are_no_databases_of_this_program)
     {
-        const auto mensaje = [&](const char* fichero) {
-            return "«" + (carpeta / fichero).string() + "»: no es una base de datos de este programa.";
-        };
-        crea_bases(carpeta.ruta(), true);
-        abre_bases(carpeta.ruta()).orvalin->Execute("DROP TABLE Esquema");
-        EXPECT_EQ(al_abrir(), mensaje("orvalin.db"));
-        std::filesystem::rename(carpeta / "orvalin.db", carpeta / "bexmor.db");
-        EXPECT_EQ(al_abrir(), mensaje("bexmor.db"));
+        for (const auto* sin : { "Esquema", "Bexmor_Esquema" }) {
+            crea_bases(carpeta.ruta(), true);
+            abre_bases(carpeta.ruta()).orvalin->Execute(std::string("DROP TABLE ") + sin);
+            EXPECT_EQ(al_abrir(),
+                "«" + (carpeta / "empresa.db").string() + "»: no es una base de datos de este programa.");
+            std::filesystem::remove(carpeta / "empresa.db");
+        }
     }
 
     TEST_F(Bases_, opened_for_reading_cannot_be_written)
