@@ -10,6 +10,7 @@ namespace atipicos::bexmor {
 namespace {
 
     constexpr auto fuente = "QVBXEMP:Asiento";
+    constexpr auto ultimo_numero = std::numeric_limits<std::int32_t>::max();
 
 }
 
@@ -20,7 +21,6 @@ Asiento::Asiento(const qvbxemp::Empresa& empresa)
 
 void Asiento::Crear(Donde donde)
 {
-    comprueba_ejercicio(donde);
     const auto numero = toma_numero(donde);
     conexion(m_empresa, donde)
         .Execute("INSERT INTO Asientos (Cod_Empresa, Cod_Ejercicio, Numero, Fecha, Usuario) VALUES ("
@@ -74,7 +74,29 @@ void Asiento::comprueba_ejercicio(Donde donde) const
             donde);
 }
 
+/// Only what is out of the ordinary, the first entry of a year among it, costs more than two statements: the
+/// one that takes the number makes sure of the year itself, and so of what it is at that moment.
 std::int32_t Asiento::toma_numero(Donde donde) const
+{
+    const auto contador = filtro(m_empresa);
+    const auto dia = sql::literal(Fecha.solo_dia());
+    std::int32_t tomados = 0;
+    conexion(m_empresa, donde)
+        .Execute("UPDATE Contador_Asientos SET Numero = Numero + 1" + contador + " AND Numero <"
+                + std::to_string(ultimo_numero) + " AND EXISTS (SELECT 1 FROM Ejercicios WHERE Cod_Empresa ="
+                + std::to_string(m_empresa.Codigo) + " AND Ejercicio =" + std::to_string(m_empresa.Ejercicio)
+                + " AND Inicio <=" + dia + " AND Fin >=" + dia + ")",
+            &tomados, adodb::CommandType::Text, donde);
+    if (tomados == 0) {
+        comprueba_ejercicio(donde);
+        return abre_contador(donde);
+    }
+    const auto rs = consulta(m_empresa, "SELECT Numero FROM Contador_Asientos" + contador, donde);
+    return CLng(rs->Fields("Numero", donde).Value(donde), donde);
+}
+
+/// The number from a counter that the statement above has not found, or found at its end.
+std::int32_t Asiento::abre_contador(Donde donde) const
 {
     const auto rs = conexion(m_empresa, donde).CreateRecordset();
     rs->Open("SELECT * FROM Contador_Asientos" + filtro(m_empresa), adodb::CursorType::Keyset,
@@ -84,9 +106,9 @@ std::int32_t Asiento::toma_numero(Donde donde) const
         rs->AddNew(donde);
         rs->Fields("Cod_Empresa", donde).Value(std::int32_t{ m_empresa.Codigo }, donde);
         rs->Fields("Cod_Ejercicio", donde).Value(std::int32_t{ m_empresa.Ejercicio }, donde);
-    } else {
+    } else { // another user has just opened it
         const auto ultimo = CLng(rs->Fields("Numero", donde).Value(donde), donde);
-        if (ultimo == std::numeric_limits<std::int32_t>::max())
+        if (ultimo == ultimo_numero)
             throw Error::de_ejecucion(numero_error::desbordamiento, donde);
         numero = ultimo + 1;
     }

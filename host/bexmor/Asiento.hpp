@@ -22,6 +22,7 @@ public:
 private:
     void comprueba_ejercicio(Donde donde) const;
     [[nodiscard]] std::int32_t toma_numero(Donde donde) const;
+    [[nodiscard]] std::int32_t abre_contador(Donde donde) const;
 
     const qvbxemp::Empresa& m_empresa;
     std::int32_t m_linea = 0;

@@ -1,6 +1,7 @@
 #include "host/bexmor/Instrucciones.hpp"
 
 #include "host/sql/Literal.hpp"
+#include "platform/adodb/campos.hpp"
 #include "runtime/Formato.hpp"
 
 namespace atipicos::bexmor {
@@ -49,6 +50,12 @@ std::unique_ptr<adodb::Recordset> consulta(
     auto rs = conexion(empresa, donde).CreateRecordset();
     rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
     return rs;
+}
+
+qvbxemp::TipoImpuesto lee_tipo_impuesto(adodb::Recordset& rs, Donde donde)
+{
+    return { CCur(rs.Fields("Porcentaje", donde).Value(donde), donde),
+        adodb::texto(rs, "Imp_CtaRep", donde) };
 }
 
 void comprueba_importe(Currency importe, const std::string& fuente, Donde donde)

@@ -22,6 +22,9 @@ inline constexpr std::int32_t error_contable = 1000; ///< number of what the lib
 [[nodiscard]] std::unique_ptr<adodb::Recordset> consulta(
     const qvbxemp::Empresa& empresa, const std::string& sql, Donde donde);
 
+/// The tax type in the current row of a query for `Porcentaje` and `Imp_CtaRep`.
+[[nodiscard]] qvbxemp::TipoImpuesto lee_tipo_impuesto(adodb::Recordset& rs, Donde donde);
+
 /// Raises an `error_contable` unless the amount has at most two decimals and lies within
 /// ±999.999.999.999,99.
 void comprueba_importe(Currency importe, const std::string& fuente, Donde donde);

@@ -14,8 +14,6 @@ public:
     void Guardar(Donde donde = Donde::aqui()) override;
 
 private:
-    [[nodiscard]] std::int32_t siguiente(Donde donde) const;
-
     const qvbxemp::Empresa& m_empresa;
 };
 

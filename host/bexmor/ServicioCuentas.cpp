@@ -1,8 +1,8 @@
 #include "host/bexmor/ServicioCuentas.hpp"
 
+#include "host/bexmor/Empresa.hpp"
 #include "host/bexmor/Instrucciones.hpp"
 #include "host/sql/Literal.hpp"
-#include "platform/adodb/campos.hpp"
 
 namespace atipicos::bexmor {
 
@@ -47,6 +47,9 @@ bool ServicioCuentas::ExisteCuenta(const std::string& cuenta, Donde donde) const
 
 qvbxemp::TipoImpuesto ServicioCuentas::LeerTipoImpuesto(std::int16_t tipo, Donde donde) const
 {
+    if (const auto* empresa = dynamic_cast<const Empresa*>(&m_empresa))
+        if (const auto* leido = empresa->tipo_impuesto(tipo))
+            return *leido;
     const auto rs = consulta(m_empresa,
         "SELECT Porcentaje, Imp_CtaRep FROM Tipos_Impuesto WHERE Cod_Empresa ="
             + std::to_string(m_empresa.Codigo) + " AND Codigo =" + std::to_string(tipo),
@@ -56,11 +59,7 @@ qvbxemp::TipoImpuesto ServicioCuentas::LeerTipoImpuesto(std::int16_t tipo, Donde
             "No existe el tipo de impuesto " + std::to_string(tipo) + " en la empresa contable "
                 + std::to_string(m_empresa.Codigo) + ".",
             donde);
-    qvbxemp::TipoImpuesto impuesto;
-    impuesto.Porcentaje = CCur(rs->Fields("Porcentaje", donde).Value(donde), donde);
-    impuesto.Imp_CtaRep = adodb::texto(*rs, "Imp_CtaRep", donde);
-    rs->Close(donde);
-    return impuesto;
+    return lee_tipo_impuesto(*rs, donde);
 }
 
 } // namespace atipicos::bexmor

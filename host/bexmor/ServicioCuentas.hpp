@@ -15,7 +15,7 @@ public:
 
     [[nodiscard]] bool ExisteCuenta(const std::string& cuenta, Donde donde = Donde::aqui()) const override;
 
-    /// Raises an error when the company has no such tax type.
+    /// As it was when the company was loaded. Raises an error when the company has no such tax type.
     [[nodiscard]] qvbxemp::TipoImpuesto LeerTipoImpuesto(
         std::int16_t tipo, Donde donde = Donde::aqui()) const override;
 

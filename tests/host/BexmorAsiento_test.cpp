@@ -72,6 +72,26 @@ namespace {
         }
     }
 
+    TEST_F(BexmorAsiento, of_a_year_that_another_closes_or_opens_meanwhile_is_refused_or_stored)
+    {
+        EXPECT_EQ(asiento(), 1);
+        conexion.Execute("UPDATE Ejercicios SET Fin ='20/11/2026' WHERE Cod_Empresa =1 AND Ejercicio =2026");
+        EXPECT_EQ(error_de([&] { static_cast<void>(asiento()); }),
+            "La fecha 21/11/2026 está fuera del ejercicio 2026 de la empresa contable 1.");
+        EXPECT_EQ(columna(conexion, "SELECT Numero FROM Contador_Asientos"), std::vector<std::string>{ "1" })
+            << "the refused one took a number";
+        conexion.Execute("UPDATE Ejercicios SET Fin ='21/11/2026' WHERE Cod_Empresa =1 AND Ejercicio =2026");
+        EXPECT_EQ(asiento(), 2);
+    }
+
+    TEST_F(BexmorAsiento, at_an_hour_of_the_last_day_of_its_year_is_stored)
+    {
+        empresa->FechaTrabajo
+            = Date(Date::de_texto("31/12/2026").value().instante() + std::chrono::hours(23));
+        EXPECT_EQ(asiento(), 1);
+        EXPECT_EQ(asiento(), 2);
+    }
+
     TEST_F(BexmorAsiento, after_the_last_number_there_is_no_other)
     {
         static_cast<void>(asiento());

@@ -51,6 +51,34 @@ namespace {
             (std::vector<std::string>{ "1", "2", "1" }));
     }
 
+    TEST_F(BexmorPrevision, is_numbered_after_those_that_another_object_stored_or_took_away_meanwhile)
+    {
+        prevision.Guardar();
+        Prevision otra(*empresa);
+        otra.Asiento = prevision.Asiento;
+        otra.Cuenta = "40000101";
+        otra.Vencimiento = empresa->FechaTrabajo;
+        otra.Guardar();
+        prevision.Guardar();
+        EXPECT_EQ(columna(conexion, "SELECT Numero FROM Previsiones ORDER BY Numero"),
+            (std::vector<std::string>{ "1", "2", "3" }));
+        conexion.Execute("DELETE FROM Previsiones WHERE Numero > 1");
+        prevision.Guardar();
+        EXPECT_EQ(columna(conexion, "SELECT Numero FROM Previsiones ORDER BY Numero"),
+            (std::vector<std::string>{ "1", "2" }));
+    }
+
+    TEST_F(BexmorPrevision, that_is_refused_takes_no_number)
+    {
+        prevision.Guardar();
+        prevision.Cuenta = "40099999";
+        EXPECT_NE(error_de([&] { prevision.Guardar(); }), "no error");
+        prevision.Cuenta = "40000101";
+        prevision.Guardar();
+        EXPECT_EQ(columna(conexion, "SELECT Numero FROM Previsiones ORDER BY Numero"),
+            (std::vector<std::string>{ "1", "2" }));
+    }
+
     TEST_F(BexmorPrevision, on_an_account_outside_the_plan_raises_an_error_that_names_it)
     {
         prevision.Cuenta = "40099999";

@@ -53,6 +53,21 @@ namespace {
         EXPECT_EQ(servicio.LeerTipoImpuesto(1).Imp_CtaRep, "477000007");
     }
 
+    TEST_F(BexmorServicioCuentas, keeps_a_tax_type_as_it_was_when_the_company_was_loaded)
+    {
+        conexion.Execute("UPDATE Tipos_Impuesto SET Imp_CtaRep ='47700009' WHERE Codigo =2");
+        EXPECT_EQ(servicio.LeerTipoImpuesto(2).Imp_CtaRep, "47700003");
+        EXPECT_TRUE(empresa->Cargar());
+        EXPECT_EQ(servicio.LeerTipoImpuesto(2).Imp_CtaRep, "47700009");
+    }
+
+    TEST_F(BexmorServicioCuentas, finds_a_tax_type_that_has_come_since_the_company_was_loaded)
+    {
+        conexion.Execute("INSERT INTO Tipos_Impuesto VALUES (1, 9, 'Nuevo', 12.5, '47700012')");
+        EXPECT_EQ(servicio.LeerTipoImpuesto(9).Porcentaje, Currency::de_texto("12.5"));
+        EXPECT_EQ(servicio.LeerTipoImpuesto(9).Imp_CtaRep, "47700012");
+    }
+
     TEST_F(BexmorServicioCuentas, says_that_there_is_no_such_tax_type)
     {
         EXPECT_EQ(error_de([&] { static_cast<void>(servicio.LeerTipoImpuesto(9)); }),

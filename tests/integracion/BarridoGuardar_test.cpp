@@ -31,9 +31,16 @@ namespace {
         }
     };
 
-    TEST_P(BarridoGuardar, a_new_charge_at_every_operation)
+    /// Every operation of a new charge in turn, after `ya` others.
+    void barre_uno_nuevo(const pruebas::Sede& sede, int ya)
     {
-        Banco entero(GetParam());
+        const auto prepara = [&](Banco& banco) {
+            for (int i = 0; i < ya; ++i)
+                banco.guarda();
+            banco.parte->dichas.clear();
+        };
+        Banco entero(sede);
+        prepara(entero);
         const auto antes = entero.estado();
         ASSERT_EQ(entero.guarda().estado, ResultadoGuardado::Estado::Guardado);
         ASSERT_THAT(entero.titulos(), IsEmpty());
@@ -43,7 +50,8 @@ namespace {
 
         for (std::size_t n = 0; n < dichas.size(); ++n) {
             SCOPED_TRACE(std::to_string(n + 1) + ": " + dichas[n]);
-            Banco banco(GetParam());
+            Banco banco(sede);
+            prepara(banco);
             banco.parte->falla_en = n + 1;
             banco.guarda();
             const auto esperado = de_uno_nuevo(dichas, n, antes, despues);
@@ -52,6 +60,13 @@ namespace {
             for (const auto& aviso : banco.avisos->dichos)
                 EXPECT_THAT(aviso.texto, testing::EndsWith(pruebas::Parte::descripcion));
         }
+    }
+
+    TEST_P(BarridoGuardar, a_new_charge_at_every_operation) { barre_uno_nuevo(GetParam(), 0); }
+
+    TEST_P(BarridoGuardar, another_new_charge_whose_counters_are_there_at_every_operation)
+    {
+        barre_uno_nuevo(GetParam(), 1);
     }
 
     TEST_P(BarridoGuardar, after_every_failure_the_next_charge_is_saved)

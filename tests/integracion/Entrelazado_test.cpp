@@ -57,6 +57,7 @@ namespace {
             || (primera_escritura && (larga || empieza("gestion EXEC DELETE")))
             || (larga
                 && (dicha == "gestion BEGIN" || dicha == "contabilidad COMMIT"
+                    || empieza("contabilidad EXEC UPDATE Contador")
                     || empieza("contabilidad OPEN SELECT * FROM Contador")
                     || empieza("gestion EXEC DELETE")));
     }

@@ -16,6 +16,19 @@ namespace {
             }));
     }
 
+    /// Whether the entry has its number before operation `n`. The statement that takes it finds no counter
+    /// for the first entry of a year, which is then written as a row.
+    bool numero_tomado(const std::vector<std::string>& dichas, std::size_t n)
+    {
+        const auto fin = dichas.begin() + static_cast<std::ptrdiff_t>(n);
+        const auto hasta = [&](auto donde, const std::string& comienzo) {
+            return std::any_of(
+                dichas.begin(), donde, [&](const auto& dicha) { return dicha.starts_with(comienzo); });
+        };
+        const bool primero = hasta(dichas.end(), "contabilidad UPDATE");
+        return hasta(fin, primero ? "contabilidad UPDATE" : "contabilidad EXEC UPDATE Contador_Asientos ");
+    }
+
     const std::vector<std::string> tablas_contables{ "Asientos", "Apuntes", "Registro_Impuestos",
         "Previsiones" };
 
@@ -62,8 +75,7 @@ Esperado de_uno_nuevo(
     case Fase::asiento:
         for (const auto& tabla : tablas_contables)
             a_medias["Bexmor.dbo." + tabla] = antes.at("Bexmor.dbo." + tabla) + anadidas(dichas, n, tabla);
-        if (std::none_of(dichas.begin(), dichas.begin() + static_cast<std::ptrdiff_t>(n),
-                [](const auto& dicha) { return dicha == "contabilidad UPDATE"; }))
+        if (!numero_tomado(dichas, n))
             a_medias["contador de asientos"] = antes.at("contador de asientos");
         return { { asentar }, a_medias };
     case Fase::escribir: {

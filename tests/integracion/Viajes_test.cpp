@@ -13,6 +13,8 @@ namespace atipicos {
 namespace {
 
     using pruebas::Banco;
+    using testing::ElementsAre;
+    using testing::StartsWith;
 
     struct Viajes : testing::Test {
         std::unique_ptr<pruebas::Muestra> muestra;
@@ -63,8 +65,28 @@ namespace {
         EXPECT_EQ(cuantas(" BEGIN"), 2U);
         EXPECT_EQ(cuantas(" COMMIT"), 2U);
         EXPECT_EQ(hechos, banco->parte->dichas.size());
+        EXPECT_EQ(hechos, 30U);
         std::cout << "a save: " << hechos << " round trips for " << banco->parte->dichas.size() - 4
                   << " statements, 2 begins and 2 commits\n";
+    }
+
+    TEST_F(Viajes, the_accounting_library_asks_twice_for_the_company_and_once_for_the_number)
+    {
+        banco->parte->dichas.clear();
+        banco->guarda();
+        std::vector<std::string> contables;
+        for (const auto& dicha : banco->parte->dichas)
+            if (const std::string de_quien = "contabilidad "; dicha.starts_with(de_quien))
+                contables.push_back(dicha.substr(de_quien.size()));
+        const auto empresa = StartsWith("OPEN SELECT e.LongitudCuenta, e.CuentaBancoPago, t.");
+        const auto apunte = StartsWith("EXEC INSERT INTO Apuntes ");
+        const auto prevision = StartsWith("EXEC INSERT INTO Previsiones ");
+        EXPECT_THAT(contables,
+            ElementsAre(empresa, "BEGIN", empresa, StartsWith("EXEC UPDATE Contador_Asientos "),
+                StartsWith("OPEN SELECT Numero FROM Contador_Asientos "),
+                StartsWith("EXEC INSERT INTO Asientos "), apunte, apunte, apunte, apunte, apunte,
+                StartsWith("EXEC INSERT INTO Registro_Impuestos "), apunte, apunte, prevision, prevision,
+                prevision, "COMMIT"));
     }
 
     TEST_F(Viajes, so_does_a_save_that_replaces_a_charge)
