@@ -144,46 +144,51 @@ void Enlace::reanuda(Donde donde)
     avisa(sql::Linea::reanudada);
 }
 
-std::vector<Respuesta> Enlace::intercambia(std::initializer_list<Orden> ordenes, Donde donde)
+std::vector<Respuesta> Enlace::intercambia(
+    std::span<const Orden> ordenes, std::string_view instruccion, Donde donde)
 {
     // Written into one text they cost the server a third less, but only a statement without a semicolon
     // cannot turn out to be two.
     const bool en_un_texto = std::all_of(ordenes.begin(), ordenes.end(), [](const Orden& orden) {
         return orden.valores.empty() && std::string_view(orden.sql).find(';') == std::string_view::npos;
     });
-    return en_un_texto ? intercambia_texto(ordenes, donde) : intercambia_en_fila(ordenes, donde);
+    return en_un_texto ? intercambia_texto(ordenes, instruccion, donde)
+                       : intercambia_en_fila(ordenes, instruccion, donde);
 }
 
-std::vector<Respuesta> Enlace::intercambia_texto(std::initializer_list<Orden> ordenes, Donde donde)
+std::vector<Respuesta> Enlace::intercambia_texto(
+    std::span<const Orden> ordenes, std::string_view instruccion, Donde donde)
 {
     std::string texto;
     for (const auto& orden : ordenes)
         texto.append(texto.empty() ? "" : "\n;").append(orden.sql); // a comment ends with its line
     if (PQsendQuery(get(), texto.c_str()) != 1)
-        falla(ordenes.begin()->sql, donde);
+        falla(instruccion, donde);
     std::vector<Respuesta> respuestas;
     while (auto respuesta = Respuesta(PQgetResult(get())))
         respuestas.push_back(std::move(respuesta));
     if (respuestas.empty() || cortada(get(), respuestas.back()))
-        falla(ordenes.begin()->sql, donde);
+        falla(instruccion, donde);
     return respuestas;
 }
 
-std::vector<Respuesta> Enlace::intercambia_en_fila(std::initializer_list<Orden> ordenes, Donde donde)
+std::vector<Respuesta> Enlace::intercambia_en_fila(
+    std::span<const Orden> ordenes, std::string_view instruccion, Donde donde)
 {
     if (PQenterPipelineMode(get()) != 1)
-        falla(ordenes.begin()->sql, donde);
+        falla(instruccion, donde);
     for (const auto& orden : ordenes)
-        envia(orden, donde);
+        if (!envia(orden))
+            falla(instruccion, donde);
     if (PQpipelineSync(get()) != 1)
-        falla(ordenes.begin()->sql, donde);
-    auto respuestas = recibe(ordenes.size(), ordenes.begin()->sql, donde);
+        falla(instruccion, donde);
+    auto respuestas = recibe(ordenes.size(), instruccion, donde);
     if (PQexitPipelineMode(get()) != 1)
-        falla(ordenes.begin()->sql, donde);
+        falla(instruccion, donde);
     return respuestas;
 }
 
-std::vector<Respuesta> Enlace::recibe(std::size_t cuantas, const char* instruccion, Donde donde)
+std::vector<Respuesta> Enlace::recibe(std::size_t cuantas, std::string_view instruccion, Donde donde)
 {
     std::vector<Respuesta> respuestas;
     respuestas.reserve(cuantas);
@@ -198,14 +203,13 @@ std::vector<Respuesta> Enlace::recibe(std::size_t cuantas, const char* instrucci
     return respuestas;
 }
 
-void Enlace::envia(const Orden& orden, Donde donde)
+bool Enlace::envia(const Orden& orden)
 {
     std::vector<const char*> valores;
     for (const auto& texto : orden.valores)
         valores.push_back(texto ? texto->c_str() : nullptr);
     const auto cuantos = static_cast<int>(valores.size());
-    if (PQsendQueryParams(get(), orden.sql, cuantos, nullptr, valores.data(), nullptr, nullptr, 0) != 1)
-        falla(orden.sql, donde);
+    return PQsendQueryParams(get(), orden.sql, cuantos, nullptr, valores.data(), nullptr, nullptr, 0) == 1;
 }
 
 void Enlace::avisa(sql::Linea que) const

@@ -4,12 +4,12 @@
 #include "engines/sql/Linea.hpp"
 
 #include <chrono>
-#include <initializer_list>
 #include <libpq-fe.h>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace atipicos::postgresql {
@@ -35,10 +35,6 @@ struct Orden {
     std::span<const Texto> valores = {};
 };
 
-/// The statements that move a savepoint along.
-inline constexpr Orden guarda_punto{ "SAVEPOINT s" };
-inline constexpr Orden suelta_punto{ "RELEASE s" };
-
 /// The line to the server: opens it with the settings of the session and exchanges statements for answers.
 class Enlace {
 public:
@@ -47,8 +43,9 @@ public:
 
     /// Sends the statements together and waits for all their answers: one round trip, whatever their number.
     /// After one that fails the server skips the rest, which may be without an answer. Raises an error only
-    /// when the line is lost.
-    [[nodiscard]] std::vector<Respuesta> intercambia(std::initializer_list<Orden> ordenes, Donde donde);
+    /// when the line is lost, in the name of `instruccion`.
+    [[nodiscard]] std::vector<Respuesta> intercambia(
+        std::span<const Orden> ordenes, std::string_view instruccion, Donde donde);
 
     [[nodiscard]] bool perdido() const noexcept { return m_perdido; }
     void reanuda(Donde donde); ///< opens the line again, as it was opened
@@ -60,16 +57,17 @@ private:
     };
 
     void comprueba_abierta(Donde donde);
-    [[nodiscard]] std::vector<Respuesta> intercambia_texto(std::initializer_list<Orden> ordenes, Donde donde);
+    [[nodiscard]] std::vector<Respuesta> intercambia_texto(
+        std::span<const Orden> ordenes, std::string_view instruccion, Donde donde);
     [[nodiscard]] std::vector<Respuesta> intercambia_en_fila(
-        std::initializer_list<Orden> ordenes, Donde donde);
-    void envia(const Orden& orden, Donde donde);
-    [[nodiscard]] std::vector<Respuesta> recibe(std::size_t cuantas, const char* instruccion, Donde donde);
+        std::span<const Orden> ordenes, std::string_view instruccion, Donde donde);
+    [[nodiscard]] bool envia(const Orden& orden);
+    [[nodiscard]] std::vector<Respuesta> recibe(
+        std::size_t cuantas, std::string_view instruccion, Donde donde);
+    void avisa(sql::Linea que) const;
     [[noreturn]] void falla(std::string_view instruccion, Donde donde);
 
     std::unique_ptr<PGconn, Cierra> m_linea;
-    void avisa(sql::Linea que) const;
-
     sql::AvisoLinea m_avisa;
     bool m_perdido = false;
 };

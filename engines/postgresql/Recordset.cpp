@@ -16,7 +16,7 @@ bool Recordset::abre(const std::string& sql, bool bloquea, Donde donde)
 {
     m_respuesta = bloquea ? m_conexion.pide_bloqueando(sql, donde) : m_conexion.pide(sql, donde);
     for (int i = 0; i < PQnfields(m_respuesta.get()); ++i)
-        m_tipos.push_back(m_conexion.tipo_de_columna(m_respuesta.get(), i));
+        m_tipos.push_back(m_conexion.tablas().tipo_de_columna(m_respuesta.get(), i));
     m_actual = 0;
     return PQntuples(m_respuesta.get()) > 0;
 }
@@ -65,7 +65,7 @@ bool Recordset::en_transaccion() const noexcept { return m_conexion.en_transacci
 sql::Filas::Tabla Recordset::tabla(Donde donde)
 {
     for (int i = 0; i < PQnfields(m_respuesta.get()); ++i)
-        if (const auto* una = m_conexion.tabla(PQftable(m_respuesta.get(), i)))
+        if (const auto* una = m_conexion.tablas().tabla(PQftable(m_respuesta.get(), i)))
             return { una->nombre, una->calificado, una->clave };
     falla("Las filas no son de ninguna tabla en la que escribir.", donde);
 }
@@ -74,7 +74,7 @@ std::string Recordset::marcador(std::size_t numero) const { return "$" + std::to
 
 std::int32_t Recordset::escribe(const std::string& sql, const std::vector<Variant>& valores, Donde donde)
 {
-    const auto respuesta = m_conexion.ejecuta(sql, valores, donde);
+    const auto respuesta = m_conexion.escribe(sql, valores, donde);
     return std::atoi(PQcmdTuples(respuesta.get()));
 }
 

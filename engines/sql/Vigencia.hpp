@@ -23,6 +23,11 @@ public:
         m_cambiado = true;
     }
     void confirmada() noexcept { m_cambiado = false; } ///< the transaction
+    void deshecha_en_parte() noexcept ///< what is left of the transaction may have changed the catalogue too
+    {
+        if (m_cambiado)
+            m_vale = false;
+    }
     void deshecha() noexcept
     {
         if (std::exchange(m_cambiado, false))

@@ -134,44 +134,70 @@ namespace {
 
     class SitioPostgresql : public Sitio {
     public:
-        SitioPostgresql() { servidor().crea_base(m_base, plantilla); }
+        explicit SitioPostgresql(const char* plantilla = gestion) { servidor().crea_base(m_base, plantilla); }
         ~SitioPostgresql() override { servidor().borra_base(m_base); }
 
         Conexion abre(std::chrono::milliseconds espera) const override
         {
-            return postgresql::Connection::Abrir({ .direccion = servidor().direccion(m_base),
-                .esquema = "gestion",
-                .bases = { "Bexmor" },
-                .espera = espera });
+            return postgresql::Connection::Abrir(opciones(espera));
         }
 
     protected:
-        static constexpr auto plantilla = "contrato";
+        // Databases that those of the tests are copies of, by the schema that the tables are in.
+        static constexpr auto gestion = "gestion";
+        static constexpr auto contabilidad = "dbo";
 
-        /// One server for all tests, with a database that theirs are copies of.
+        postgresql::Opciones opciones(std::chrono::milliseconds espera) const
+        {
+            return { .direccion = servidor().direccion(m_base),
+                .esquema = gestion,
+                .bases = { "Bexmor" },
+                .espera = espera };
+        }
+
+        /// One server for all tests.
         static const pruebas::ServidorPostgresql& servidor()
         {
             static const pruebas::ServidorPostgresql unico;
-            static const bool preparado = prepara(unico);
+            static const bool preparado = prepara(unico, gestion) && prepara(unico, contabilidad);
             static_cast<void>(preparado);
             return unico;
         }
 
-        static bool prepara(const pruebas::ServidorPostgresql& servidor)
+        static bool prepara(const pruebas::ServidorPostgresql& servidor, const std::string& plantilla)
         {
             servidor.crea_base(plantilla);
-            const auto conexion = postgresql::Connection::Abrir({ servidor.direccion(plantilla), "gestion" });
+            const auto conexion = postgresql::Connection::Abrir({ servidor.direccion(plantilla), gestion });
             conexion->BeginTrans();
-            sql::crea_esquema_postgresql(*conexion, "dbo");
-            sql::ejecuta_guion(*conexion, cuentas);
-            sql::crea_esquema_postgresql(*conexion, "gestion");
-            sql::ejecuta_guion(*conexion, tablas);
+            for (const std::string esquema : { contabilidad, gestion }) {
+                sql::crea_esquema_postgresql(*conexion, esquema);
+                if (esquema == contabilidad)
+                    sql::ejecuta_guion(*conexion, cuentas);
+                if (esquema == plantilla)
+                    sql::ejecuta_guion(*conexion, tablas);
+            }
             conexion->CommitTrans();
             return true;
         }
 
         static inline int s_bases = 0;
         std::string m_base = "contrato_" + std::to_string(++s_bases);
+    };
+
+    /// One side of two connections in one session; the other is there, and idle.
+    template <sql::Lado lado> class SitioPostgresqlPareja final : public SitioPostgresql {
+    public:
+        SitioPostgresqlPareja()
+            : SitioPostgresql(lado == sql::Lado::gestion ? gestion : contabilidad)
+        {
+        }
+
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            const auto pareja
+                = std::make_shared<sql::Pareja>(postgresql::Connection::AbrirPareja(opciones(espera)));
+            return { pareja, (lado == sql::Lado::gestion ? pareja->gestion : pareja->contabilidad).get() };
+        }
     };
 
     /// The same databases, through the drivers of their products.
@@ -234,6 +260,10 @@ namespace {
             { "sqlite_contable", "", std::make_unique<SitioSqliteContable>, Categoria::bloqueo },
             { "ado", "", std::make_unique<SitioAdo>, Categoria::bloqueo },
             { "postgresql", sin_postgresql, std::make_unique<SitioPostgresql>, std::nullopt },
+            { "postgresql_gestion", sin_postgresql,
+                std::make_unique<SitioPostgresqlPareja<sql::Lado::gestion>>, std::nullopt },
+            { "postgresql_contabilidad", sin_postgresql,
+                std::make_unique<SitioPostgresqlPareja<sql::Lado::contabilidad>>, std::nullopt },
             { "odbc_postgresql",
                 sin_postgresql + pruebas::falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
                 std::make_unique<SitioOdbcPostgresql>, std::nullopt },

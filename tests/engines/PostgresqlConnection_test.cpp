@@ -156,8 +156,14 @@ namespace {
         };
         static_cast<void>(primero("SELECT 1 AS uno")); // reads the catalogue
         EXPECT_EQ(idas([&] { conexion->Execute("DELETE FROM t"); }), 1);
-        EXPECT_EQ(idas([&] { conexion->BeginTrans(); }), 1);
-        EXPECT_EQ(idas([&] { conexion->Execute("INSERT INTO t (Id) VALUES (1)"); }), 1);
+        EXPECT_EQ(idas([&] {
+            conexion->BeginTrans();
+            conexion->CommitTrans();
+        }),
+            0)
+            << "nothing was said in it";
+        EXPECT_EQ(idas([&] { conexion->BeginTrans(); }), 0);
+        EXPECT_EQ(idas([&] { conexion->Execute("INSERT INTO t (Id) VALUES (1)"); }), 1) << "with its begin";
         EXPECT_EQ(idas([&] {
             auto rs = conexion->CreateRecordset();
             rs->Open("SELECT * FROM t WHERE Id =1", CursorType::Keyset, LockType::Pessimistic);

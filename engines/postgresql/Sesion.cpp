@@ -1,0 +1,183 @@
+#include "engines/postgresql/Sesion.hpp"
+
+#include "engines/sql/Postgresql.hpp"
+#include "engines/sql/Reescritura.hpp"
+#include "engines/sql/Tokens.hpp"
+
+#include <algorithm>
+
+namespace atipicos::postgresql {
+
+namespace {
+
+    using adodb::Categoria;
+    using adodb::ErrorBaseDatos;
+
+    constexpr auto fuente = "PostgreSQL";
+    constexpr auto con_la_conexion = "La transacción se ha perdido con la conexión: sólo se puede deshacer.";
+    constexpr auto al_confirmar
+        = "La transacción se ha perdido porque no se ha podido confirmar: sólo se puede deshacer.";
+    constexpr auto por_el_servidor
+        = "La transacción se ha perdido porque el servidor la ha terminado: sólo se puede deshacer.";
+
+}
+
+Sesion::Sesion(const Opciones& opciones, Donde donde)
+    : m_enlace(opciones, donde)
+    , m_catalogos{ sql::Catalogo(sql::dialecto_postgresql()), sql::Catalogo(sql::dialecto_postgresql()) }
+    , m_transacciones(*this, fuente)
+{
+}
+
+sql::Catalogo& Sesion::catalogo(sql::Lado lado) noexcept
+{
+    return m_catalogos[static_cast<std::size_t>(lado)];
+}
+
+std::string Sesion::reescribe(sql::Lado lado, const std::string& sql, Donde donde)
+{
+    if (sql.find('\0') != std::string::npos)
+        throw ErrorBaseDatos(Categoria::instruccion, fuente,
+            "La instrucción contiene un carácter nulo, que la base de datos no admite.", sql, donde);
+    if (!m_vigencia.vale())
+        lee_catalogo(donde);
+    return sql::reescribe(sql, catalogo(lado), donde);
+}
+
+void Sesion::lee_catalogo(Donde donde)
+{
+    m_tablas.lee(ejecuta({ Tablas::consulta }, false, donde), m_catalogos);
+    m_vigencia.leido();
+}
+
+Respuesta Sesion::ejecuta(const Orden& orden, bool cambia, Donde donde)
+{
+    return m_transacciones.abierta() ? ejecuta_dentro(orden, cambia, donde) : ejecuta_fuera(orden, donde);
+}
+
+Respuesta Sesion::ejecuta_dentro(const Orden& orden, bool cambia, Donde donde)
+{
+    const auto envio = m_puntos.con(orden, cambia);
+    std::vector<Respuesta> respuestas;
+    try {
+        respuestas = intercambia(envio.ordenes, orden.sql, !m_puntos.empezada(), donde);
+    } catch (const ErrorBaseDatos&) {
+        pierde(Categoria::conexion, con_la_conexion);
+        throw;
+    }
+    const auto fallida = std::find_if(respuestas.begin(), respuestas.end(), es_error);
+    if (fallida != respuestas.end()) {
+        const auto lugar = static_cast<std::size_t>(fallida - respuestas.begin());
+        vuelve_atras(lugar >= envio.lugar, donde);
+        throw error_de(*fallida, orden.sql, donde);
+    }
+    m_puntos.lograda(cambia);
+    return std::move(respuestas[envio.lugar]);
+}
+
+void Sesion::vuelve_atras(bool previas, Donde donde)
+{
+    const bool empezada = previas || m_puntos.empezada();
+    const auto* const atras = m_puntos.fallida(previas);
+    if (PQtransactionStatus(base()) == PQTRANS_IDLE) {
+        if (empezada) // else not even its beginning was understood, which stood in the same text
+            pierde(Categoria::otra, por_el_servidor);
+        return;
+    }
+    try {
+        if (es_error(di(atras, donde)))
+            pierde(Categoria::otra, por_el_servidor);
+    } catch (const ErrorBaseDatos&) {
+        pierde(Categoria::conexion, con_la_conexion);
+        throw;
+    }
+}
+
+Respuesta Sesion::ejecuta_fuera(const Orden& orden, Donde donde)
+{
+    // A line that went dead while it was idle is no news to anybody: what has changed nothing is repeated.
+    auto respuestas = intercambia({ &orden, 1 }, orden.sql, sql::no_cambia_nada(orden.sql), donde);
+    if (es_error(respuestas.front()))
+        throw error_de(respuestas.front(), orden.sql, donde);
+    return std::move(respuestas.front());
+}
+
+std::vector<Respuesta> Sesion::intercambia(
+    std::span<const Orden> ordenes, std::string_view instruccion, bool repetible, Donde donde)
+{
+    asegura_enlace(donde);
+    try {
+        return m_enlace.intercambia(ordenes, instruccion, donde);
+    } catch (const ErrorBaseDatos&) {
+        if (!repetible)
+            throw;
+    }
+    asegura_enlace(donde);
+    return m_enlace.intercambia(ordenes, instruccion, donde);
+}
+
+Respuesta Sesion::di(const char* sql, Donde donde)
+{
+    const Orden orden{ sql };
+    return std::move(m_enlace.intercambia({ &orden, 1 }, sql, donde).front());
+}
+
+void Sesion::asegura_enlace(Donde donde)
+{
+    if (!m_enlace.perdido())
+        return;
+    m_enlace.reanuda(donde);
+    m_vigencia.caduca();
+}
+
+void Sesion::pierde(Categoria categoria, const char* motivo)
+{
+    m_transacciones.se_pierde(categoria, motivo);
+    m_vigencia.deshecha();
+    if (m_enlace.perdido() || PQtransactionStatus(base()) == PQTRANS_IDLE)
+        return;
+    try {
+        static_cast<void>(di("ROLLBACK", Donde{}));
+    } catch (const ErrorBaseDatos&) { // NOLINT(bugprone-empty-catch): then the server does it by itself
+    }
+}
+
+void Sesion::empieza(Donde) { m_puntos.empieza(); }
+
+void Sesion::confirma(Donde donde)
+{
+    const auto ordenes = m_puntos.confirmacion();
+    if (!ordenes.empty()) {
+        std::vector<Respuesta> respuestas;
+        try {
+            respuestas = m_enlace.intercambia(ordenes, "COMMIT", donde);
+        } catch (const ErrorBaseDatos& error) {
+            pierde(Categoria::conexion, con_la_conexion);
+            throw ErrorBaseDatos(error.categoria(), fuente,
+                error.descripcion() + " No se sabe si los datos llegaron a guardarse: compruébelo.", "COMMIT",
+                donde);
+        }
+        if (es_error(respuestas.back())) {
+            pierde(Categoria::otra, al_confirmar);
+            throw error_de(respuestas.back(), "COMMIT", donde);
+        }
+    }
+    m_vigencia.confirmada();
+}
+
+void Sesion::deshace(Donde donde)
+{
+    m_vigencia.deshecha();
+    if (m_puntos.empezada() && !m_enlace.perdido() && PQtransactionStatus(base()) != PQTRANS_IDLE)
+        static_cast<void>(di("ROLLBACK", donde));
+}
+
+void Sesion::pon_punto(Donde) { m_puntos.pon(); }
+
+void Sesion::vuelve_al_punto(Donde)
+{
+    m_puntos.vuelve();
+    m_vigencia.deshecha_en_parte();
+}
+
+} // namespace atipicos::postgresql

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "engines/postgresql/Enlace.hpp"
+#include "engines/postgresql/Puntos.hpp"
+#include "engines/postgresql/Tablas.hpp"
+#include "engines/sql/Transacciones.hpp"
+#include "engines/sql/Vigencia.hpp"
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace atipicos::postgresql {
+
+/// A session on the server, which one connection has for itself or two share: its line, what is known of its
+/// tables, and its one transaction.
+///
+/// A line that is lost outside a transaction, or before the server has been told of one, is opened again and
+/// what changes nothing is repeated. With a transaction it is lost for good.
+class Sesion final : public sql::TransaccionFisica {
+public:
+    Sesion(const Opciones& opciones, Donde donde);
+
+    [[nodiscard]] sql::Transacciones& transacciones() noexcept { return m_transacciones; }
+    [[nodiscard]] sql::Catalogo& catalogo(sql::Lado lado) noexcept; ///< what names mean on that side
+
+    /// The statement as the server wants it from that side.
+    [[nodiscard]] std::string reescribe(sql::Lado lado, const std::string& sql, Donde donde);
+
+    /// Runs one statement in one exchange and gives the answer to it, which is no error. One that fails
+    /// undoes itself alone. `cambia`: inside a transaction it changes or locks something.
+    [[nodiscard]] Respuesta ejecuta(const Orden& orden, bool cambia, Donde donde);
+    void ejecutada(std::string_view sql) noexcept { m_vigencia.ejecutada(sql); } ///< may change the tables
+
+    [[nodiscard]] const Tablas& tablas() const noexcept { return m_tablas; }
+    [[nodiscard]] PGconn* base() const noexcept { return m_enlace.get(); }
+
+    void empieza(Donde donde) override; ///< with the next statement
+    void confirma(Donde donde) override;
+    void deshace(Donde donde) override;
+    void pon_punto(Donde donde) override; ///< with the next statement
+    void vuelve_al_punto(Donde donde) override; ///< with the next statement
+
+private:
+    [[nodiscard]] Respuesta ejecuta_dentro(const Orden& orden, bool cambia, Donde donde);
+    [[nodiscard]] Respuesta ejecuta_fuera(const Orden& orden, Donde donde);
+    /// Opens the line when it is lost, and again, to say it once more, when it turns out to be.
+    [[nodiscard]] std::vector<Respuesta> intercambia(
+        std::span<const Orden> ordenes, std::string_view instruccion, bool repetible, Donde donde);
+    [[nodiscard]] Respuesta di(const char* sql, Donde donde); ///< one word about the transaction
+    void asegura_enlace(Donde donde);
+    void vuelve_atras(bool previas, Donde donde);
+    void pierde(adodb::Categoria categoria, const char* motivo); ///< the transaction
+    void lee_catalogo(Donde donde);
+
+    Enlace m_enlace;
+    std::array<sql::Catalogo, 2> m_catalogos; ///< by side
+    Tablas m_tablas;
+    sql::Vigencia m_vigencia; ///< of what has been read of the tables
+    Puntos m_puntos;
+    sql::Transacciones m_transacciones;
+};
+
+} // namespace atipicos::postgresql
