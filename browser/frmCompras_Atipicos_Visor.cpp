@@ -4,6 +4,7 @@
 #include "browser/frmExportarVisor.hpp"
 #include "browser/frmRejillasVisor.hpp"
 #include "browser/frmUltimoFiltro.hpp"
+#include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "context/modMsgOp.hpp"
 #include "context/trap.hpp"
@@ -24,17 +25,10 @@ namespace atipicos {
 
 namespace {
 
-    constexpr auto atencion = "¡ Atención !";
     constexpr int documentos = 0;
     constexpr int detalles = 1;
     constexpr int ancho_selector = 3000; ///< twips
     constexpr std::size_t aviso_cada = 10'000; ///< charges after which the reading shows how far it is
-
-    bool confirma(const std::string& texto)
-    {
-        return modComun::Avisos().mostrar({ texto, atencion, Icono::pregunta, Botones::SiNo, Respuesta::No })
-            == Respuesta::Si;
-    }
 
     std::string con_puntos(std::size_t cuantos)
     {
@@ -161,7 +155,7 @@ bool frmCompras_Atipicos_Visor::espera_fecha(qvMaskEdBox& caja)
 {
     if (caja.Fecha())
         return true;
-    modComun::Avisos().mostrar({ " Se esperaba Fecha ", atencion, Icono::informacion });
+    avisa(" Se esperaba Fecha ", Icono::informacion);
     caja.setFocus();
     return false;
 }

@@ -1,6 +1,7 @@
 #include "editor/GuardarAtipico.hpp"
 
 #include "charges/Impuesto.hpp"
+#include "context/Cajas.hpp"
 #include "context/claves.hpp"
 #include "context/modComun.hpp"
 #include "context/Transaccion.hpp"
@@ -127,7 +128,7 @@ Mensaje mensaje_guardado(const ResultadoGuardado& resultado)
     std::string texto = "Atípico " + resultado.Codigo + " generado correctamente.";
     if (resultado.Asiento > 0)
         texto += "\r\nAsiento: " + std::to_string(resultado.Asiento);
-    return { texto, "¡ Atención !", Icono::informacion };
+    return { texto, atencion, Icono::informacion };
 }
 
 } // namespace atipicos

@@ -1,12 +1,13 @@
 #include "editor/frmCompras_Atipicos.hpp"
 
+#include "context/Cajas.hpp"
 #include "context/claves.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
-#include "controls/Anclaje.hpp"
 #include "controls/Avance.hpp"
 #include "controls/Texto.hpp"
 #include "editor/frmEditor_Comentarios.hpp"
+#include "editor/frmRejillaAtipico.hpp"
 #include "posting/frmCompras_Atipicos_Contabilizar.hpp"
 #include "printing/frmImpresora.hpp"
 #include "printing/ImprimirAtipico.hpp"
@@ -20,21 +21,9 @@ namespace atipicos {
 
 namespace {
 
-    constexpr auto atencion = "¡ Atención !";
     constexpr int decimales_importe = 2;
 
     QString titulo() { return QStringLiteral("Reclamaciones a Proveedores"); }
-
-    void avisa(const std::string& texto, const std::string& titulo = atencion)
-    {
-        modComun::Avisos().mostrar({ texto, titulo, Icono::exclamacion });
-    }
-
-    bool confirma(const std::string& texto, const std::string& titulo)
-    {
-        return modComun::Avisos().mostrar({ texto, titulo, Icono::pregunta, Botones::SiNo, Respuesta::No })
-            == Respuesta::Si;
-    }
 
 }
 
@@ -87,7 +76,8 @@ void frmCompras_Atipicos::conecta()
 
 void frmCompras_Atipicos::Form_Load()
 {
-    prepara_rejilla();
+    if (m_ui->vsCargos->Cols() == 0) // else it was loaded before: the person may have changed the widths
+        prepara_vsCargos(*m_ui->vsCargos);
     empieza_vacio();
     Nuevo_Atipico();
 
@@ -119,28 +109,6 @@ void frmCompras_Atipicos::empieza_vacio()
     m_ui->vsCargos->set_Rows(1);
     Limpiar_Linea();
     set_CincoBotones(false);
-}
-
-void frmCompras_Atipicos::prepara_rejilla()
-{
-    auto& rejilla = *m_ui->vsCargos;
-    if (rejilla.Cols() != 0)
-        return; // loaded before: the person may have changed the widths
-    constexpr auto derecha = Qt::AlignRight | Qt::AlignVCenter;
-    rejilla.set_Cols(7);
-    int columna = 0;
-    for (const auto* texto : { "Artículo", "Artículo", "Observaciones", "Unidades", "Costo", "Importe", "" })
-        rejilla.set_TextMatrix(0, columna++, a_qt(texto));
-    for (const auto& [numero, twips] :
-        { std::pair{ 0, 1000 }, { 1, 2000 }, { 2, 1000 }, { 3, 1000 }, { 4, 1000 } })
-        rejilla.set_ColWidth(numero, twips);
-    for (const int numero : { 0, 3, 4, 5 })
-        rejilla.set_ColAlignment(numero, derecha);
-    rejilla.set_MergeRow(true);
-    rejilla.set_ColHidden(6, true);
-    auto* anclaje = new Anclaje(rejilla);
-    anclaje->AgregarColumna(1, 50);
-    anclaje->AgregarColumna(2, 50);
 }
 
 void frmCompras_Atipicos::Form_Unload()
@@ -232,7 +200,7 @@ bool frmCompras_Atipicos::cabecera_completa()
         return false;
     }
     if (!m_ui->txtFecha->Fecha()) {
-        avisa("Debe seleccionar una Fecha válida", "¡ Atencion !"); // this title bears no accent
+        avisa("Debe seleccionar una Fecha válida", Icono::exclamacion, "¡ Atencion !"); // sic: no accent
         m_ui->txtFecha->setFocus();
         return false;
     }
@@ -255,19 +223,10 @@ void frmCompras_Atipicos::acepta_linea()
     m_ui->fraLin->Enfocar();
 }
 
-/// Appends the row, or rewrites its six visible cells.
 void frmCompras_Atipicos::muestra_fila(int fila)
 {
-    auto& rejilla = *m_ui->vsCargos;
-    const QString texto
-        = a_qt(m_edicion.filas()[static_cast<std::size_t>(fila) - 1].texto(decimales_costo()));
-    if (fila == rejilla.Rows()) {
-        rejilla.AddItem(texto);
-        return;
-    }
-    const auto celdas = texto.split(u'\t');
-    for (int columna = 0; columna < 6; ++columna)
-        rejilla.set_TextMatrix(fila, columna, celdas.at(columna));
+    const auto& tecleada = m_edicion.filas()[static_cast<std::size_t>(fila) - 1];
+    pon_fila(*m_ui->vsCargos, fila, a_qt(tecleada.texto(decimales_costo())));
 }
 
 void frmCompras_Atipicos::cmdModificar_Click()
@@ -366,7 +325,7 @@ void frmCompras_Atipicos::cmdEliminar_Click()
     trap("frmCompras_Atipicos:cmdEliminar_Click", [this] {
         const int fila = m_ui->vsCargos->Row();
         if (!hay_lineas() || fila < 1
-            || !confirma("¿Está seguro que desea eliminar el atípico seleccionado?", atencion))
+            || !confirma("¿Está seguro que desea eliminar el atípico seleccionado?"))
             return;
         m_edicion.Eliminar_Linea(fila);
         m_ui->vsCargos->RemoveItem(fila);
@@ -413,11 +372,10 @@ void frmCompras_Atipicos::keyPressEvent(QKeyEvent* tecla)
         return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (en_rejilla) {
-            cmdModificar_Click();
-            return;
-        }
-        break;
+        if (!en_rejilla)
+            break;
+        cmdModificar_Click();
+        return;
     default:
         break;
     }

@@ -44,7 +44,6 @@ private:
     // Opening and loading
     void conecta();
     void empieza_vacio();
-    void prepara_rejilla();
     void Nuevo_Atipico();
     void Limpiar_Cabecera();
     void Limpiar_Linea();

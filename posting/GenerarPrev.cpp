@@ -1,5 +1,6 @@
 #include "posting/GenerarPrev.hpp"
 
+#include "context/Cajas.hpp"
 #include "context/claves.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
@@ -155,11 +156,7 @@ Propuesta GenerarPrev(const Contabilizacion& datos)
         if (condiciones.GenerarPrev)
             reparte(datos, condiciones, propuesta);
     } catch (...) {
-        Mensaje mensaje;
-        mensaje.texto = error_en_curso().descripcion();
-        mensaje.titulo = "¡ Atención !";
-        mensaje.icono = Icono::exclamacion;
-        modComun::Avisos().mostrar(mensaje);
+        avisa(error_en_curso().descripcion());
     }
     return propuesta;
 }

@@ -1,5 +1,6 @@
 #include "posting/frmCompras_Atipicos_Contabilizar.hpp"
 
+#include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
 #include "controls/Anclaje.hpp"
@@ -11,12 +12,6 @@
 #include <QKeyEvent>
 
 namespace atipicos {
-
-namespace {
-
-    constexpr auto atencion = "¡ Atención !";
-
-}
 
 frmCompras_Atipicos_Contabilizar::frmCompras_Atipicos_Contabilizar(
     const Contabilizacion& datos, QWidget* parent)
@@ -201,9 +196,8 @@ void frmCompras_Atipicos_Contabilizar::cmdPrevEliminar_Click()
 void frmCompras_Atipicos_Contabilizar::cmdAceptar_Click()
 {
     if (!m_edicion.Cuadra()) {
-        modComun::Avisos().mostrar(
-            { "La suma de los vencimientos de pago no coincide con el total a contabilizar", atencion,
-                Icono::informacion });
+        avisa("La suma de los vencimientos de pago no coincide con el total a contabilizar",
+            Icono::informacion);
         m_ui->txtPrevImp->setFocus();
         return;
     }
