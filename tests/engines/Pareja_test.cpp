@@ -1,10 +1,13 @@
 // What every pair of connections over one session must do. An engine joins by describing itself in
 // `motores()`.
+#include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Guion.hpp"
 #include "engines/sql/Pareja.hpp"
+#include "engines/sql/Postgresql.hpp"
 #include "engines/sql/Unidad.hpp"
 #include "engines/sqlite/Connection.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/ServidorPostgresql.hpp"
 
 #include <gmock/gmock.h>
 
@@ -72,7 +75,44 @@ namespace {
         pruebas::CarpetaTemporal m_carpeta;
     };
 
-    std::vector<Motor> motores() { return { { "sqlite", "", std::make_unique<SitioSqlite> } }; }
+    class SitioPostgresql final : public Sitio {
+    public:
+        SitioPostgresql()
+        {
+            servidor().crea_base(base);
+            const auto conexion = postgresql::Connection::Abrir(
+                { .direccion = servidor().direccion(base), .esquema = "dbo" });
+            conexion->BeginTrans();
+            sql::crea_esquema_postgresql(*conexion, "propio");
+            sql::ejecuta_guion(*conexion, de_gestion);
+            sql::crea_esquema_postgresql(*conexion, "dbo");
+            sql::ejecuta_guion(*conexion, de_contabilidad);
+            sql::ejecuta_guion(*conexion, con_diferida);
+            conexion->CommitTrans();
+        }
+        ~SitioPostgresql() override { servidor().borra_base(base); }
+
+        sql::Pareja abre() const override
+        {
+            return postgresql::Connection::AbrirPareja(
+                { .direccion = servidor().direccion(base), .esquema = "propio", .bases = { "Bexmor" } });
+        }
+
+    private:
+        static constexpr auto base = "pareja";
+
+        static const pruebas::ServidorPostgresql& servidor()
+        {
+            static const pruebas::ServidorPostgresql unico;
+            return unico;
+        }
+    };
+
+    std::vector<Motor> motores()
+    {
+        return { { "sqlite", "", std::make_unique<SitioSqlite> },
+            { "postgresql", pruebas::ServidorPostgresql::falta(), std::make_unique<SitioPostgresql> } };
+    }
 
     struct Pareja : testing::TestWithParam<Motor> {
         std::unique_ptr<Sitio> sitio;
