@@ -2,11 +2,10 @@
 
 #include "engines/sql/Postgresql.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
+#include "tests/support/TrazaPostgresql.hpp"
 
 #include <gmock/gmock.h>
 
-#include <array>
-#include <cstdio>
 #include <functional>
 
 namespace atipicos::postgresql {
@@ -141,41 +140,30 @@ namespace {
     TEST_F(PostgresqlConnection, a_statement_is_one_round_trip_also_with_its_savepoint)
     {
         const auto idas = [&](const std::function<void()>& trabajo) {
-            std::FILE* traza = std::tmpfile();
-            PQtrace(conexion->base(), traza);
-            trabajo();
-            PQuntrace(conexion->base());
-            std::rewind(traza);
-            int cuantas = 0;
-            std::array<char, 65'536> linea{};
-            while (std::fgets(linea.data(), linea.size(), traza) != nullptr)
-                for (const auto* mensaje : { "\tSync", "\tQuery" })
-                    cuantas += std::string_view(linea.data()).find(mensaje) != std::string_view::npos ? 1 : 0;
-            std::fclose(traza);
-            return cuantas;
+            return pruebas::TrazaPostgresql(conexion->base(), trabajo).viajes();
         };
         static_cast<void>(primero("SELECT 1 AS uno")); // reads the catalogue
-        EXPECT_EQ(idas([&] { conexion->Execute("DELETE FROM t"); }), 1);
+        EXPECT_EQ(idas([&] { conexion->Execute("DELETE FROM t"); }), 1U);
         EXPECT_EQ(idas([&] {
             conexion->BeginTrans();
             conexion->CommitTrans();
         }),
-            0)
+            0U)
             << "nothing was said in it";
-        EXPECT_EQ(idas([&] { conexion->BeginTrans(); }), 0);
-        EXPECT_EQ(idas([&] { conexion->Execute("INSERT INTO t (Id) VALUES (1)"); }), 1) << "with its begin";
+        EXPECT_EQ(idas([&] { conexion->BeginTrans(); }), 0U);
+        EXPECT_EQ(idas([&] { conexion->Execute("INSERT INTO t (Id) VALUES (1)"); }), 1U) << "with its begin";
         EXPECT_EQ(idas([&] {
             auto rs = conexion->CreateRecordset();
             rs->Open("SELECT * FROM t WHERE Id =1", CursorType::Keyset, LockType::Pessimistic);
             rs->Fields("Texto").Value("uno");
             rs->Update();
         }),
-            2);
+            2U);
         EXPECT_EQ(
             idas([&] { EXPECT_THROW(conexion->Execute("INSERT INTO t (Id) VALUES (1)"), ErrorBaseDatos); }),
-            2)
+            2U)
             << "one more to go back to the savepoint";
-        EXPECT_EQ(idas([&] { conexion->CommitTrans(); }), 1);
+        EXPECT_EQ(idas([&] { conexion->CommitTrans(); }), 1U);
         EXPECT_EQ(primero("SELECT Texto FROM t"), "uno");
     }
 

@@ -42,6 +42,21 @@ namespace {
         EXPECT_FALSE(vigencia.vale());
     }
 
+    TEST(Vigencia, ends_with_a_part_undone_and_with_the_rest_if_the_catalogue_was_changed_before)
+    {
+        auto vigencia = leida();
+        vigencia.ejecutada("DELETE FROM t");
+        vigencia.deshecha_en_parte();
+        EXPECT_TRUE(vigencia.vale());
+        vigencia.ejecutada("CREATE TABLE t (x DATE)");
+        vigencia.leido();
+        vigencia.deshecha_en_parte();
+        EXPECT_FALSE(vigencia.vale());
+        vigencia.leido();
+        vigencia.deshecha();
+        EXPECT_FALSE(vigencia.vale());
+    }
+
     TEST(Vigencia, a_change_that_was_committed_is_there_whatever_is_undone_later)
     {
         auto vigencia = leida();

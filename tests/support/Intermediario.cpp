@@ -100,7 +100,9 @@ void Intermediario::pasa(int cliente)
             }
             if (i == 1)
                 habla_el_cliente = false;
-            sigue = leidos > 0 && envia(lados[1 - i].fd, datos.data(), static_cast<std::size_t>(leidos));
+            const bool perdida = i == 1 && m_pierde.exchange(false);
+            sigue = leidos > 0 && !perdida
+                && envia(lados[1 - i].fd, datos.data(), static_cast<std::size_t>(leidos));
         }
     close(cliente);
     if (servidor >= 0)

@@ -21,6 +21,7 @@ public:
     [[nodiscard]] std::string por_aqui() const;
     [[nodiscard]] std::size_t viajes() const noexcept { return m_viajes; }
     void retrasa(std::chrono::milliseconds viaje) noexcept { m_retraso = viaje; }
+    void pierde_la_proxima_respuesta() noexcept { m_pierde = true; } ///< and the line that it comes on
 
 private:
     void atiende();
@@ -31,6 +32,7 @@ private:
     int m_puerto = 0;
     std::atomic<std::size_t> m_viajes = 0;
     std::atomic<std::chrono::milliseconds> m_retraso{};
+    std::atomic<bool> m_pierde = false;
     std::jthread m_hilo;
 };
 
