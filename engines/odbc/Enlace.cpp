@@ -89,6 +89,12 @@ void Enlace::reanuda(Donde donde)
     avisa(sql::Linea::reanudada);
 }
 
+void Enlace::abandona()
+{
+    m_perdido = true;
+    avisa(sql::Linea::perdida);
+}
+
 Respuesta Enlace::ejecuta(const std::string& sql, Donde donde)
 {
     // PostgreSQL's driver would ask for its limit in a round trip of its own: there the session has it.
@@ -101,7 +107,7 @@ Respuesta Enlace::ejecuta(const std::string& sql, Donde donde)
     }
 }
 
-std::vector<std::string> Enlace::columnas_clave(const std::string& tabla, Donde donde)
+std::vector<std::string> Enlace::columnas_clave(const TablaNombrada& tabla, Donde donde)
 {
     try {
         return odbc::columnas_clave(m_linea.get(), servidor(), tabla, donde);

@@ -20,7 +20,7 @@ struct Opciones {
     AlAbrir al_abrir = {};
     /// `base.dbo.Tabla` is `esquema.Tabla` for these.
     std::vector<std::pair<std::string, std::string>> bases = {};
-    Sesion sesion = {};
+    Ajustes sesion = {};
     sql::AvisoLinea avisa = {};
     std::chrono::seconds espera_conexion{ 10 };
 };
@@ -36,11 +36,12 @@ public:
 
     /// Runs one statement, written as the product wants it.
     Respuesta ejecuta(const std::string& sql, Donde donde);
-    [[nodiscard]] std::vector<std::string> columnas_clave(const std::string& tabla, Donde donde);
+    [[nodiscard]] std::vector<std::string> columnas_clave(const TablaNombrada& tabla, Donde donde);
 
     [[nodiscard]] const Servidor& servidor() const noexcept { return *m_servidor; }
     [[nodiscard]] bool perdido() const noexcept { return m_perdido; }
     void reanuda(Donde donde); ///< opens the line again, as it was opened
+    void abandona(); ///< takes the line for lost: nobody knows what state its session is in
 
 private:
     void abre(Donde donde);

@@ -77,7 +77,11 @@ TablaNombrada tabla_de(const std::string& consulta)
     const sql::Vista vista(tokens);
     const auto inicio = tras_from(vista);
     const auto fin = vista.fin_valor(inicio);
-    TablaNombrada tabla{ {}, std::string(vista.nombre(fin)) };
+    // `catalogo.esquema.nombre`, of which the first ones may be missing
+    const auto parte = [&](std::size_t antes) {
+        return fin - inicio >= antes ? std::string(vista.nombre(fin - antes)) : std::string();
+    };
+    TablaNombrada tabla{ parte(4), parte(2), parte(0), {} };
     for (auto i = inicio; i <= fin; ++i)
         tabla.calificada += vista[i].texto;
     return tabla;

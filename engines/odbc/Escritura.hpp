@@ -1,7 +1,6 @@
 #pragma once
 
-#include "engines/odbc/Servidor.hpp"
-#include "runtime/Variant.hpp"
+#include "engines/odbc/Instruccion.hpp"
 
 #include <string>
 
@@ -16,12 +15,7 @@ namespace atipicos::odbc {
 [[nodiscard]] std::string literal(
     const Variant& valor, const Servidor& servidor, Donde donde = Donde::aqui());
 
-/// The table behind the first FROM of a query, as it stands there, and its own name without what qualifies
-/// it.
-struct TablaNombrada {
-    std::string calificada;
-    std::string nombre;
-};
+/// The table behind the first FROM of a query.
 [[nodiscard]] TablaNombrada tabla_de(const std::string& consulta);
 
 } // namespace atipicos::odbc

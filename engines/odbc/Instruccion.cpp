@@ -140,12 +140,16 @@ namespace {
             comprueba(SQLExecDirectW(asa(), ancho(texto), static_cast<SQLINTEGER>(texto.size())));
         }
 
-        void pide_clave(const std::string& tabla)
+        void pide_clave(const TablaNombrada& tabla)
         {
-            // A name as a statement has it, which the product may have written down otherwise.
+            // Names as a statement has them, which the product may have written down otherwise.
             ajusta(SQL_ATTR_METADATA_ID, SQL_TRUE);
-            auto nombre = a_utf16(tabla);
-            comprueba(SQLPrimaryKeysW(asa(), nullptr, 0, nullptr, 0, ancho(nombre), SQL_NTS));
+            auto catalogo = a_utf16(tabla.catalogo);
+            auto esquema = a_utf16(tabla.esquema);
+            auto nombre = a_utf16(tabla.nombre);
+            const auto si_hay = [](std::u16string& parte) { return parte.empty() ? nullptr : ancho(parte); };
+            comprueba(SQLPrimaryKeysW(
+                asa(), si_hay(catalogo), SQL_NTS, si_hay(esquema), SQL_NTS, ancho(nombre), SQL_NTS));
         }
 
         [[nodiscard]] Respuesta lee()
@@ -302,7 +306,7 @@ Respuesta ejecuta(
 }
 
 std::vector<std::string> columnas_clave(
-    SQLHDBC linea, const Servidor& servidor, const std::string& tabla, Donde donde)
+    SQLHDBC linea, const Servidor& servidor, const TablaNombrada& tabla, Donde donde)
 {
     constexpr std::size_t nombre_de_columna = 3;
     Instruccion instruccion(linea, servidor, "SQLPrimaryKeys", donde);

@@ -45,8 +45,16 @@ struct Respuesta {
 [[nodiscard]] Respuesta ejecuta(SQLHDBC linea, const Servidor& servidor, const std::string& sql,
     std::chrono::seconds limite, Donde donde);
 
+/// A table as a statement names it.
+struct TablaNombrada {
+    std::string catalogo; ///< without quotes; empty: it is not named
+    std::string esquema;
+    std::string nombre;
+    std::string calificada; ///< all of it as it stands there
+};
+
 /// The columns of a table's primary key.
 [[nodiscard]] std::vector<std::string> columnas_clave(
-    SQLHDBC linea, const Servidor& servidor, const std::string& tabla, Donde donde);
+    SQLHDBC linea, const Servidor& servidor, const TablaNombrada& tabla, Donde donde);
 
 } // namespace atipicos::odbc

@@ -17,8 +17,8 @@ Recordset::~Recordset() { suelta(); }
 bool Recordset::abre(const std::string& sql, bool bloquea, Donde donde)
 {
     m_reescrita = m_conexion.reescribe(sql, donde);
-    m_respuesta
-        = bloquea ? m_conexion.pide_bloqueando(m_reescrita, donde) : m_conexion.ejecuta(m_reescrita, donde);
+    m_respuesta = bloquea ? m_conexion.pide_bloqueando(m_reescrita, sql, donde)
+                          : m_conexion.ejecuta(m_reescrita, donde);
     m_conexion.vuelve_bits(m_respuesta);
     m_actual = 0;
     return !m_respuesta.filas.empty();
@@ -43,7 +43,7 @@ bool Recordset::en_transaccion() const noexcept { return m_conexion.en_transacci
 sql::Filas::Tabla Recordset::tabla(Donde donde)
 {
     auto tabla = tabla_de(m_reescrita);
-    const auto& clave = m_conexion.columnas_clave(tabla.nombre, donde);
+    const auto& clave = m_conexion.columnas_clave(tabla, donde);
     return { std::move(tabla.nombre), std::move(tabla.calificada), clave };
 }
 

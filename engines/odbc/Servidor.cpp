@@ -23,7 +23,11 @@ namespace {
             .empieza = "BEGIN TRANSACTION",
             .deshace = "IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION",
             .bloqueo_de_tabla = " WITH (UPDLOCK, HOLDLOCK, ROWLOCK)", // held also where there is no row yet
-            .transaccion_viva = "SELECT @@TRANCOUNT" };
+            .transaccion_viva = "SELECT @@TRANCOUNT",
+            .pon_punto = "SAVE TRANSACTION u",
+            .vuelve_al_punto = "ROLLBACK TRANSACTION u",
+            .suelta_punto = "",
+            .prefijo_contable = "Bexmor.dbo." };
         const Servidor postgresql{ .nombre = nombre_postgresql,
             .dialecto = sql::dialecto_postgresql(),
             .bloqueo_al_final = "\nFOR UPDATE",
@@ -34,14 +38,17 @@ namespace {
               " table_name, column_name, ordinal_position - 1 FROM information_schema.columns"
               " WHERE data_type LIKE 'timestamp%' OR data_type = 'date'",
             .bits = "SELECT table_name, column_name FROM information_schema.columns"
-                    " WHERE domain_name = 'si_o_no'" };
+                    " WHERE domain_name = 'si_o_no'",
+            .prefijo_contable = "dbo." };
         const Servidor sqlite{ .nombre = nombre_sqlite,
             .utf8 = true,
             .empieza = "BEGIN IMMEDIATE",
             .fechas
             = "SELECT CASE t.schema WHEN 'main' THEN '' ELSE t.schema || '.' END || t.name, c.name, c.cid"
               " FROM pragma_table_list t"
-              " JOIN pragma_table_xinfo(t.name, t.schema) c WHERE c.type LIKE 'DATE%'" };
+              " JOIN pragma_table_xinfo(t.name, t.schema) c WHERE c.type LIKE 'DATE%'",
+            .comienzo_de_prueba = "BEGIN",
+            .prefijo_contable = "Bexmor_" };
         return { sql_server, postgresql, sqlite, {} };
     }
 
@@ -76,12 +83,12 @@ namespace {
 
 }
 
-std::vector<std::string> Servidor::sesion(const Sesion& deseada) const
+std::vector<std::string> Servidor::sesion(const Ajustes& deseados) const
 {
     const auto milisegundos = [](std::chrono::milliseconds tiempo) { // 0 would be for ever
         return std::to_string(std::max<std::chrono::milliseconds::rep>(tiempo.count(), 1));
     };
-    const auto espera = milisegundos(deseada.espera);
+    const auto espera = milisegundos(deseados.espera);
     if (nombre == nombre_sql_server) // NOCOUNT off: the rows affected are asked for
         return { "SET DATEFORMAT dmy", "SET NOCOUNT OFF", "SET XACT_ABORT OFF",
             "SET IMPLICIT_TRANSACTIONS OFF", "SET LOCK_TIMEOUT " + espera };
@@ -89,12 +96,12 @@ std::vector<std::string> Servidor::sesion(const Sesion& deseada) const
     if (nombre == nombre_postgresql)
         todas = { "SET datestyle TO 'ISO,DMY'", "SET standard_conforming_strings TO on",
             "SET lock_timeout TO " + espera,
-            "SET statement_timeout TO " + milisegundos(deseada.espera_instruccion) };
+            "SET statement_timeout TO " + milisegundos(deseados.espera_instruccion) };
     if (nombre == nombre_sqlite) // its driver waits as the TIMEOUT of the connection string says
         todas = { "PRAGMA foreign_keys=ON", "PRAGMA synchronous=FULL" };
-    if (deseada.solo_lectura && nombre == nombre_postgresql)
+    if (deseados.solo_lectura && nombre == nombre_postgresql)
         todas.emplace_back("SET default_transaction_read_only TO on");
-    if (deseada.solo_lectura && nombre == nombre_sqlite)
+    if (deseados.solo_lectura && nombre == nombre_sqlite)
         todas.emplace_back("PRAGMA query_only=ON");
     return todas;
 }

@@ -11,7 +11,7 @@
 namespace atipicos::odbc {
 
 /// What every session is to be like.
-struct Sesion {
+struct Ajustes {
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
     std::chrono::seconds espera_instruccion{ 120 }; ///< the longest that one statement may take
     bool solo_lectura = false; ///< SQL Server knows no such session: its roles are for that
@@ -28,15 +28,27 @@ struct Servidor {
     const char* bloqueo_al_final = ""; ///< written behind such a query
     /// Beginning of a query that locks a row which is not there yet, by a text.
     const char* bloqueo_de_nada = "";
-    bool con_puntos = false; ///< a failed statement must be undone by a savepoint
+    /// An error spoils the transaction: a failed statement must be undone by a savepoint, and of a failed
+    /// commit nothing is left.
+    bool con_puntos = false;
     /// Query for table, column and place of dates; empty: it reads regional ones itself.
     const char* fechas = "";
     /// Query for table and column of what was declared BIT and its driver takes for small numbers.
     const char* bits = "";
     const char* transaccion_viva = ""; ///< query that gives 0 when the product has undone it by itself
+    /// Fails inside a transaction; where that is undone, begins one that takes no lock. Where nothing can be
+    /// asked.
+    const char* comienzo_de_prueba = "";
+
+    const char* pon_punto = "SAVEPOINT u"; ///< of a unit
+    const char* vuelve_al_punto = "ROLLBACK TO u";
+    const char* suelta_punto = "RELEASE u"; ///< empty: a new one takes its place
+    /// What stands before the accounting tables in a session that they share with management. Empty: it is
+    /// not known how to share one.
+    const char* prefijo_contable = "";
 
     /// Statements that set up a session.
-    [[nodiscard]] std::vector<std::string> sesion(const Sesion& deseada) const;
+    [[nodiscard]] std::vector<std::string> sesion(const Ajustes& deseados) const;
 
     /// What kind of thing an error is.
     [[nodiscard]] adodb::Categoria categoria(std::string_view sqlstate, int numero) const;
