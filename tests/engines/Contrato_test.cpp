@@ -227,34 +227,104 @@ namespace {
         }
     };
 
-    class SitioSqlServer final : public Sitio {
+    class SitioSqlServer : public Sitio {
     public:
         SitioSqlServer()
         {
-            const auto maestra = en("master", std::chrono::seconds(5));
+            const auto maestra = odbc::Connection::Abrir(en("master", std::chrono::seconds(5)));
             for (const auto* base : { "Orvalin", "Bexmor" }) {
                 maestra->Execute(pruebas::sqlserver::borra(base));
                 maestra->Execute("CREATE DATABASE " + std::string(base));
             }
-            sql::ejecuta_guion(*en("Orvalin", std::chrono::seconds(5)), tablas);
-            sql::ejecuta_guion(*en("Bexmor", std::chrono::seconds(5)), cuentas);
+            sql::ejecuta_guion(*odbc::Connection::Abrir(en("Orvalin", std::chrono::seconds(5))), tablas);
+            sql::ejecuta_guion(*odbc::Connection::Abrir(en("Bexmor", std::chrono::seconds(5))), cuentas);
         }
 
-        Conexion abre(std::chrono::milliseconds espera) const override { return en("Orvalin", espera); }
-
-    private:
-        static Conexion en(const std::string& base, std::chrono::milliseconds espera)
+        Conexion abre(std::chrono::milliseconds espera) const override
         {
-            return odbc::Connection::Abrir({ .cadena = pruebas::sqlserver::cadena(),
+            return odbc::Connection::Abrir(en("Orvalin", espera));
+        }
+
+    protected:
+        static odbc::Opciones en(const std::string& base, std::chrono::milliseconds espera)
+        {
+            return { .cadena = pruebas::sqlserver::cadena(),
                 .clave = pruebas::sqlserver::clave(),
                 .al_abrir = [base](const auto&) { return std::vector<std::string>{ "USE " + base }; },
+                .sesion = { .espera = espera } };
+        }
+    };
+
+    /// One side of two over a line; the other is there, and idle.
+    template <sql::Lado lado> Conexion lado_de_pareja(const odbc::Opciones& opciones)
+    {
+        const auto pareja = std::make_shared<sql::Pareja>(odbc::Connection::AbrirPareja(opciones));
+        return { pareja, (lado == sql::Lado::gestion ? pareja->gestion : pareja->contabilidad).get() };
+    }
+
+    template <sql::Lado lado> class LadoOdbcPostgresql final : public SitioPostgresql {
+    public:
+        LadoOdbcPostgresql()
+            : SitioPostgresql(lado == sql::Lado::gestion ? gestion : contabilidad)
+        {
+        }
+
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return lado_de_pareja<lado>({ .cadena = servidor().cadena_odbc(m_base),
+                .al_abrir
+                = [](const auto&) { return std::vector<std::string>{ "SET search_path TO gestion" }; },
                 .sesion = { .espera = espera } });
+        }
+    };
+
+    template <sql::Lado lado> class LadoOdbcSqlite final : public Sitio {
+    public:
+        LadoOdbcSqlite()
+        {
+            sql::ejecuta_guion(*abre(std::chrono::seconds(5)), tablas);
+            sql::ejecuta_guion(
+                *lado_de_pareja<sql::Lado::contabilidad>(opciones(std::chrono::seconds(5))), cuentas);
+        }
+
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return lado_de_pareja<lado>(opciones(espera));
+        }
+
+    private:
+        odbc::Opciones opciones(std::chrono::milliseconds espera) const
+        {
+            return { .cadena = "DRIVER={SQLite3};TIMEOUT=" + std::to_string(espera.count())
+                    + ";DATABASE=" + (m_carpeta / "empresa.db").string(),
+                .al_abrir = [](const auto&) { return std::vector<std::string>{ "PRAGMA journal_mode=WAL" }; },
+                .sesion = { .espera = espera } };
+        }
+
+        pruebas::CarpetaTemporal m_carpeta;
+    };
+
+    template <sql::Lado lado> class LadoSqlServer final : public SitioSqlServer {
+    public:
+        LadoSqlServer()
+        {
+            if (lado == sql::Lado::contabilidad)
+                sql::ejecuta_guion(*abre(std::chrono::seconds(5)), tablas);
+        }
+
+        Conexion abre(std::chrono::milliseconds espera) const override
+        {
+            return lado_de_pareja<lado>(en("Orvalin", espera));
         }
     };
 
     std::vector<Motor> motores()
     {
         const auto sin_postgresql = pruebas::ServidorPostgresql::falta();
+        const auto sin_odbc_postgresql
+            = sin_postgresql + pruebas::falta_controlador("PostgreSQL Unicode", "odbc-postgresql");
+        const auto sin_odbc_sqlite = pruebas::falta_controlador("SQLite3", "libsqliteodbc");
+        const auto sin_sqlserver = pruebas::sqlserver::falta();
         return { { "sqlite", "", std::make_unique<SitioSqlite>, Categoria::bloqueo },
             { "sqlite_pareja", "", std::make_unique<SitioSqlitePareja>, Categoria::bloqueo },
             { "sqlite_contable", "", std::make_unique<SitioSqliteContable>, Categoria::bloqueo },
@@ -264,13 +334,21 @@ namespace {
                 std::make_unique<SitioPostgresqlPareja<sql::Lado::gestion>>, std::nullopt },
             { "postgresql_contable", sin_postgresql,
                 std::make_unique<SitioPostgresqlPareja<sql::Lado::contabilidad>>, std::nullopt },
-            { "odbc_postgresql",
-                sin_postgresql + pruebas::falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
-                std::make_unique<SitioOdbcPostgresql>, std::nullopt },
-            { "odbc_sqlite", pruebas::falta_controlador("SQLite3", "libsqliteodbc"),
-                std::make_unique<SitioOdbcSqlite>, Categoria::bloqueo },
-            { "odbc_sqlserver", pruebas::sqlserver::falta(), std::make_unique<SitioSqlServer>,
-                std::nullopt } };
+            { "odbc_postgresql", sin_odbc_postgresql, std::make_unique<SitioOdbcPostgresql>, std::nullopt },
+            { "odbc_postgresql_gestion", sin_odbc_postgresql,
+                std::make_unique<LadoOdbcPostgresql<sql::Lado::gestion>>, std::nullopt },
+            { "odbc_postgresql_contabilidad", sin_odbc_postgresql,
+                std::make_unique<LadoOdbcPostgresql<sql::Lado::contabilidad>>, std::nullopt },
+            { "odbc_sqlite", sin_odbc_sqlite, std::make_unique<SitioOdbcSqlite>, Categoria::bloqueo },
+            { "odbc_sqlite_gestion", sin_odbc_sqlite, std::make_unique<LadoOdbcSqlite<sql::Lado::gestion>>,
+                Categoria::bloqueo },
+            { "odbc_sqlite_contabilidad", sin_odbc_sqlite,
+                std::make_unique<LadoOdbcSqlite<sql::Lado::contabilidad>>, Categoria::bloqueo },
+            { "odbc_sqlserver", sin_sqlserver, std::make_unique<SitioSqlServer>, std::nullopt },
+            { "odbc_sqlserver_gestion", sin_sqlserver, std::make_unique<LadoSqlServer<sql::Lado::gestion>>,
+                std::nullopt },
+            { "odbc_sqlserver_contabilidad", sin_sqlserver,
+                std::make_unique<LadoSqlServer<sql::Lado::contabilidad>>, std::nullopt } };
     }
 
     struct Contrato : testing::TestWithParam<Motor> {

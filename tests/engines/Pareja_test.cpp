@@ -1,5 +1,6 @@
 // What every pair of connections over one session must do. An engine joins by describing itself in
 // `motores()`.
+#include "engines/odbc/Connection.hpp"
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Guion.hpp"
 #include "engines/sql/Pareja.hpp"
@@ -7,7 +8,9 @@
 #include "engines/sql/Unidad.hpp"
 #include "engines/sqlite/Connection.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/ControladorOdbc.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
+#include "tests/support/SqlServer.hpp"
 
 #include <gmock/gmock.h>
 
@@ -75,6 +78,41 @@ namespace {
         pruebas::CarpetaTemporal m_carpeta;
     };
 
+    void llena(const sql::Pareja& pareja, bool con_diferidas = true)
+    {
+        sql::ejecuta_guion(*pareja.gestion, de_gestion);
+        sql::ejecuta_guion(*pareja.contabilidad, de_contabilidad);
+        if (con_diferidas)
+            sql::ejecuta_guion(*pareja.contabilidad, con_diferida);
+    }
+
+    odbc::AlAbrir dice(const std::string& sql)
+    {
+        return [sql](const auto&) { return std::vector<std::string>{ sql }; };
+    }
+
+    class SitioOdbcSqlite final : public Sitio {
+    public:
+        SitioOdbcSqlite() { llena(abre()); }
+
+        sql::Pareja abre() const override
+        {
+            return odbc::Connection::AbrirPareja(
+                { .cadena = "DRIVER={SQLite3};DATABASE=" + (m_carpeta / "empresa.db").string(),
+                    .al_abrir = dice("PRAGMA journal_mode=WAL") });
+        }
+
+    private:
+        pruebas::CarpetaTemporal m_carpeta;
+    };
+
+    /// One server for all tests.
+    const pruebas::ServidorPostgresql& servidor()
+    {
+        static const pruebas::ServidorPostgresql unico;
+        return unico;
+    }
+
     class SitioPostgresql final : public Sitio {
     public:
         SitioPostgresql()
@@ -100,18 +138,66 @@ namespace {
 
     private:
         static constexpr auto base = "pareja";
+    };
 
-        static const pruebas::ServidorPostgresql& servidor()
+    class SitioOdbcPostgresql final : public Sitio {
+    public:
+        SitioOdbcPostgresql()
         {
-            static const pruebas::ServidorPostgresql unico;
-            return unico;
+            servidor().crea_base(m_base);
+            const auto sola = odbc::Connection::Abrir({ .cadena = servidor().cadena_odbc(m_base) });
+            sola->BeginTrans();
+            sql::crea_esquema_postgresql(*sola, "dbo");
+            sql::crea_esquema_postgresql(*sola, "gestion");
+            sola->CommitTrans();
+            llena(abre());
+        }
+        ~SitioOdbcPostgresql() override { servidor().borra_base(m_base); }
+
+        sql::Pareja abre() const override
+        {
+            return odbc::Connection::AbrirPareja(
+                { .cadena = servidor().cadena_odbc(m_base), .al_abrir = dice("SET search_path TO gestion") });
+        }
+
+    private:
+        static inline int s_bases = 0;
+        std::string m_base = "odbc_" + std::to_string(++s_bases);
+    };
+
+    class SitioSqlServer final : public Sitio {
+    public:
+        SitioSqlServer()
+        {
+            const auto maestra = odbc::Connection::Abrir(
+                { .cadena = pruebas::sqlserver::cadena(), .clave = pruebas::sqlserver::clave() });
+            for (const std::string base : { "Orvalin", "Bexmor" }) {
+                maestra->Execute(pruebas::sqlserver::borra(base));
+                maestra->Execute("CREATE DATABASE " + base);
+                maestra->Execute("ALTER DATABASE " + base + " SET READ_COMMITTED_SNAPSHOT ON");
+            }
+            llena(abre(), false);
+        }
+
+        sql::Pareja abre() const override
+        {
+            return odbc::Connection::AbrirPareja({ .cadena = pruebas::sqlserver::cadena(),
+                .clave = pruebas::sqlserver::clave(),
+                .al_abrir = dice("USE Orvalin") });
         }
     };
 
     std::vector<Motor> motores()
     {
         return { { "sqlite", "", std::make_unique<SitioSqlite> },
-            { "postgresql", pruebas::ServidorPostgresql::falta(), std::make_unique<SitioPostgresql> } };
+            { "postgresql", pruebas::ServidorPostgresql::falta(), std::make_unique<SitioPostgresql> },
+            { "odbc_postgresql",
+                pruebas::ServidorPostgresql::falta()
+                    + pruebas::falta_controlador("PostgreSQL Unicode", "odbc-postgresql"),
+                std::make_unique<SitioOdbcPostgresql> },
+            { "odbc_sqlite", pruebas::falta_controlador("SQLite3", "libsqliteodbc"),
+                std::make_unique<SitioOdbcSqlite> },
+            { "odbc_sqlserver", pruebas::sqlserver::falta(), std::make_unique<SitioSqlServer>, false } };
     }
 
     struct Pareja : testing::TestWithParam<Motor> {
