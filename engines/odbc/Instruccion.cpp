@@ -142,8 +142,10 @@ namespace {
 
         void pide_clave(const TablaNombrada& tabla)
         {
-            // Names as a statement has them, which the product may have written down otherwise.
-            ajusta(SQL_ATTR_METADATA_ID, SQL_TRUE);
+            // Names as a statement has them, which the product may have written down otherwise. SQL Server
+            // has not, and so taken could not do without the names of database and schema.
+            if (!m_servidor.dialecto.transact)
+                ajusta(SQL_ATTR_METADATA_ID, SQL_TRUE);
             auto catalogo = a_utf16(tabla.catalogo);
             auto esquema = a_utf16(tabla.esquema);
             auto nombre = a_utf16(tabla.nombre);

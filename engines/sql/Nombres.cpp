@@ -157,6 +157,10 @@ std::string_view prefijo_de(const TablaNombrada& tabla, const Vista& vista, cons
 {
     if (tabla.primero == tabla.ultimo)
         return es_del_sistema(vista.nombre(tabla.ultimo)) ? std::string_view() : catalogo.propio();
+    // Where it stands beside the current database, `dbo.T` would be that one's.
+    if (tabla.ultimo == tabla.primero + 2 && iguales(vista.nombre(tabla.primero), "dbo")
+        && catalogo.propio().ends_with(".dbo."))
+        return catalogo.propio();
     if (tabla.ultimo != tabla.primero + 4 || !iguales(vista.nombre(tabla.primero + 2), "dbo"))
         return {};
     const auto* prefijo = catalogo.base(vista.nombre(tabla.primero));

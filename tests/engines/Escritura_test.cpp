@@ -48,7 +48,17 @@ namespace {
     {
         const auto tabla = tabla_de("SELECT * FROM Bexmor.dbo.[Contador] WHERE x = 1");
         EXPECT_EQ(tabla.calificada, "Bexmor.dbo.[Contador]");
+        EXPECT_EQ(tabla.catalogo, "Bexmor");
+        EXPECT_EQ(tabla.esquema, "dbo");
         EXPECT_EQ(tabla.nombre, "Contador");
+        const auto con_esquema = tabla_de("SELECT * FROM dbo.Contador c");
+        EXPECT_EQ(con_esquema.catalogo, "");
+        EXPECT_EQ(con_esquema.esquema, "dbo");
+        EXPECT_EQ(con_esquema.nombre, "Contador");
+        const auto con_alias = tabla_de("SELECT * FROM \"Bexmor_Contador\" AS Contador WHERE x = 1");
+        EXPECT_EQ(con_alias.esquema, "");
+        EXPECT_EQ(con_alias.nombre, "Bexmor_Contador");
+        EXPECT_EQ(con_alias.calificada, "\"Bexmor_Contador\"");
     }
 
 }

@@ -101,6 +101,17 @@ namespace {
         EXPECT_EQ(en_esquema("CREATE INDEX i ON Cuentas (x)"), "CREATE INDEX i ON dbo.Cuentas (x)");
     }
 
+    TEST(Nombres, a_database_of_its_own_stands_before_the_schema_too)
+    {
+        Catalogo c({ .transact = true });
+        c.pon_propio("Bexmor.dbo.");
+        EXPECT_EQ(reescribe("SELECT c.x FROM Cuentas c INNER JOIN dbo.Tipos t ON c.x = t.x", c),
+            "SELECT c.x FROM Bexmor.dbo.Cuentas c INNER JOIN Bexmor.dbo.Tipos t ON c.x = t.x");
+        for (const auto* sql : { "SELECT x FROM Orvalin.dbo.Cuentas", "SELECT name FROM sys.objects" })
+            EXPECT_EQ(reescribe(sql, c), sql);
+        EXPECT_EQ(en_esquema("SELECT x FROM dbo.Cuentas"), "SELECT x FROM dbo.Cuentas");
+    }
+
     TEST(Nombres, what_is_no_table_of_the_product_stays)
     {
         for (const auto* sql : { "SELECT 1", "SELECT x FROM sqlite_master",

@@ -1,10 +1,8 @@
 // The engine on a driver that answers as SQL Server's: what it is told, and what becomes of its errors.
 #include "engines/odbc/Connection.hpp"
-#include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/ServidorFingido.hpp"
 
 #include <gmock/gmock.h>
-
-#include <fstream>
 
 namespace atipicos::odbc {
 namespace {
@@ -14,25 +12,13 @@ namespace {
     using testing::StartsWith;
 
     struct SqlServer : testing::Test {
-        pruebas::CarpetaTemporal carpeta;
-        std::shared_ptr<Connection> conexion = Connection::Abrir(
-            { .cadena = "DRIVER=" ATIPICOS_CONTROLADOR_FINGIDO ";DATABASE=" + (carpeta / "dicho").string(),
-                .al_abrir = [](const auto&) { return std::vector<std::string>{ "USE Orvalin" }; } });
-        std::size_t leidas = 0;
+        pruebas::ServidorFingido servidor;
+        std::shared_ptr<Connection> conexion = Connection::Abrir({ .cadena = servidor.cadena(),
+            .al_abrir = [](const auto&) { return std::vector<std::string>{ "USE Orvalin" }; } });
 
         SqlServer() { static_cast<void>(dicho()); }
 
-        /// What the driver has been told since the last time.
-        std::vector<std::string> dicho()
-        {
-            std::vector<std::string> todo;
-            std::ifstream registro(carpeta / "dicho");
-            for (std::string linea; std::getline(registro, linea);)
-                todo.push_back(linea);
-            std::vector<std::string> nuevo(todo.begin() + static_cast<std::ptrdiff_t>(leidas), todo.end());
-            leidas = todo.size();
-            return nuevo;
-        }
+        std::vector<std::string> dicho() { return servidor.dicho(); }
 
         template <class Uso> Categoria falla(Uso uso)
         {
@@ -105,6 +91,43 @@ namespace {
         EXPECT_THAT(dicho(),
             ElementsAre("BEGIN TRANSACTION", "SELECT * FROM EsperaAlLeer WITH (UPDLOCK, HOLDLOCK, ROWLOCK)",
                 "SELECT @@TRANCOUNT"));
+    }
+
+    TEST_F(SqlServer, a_commit_that_fails_leaves_the_transaction_if_the_server_has_it_still)
+    {
+        conexion->BeginTrans();
+        ejecuta("UPDATE SinSitioAlConfirmar");
+        EXPECT_EQ(falla([&] { conexion->CommitTrans(); }), Categoria::instruccion);
+        conexion->CommitTrans();
+        EXPECT_THAT(dicho(),
+            ElementsAre(
+                "BEGIN TRANSACTION", "UPDATE SinSitioAlConfirmar", "COMMIT", "SELECT @@TRANCOUNT", "COMMIT"));
+        conexion->BeginTrans();
+        ejecuta("UPDATE InterbloqueoAlConfirmar");
+        EXPECT_EQ(falla([&] { conexion->CommitTrans(); }), Categoria::bloqueo);
+        EXPECT_EQ(falla([&] { conexion->CommitTrans(); }), Categoria::otra);
+        EXPECT_EQ(texto, "La transacción se ha perdido por un error anterior: sólo se puede deshacer.");
+        conexion->RollbackTrans();
+        EXPECT_THAT(dicho(),
+            ElementsAre(
+                "BEGIN TRANSACTION", "UPDATE InterbloqueoAlConfirmar", "COMMIT", "SELECT @@TRANCOUNT"));
+    }
+
+    TEST_F(SqlServer, the_key_of_a_table_is_asked_once_by_the_parts_of_its_name)
+    {
+        for (int vez = 0; vez < 2; ++vez)
+            for (const auto* tabla : { "Contador", "Bexmor.dbo.[Contador]" }) {
+                const auto rs = conexion->CreateRecordset();
+                rs->Open(std::string("SELECT * FROM ") + tabla, adodb::CursorType::Keyset,
+                    adodb::LockType::Pessimistic);
+                rs->Fields("n").Value(7);
+                rs->Update();
+            }
+        const auto todo = dicho();
+        EXPECT_THAT(todo, testing::Contains("CLAVE - - Contador").Times(1));
+        EXPECT_THAT(todo, testing::Contains("CLAVE Bexmor dbo Contador").Times(1));
+        EXPECT_THAT(
+            todo, testing::Contains("UPDATE Bexmor.dbo.[Contador] SET \"n\" = 7 WHERE \"n\" = 1").Times(2));
     }
 
     TEST_F(SqlServer, a_transaction_lost_with_its_line_is_not_committed_on_a_new_one)

@@ -67,5 +67,19 @@ namespace {
         EXPECT_TRUE(vigencia.vale());
     }
 
+    TEST(Vigencia, undone_in_part_it_still_ends_with_what_is_undone_later)
+    {
+        auto vigencia = leida();
+        vigencia.deshecha_en_parte();
+        EXPECT_TRUE(vigencia.vale()) << "nothing was changed";
+        vigencia.ejecutada("CREATE TABLE t (x DATE)");
+        vigencia.leido();
+        vigencia.deshecha_en_parte();
+        EXPECT_FALSE(vigencia.vale()) << "the table may be gone";
+        vigencia.leido();
+        vigencia.deshecha();
+        EXPECT_FALSE(vigencia.vale()) << "or be gone now";
+    }
+
 }
 }

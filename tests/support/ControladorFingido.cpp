@@ -1,7 +1,7 @@
-// An ODBC driver that says it is SQL Server's, for the driver manager to load. It has no database: it writes
-// what it is told into the file that DATABASE names, a line each, keeps count of transactions, and fails as
-// the server does on statements that name one of the accidents below. It knows no more calls than the engine
-// makes.
+// An ODBC driver that says it is SQL Server's, or whose NOMBRE tells, for the driver manager to load. It has
+// no database: it writes what it is told into the file that DATABASE names, a line each, keeps count of
+// transactions, and fails as the server does on statements that name one of the accidents below, or on the
+// commit after them. It knows no more calls than the engine makes.
 #include "engines/odbc/Unicode.hpp"
 
 #include <algorithm>
@@ -22,26 +22,39 @@ struct Accidente {
     const char* sqlstate;
     SQLINTEGER numero;
     bool deshace_todo;
-    bool al_leer; ///< comes with the first row, not with the statement
+    const char* espera_a = ""; ///< happens with the next statement that begins so
+    bool al_leer = false; ///< comes with the first row, not with the statement
 };
-constexpr std::array<Accidente, 5> accidentes{ {
-    { "ClaveRepetida", "23000", 2627, false, false },
-    { "Espera", "HY000", 1222, false, false },
-    { "EsperaAlLeer", "HY000", 1222, false, true },
-    { "Interbloqueo", "40001", 1205, true, false },
-    { "LineaCortada", "08S01", 0, true, false },
+/// Where names are taken for identifiers it must be told the database and the schema too.
+constexpr Accidente nombre_a_medias{ "nombre a medias", "HY009", 0, false };
+constexpr std::array<Accidente, 12> accidentes{ {
+    { "ClaveRepetida", "23000", 2627, false },
+    { "Espera", "HY000", 1222, false },
+    { "EsperaAlLeer", "HY000", 1222, false, "", true },
+    { "Interbloqueo", "40001", 1205, true },
+    { "LineaCortada", "08S01", 0, true },
+    { "SinSitioAlConfirmar", "42000", 9002, false, "COMMIT" },
+    { "InterbloqueoAlConfirmar", "40001", 1205, true, "COMMIT" },
+    { "LineaCortadaAlConfirmar", "08S01", 0, true, "COMMIT" },
+    { "SinSitioAlVolver", "42000", 9002, false, "ROLLBACK TRANSACTION u" },
+    { "LineaCortadaAlSeguir", "08S01", 0, true, "SAVE TRANSACTION u" },
+    { "SinRespuestaAlPreguntar", "HYT00", 0, false, "SELECT @@TRANCOUNT" },
+    { "SinRespuestaAlDeshacer", "HYT00", 0, false, "IF @@TRANCOUNT" },
 } };
 
 struct Linea {
     std::string registro;
+    std::string nombre;
     int abiertas = 0;
     const Accidente* fallo = nullptr;
+    const Accidente* esperado = nullptr;
 };
 
 struct Instruccion {
     Linea* linea;
-    bool con_filas = false;
+    SQLSMALLINT columnas = 0;
     bool leida = false;
+    bool con_identificadores = false;
 };
 
 Linea& linea(SQLHANDLE asa) { return *static_cast<Linea*>(asa); }
@@ -59,6 +72,15 @@ SQLRETURN falla(Linea& suya, const Accidente& accidente)
     if (accidente.deshace_todo)
         suya.abiertas = 0;
     return SQL_ERROR;
+}
+
+std::string valor_de(const std::string& cadena, const std::string& nombre)
+{
+    const auto comienzo = cadena.find(nombre);
+    if (comienzo == std::string::npos)
+        return {};
+    const auto valor = cadena.substr(comienzo + nombre.size());
+    return valor.substr(0, valor.find(';'));
 }
 
 void copia(const std::string& texto, SQLWCHAR* destino, std::size_t letras)
@@ -95,8 +117,7 @@ SQLRETURN SQLDriverConnectW(SQLHDBC asa, SQLHWND, SQLWCHAR* cadena, SQLSMALLINT 
     std::string texto; // the driver manager has made a wide letter of each byte
     std::transform(cadena, cadena + letras, std::back_inserter(texto),
         [](SQLWCHAR letra) { return static_cast<char>(static_cast<unsigned char>(letra)); });
-    const auto comienzo = texto.find("DATABASE=") + std::strlen("DATABASE=");
-    linea(asa) = { .registro = texto.substr(comienzo, texto.find(';', comienzo) - comienzo) };
+    linea(asa) = { valor_de(texto, "DATABASE="), valor_de(texto, "NOMBRE=") };
     std::ofstream(linea(asa).registro, std::ios::app) << "CONECTA\n";
     return SQL_SUCCESS;
 }
@@ -104,7 +125,13 @@ SQLRETURN SQLDriverConnectW(SQLHDBC asa, SQLHWND, SQLWCHAR* cadena, SQLSMALLINT 
 SQLRETURN SQLDisconnect(SQLHDBC) { return SQL_SUCCESS; }
 SQLRETURN SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
 SQLRETURN SQLSetConnectAttrW(SQLHDBC, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
-SQLRETURN SQLSetStmtAttrW(SQLHSTMT, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
+
+SQLRETURN SQLSetStmtAttrW(SQLHSTMT asa, SQLINTEGER atributo, SQLPOINTER valor, SQLINTEGER)
+{
+    if (atributo == SQL_ATTR_METADATA_ID)
+        instruccion(asa).con_identificadores = valor != nullptr;
+    return SQL_SUCCESS;
+}
 
 SQLRETURN SQLGetConnectAttrW(SQLHDBC, SQLINTEGER, SQLPOINTER valor, SQLINTEGER, SQLINTEGER*)
 {
@@ -112,9 +139,9 @@ SQLRETURN SQLGetConnectAttrW(SQLHDBC, SQLINTEGER, SQLPOINTER valor, SQLINTEGER, 
     return SQL_SUCCESS;
 }
 
-SQLRETURN SQLGetInfoW(SQLHDBC, SQLUSMALLINT, SQLPOINTER valor, SQLSMALLINT bytes, SQLSMALLINT* largo)
+SQLRETURN SQLGetInfoW(SQLHDBC asa, SQLUSMALLINT, SQLPOINTER valor, SQLSMALLINT bytes, SQLSMALLINT* largo)
 {
-    const std::string nombre = "Microsoft SQL Server";
+    const std::string nombre = linea(asa).nombre.empty() ? "Microsoft SQL Server" : linea(asa).nombre;
     copia(nombre, static_cast<SQLWCHAR*>(valor), static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR));
     *largo = static_cast<SQLSMALLINT>(nombre.size() * sizeof(SQLWCHAR));
     return SQL_SUCCESS;
@@ -127,21 +154,48 @@ SQLRETURN SQLExecDirectW(SQLHSTMT asa, SQLWCHAR* texto, SQLINTEGER letras)
         { reinterpret_cast<const char16_t*>(texto), static_cast<std::size_t>(letras) });
     std::ofstream(suya.registro, std::ios::app) << sql << '\n';
     suya.fallo = nullptr;
-    for (const auto& accidente : accidentes)
-        if (nombra(sql, accidente) && !accidente.al_leer)
-            return falla(suya, accidente);
-        else if (nombra(sql, accidente))
+    if (suya.esperado != nullptr && sql.starts_with(suya.esperado->espera_a))
+        return falla(suya, *std::exchange(suya.esperado, nullptr));
+    for (const auto& accidente : accidentes) {
+        if (!nombra(sql, accidente))
+            continue;
+        if (*accidente.espera_a != '\0')
+            suya.esperado = &accidente;
+        else if (accidente.al_leer)
             suya.fallo = &accidente;
+        else
+            return falla(suya, accidente);
+    }
     suya.abiertas += sql == "BEGIN TRANSACTION" ? 1 : 0;
     if (sql == "COMMIT" || sql.ends_with("ROLLBACK TRANSACTION"))
         suya.abiertas = 0;
-    instruccion(asa).con_filas = sql.starts_with("SELECT");
+    instruccion(asa).columnas = sql.starts_with("SELECT") ? 1 : 0;
+    return SQL_SUCCESS;
+}
+
+/// Of whatever table the key is "n", which is what the column of every query is called too.
+SQLRETURN SQLPrimaryKeysW(SQLHSTMT asa, SQLWCHAR* catalogo, SQLSMALLINT, SQLWCHAR* esquema, SQLSMALLINT,
+    SQLWCHAR* tabla, SQLSMALLINT)
+{
+    std::ofstream registro(instruccion(asa).linea->registro, std::ios::app);
+    registro << "CLAVE";
+    for (const auto* parte : { catalogo, esquema, tabla }) {
+        std::u16string texto;
+        for (const auto* letra = parte; letra != nullptr && *letra != 0; ++letra)
+            texto += static_cast<char16_t>(*letra);
+        registro << ' ' << (parte == nullptr ? "-" : atipicos::odbc::a_utf8(texto));
+    }
+    registro << '\n';
+    instruccion(asa).linea->fallo = nullptr;
+    if (instruccion(asa).con_identificadores && (catalogo == nullptr || esquema == nullptr))
+        return falla(*instruccion(asa).linea, nombre_a_medias);
+    instruccion(asa).columnas = 4;
     return SQL_SUCCESS;
 }
 
 SQLRETURN SQLNumResultCols(SQLHSTMT asa, SQLSMALLINT* cuantas)
 {
-    *cuantas = instruccion(asa).con_filas ? 1 : 0;
+    *cuantas = instruccion(asa).columnas;
     return SQL_SUCCESS;
 }
 
@@ -151,12 +205,12 @@ SQLRETURN SQLRowCount(SQLHSTMT, SQLLEN* filas)
     return SQL_SUCCESS;
 }
 
-SQLRETURN SQLDescribeColW(SQLHSTMT, SQLUSMALLINT, SQLWCHAR* nombre, SQLSMALLINT, SQLSMALLINT* largo,
+SQLRETURN SQLDescribeColW(SQLHSTMT asa, SQLUSMALLINT, SQLWCHAR* nombre, SQLSMALLINT, SQLSMALLINT* largo,
     SQLSMALLINT* tipo, SQLULEN*, SQLSMALLINT*, SQLSMALLINT*)
 {
     copia("n", nombre, 2);
     *largo = 1;
-    *tipo = SQL_INTEGER;
+    *tipo = instruccion(asa).columnas == 1 ? SQL_INTEGER : SQL_WVARCHAR;
     return SQL_SUCCESS;
 }
 
@@ -176,9 +230,11 @@ SQLRETURN SQLFetch(SQLHSTMT asa)
 }
 
 /// Every query has one row: how many transactions are open.
-SQLRETURN SQLGetData(SQLHSTMT asa, SQLUSMALLINT, SQLSMALLINT, SQLPOINTER valor, SQLLEN, SQLLEN* bytes)
+SQLRETURN SQLGetData(SQLHSTMT asa, SQLUSMALLINT columna, SQLSMALLINT, SQLPOINTER valor, SQLLEN, SQLLEN* bytes)
 {
-    copia(std::to_string(instruccion(asa).linea->abiertas), static_cast<SQLWCHAR*>(valor), 2);
+    const auto& suya = instruccion(asa);
+    copia(suya.columnas > 1 && columna == suya.columnas ? "n" : std::to_string(suya.linea->abiertas),
+        static_cast<SQLWCHAR*>(valor), 2);
     *bytes = sizeof(SQLWCHAR);
     return SQL_SUCCESS;
 }
