@@ -130,24 +130,26 @@ namespace {
 
     TEST_F(PostgresqlPareja, tables_changed_in_a_save_of_a_unit_that_is_undone_are_looked_at_again)
     {
-        const auto crea = [&](const std::string& tipo) {
-            empieza();
-            gestion->Execute("CREATE TABLE Nueva (Dato " + tipo + ")");
+        gestion->Execute("CREATE TABLE Nueva (Dato NVARCHAR(30))");
+        const auto inserta = [&] {
             gestion->Execute("INSERT INTO Nueva (Dato) VALUES ('09/02/2026 9:05:03')");
+            return lee(*gestion, "SELECT Dato FROM Nueva WHERE Dato ='09/02/2026 9:05:03'");
+        };
+        const auto cambia = [&] {
+            empieza();
+            gestion->Execute("ALTER TABLE Nueva DROP COLUMN Dato");
+            gestion->Execute("ALTER TABLE Nueva ADD Dato TIMESTAMP");
+            EXPECT_EQ(inserta(), "09/02/2026 9:05:03");
             confirma();
         };
-        {
-            sql::Unidad unidad(transacciones);
-            crea("NVARCHAR(30)");
-            unidad.deshace_ultima();
-            crea("DATETIME");
-            EXPECT_EQ(lee(*gestion, "SELECT Dato FROM Nueva WHERE Dato ='09/02/2026 9:05:03'"),
-                "09/02/2026 9:05:03");
-            unidad.deshace_ultima();
-            crea("NVARCHAR(30)");
-        }
-        crea("DATETIME");
-        EXPECT_EQ(servidor->psql("par", "SELECT dato FROM propio.nueva"), "2026-02-09 09:05:03\n");
+        sql::Unidad unidad(transacciones);
+        cambia();
+        unidad.deshace_ultima();
+        gestion->BeginTrans();
+        EXPECT_EQ(inserta(), "09/02/2026 9:05:03");
+        gestion->CommitTrans();
+        unidad.confirma();
+        EXPECT_EQ(servidor->psql("par", "SELECT dato FROM propio.nueva"), "09/02/2026 9:05:03\n");
     }
 
     TEST_F(PostgresqlPareja, the_names_of_the_accounting_database_may_stand_in_it)

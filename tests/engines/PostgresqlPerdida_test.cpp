@@ -110,6 +110,15 @@ namespace {
         EXPECT_EQ(lee(*gestion, "SELECT Texto FROM Cargos WHERE Id =2"), "dos");
     }
 
+    TEST_F(PostgresqlPerdida, on_a_line_opened_again_the_tables_are_looked_at_again)
+    {
+        mata();
+        servidor->psql("par", "ALTER TABLE propio.cargos ADD dia TIMESTAMP");
+        EXPECT_EQ(lee(*gestion, "SELECT COUNT(*) FROM Cargos"), "0");
+        gestion->Execute("INSERT INTO Cargos (Id, Dia) VALUES (1, '9:05:03')");
+        EXPECT_EQ(lee(*gestion, "SELECT Dia FROM Cargos"), "01/01/1900 9:05:03");
+    }
+
     TEST_F(PostgresqlPerdida, a_server_that_is_not_there_when_a_transaction_begins_loses_it)
     {
         servidor->detiene();
