@@ -8,7 +8,7 @@ destino=$(realpath "${1:-docs/rendimiento.md}")
 shift || true
 programas=("$@")
 [ ${#programas[@]} -gt 0 ] || programas=(bench_guardar bench_operaciones bench_listar bench_servidor bench_ventana
-    bench_visor bench_imprimir bench_despacho)
+    bench_visor bench_imprimir bench_despacho bench_forma)
 
 packaging/dependencias.sh ventanas pruebas
 cmake --preset release -B build/bench >/dev/null

@@ -2,6 +2,7 @@
 
 #include "engines/sql/Fechas.hpp"
 #include "engines/sql/Nombres.hpp"
+#include "engines/sql/Sitios.hpp"
 #include "engines/sql/UnaSola.hpp"
 #include "platform/adodb/Connection.hpp"
 
@@ -39,6 +40,31 @@ namespace {
 
         std::string reescribe()
         {
+            cambia();
+            return junta();
+        }
+
+        std::optional<Plantilla> forma(std::span<const Literal> literales, Numeros numeros)
+        {
+            static constexpr std::array<std::string_view, 4> con_forma{ "SELECT", "INSERT", "UPDATE",
+                "DELETE" };
+            if (!m_vista.es_una_de(0, con_forma))
+                return std::nullopt;
+            const auto sitios = sitios_de(m_vista, literales);
+            Plantilla plantilla;
+            if (!sitios || !trata(*sitios, numeros, plantilla.tratos))
+                return std::nullopt;
+            cambia();
+            for (std::size_t i = 0; i < literales.size(); ++i)
+                if (viaja(plantilla.tratos[i], literales[i]))
+                    abre((*sitios)[i].token, i, literales[i], numeros, plantilla.forma);
+            plantilla.forma.texto = junta();
+            return plantilla;
+        }
+
+    private:
+        void cambia()
+        {
             if (!es_una_sola(m_sql, m_vista, m_catalogo.dialecto().transact))
                 falla("Sólo se admite una instrucción en cada ejecución.");
             cambia_isnull();
@@ -52,10 +78,36 @@ namespace {
             }
             cambia_tablas(tablas);
             cambia_nombres();
-            return junta();
         }
 
-    private:
+        /// What becomes of the literals by their places; false: they all stay. How a server looks for a range
+        /// of rows depends on its limits, which it is told only in a text.
+        static bool trata(const std::vector<Sitio>& sitios, Numeros numeros, std::vector<Trato>& tratos)
+        {
+            const bool con_tipo = numeros == Numeros::con_tipo;
+            for (const auto& sitio : sitios) {
+                if (sitio.papel == Sitio::Papel::en_rango && con_tipo)
+                    return false;
+                tratos.push_back(sitio.papel == Sitio::Papel::otro           ? Trato::queda
+                        : sitio.papel == Sitio::Papel::igualado && !con_tipo ? Trato::viaja_si_no_es_bit
+                                                                             : Trato::viaja);
+            }
+            return true;
+        }
+
+        /// Puts a mark in the place of a literal.
+        void abre(std::size_t token, std::size_t cual, const Literal& literal, Numeros numeros, Forma& forma)
+        {
+            const bool es_fecha = std::find(m_fechas.begin(), m_fechas.end(), token) != m_fechas.end();
+            forma.valores.push_back({ cual, es_fecha });
+            if (literal.texto.front() == '-')
+                m_vista.cambia(token - 1, {});
+            m_vista.cambia(token,
+                numeros == Numeros::segun_valor
+                    ? std::string_view("?")
+                    : m_escritos.emplace_front("$" + std::to_string(forma.valores.size())));
+        }
+
         [[nodiscard]] std::string junta() const
         {
             std::string resultado;
@@ -311,6 +363,7 @@ namespace {
             escrito += texto_iso(*fecha);
             escrito += '\'';
             m_vista.cambia(i, escrito);
+            m_fechas.push_back(i);
         }
 
         [[noreturn]] void falla(std::string descripcion) const
@@ -330,6 +383,7 @@ namespace {
         std::vector<Token> m_tokens;
         Vista m_vista;
         std::vector<Tabla> m_tablas;
+        std::vector<std::size_t> m_fechas; ///< the texts that have become dates
         std::forward_list<std::string> m_escritos; ///< texts that tokens refer to; a list does not move them
     };
 
@@ -346,6 +400,12 @@ std::string reescribe(std::string_view sql, const Catalogo& catalogo, Donde dond
     if (!catalogo.dialecto().transact && catalogo.propio().empty() && !puede_cambiar(sql))
         return std::string(sql);
     return Reescritor(sql, catalogo, donde).reescribe();
+}
+
+std::optional<Plantilla> forma_de(std::string_view sql, std::span<const Literal> literales, Numeros numeros,
+    const Catalogo& catalogo, Donde donde)
+{
+    return Reescritor(sql, catalogo, donde).forma(literales, numeros);
 }
 
 } // namespace atipicos::sql

@@ -1,10 +1,14 @@
 #pragma once
 
 #include "engines/sql/Catalogo.hpp"
+#include "engines/sql/Forma.hpp"
 #include "runtime/Error.hpp"
 
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace atipicos::sql {
 
@@ -23,6 +27,18 @@ namespace atipicos::sql {
 /// in a date's place is no date, or when it is not one statement alone.
 [[nodiscard]] std::string reescribe(
     std::string_view sql, const Catalogo& catalogo, Donde donde = Donde::aqui());
+
+/// A statement rewritten for all that differ from it in their values alone.
+struct Plantilla {
+    std::vector<Trato> tratos; ///< by literal
+    Forma forma;
+};
+
+/// Rewrites a statement without its values, `literales`, those of its skeleton. Nothing when it is to go as
+/// it is: it is no query and no change of rows, or its values are to be seen together with it. Raises the
+/// errors of `reescribe`.
+[[nodiscard]] std::optional<Plantilla> forma_de(std::string_view sql, std::span<const Literal> literales,
+    Numeros numeros, const Catalogo& catalogo, Donde donde = Donde::aqui());
 
 /// Whether a text of Transact-SQL loses letters unless it is written `N'…'`.
 [[nodiscard]] bool necesita_n(std::string_view texto) noexcept;

@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 segundos=${1:-60}
 shift || true
 destinos=("$@")
-[ ${#destinos[@]} -gt 0 ] || destinos=(csv fechas numeros plantilla reescritura)
+[ ${#destinos[@]} -gt 0 ] || destinos=(csv fechas forma numeros plantilla reescritura)
 
 packaging/dependencias.sh pruebas medidas
 cmake --preset fuzz >/dev/null

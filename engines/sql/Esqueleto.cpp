@@ -1,0 +1,235 @@
+#include "engines/sql/Esqueleto.hpp"
+
+#include <charconv>
+#include <cstring>
+#include <limits>
+
+namespace atipicos::sql {
+
+namespace {
+
+    enum class Tipo : std::uint8_t { dudoso, blanco, letra, cifra, signo, menos, nombre, comilla };
+
+    constexpr auto tipos = [] {
+        std::array<Tipo, 256> tabla{};
+        const auto pon = [&](std::string_view cuales, Tipo tipo) {
+            for (const char c : cuales)
+                tabla[static_cast<unsigned char>(c)] = tipo;
+        };
+        for (std::size_t c = 0x80; c < tabla.size(); ++c)
+            tabla[c] = Tipo::letra; // of UTF-8
+        pon("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_", Tipo::letra);
+        pon("0123456789", Tipo::cifra);
+        pon(" \t\n\r\f\v", Tipo::blanco);
+        pon("(),.=<>!+*/%|", Tipo::signo);
+        pon("-", Tipo::menos);
+        pon("\"[", Tipo::nombre);
+        pon("'", Tipo::comilla);
+        return tabla;
+    }();
+
+    constexpr Tipo tipo_de(char c) noexcept { return tipos[static_cast<unsigned char>(c)]; }
+    constexpr bool es_de_palabra(Tipo tipo) noexcept { return tipo == Tipo::letra || tipo == Tipo::cifra; }
+    constexpr bool es_cifra(char c) noexcept { return c >= '0' && c <= '9'; }
+
+    /// The marks of the classes, which no statement holds: control characters stand for something doubtful.
+    constexpr char marca_de(Literal::Clase clase, Numeros numeros, bool negativo) noexcept
+    {
+        constexpr char primera = 1;
+        constexpr char clases = 4;
+        const auto vista = numeros == Numeros::segun_valor && clase != Literal::Clase::texto
+            ? Literal::Clase::entero
+            : clase;
+        return static_cast<char>(primera + static_cast<char>(vista) + (negativo ? clases : 0));
+    }
+
+    /// Whether a decimal number is the same double however it is computed: the quotient of two whole numbers
+    /// that a double holds exactly, and too far from the middle between two doubles for an intermediate
+    /// result of more bits to be rounded to it (5^4 < 2^11).
+    constexpr bool es_el_mismo_doble(std::size_t cifras, std::size_t decimales) noexcept
+    {
+        return cifras <= std::size_t{ std::numeric_limits<double>::digits10 } && decimales <= 4;
+    }
+
+    constexpr std::size_t mas_cifras_de_entero = std::numeric_limits<std::int64_t>::digits10;
+    constexpr std::size_t mas_cifras_de_decimal = 38;
+
+    Literal::Clase clase_de_entero(std::string_view numero) noexcept
+    {
+        constexpr std::size_t seguras = std::numeric_limits<std::int32_t>::digits10;
+        if (numero.size() <= seguras)
+            return Literal::Clase::entero;
+        std::int32_t valor = 0;
+        const auto leido = std::from_chars(numero.data(), numero.data() + numero.size(), valor);
+        return leido.ec == std::errc() ? Literal::Clase::entero : Literal::Clase::entero_largo;
+    }
+
+}
+
+bool Esqueleto::lee(std::string_view sql) noexcept
+{
+    m_sql = sql;
+    m_lugar = 0;
+    m_copiado = 0;
+    m_anterior = 0;
+    m_escrito = 0;
+    m_cuantos = 0;
+    if (sql.size() > maximo_de_texto)
+        return false;
+    while (m_lugar < m_sql.size())
+        if (!lee_pieza())
+            return false;
+    copia(m_sql.size());
+    return true;
+}
+
+/// What stands before `hasta` and not yet in the skeleton is part of it.
+void Esqueleto::copia(std::size_t hasta) noexcept
+{
+    const auto cuantos = hasta - m_copiado;
+    std::memcpy(m_texto.data() + m_escrito, m_sql.data() + m_copiado, cuantos);
+    m_escrito += cuantos;
+}
+
+bool Esqueleto::lee_pieza() noexcept
+{
+    const char c = m_sql[m_lugar];
+    switch (tipo_de(c)) {
+    case Tipo::blanco:
+        ++m_lugar;
+        return true;
+    case Tipo::letra:
+        return lee_palabra();
+    case Tipo::signo:
+        return lee_signo(c);
+    case Tipo::cifra:
+        return lee_numero(m_lugar);
+    case Tipo::menos:
+        return lee_menos();
+    case Tipo::nombre:
+        return lee_nombre(c == '[' ? ']' : c);
+    case Tipo::comilla:
+        return lee_texto();
+    case Tipo::dudoso:
+        break;
+    }
+    return false;
+}
+
+bool Esqueleto::lee_palabra() noexcept
+{
+    const auto fin = m_sql.size();
+    auto i = m_lugar + 1;
+    while (i < fin && es_de_palabra(tipo_de(m_sql[i])))
+        ++i;
+    m_lugar = i;
+    m_anterior = 'a';
+    return en(i) != '\''; // N'…', E'…', x'…'
+}
+
+bool Esqueleto::lee_signo(char signo) noexcept
+{
+    const char siguiente = en(m_lugar + 1);
+    if ((signo == '.' && es_cifra(siguiente)) || (signo == '/' && siguiente == '*'))
+        return false;
+    ++m_lugar;
+    m_anterior = signo;
+    return true;
+}
+
+/// A minus sign belongs to the number behind it where nothing can be taken from anything.
+bool Esqueleto::lee_menos() noexcept
+{
+    const char siguiente = en(m_lugar + 1);
+    if (siguiente == '-')
+        return false;
+    constexpr std::string_view comienzos = "(,=<>";
+    if (es_cifra(siguiente) && comienzos.find(m_anterior) != std::string_view::npos)
+        return lee_numero(m_lugar);
+    ++m_lugar;
+    m_anterior = '-';
+    return true;
+}
+
+bool Esqueleto::lee_nombre(char cierre) noexcept
+{
+    auto fin = m_lugar;
+    do {
+        fin = m_sql.find(cierre, fin + 1);
+        if (fin == std::string_view::npos)
+            return false;
+        ++fin;
+    } while (en(fin) == cierre);
+    m_lugar = fin;
+    m_anterior = cierre;
+    return tipo_de(en(fin)) != Tipo::comilla;
+}
+
+bool Esqueleto::lee_texto() noexcept
+{
+    const auto inicio = m_lugar;
+    auto fin = inicio;
+    bool con_dobles = false;
+    while (true) {
+        fin = m_sql.find('\'', fin + 1);
+        if (fin == std::string_view::npos)
+            return false;
+        ++fin;
+        if (en(fin) != '\'')
+            break;
+        con_dobles = true;
+    }
+    m_lugar = fin;
+    return anota(inicio, Literal::Clase::texto, con_dobles);
+}
+
+bool Esqueleto::lee_numero(std::size_t inicio) noexcept
+{
+    const bool negativo = m_sql[inicio] == '-';
+    const auto primera = inicio + (negativo ? 1U : 0U);
+    auto fin = primera;
+    while (es_cifra(en(fin)))
+        ++fin;
+    const auto enteras = fin - primera;
+    std::size_t decimales = 0;
+    if (en(fin) == '.') {
+        while (es_cifra(en(++fin)))
+            ++decimales;
+        if (decimales == 0)
+            return false;
+    }
+    m_lugar = fin;
+    const bool exacto = decimales == 0   ? enteras <= mas_cifras_de_entero
+        : m_numeros == Numeros::con_tipo ? enteras + decimales <= mas_cifras_de_decimal
+                                         : es_el_mismo_doble(enteras + decimales, decimales);
+    if (exacto) {
+        const auto numero = m_sql.substr(inicio, fin - inicio);
+        return anota(inicio, decimales > 0 ? Literal::Clase::decimal : clase_de_entero(numero), false);
+    }
+    m_anterior = '0';
+    return acaba_aqui();
+}
+
+/// Whether a literal that ends here ends here for every database: by a sign that is part of nothing else.
+bool Esqueleto::acaba_aqui() const noexcept
+{
+    if (m_lugar == m_sql.size())
+        return true;
+    const char c = m_sql[m_lugar];
+    const auto tipo = tipo_de(c);
+    return tipo == Tipo::blanco || tipo == Tipo::menos || (tipo == Tipo::signo && c != '.');
+}
+
+bool Esqueleto::anota(std::size_t inicio, Literal::Clase clase, bool con_dobles) noexcept
+{
+    if (m_cuantos == maximo_de_literales || !acaba_aqui())
+        return false;
+    m_literales[m_cuantos++] = { m_sql.substr(inicio, m_lugar - inicio), clase, con_dobles };
+    copia(inicio);
+    m_copiado = m_lugar;
+    m_texto[m_escrito++] = marca_de(clase, m_numeros, m_sql[inicio] == '-');
+    m_anterior = '\'';
+    return true;
+}
+
+} // namespace atipicos::sql
