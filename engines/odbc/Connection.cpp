@@ -35,7 +35,7 @@ std::shared_ptr<Connection> Connection::Abrir(const Opciones& opciones, Donde do
     return std::shared_ptr<Connection>(new Connection(std::move(sesion), Lado::gestion));
 }
 
-sql::Pareja Connection::AbrirPareja(const Opciones& opciones, const NombresContables& nombres, Donde donde)
+sql::Pareja Connection::AbrirPareja(const Opciones& opciones, const LeeBases& lee_bases, Donde donde)
 {
     const auto sesion = std::make_shared<Sesion>(opciones, donde);
     const auto& servidor = sesion->servidor();
@@ -49,10 +49,21 @@ sql::Pareja Connection::AbrirPareja(const Opciones& opciones, const NombresConta
     sesion->catalogo(Lado::contabilidad).pon_propio(servidor.prefijo_contable);
     if (servidor.dialecto.transact)
         return pareja;
-    for (const auto& nombre : nombres ? nombres(*pareja.contabilidad) : std::vector<std::string>{ "Bexmor" })
+    for (const auto& nombre :
+        lee_bases ? lee_bases(*pareja.contabilidad) : std::vector<std::string>{ "Bexmor" })
         for (const auto lado : { Lado::gestion, Lado::contabilidad })
             sesion->catalogo(lado).agrega_base(nombre, servidor.prefijo_contable);
     return pareja;
+}
+
+Connection::~Connection()
+{
+    if (m_sesion.use_count() == 1 || !en_transaccion()) // a session that ends undoes it by itself
+        return;
+    try {
+        m_sesion->transacciones().deshace(m_lado, Donde{});
+    } catch (...) { // NOLINT(bugprone-empty-catch): a line that is lost has undone it too
+    }
 }
 
 void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb::CommandType, Donde donde)

@@ -11,9 +11,8 @@
 
 namespace atipicos::odbc {
 
-/// The names by which three-part names call the accounting database, as the accounting side itself tells
-/// them.
-using NombresContables = std::function<std::vector<std::string>(adodb::Connection& contabilidad)>;
+/// The names of the accounting database in three-part names, asked of the accounting side itself.
+using LeeBases = std::function<std::vector<std::string>(adodb::Connection& contabilidad)>;
 
 /// A connection through an ODBC driver, alone or as one of two over one session. SQL Server gets the
 /// statements as they are; other products, told apart by the name that the driver gives, get them rewritten.
@@ -31,10 +30,15 @@ public:
     /// Both products over one line, on whose session plain names are those of management. Plain names of the
     /// accounting side are those of the database `Bexmor` of SQL Server, of the schema `dbo` of PostgreSQL,
     /// and in a file of SQLite those that begin with `Bexmor_`. SQL Server knows three-part names by itself;
-    /// elsewhere those of `nombres` mean the accounting tables: `Bexmor`, unless others are given. Raises an
-    /// error for any other product, and whatever `nombres` raises.
+    /// elsewhere those that `lee_bases` gives mean the accounting tables: `Bexmor` when there is none. Raises
+    /// an error for any other product, and whatever `lee_bases` raises.
     [[nodiscard]] static sql::Pareja AbrirPareja(
-        const Opciones& opciones, const NombresContables& nombres = {}, Donde donde = Donde::aqui());
+        const Opciones& opciones, const LeeBases& lee_bases = {}, Donde donde = Donde::aqui());
+
+    /// Rolls back what it has begun: the session may be another's too.
+    ~Connection() override;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
 
     void Execute(const std::string& sql, std::int32_t* afectadas = nullptr,
         adodb::CommandType tipo = adodb::CommandType::Text, Donde donde = Donde::aqui()) override;

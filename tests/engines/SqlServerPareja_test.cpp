@@ -338,6 +338,18 @@ namespace {
         EXPECT_THAT(dicho(), Contains("CLAVE Bexmor dbo Contador").Times(1));
     }
 
+    TEST_F(SqlServerPareja, a_side_that_is_dropped_rolls_back_what_it_has_begun)
+    {
+        empieza();
+        pareja.contabilidad.reset();
+        EXPECT_THAT(dicho(), ElementsAre("BEGIN TRANSACTION", deshace));
+        EXPECT_EQ(confirma(gestion), la_otra);
+        EXPECT_EQ(deshaz(gestion), "no error");
+        gestion.BeginTrans();
+        pareja = {};
+        EXPECT_THAT(dicho(), Contains("BEGIN TRANSACTION").Times(1));
+    }
+
     TEST_F(SqlServerPareja, no_other_product_than_those_known_is_shared)
     {
         const auto otra = servidor.cadena() + ";NOMBRE=Otro Producto";
