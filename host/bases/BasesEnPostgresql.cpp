@@ -74,14 +74,15 @@ bool crea_en_postgresql(const std::string& direccion, bool vacia, Donde donde)
 
 Bases abre_de_postgresql(const std::string& direccion, const OpcionesBases& opciones, Donde donde)
 {
-    Bases bases;
-    bases.bexmor = postgresql::Connection::Abrir(opciones_de(direccion, esquema_bexmor, opciones), donde);
-    comprueba_version(*bases.bexmor, "Esquema", direccion, donde);
-    auto de_gestion = opciones_de(direccion, esquema_orvalin, opciones);
-    de_gestion.bases = nombres_de_bexmor(*bases.bexmor, donde);
-    bases.orvalin = postgresql::Connection::Abrir(de_gestion, donde);
-    comprueba_version(*bases.orvalin, "Esquema", direccion, donde);
-    return bases;
+    const auto pareja = postgresql::Connection::AbrirPareja(
+        opciones_de(direccion, esquema_orvalin, opciones),
+        [&](adodb::Connection& contabilidad) {
+            comprueba_version(contabilidad, "Esquema", direccion, donde);
+            return nombres_de_bexmor(contabilidad, donde);
+        },
+        donde);
+    comprueba_version(*pareja.gestion, "Esquema", direccion, donde);
+    return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
 }
 
 } // namespace atipicos::bases
