@@ -21,7 +21,8 @@ namespace {
             const char c = minuscula(sql[i]);
             if (c == '\'' || c == ';' || (c == 'i' && iguales(sql.substr(i, 6), "ISNULL"))
                 || (c == 'd' && iguales(sql.substr(i, 3), "dbo"))
-                || (c == 'c' && iguales(sql.substr(i, 6), "CREATE")))
+                || (c == 'c' && iguales(sql.substr(i, 6), "CREATE"))
+                || (c == 'a' && iguales(sql.substr(i, 5), "ALTER")))
                 return true;
         }
         return false;
@@ -130,11 +131,12 @@ namespace {
                     m_vista.cambia(i, m_catalogo.dialecto().isnull);
         }
 
-        /// The words of a CREATE TABLE that stand for a type, which no quoted name does.
+        /// The words of a CREATE or ALTER TABLE that stand for a type, which no quoted name does.
         void cambia_tipos()
         {
             const auto& tipos = m_catalogo.dialecto().tipos;
-            if (tipos.empty() || !m_vista.es(0, "CREATE") || !m_vista.es(1, "TABLE"))
+            if (tipos.empty() || !(m_vista.es(0, "CREATE") || m_vista.es(0, "ALTER"))
+                || !m_vista.es(1, "TABLE"))
                 return;
             for (std::size_t i = 3; i < m_vista.size(); ++i)
                 for (const auto& tipo : tipos)

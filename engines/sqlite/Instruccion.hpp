@@ -13,6 +13,17 @@ namespace atipicos::sqlite {
 /// what a person meets (locked, read-only, full disk) is said in Spanish first.
 [[nodiscard]] adodb::ErrorBaseDatos error_de(sqlite3* base, const std::string& instruccion, Donde donde);
 
+/// Does something of which errors are to say what it was: "que: descripción".
+template <class Accion> void nombrando(const std::string& que, Donde donde, Accion accion)
+{
+    try {
+        accion();
+    } catch (const adodb::ErrorBaseDatos& error) {
+        throw adodb::ErrorBaseDatos(
+            error.categoria(), error.fuente(), que + ": " + error.descripcion(), error.instruccion(), donde);
+    }
+}
+
 /// One prepared statement.
 class Instruccion {
 public:

@@ -6,6 +6,7 @@
 #include "engines/sqlite/Recordset.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <unistd.h>
 #include <utility>
 
@@ -33,28 +34,30 @@ namespace {
             no_se_abre(fichero, "no existe la carpeta en la que crear la base de datos.", donde);
     }
 
-    /// A write-ahead log stands beside its database, so the folder must be writable too. SQLite would only
-    /// say that it cannot open the file.
-    void comprueba_escritura(const std::filesystem::path& fichero, Donde donde)
+    /// A write-ahead log stands beside its database, so the folder must be writable too. 0, or the number of
+    /// the system's error.
+    int impedimento_al_escribir(const std::filesystem::path& fichero)
     {
         const auto carpeta = std::filesystem::absolute(fichero).parent_path();
-        const bool existe = std::filesystem::exists(fichero);
-        if (access(carpeta.string().c_str(), W_OK) == 0
-            && (!existe || access(fichero.string().c_str(), W_OK) == 0))
-            return;
-        throw adodb::ErrorBaseDatos(Categoria::solo_lectura, "SQLite",
-            "«" + fichero.string() + "»: la base de datos o su carpeta es de sólo lectura.", {}, donde);
+        const bool puede = access(carpeta.string().c_str(), W_OK) == 0
+            && (!std::filesystem::exists(fichero) || access(fichero.string().c_str(), W_OK) == 0);
+        return puede ? 0 : errno;
     }
 
-    /// Does something with a database file, so that its errors name the file.
-    template <class Accion> void nombrando(const std::filesystem::path& fichero, Donde donde, Accion accion)
+    /// How the file is opened. Whoever closes a database last puts into it what is left in its log. A file
+    /// opened for reading alone could not, so a reader that may write it opens it for that.
+    const char* modo_de(const Opciones& opciones, int impedimento)
     {
-        try {
-            accion();
-        } catch (const adodb::ErrorBaseDatos& error) {
-            throw adodb::ErrorBaseDatos(error.categoria(), error.fuente(),
-                "«" + fichero.string() + "»: " + error.descripcion(), error.instruccion(), donde);
-        }
+        if (impedimento == EROFS && !std::filesystem::exists(opciones.fichero.string() + "-wal"))
+            return "ro&immutable=1"; // nobody can change it, nor leave his marks beside it
+        return impedimento != 0 ? "ro" : opciones.crear ? "rwc" : "rw";
+    }
+
+    /// SQLite would only say that it cannot open the file.
+    [[noreturn]] void es_de_solo_lectura(const std::filesystem::path& fichero, Donde donde)
+    {
+        throw adodb::ErrorBaseDatos(Categoria::solo_lectura, "SQLite",
+            "«" + fichero.string() + "»: la base de datos o su carpeta es de sólo lectura.", {}, donde);
     }
 
 }
@@ -84,17 +87,18 @@ Sesion::Sesion(sqlite3* base)
 std::shared_ptr<Sesion> Sesion::abre(const Opciones& opciones, Donde donde)
 {
     comprueba_fichero(opciones.fichero, opciones.crear, donde);
-    if (!opciones.solo_lectura)
-        comprueba_escritura(opciones.fichero, donde);
-    const auto* modo = opciones.solo_lectura ? "ro" : opciones.crear ? "rwc" : "rw";
+    const int impedimento = impedimento_al_escribir(opciones.fichero);
+    if (!opciones.solo_lectura && impedimento != 0)
+        es_de_solo_lectura(opciones.fichero, donde);
     sqlite3* base = nullptr;
-    const int resultado = sqlite3_open_v2(uri(opciones.fichero, modo).c_str(), &base,
-        SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX
-            | (opciones.solo_lectura ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE)
-            | (opciones.crear ? SQLITE_OPEN_CREATE : 0),
-        nullptr);
+    const int resultado
+        = sqlite3_open_v2(uri(opciones.fichero, modo_de(opciones, impedimento)).c_str(), &base,
+            SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX
+                | (impedimento == 0 ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY)
+                | (opciones.crear ? SQLITE_OPEN_CREATE : 0),
+            nullptr);
     std::shared_ptr<Sesion> sesion(new Sesion(base)); // closes it, also when opening failed
-    nombrando(opciones.fichero, donde, [&] {
+    nombrando("«" + opciones.fichero.string() + "»", donde, [&] {
         if (resultado != SQLITE_OK)
             throw error_de(base, {}, donde);
         sesion->prepara(opciones, donde);
@@ -108,12 +112,27 @@ void Sesion::prepara(const Opciones& opciones, Donde donde)
 {
     sqlite3_extended_result_codes(base(), 1);
     sqlite3_busy_timeout(base(), static_cast<int>(opciones.espera.count()));
-    ejecuta("SELECT count(*) FROM sqlite_master", nullptr, donde); // finds out what is no database
+    lee_algo(donde);
     if (!opciones.solo_lectura && sqlite3_db_readonly(base(), "main") == 0)
         ejecuta("PRAGMA journal_mode=WAL", nullptr, donde);
     ejecuta(opciones.sincronizacion_completa ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=OFF", nullptr,
         donde);
     ejecuta("PRAGMA foreign_keys=ON", nullptr, donde);
+    if (opciones.solo_lectura)
+        ejecuta("PRAGMA query_only=ON", nullptr, donde);
+}
+
+void Sesion::lee_algo(Donde donde)
+{
+    try {
+        ejecuta("SELECT count(*) FROM sqlite_master", nullptr, donde); // finds out what is no database
+    } catch (const adodb::ErrorBaseDatos& error) {
+        if (error.categoria() != Categoria::solo_lectura)
+            throw;
+        throw adodb::ErrorBaseDatos(Categoria::solo_lectura, error.fuente(),
+            "quien no puede escribir en su carpeta sólo puede leerla mientras otro la tiene abierta.",
+            error.instruccion(), donde);
+    }
 }
 
 void Sesion::adjunta(const Adjunta& otra, Donde donde)
@@ -122,7 +141,7 @@ void Sesion::adjunta(const Adjunta& otra, Donde donde)
     std::string nombre = otra.nombre;
     for (auto p = nombre.find('"'); p != std::string::npos; p = nombre.find('"', p + 2))
         nombre.insert(p, 1, '"');
-    nombrando(otra.fichero, donde, [&] {
+    nombrando("«" + otra.fichero.string() + "»", donde, [&] {
         Instruccion instruccion(base(), "ATTACH ? AS \"" + nombre + "\"", donde);
         instruccion.liga(1, uri(otra.fichero, "ro"), donde);
         instruccion.avanza(donde);

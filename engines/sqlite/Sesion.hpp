@@ -29,7 +29,7 @@ struct Opciones {
     std::filesystem::path fichero;
     std::vector<Adjunta> adjuntas = {};
     bool crear = false; ///< makes the file when there is none
-    bool solo_lectura = false;
+    bool solo_lectura = false; ///< nothing is written but what another session left in its log
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
 };
@@ -76,6 +76,7 @@ private:
 
     explicit Sesion(sqlite3* base);
     void prepara(const Opciones& opciones, Donde donde);
+    void lee_algo(Donde donde);
     void adjunta(const Adjunta& otra, Donde donde);
     void lee_catalogo(Donde donde);
 

@@ -50,6 +50,8 @@ namespace {
             reescribe("create table t (Money MONEY NOT NULL, Bit bit, x NVARCHAR(12) NOT NULL, y INT)", otro),
             "create table t (Money NUMERIC(19,4) NOT NULL, Bit BOOL, x VARCHAR(12) COLLATE C NOT NULL, y "
             "INT)");
+        EXPECT_EQ(
+            reescribe("ALTER TABLE t ADD Importe MONEY", otro), "ALTER TABLE t ADD Importe NUMERIC(19,4)");
         EXPECT_EQ(reescribe("SELECT Money money, x BIT FROM t", otro), "SELECT Money money, x BIT FROM t");
         EXPECT_EQ(en("CREATE TABLE t (x MONEY)"), "CREATE TABLE t (x MONEY)");
     }

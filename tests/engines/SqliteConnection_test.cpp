@@ -2,10 +2,12 @@
 #include "engines/sqlite/Connection.hpp"
 
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/DiscoPequeno.hpp"
 
 #include <gmock/gmock.h>
 
 #include <fstream>
+#include <set>
 
 namespace atipicos::sqlite {
 namespace {
@@ -116,6 +118,57 @@ namespace {
             EXPECT_EQ(error.categoria(), Categoria::solo_lectura);
             EXPECT_THAT(error.descripcion(), HasSubstr("La base de datos es de sólo lectura"));
         }
+    }
+
+    std::set<std::string> nombres(const std::filesystem::path& carpeta)
+    {
+        std::set<std::string> todos;
+        for (const auto& entrada : std::filesystem::directory_iterator(carpeta))
+            todos.insert(entrada.path().filename().string());
+        return todos;
+    }
+
+    TEST_F(Ficheros, the_last_one_to_leave_takes_the_log_away_also_when_he_only_read)
+    {
+        auto quien_escribe = crea("uno.db");
+        auto quien_lee = Connection::Abrir({ .fichero = carpeta / "uno.db", .solo_lectura = true });
+        EXPECT_EQ(cuenta(*quien_lee), 0);
+        quien_escribe->Execute("INSERT INTO t (Id) VALUES (7)");
+        quien_escribe.reset();
+        EXPECT_EQ(nombres(carpeta.ruta()).size(), 3U) << "what was written is still in the log";
+        quien_lee.reset();
+        EXPECT_EQ(nombres(carpeta.ruta()), std::set<std::string>{ "uno.db" });
+        std::filesystem::copy_file(carpeta / "uno.db", carpeta / "copia.db");
+        EXPECT_EQ(cuenta(*Connection::Abrir({ .fichero = carpeta / "copia.db" })), 1);
+    }
+
+    TEST_F(Ficheros, a_database_on_a_read_only_disk_is_read_and_nothing_more)
+    {
+        const pruebas::DiscoPequeno disco(carpeta / "disco");
+        if (!disco.montado())
+            GTEST_SKIP() << "mounting a small disk needs root";
+        crea("uno.db")->Execute("INSERT INTO t (Id) VALUES (7)");
+        std::filesystem::copy_file(carpeta / "uno.db", carpeta / "disco" / "uno.db");
+        ASSERT_TRUE(disco.protege());
+        EXPECT_EQ(
+            cuenta(*Connection::Abrir({ .fichero = carpeta / "disco" / "uno.db", .solo_lectura = true })), 1);
+        EXPECT_THAT(al_abrir({ .fichero = carpeta / "disco" / "uno.db" }).second,
+            HasSubstr("la base de datos o su carpeta es de sólo lectura."));
+    }
+
+    TEST_F(Ficheros, a_log_on_a_read_only_disk_is_not_passed_over)
+    {
+        const pruebas::DiscoPequeno disco(carpeta / "disco");
+        if (!disco.montado())
+            GTEST_SKIP() << "mounting a small disk needs root";
+        const auto abierta = crea("uno.db");
+        abierta->Execute("INSERT INTO t (Id) VALUES (7)");
+        for (const auto* fichero : { "uno.db", "uno.db-wal" })
+            std::filesystem::copy_file(carpeta / fichero, carpeta / "disco" / fichero);
+        ASSERT_TRUE(disco.protege());
+        EXPECT_EQ(al_abrir({ .fichero = carpeta / "disco" / "uno.db", .solo_lectura = true }).first,
+            Categoria::conexion)
+            << "its last rows are in the log, which cannot be read there";
     }
 
     TEST_F(Ficheros, the_attached_database_is_free_for_others_while_a_transaction_is_open)
