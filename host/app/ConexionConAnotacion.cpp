@@ -20,7 +20,7 @@ void ConexionConAnotacion::BeginTrans(Donde donde) { m_real->BeginTrans(donde); 
 void ConexionConAnotacion::CommitTrans(Donde donde)
 {
     if (const auto pendiente = std::exchange(anotacion, nullptr))
-        m_real->Execute(pendiente(), nullptr, adodb::CommandType::Text, donde);
+        pendiente(*m_real);
     m_real->CommitTrans(donde);
 }
 

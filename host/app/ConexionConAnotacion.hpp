@@ -14,9 +14,8 @@ class ConexionConAnotacion final : public adodb::Connection {
 public:
     explicit ConexionConAnotacion(std::shared_ptr<adodb::Connection> real);
 
-    /// The statement to run once, before the next commit. It is asked for at that moment, when the charge has
-    /// its code.
-    std::function<std::string()> anotacion;
+    /// To be done once, before the next commit, when the charge has its code; on the real connection.
+    std::function<void(adodb::Connection&)> anotacion;
 
     void Execute(
         const std::string& sql, std::int32_t* afectadas, adodb::CommandType tipo, Donde donde) override;

@@ -1,6 +1,7 @@
 #include "host/app/ContenidoBases.hpp"
 
 #include "charges/Impuesto.hpp"
+#include "host/app/Interrupcion.hpp"
 #include "host/app/Progreso.hpp"
 #include "platform/adodb/campos.hpp"
 
@@ -34,8 +35,10 @@ namespace {
         {
             auto rs = conexion.CreateRecordset();
             rs->Open(sql, adodb::CursorType::ForwardOnly, adodb::LockType::ReadOnly);
-            for (; !rs->Eof(); rs->MoveNext())
+            for (; !rs->Eof(); rs->MoveNext()) {
+                Interrupcion::comprueba();
                 cada(*rs);
+            }
         }
 
         static ClaveContenida clave_de(adodb::Recordset& rs)

@@ -1,5 +1,6 @@
 #include "browser/EliminarAtipico.hpp"
 #include "host/app/CargoGuardado.hpp"
+#include "host/app/Interrupcion.hpp"
 #include "host/app/Ordenes.hpp"
 #include "host/app/Sesion.hpp"
 
@@ -19,6 +20,7 @@ namespace {
         std::cout << "Deberá ir a contabilidad y eliminar manualmente el asiento asociado "
                   << (asiento > 0 ? std::to_string(asiento) : std::string())
                   << ".\n\n¿Está seguro que desea eliminar el atípico seleccionado? (s/N) " << std::flush;
+        Interrupcion::espera_entrada();
         std::string respuesta;
         std::getline(std::cin, respuesta);
         return respuesta == "s" || respuesta == "S" || respuesta == "sí" || respuesta == "si";

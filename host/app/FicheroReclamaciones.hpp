@@ -1,12 +1,13 @@
 #pragma once
 
+#include "host/app/LectorCsv.hpp"
 #include "runtime/Currency.hpp"
 #include "runtime/Date.hpp"
 
 #include <cstdint>
-#include <filesystem>
+#include <memory>
+#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace atipicos::app {
@@ -20,6 +21,13 @@ struct LineaReclamada {
     std::string observaciones;
 };
 
+/// Something wrong, or worth knowing, in one place of the file.
+struct Reparo {
+    int fila = 0;
+    std::string columna; ///< empty: the row as a whole
+    std::string motivo;
+};
+
 /// One charge of the file: consecutive rows with the same reference.
 struct Reclamacion {
     std::string referencia;
@@ -31,34 +39,38 @@ struct Reclamacion {
     bool franquiciado = false;
     std::vector<LineaReclamada> lineas;
     bool valida = true; ///< false when one of its rows is bad
-};
-
-/// Something wrong, or worth knowing, in one place of the file.
-struct Reparo {
-    int fila = 0;
-    std::string columna; ///< empty: the row as a whole
-    std::string motivo;
-};
-
-struct Reclamaciones {
-    std::vector<Reclamacion> todas; ///< valid or not, in the order of the file
     std::vector<Reparo> errores;
     std::vector<Reparo> notas; ///< quotes that became acute accents
 };
 
-/// Reads a whole file into memory. Raises an error that names it when it is missing, a folder or not
-/// readable.
-[[nodiscard]] std::string lee_fichero(const std::filesystem::path& fichero);
-
-/// Reads the contents of a claims file as a Spanish spreadsheet saves it: ";" between fields, decimal comma,
-/// UTF-8 with or without mark, dates dd/mm/yyyy, one row a line. The columns are found by their headings:
-/// referencia, almacen, proveedor, fecha, observaciones, franquiciado (S or N, empty is N), articulo (empty
-/// is none), descripcion, unidades, costo, observaciones_linea. Further rows of a charge repeat its header
-/// values or leave them empty.
+/// The charges of a claims file as a Spanish spreadsheet saves it, one after the other as the text is read:
+/// ";" between fields, decimal comma, UTF-8 with or without mark, dates dd/mm/yyyy, one row a line. The
+/// columns are found by their headings: referencia, almacen, proveedor, fecha, observaciones, franquiciado (S
+/// or N, empty is N), articulo (empty is none), descripcion, unidades, costo, observaciones_linea. Further
+/// rows of a charge repeat its header values or leave them empty.
 ///
-/// What is wrong with a row makes its charge invalid and is told in `errores`; raises an error only when the
-/// headings cannot be used. A quote inside a text becomes an acute accent, because texts go into statements
-/// as they are; that is told in `notas`.
-[[nodiscard]] Reclamaciones lee_reclamaciones(std::string_view contenido);
+/// What is wrong with a row makes its charge invalid and is told in its `errores`. A quote inside a text
+/// becomes an acute accent, because texts go into statements as they are; that is told in its `notas`. Of the
+/// charges that have gone by only their references are kept, as digests.
+class LectorReclamaciones {
+public:
+    /// Reads the headings, and raises an `ErrorDeContenido` when they cannot be used.
+    explicit LectorReclamaciones(Trozos trozos);
+    LectorReclamaciones(const LectorReclamaciones&) = delete;
+    LectorReclamaciones& operator=(const LectorReclamaciones&) = delete;
+    ~LectorReclamaciones();
+
+    /// The next charge; nothing at the end. Raises an `ErrorDeContenido` when the quotes of a row are out of
+    /// place.
+    [[nodiscard]] std::optional<Reclamacion> siguiente();
+
+private:
+    class Interprete;
+
+    LectorCsv m_csv;
+    std::unique_ptr<Interprete> m_interprete;
+    FilaCsv m_fila; ///< read already, the first of the next charge
+    bool m_hay_fila = false;
+};
 
 } // namespace atipicos::app

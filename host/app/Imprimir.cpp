@@ -2,6 +2,7 @@
 #include "controls/EscritorPdf.hpp"
 #include "controls/LienzoQt.hpp"
 #include "host/app/CargoGuardado.hpp"
+#include "host/app/Interrupcion.hpp"
 #include "host/app/Ordenes.hpp"
 #include "host/app/Progreso.hpp"
 #include "host/app/Sesion.hpp"
@@ -29,6 +30,7 @@ namespace {
             return claves;
         Cargar_Atipicos({ opciones.desde.texto(), opciones.hasta.texto(), opciones.almacen, 0 },
             [&](const CargoListado& cargo) {
+                Interrupcion::comprueba();
                 claves.push_back({ static_cast<std::int16_t>(cargo.Fecha.anio()),
                     static_cast<std::int16_t>(cargo.Cod_Almacen), cargo.Codigo });
             });
@@ -124,6 +126,7 @@ namespace {
                                : "Reclamaciones a proveedores (" + std::to_string(claves.size()) + ")");
         Progreso progreso("Imprimiendo", claves.size());
         for (std::size_t i = 0; i < claves.size(); ++i) {
+            Interrupcion::comprueba();
             if (i > 0)
                 documento = documentos.documento(claves[i]);
             pdf.agrega(*documento);
@@ -147,6 +150,7 @@ namespace {
         fs::create_directories(carpeta);
         Progreso progreso("Imprimiendo", claves.size());
         for (const auto& clave : claves) {
+            Interrupcion::comprueba();
             const auto documento = documentos.documento(clave);
             FicheroPdf pdf(carpeta / nombre_fichero(clave), documento->titulo());
             pdf.agrega(*documento);

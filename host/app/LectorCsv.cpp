@@ -1,91 +1,112 @@
 #include "host/app/LectorCsv.hpp"
 
 #include "host/app/Ordenes.hpp"
-#include "runtime/Error.hpp"
 
-#include <csv.h>
-
-#include <algorithm>
 #include <utility>
 
 namespace atipicos::app {
 
-namespace {
-
-    /// The rows of the file with the line on which each begins; a quoted field may go over several lines.
-    class Lector {
-    public:
-        Lector()
-        {
-            csv_init(&m_csv, CSV_STRICT | CSV_STRICT_FINI);
-            csv_set_delim(&m_csv, ';');
-        }
-        Lector(const Lector&) = delete;
-        Lector& operator=(const Lector&) = delete;
-        ~Lector() { csv_free(&m_csv); }
-
-        std::vector<FilaCsv> lee(std::string_view contenido)
-        {
-            for (std::size_t i = 0; i < contenido.size();) {
-                const auto fin = fin_de_linea(contenido, i);
-                ++m_linea;
-                if (!m_a_medias)
-                    m_fila.numero = m_linea;
-                m_a_medias = true;
-                const auto trozo = contenido.substr(i, fin - i);
-                if (csv_parse(&m_csv, trozo.data(), trozo.size(), &Lector::campo, &Lector::fin_fila, this)
-                    != trozo.size())
-                    mal_entrecomillada();
-                if (m_fila.campos.empty() && !entre_comillas())
-                    m_a_medias = false; // a blank line
-                i = fin;
-            }
-            if (csv_fini(&m_csv, &Lector::campo, &Lector::fin_fila, this) != 0)
-                mal_entrecomillada();
-            return std::move(m_filas);
-        }
-
-    private:
-        /// Past the end of the line that begins at `i`: a line feed, a carriage return, or both.
-        static std::size_t fin_de_linea(std::string_view contenido, std::size_t i)
-        {
-            const auto marca = std::min(contenido.find_first_of("\r\n", i), contenido.size() - 1);
-            const bool ambos = contenido.substr(marca, 2) == "\r\n";
-            return marca + (ambos ? 2 : 1);
-        }
-
-        [[nodiscard]] bool entre_comillas() const { return m_csv.quoted != 0; }
-
-        [[noreturn]] void mal_entrecomillada() const
-        {
-            throw Error(no_hecho, "atipicos",
-                "fila " + std::to_string(m_fila.numero)
-                    + ": las comillas no están bien puestas (un texto con comillas o con «;» va entre "
-                      "comillas, y las de dentro, dobles).");
-        }
-
-        static void campo(void* texto, std::size_t tamano, void* lector)
-        {
-            const auto* inicio = static_cast<const char*>(texto);
-            static_cast<Lector*>(lector)->m_fila.campos.emplace_back(inicio == nullptr ? "" : inicio, tamano);
-        }
-
-        static void fin_fila(int, void* quien)
-        {
-            auto* lector = static_cast<Lector*>(quien);
-            lector->m_filas.push_back(std::exchange(lector->m_fila, {}));
-            lector->m_a_medias = false;
-        }
-
-        csv_parser m_csv{};
-        std::vector<FilaCsv> m_filas;
-        FilaCsv m_fila;
-        int m_linea = 0;
-        bool m_a_medias = false;
-    };
-
+ErrorDeContenido::ErrorDeContenido(const std::string& motivo)
+    : Error(no_hecho, "atipicos", motivo)
+{
 }
 
-std::vector<FilaCsv> lee_csv(std::string_view contenido) { return Lector().lee(contenido); }
+LectorCsv::LectorCsv(Trozos trozos)
+    : m_trozos(std::move(trozos))
+{
+    csv_init(&m_csv, CSV_STRICT | CSV_STRICT_FINI);
+    csv_set_delim(&m_csv, ';');
+}
+
+LectorCsv::~LectorCsv() { csv_free(&m_csv); }
+
+bool LectorCsv::lee(FilaCsv& fila)
+{
+    while (m_leidas.empty())
+        if (!avanza())
+            return false;
+    fila = std::move(m_leidas.front());
+    m_leidas.pop_front();
+    return true;
+}
+
+/// Reads a line, or what the piece holds of it; false when there is nothing left.
+bool LectorCsv::avanza()
+{
+    if (m_resto.empty() && !pide_trozo())
+        return false;
+    if (m_resto.empty())
+        return true; // the last row has been read with the end
+    if (!m_en_linea && std::exchange(m_tras_retorno, false) && m_resto.front() == '\n') {
+        alimenta(m_resto.substr(0, 1));
+        m_resto.remove_prefix(1);
+        return true;
+    }
+    empieza_linea();
+    const auto marca = m_resto.find_first_of("\r\n");
+    const auto linea = m_resto.substr(0, marca == std::string_view::npos ? marca : marca + 1);
+    alimenta(linea);
+    m_resto.remove_prefix(linea.size());
+    if (marca == std::string_view::npos)
+        return true;
+    m_en_linea = false;
+    m_tras_retorno = linea.back() == '\r';
+    if (m_fila.campos.empty() && m_csv.quoted == 0)
+        m_a_medias = false; // a blank line
+    return true;
+}
+
+bool LectorCsv::pide_trozo()
+{
+    if (m_acabado)
+        return false;
+    m_resto = m_trozos();
+    m_acabado = m_resto.empty();
+    if (constexpr std::string_view marca = "\xEF\xBB\xBF";
+        !std::exchange(m_empezado, true) && m_resto.starts_with(marca)) {
+        m_resto.remove_prefix(marca.size());
+        if (m_resto.empty())
+            return pide_trozo();
+    }
+    if (m_acabado && csv_fini(&m_csv, &LectorCsv::campo, &LectorCsv::fin_fila, this) != 0)
+        mal_entrecomillada();
+    return true;
+}
+
+void LectorCsv::empieza_linea()
+{
+    if (std::exchange(m_en_linea, true))
+        return;
+    ++m_linea;
+    if (!std::exchange(m_a_medias, true))
+        m_fila.numero = m_linea;
+}
+
+void LectorCsv::alimenta(std::string_view texto)
+{
+    if (csv_parse(&m_csv, texto.data(), texto.size(), &LectorCsv::campo, &LectorCsv::fin_fila, this)
+        != texto.size())
+        mal_entrecomillada();
+}
+
+void LectorCsv::mal_entrecomillada() const
+{
+    throw ErrorDeContenido("fila " + std::to_string(m_fila.numero)
+        + ": las comillas no están bien puestas (un texto con comillas o con «;» va entre "
+          "comillas, y las de dentro, dobles).");
+}
+
+void LectorCsv::campo(void* texto, std::size_t tamano, void* lector)
+{
+    const auto* inicio = static_cast<const char*>(texto);
+    static_cast<LectorCsv*>(lector)->m_fila.campos.emplace_back(inicio == nullptr ? "" : inicio, tamano);
+}
+
+void LectorCsv::fin_fila(int, void* quien)
+{
+    auto* lector = static_cast<LectorCsv*>(quien);
+    lector->m_leidas.push_back(std::exchange(lector->m_fila, {}));
+    lector->m_a_medias = false;
+}
 
 } // namespace atipicos::app

@@ -1,5 +1,6 @@
 #include "host/app/LibroContable.hpp"
 
+#include "host/app/Interrupcion.hpp"
 #include "platform/adodb/campos.hpp"
 
 namespace atipicos::app {
@@ -29,10 +30,12 @@ namespace {
         auto rs = bexmor.CreateRecordset();
         rs->Open(sql + " ORDER BY t.Cod_Empresa, t.Cod_Ejercicio, t." + numero + orden,
             adodb::CursorType::ForwardOnly, adodb::LockType::ReadOnly);
-        for (; !rs->Eof(); rs->MoveNext())
+        for (; !rs->Eof(); rs->MoveNext()) {
+            Interrupcion::comprueba();
             cada(ClaveAsiento{ entero(*rs, "Cod_Empresa"), entero(*rs, "Cod_Ejercicio"),
                      largo(*rs, "NumeroAsiento") },
                 *rs);
+        }
     }
 
 }

@@ -1,5 +1,6 @@
 #include "host/app/LineaDeOrdenes.hpp"
 
+#include "host/app/Interrupcion.hpp"
 #include "host/app/Ordenes.hpp"
 #include "runtime/MotivoSistema.hpp"
 
@@ -276,50 +277,61 @@ namespace {
         return verificar(todo.comunes, todo.proponer);
     }
 
+    int ejecuta_orden(int argc, const char* const* argv, const Ventanas& ventanas)
+    {
+        CLI::App app("Registra cargos y abonos atípicos a proveedores y los contabiliza.", "atipicos");
+        Todo todo;
+        declara(app, todo);
+        en_castellano(app);
+        app.set_version_flag("--version", "atipicos " ATIPICOS_VERSION, "Muestra la versión y termina")
+            ->group("Opciones");
+        app.require_subcommand(0, 1);
+        try {
+            app.parse(argc, argv);
+            const int estado = despacha(app, todo, ventanas);
+            std::cout.flush();
+            if (!std::cout)
+                throw Error(no_hecho, "atipicos", "No se pudo escribir todo en la salida.");
+            return estado;
+        } catch (const Interrumpido&) {
+            std::cerr << "atipicos: Interrumpido.\n";
+            return no_hecho;
+        } catch (const CLI::CallForHelp&) {
+            const auto elegidas = app.get_subcommands();
+            std::cout << (elegidas.empty() ? app.help() : elegidas.front()->help("atipicos"));
+            return hecho;
+        } catch (const CLI::CallForVersion& version) {
+            std::cout << version.what() << '\n';
+            return hecho;
+        } catch (const CLI::ParseError& error) {
+            const std::string primero = argc > 1 ? argv[1] : "";
+            const bool orden_desconocida
+                = app.get_subcommands().empty() && !primero.empty() && primero[0] != '-';
+            std::cerr << "atipicos: "
+                      << (orden_desconocida ? "No se conoce la orden «" + primero + "»." : explica(error))
+                      << "\nVea: atipicos --help\n";
+            return mal_usado;
+        } catch (const std::filesystem::filesystem_error& error) {
+            std::cerr << "atipicos: «" << error.path1().string()
+                      << "»: " << motivo_sistema(error.code().value()) << ".\n";
+            return no_hecho;
+        } catch (const std::bad_alloc&) {
+            std::cerr << "atipicos: No hay memoria suficiente.\n";
+            return no_hecho;
+        } catch (const std::exception& error) {
+            std::cerr << "atipicos: " << error.what() << '\n';
+            return no_hecho;
+        }
+    }
+
 }
 
 int ejecuta(int argc, const char* const* argv, const Ventanas& ventanas)
 {
     std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write, told like any other
-    CLI::App app("Registra cargos y abonos atípicos a proveedores y los contabiliza.", "atipicos");
-    Todo todo;
-    declara(app, todo);
-    en_castellano(app);
-    app.set_version_flag("--version", "atipicos " ATIPICOS_VERSION, "Muestra la versión y termina")
-        ->group("Opciones");
-    app.require_subcommand(0, 1);
-    try {
-        app.parse(argc, argv);
-        const int estado = despacha(app, todo, ventanas);
-        std::cout.flush();
-        if (!std::cout)
-            throw Error(no_hecho, "atipicos", "No se pudo escribir todo en la salida.");
-        return estado;
-    } catch (const CLI::CallForHelp&) {
-        const auto elegidas = app.get_subcommands();
-        std::cout << (elegidas.empty() ? app.help() : elegidas.front()->help("atipicos"));
-        return hecho;
-    } catch (const CLI::CallForVersion& version) {
-        std::cout << version.what() << '\n';
-        return hecho;
-    } catch (const CLI::ParseError& error) {
-        const std::string primero = argc > 1 ? argv[1] : "";
-        const bool orden_desconocida = app.get_subcommands().empty() && !primero.empty() && primero[0] != '-';
-        std::cerr << "atipicos: "
-                  << (orden_desconocida ? "No se conoce la orden «" + primero + "»." : explica(error))
-                  << "\nVea: atipicos --help\n";
-        return mal_usado;
-    } catch (const std::filesystem::filesystem_error& error) {
-        std::cerr << "atipicos: «" << error.path1().string() << "»: " << motivo_sistema(error.code().value())
-                  << ".\n";
-        return no_hecho;
-    } catch (const std::bad_alloc&) {
-        std::cerr << "atipicos: No hay memoria suficiente.\n";
-        return no_hecho;
-    } catch (const std::exception& error) {
-        std::cerr << "atipicos: " << error.what() << '\n';
-        return no_hecho;
-    }
+    const Interrupcion interrupcion;
+    const int estado = ejecuta_orden(argc, argv, ventanas);
+    return Interrupcion::senal() == 0 ? estado : Interrupcion::estado();
 }
 
 } // namespace atipicos::app

@@ -1,5 +1,6 @@
 #include "browser/ExportarLista.hpp"
 #include "engines/sql/Fechas.hpp"
+#include "host/app/Interrupcion.hpp"
 #include "host/app/Ordenes.hpp"
 #include "host/app/Progreso.hpp"
 #include "host/app/Sesion.hpp"
@@ -89,6 +90,7 @@ int listar(const OpcionesComunes& comunes, const OpcionesListar& opciones)
         progreso.emplace("Leyendo cargos");
     const OrigenLista lista = [&](const CadaCargo& cada) {
         Cargar_Atipicos(filtro, [&](const CargoListado& cargo) {
+            Interrupcion::comprueba();
             ++cuantos;
             if (progreso)
                 progreso->avanza();

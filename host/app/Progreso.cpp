@@ -14,15 +14,17 @@ Progreso::Progreso(std::string texto, std::size_t total)
 {
 }
 
-Progreso::~Progreso()
+Progreso::~Progreso() { aparta(); }
+
+void Progreso::aparta()
 {
-    if (m_escrito)
+    if (std::exchange(m_escrito, false))
         std::cerr << "\r\x1b[K" << std::flush;
 }
 
-void Progreso::avanza()
+void Progreso::avanza(std::size_t cuantos)
 {
-    ++m_hechos;
+    m_hechos += cuantos;
     const auto ahora = Reloj::now();
     if (!m_terminal || ahora < m_proxima)
         return;

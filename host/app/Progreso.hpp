@@ -15,7 +15,8 @@ public:
     Progreso& operator=(const Progreso&) = delete;
     ~Progreso();
 
-    void avanza();
+    void avanza(std::size_t cuantos = 1);
+    void aparta(); ///< wipes the line before something else is written there; it comes back by itself
 
 private:
     using Reloj = std::chrono::steady_clock;

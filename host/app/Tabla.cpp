@@ -9,12 +9,12 @@ namespace atipicos::app {
 
 namespace {
 
-    void escribe_fila(std::ostream& salida, const std::vector<Tabla::Columna>& columnas,
+    void escribe_celdas(std::ostream& salida, const std::vector<Tabla::Columna>& columnas,
         const std::vector<std::size_t>& anchos, const std::vector<std::string>& celdas)
     {
         std::string linea;
         for (std::size_t i = 0; i < columnas.size(); ++i) {
-            const std::string hueco(anchos[i] - ancho(celdas[i]), ' ');
+            const std::string hueco(anchos[i] - std::min(anchos[i], ancho(celdas[i])), ' ');
             linea += i == 0 ? "" : "  ";
             linea += columnas[i].alineacion == Alineacion::derecha ? hueco + celdas[i] : celdas[i] + hueco;
         }
@@ -80,10 +80,18 @@ void Tabla::escribe(std::ostream& salida) const
         titulos.push_back(m_columnas[i].titulo);
         rayas.emplace_back(m_anchos[i], '-');
     }
-    escribe_fila(salida, m_columnas, m_anchos, titulos);
-    escribe_fila(salida, m_columnas, m_anchos, rayas);
+    escribe_celdas(salida, m_columnas, m_anchos, titulos);
+    escribe_celdas(salida, m_columnas, m_anchos, rayas);
     for (const auto& fila : m_filas)
-        escribe_fila(salida, m_columnas, m_anchos, fila);
+        escribe_celdas(salida, m_columnas, m_anchos, fila);
+}
+
+void Tabla::escribe_fila(std::ostream& salida, std::vector<std::string> celdas) const
+{
+    celdas.resize(m_columnas.size());
+    for (auto& celda : celdas)
+        celda = en_una_linea(std::move(celda));
+    escribe_celdas(salida, m_columnas, m_anchos, celdas);
 }
 
 } // namespace atipicos::app

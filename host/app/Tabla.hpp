@@ -23,6 +23,12 @@ public:
     void agrega(std::vector<std::string> celdas); ///< cells by `en_una_linea`
     void escribe(std::ostream& salida) const; ///< titles, a rule, and the rows
 
+    /// A row that is not kept, in columns as wide as those of the rows that were; a longer cell pushes the
+    /// others.
+    void escribe_fila(std::ostream& salida, std::vector<std::string> celdas) const;
+
+    [[nodiscard]] std::size_t filas() const noexcept { return m_filas.size(); }
+
 private:
     std::vector<Columna> m_columnas;
     std::vector<std::vector<std::string>> m_filas;

@@ -8,6 +8,7 @@
 #include "host/app/Apariencia.hpp"
 #include "host/app/frmPrincipal.hpp"
 #include "host/app/frmSesion.hpp"
+#include "host/app/Interrupcion.hpp"
 #include "host/app/Sesion.hpp"
 #include "host/orvalin/Biblioteca.hpp"
 #include "printing/clsView.hpp"
@@ -15,6 +16,7 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QPointer>
+#include <QSocketNotifier>
 #include <QTranslator>
 
 #include <cstdio>
@@ -98,7 +100,7 @@ namespace {
         frmPrincipal ventana(sesion, *elegida);
         abierta = &ventana;
         ventana.show();
-        return QApplication::exec();
+        return Interrupcion::senal() == 0 ? QApplication::exec() : no_hecho;
     }
 
 }
@@ -121,6 +123,12 @@ int ventana_principal(const OpcionesVentana& opciones)
     if (textos_de_qt.load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&textos_de_qt);
     aplica_tema(tema_guardado());
+    // Whatever window is open, also one that another waits for: what each of them has at hand is given up.
+    QSocketNotifier senal(Interrupcion::descriptor(), QSocketNotifier::Read);
+    QObject::connect(&senal, &QSocketNotifier::activated, &senal, [&senal] {
+        senal.setEnabled(false);
+        QCoreApplication::exit(no_hecho);
+    });
     try {
         return abre(opciones);
     } catch (const Error& error) {

@@ -1,12 +1,14 @@
 #include "host/app/FicheroReclamaciones.hpp"
 
-#include "host/app/LectorCsv.hpp"
+#include "tests/app/ReclamacionesLeidas.hpp"
 
 #include <gmock/gmock.h>
 
 namespace atipicos::app {
 namespace {
 
+    using pruebas::en_trozos;
+    using pruebas::lee_reclamaciones;
     using testing::ElementsAre;
     using testing::IsEmpty;
     using testing::SizeIs;
@@ -74,11 +76,47 @@ namespace {
 
     TEST(FicheroReclamaciones, a_carriage_return_alone_ends_a_row_too_and_rows_are_counted)
     {
-        const auto filas = lee_csv("a;b\rc;d\r\re;f\r\ng;h\n");
+        LectorCsv lector(en_trozos("a;b\rc;d\r\re;f\r\ng;h\n"));
         std::vector<int> numeros;
-        for (const auto& fila : filas)
+        for (FilaCsv fila; lector.lee(fila);)
             numeros.push_back(fila.numero);
         EXPECT_THAT(numeros, testing::ElementsAre(1, 2, 4, 5));
+    }
+
+    TEST(FicheroReclamaciones, is_the_same_in_whatever_pieces_it_comes)
+    {
+        const std::string texto = "\xEF\xBB\xBF"
+                                  "a;b\r\n\r\n\"c\r\n\"\"d\"\"\";e\r\r\"f\r\rg\"\n\nñ;\"\"\n;\nfin;ya";
+        const auto lee = [&](std::size_t tamano) {
+            std::vector<std::string> filas;
+            LectorCsv lector(en_trozos(texto, tamano));
+            for (FilaCsv fila; lector.lee(fila);) {
+                filas.push_back(std::to_string(fila.numero));
+                for (const auto& campo : fila.campos)
+                    filas.back() += "|" + campo;
+            }
+            return filas;
+        };
+        const auto entero = lee(texto.size());
+        EXPECT_THAT(entero, ElementsAre("1|a|b", "3|c\r\n\"d\"|e", "6|f\r\rg", "10|ñ|", "11||", "12|fin|ya"));
+        for (std::size_t tamano = 1; tamano < texto.size(); ++tamano)
+            EXPECT_EQ(lee(tamano), entero) << tamano;
+    }
+
+    TEST(FicheroReclamaciones, no_more_of_it_is_asked_for_than_the_charge_needs)
+    {
+        const auto fila = [](int i) { return "R" + std::to_string(i) + ";1;101;21/11/2026;;;;Agua;1;1;\n"; };
+        int pedidos = 0;
+        std::string trozo;
+        LectorReclamaciones lector([&]() -> std::string_view {
+            trozo = pedidos == 0 ? cabecera : fila(pedidos);
+            ++pedidos;
+            return trozo;
+        });
+        for (int i = 1; i < 50; ++i) {
+            EXPECT_EQ(lector.siguiente().value().fila, i + 1);
+            EXPECT_EQ(pedidos, i + 2) << "its row, and the next one to know that it has no other";
+        }
     }
 
     TEST(FicheroReclamaciones, quoted_fields_hold_separators_quotes_and_line_breaks)

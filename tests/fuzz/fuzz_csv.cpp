@@ -1,13 +1,31 @@
 // The claims file: its rows, and what is made of them.
-#include "host/app/FicheroReclamaciones.hpp"
-#include "host/app/LectorCsv.hpp"
+#include "tests/app/ReclamacionesLeidas.hpp"
 #include "tests/fuzz/Entrada.hpp"
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
 using namespace atipicos;
+
+/// The rows, and at the end what was wrong, read in pieces of that size.
+std::vector<std::string> filas(std::string_view entrada, std::size_t tamano)
+{
+    std::vector<std::string> todas;
+    try {
+        app::LectorCsv lector(pruebas::en_trozos(entrada, tamano));
+        for (app::FilaCsv fila; lector.lee(fila);) {
+            fuzz::exige(fila.numero > 0, "rows are counted from 1");
+            todas.push_back(std::to_string(fila.numero));
+            todas.insert(todas.end(), fila.campos.begin(), fila.campos.end());
+        }
+    } catch (const Error& error) {
+        todas.push_back(error.descripcion());
+    }
+    return todas;
+}
 
 void exige_sin_comillas(const std::string& texto)
 {
@@ -32,13 +50,10 @@ void comprueba(const app::Reclamacion& una)
 int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t tamano)
 {
     const auto entrada = fuzz::texto(datos, tamano);
+    fuzz::exige(filas(entrada, entrada.size()) == filas(entrada, 1 + entrada.size() % 7),
+        "pieces make no difference");
     try {
-        for (const auto& fila : app::lee_csv(entrada))
-            fuzz::exige(fila.numero > 0, "rows are counted from 1");
-    } catch (const Error&) {
-    }
-    try {
-        for (const auto& una : app::lee_reclamaciones(entrada).todas)
+        for (const auto& una : pruebas::lee_reclamaciones(entrada).todas)
             comprueba(una);
     } catch (const Error&) { // headings that cannot be used
     }

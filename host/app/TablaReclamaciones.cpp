@@ -1,0 +1,76 @@
+#include "host/app/TablaReclamaciones.hpp"
+
+#include "host/app/CargoGuardado.hpp"
+#include "runtime/Formato.hpp"
+
+#include <ostream>
+#include <utility>
+#include <vector>
+
+namespace atipicos::app {
+
+namespace {
+
+    constexpr std::size_t cuantas_se_guardan = 1000;
+
+    std::vector<Tabla::Columna> columnas()
+    {
+        const auto derecha = Alineacion::derecha;
+        return { { "Referencia" }, { "Código" }, { "Almacén", derecha }, { "Fecha" }, { "Proveedor" },
+            { "Total", derecha }, { "Impuesto", derecha }, { "Asiento", derecha }, { "Estado" } };
+    }
+
+    std::vector<std::string> celdas(
+        const std::string& referencia, const ClaveAtipico& clave, const std::string& estado)
+    {
+        std::vector<std::string> fila{ referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "",
+            "", "", estado };
+        try {
+            const auto cargo = busca_cargo(clave);
+            if (!cargo) {
+                fila.back() = "eliminada después";
+                return fila;
+            }
+            const auto& cabecera = cargo->cabecera;
+            return { referencia, cabecera.Codigo, std::to_string(cabecera.Cod_Almacen),
+                cabecera.Fecha.texto(), cabecera.Nombre_Proveedor, texto_pantalla(cabecera.Importe, 2),
+                texto_pantalla(cabecera.Impuesto_Importe, 2),
+                cabecera.Asiento > 0 ? std::to_string(cabecera.Asiento) : "", estado };
+        } catch (const Error&) { // what is known of it without the database is told all the same
+            return fila;
+        }
+    }
+
+}
+
+TablaReclamaciones::TablaReclamaciones(std::ostream& salida)
+    : m_salida(salida)
+    , m_tabla(columnas())
+{
+}
+
+void TablaReclamaciones::agrega(
+    const std::string& referencia, const ClaveAtipico& clave, const std::string& estado)
+{
+    auto fila = celdas(referencia, clave, estado);
+    if (m_escrita) {
+        m_tabla.escribe_fila(m_salida, std::move(fila));
+        return;
+    }
+    m_tabla.agrega(std::move(fila));
+    if (m_tabla.filas() == cuantas_se_guardan)
+        termina();
+}
+
+bool TablaReclamaciones::escribe_al_paso() const noexcept
+{
+    return m_tabla.filas() + 1 >= cuantas_se_guardan;
+}
+
+void TablaReclamaciones::termina()
+{
+    if (m_tabla.filas() > 0 && !std::exchange(m_escrita, true))
+        m_tabla.escribe(m_salida);
+}
+
+} // namespace atipicos::app
