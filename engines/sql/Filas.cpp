@@ -100,7 +100,7 @@ void Filas::Open(
         m_transaccion_propia = true;
     }
     try {
-        m_fin = !abre(sql, editable, donde);
+        m_fin = !abre(m_sql, editable, donde);
         for (auto& columna : columnas())
             m_campos.push_back(
                 std::make_unique<Campo>(*this, m_campos.size(), std::move(columna.nombre), columna.es_fecha));

@@ -60,7 +60,8 @@ protected:
 private:
     friend class Campo;
 
-    /// Runs the query and stands on its first row; false when there is none.
+    /// Runs the query, which stays alive until `cierra`, and stands on its first row; false when there is
+    /// none.
     virtual bool abre(const std::string& sql, bool bloquea, Donde donde) = 0;
     [[nodiscard]] virtual std::vector<Columna> columnas() const = 0;
     virtual bool avanza(Donde donde) = 0; ///< to the next row; false at the end

@@ -39,12 +39,16 @@ std::string Connection::reescribe(const std::string& sql, Donde donde)
     return m_sesion->reescribe(m_lado, sql, donde);
 }
 
+Prestada Connection::prepara(const std::string& sql, Donde donde)
+{
+    return m_sesion->prepara(m_lado, sql, donde);
+}
+
 void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb::CommandType, Donde donde)
 {
     admite(sql, !sql::no_cambia_nada(sql), donde);
-    const auto reescrita = reescribe(sql, donde);
     m_sesion->guarda_lecturas(donde);
-    m_sesion->ejecuta(reescrita, afectadas, donde);
+    m_sesion->ejecuta(prepara(sql, donde), afectadas, donde);
     m_sesion->ejecutada(sql);
 }
 

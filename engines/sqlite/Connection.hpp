@@ -46,6 +46,8 @@ public:
     void admite(const std::string& sql, bool escribe, Donde donde);
     /// The statement as this database wants it.
     [[nodiscard]] std::string reescribe(const std::string& sql, Donde donde);
+    /// The same prepared, with its values; it stays alive until the loan is given back.
+    [[nodiscard]] Prestada prepara(const std::string& sql, Donde donde);
     [[nodiscard]] bool en_transaccion() const noexcept;
     [[nodiscard]] Sesion& sesion() const noexcept { return *m_sesion; }
     [[nodiscard]] sqlite3* base() const noexcept { return m_sesion->base(); }

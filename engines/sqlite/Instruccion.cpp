@@ -146,10 +146,60 @@ bool Instruccion::avanza(Donde donde)
     throw error_de(m_base, sqlite3_sql(m_instruccion.get()), donde);
 }
 
+void Instruccion::comprueba(int resultado, Donde donde) const
+{
+    if (resultado != SQLITE_OK)
+        throw error_de(m_base, sqlite3_sql(m_instruccion.get()), donde);
+}
+
 void Instruccion::liga(int parametro, const Variant& valor, Donde donde)
 {
-    if (std::visit(Ligadura{ m_instruccion.get(), parametro }, valor.valor()) != SQLITE_OK)
-        throw error_de(m_base, sqlite3_sql(m_instruccion.get()), donde);
+    comprueba(std::visit(Ligadura{ m_instruccion.get(), parametro }, valor.valor()), donde);
+}
+
+bool Instruccion::liga(int parametro, const sql::Literal& literal, bool es_fecha, Donde donde)
+{
+    using Clase = sql::Literal::Clase;
+    if (literal.clase == Clase::decimal) {
+        comprueba(sqlite3_bind_double(get(), parametro, sql::real_de(literal)), donde);
+    } else if (literal.clase != Clase::texto) {
+        comprueba(sqlite3_bind_int64(get(), parametro, sql::entero_de(literal)), donde);
+    } else {
+        std::string sitio;
+        const auto texto = sql::contenido_de(literal, es_fecha, sitio);
+        if (!texto)
+            return false;
+        comprueba(sqlite3_bind_text64(get(), parametro, texto->data(), texto->size(),
+                      texto->data() == sitio.data() ? SQLITE_TRANSIENT : SQLITE_STATIC, SQLITE_UTF8),
+            donde);
+    }
+    return true;
+}
+
+const std::vector<Tipo>& Instruccion::tipos()
+{
+    const int vez = get() == nullptr ? m_de_vez : sqlite3_stmt_status(get(), SQLITE_STMTSTATUS_REPREPARE, 0);
+    if (vez != m_de_vez) {
+        m_tipos.clear();
+        for (int i = 0; i < sqlite3_column_count(get()); ++i)
+            m_tipos.push_back(tipo_declarado(sqlite3_column_decltype(get(), i)));
+        m_de_vez = vez;
+    }
+    return m_tipos;
+}
+
+std::string_view Instruccion::texto() const noexcept
+{
+    return get() == nullptr ? std::string_view() : std::string_view(sqlite3_sql(get()));
+}
+
+void Instruccion::descansa() noexcept
+{
+    prestada = false;
+    if (get() == nullptr)
+        return;
+    sqlite3_reset(get());
+    sqlite3_clear_bindings(get());
 }
 
 Tipo tipo_declarado(const char* declarado) noexcept

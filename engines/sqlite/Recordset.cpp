@@ -16,12 +16,9 @@ Recordset::~Recordset() { suelta(); }
 bool Recordset::abre(const std::string& sql, bool bloquea, Donde donde)
 {
     m_conexion.admite(sql, bloquea || !sql::no_cambia_nada(sql), donde);
-    m_reescrita = m_conexion.reescribe(sql, donde);
-    m_instruccion.emplace(m_conexion.base(), m_reescrita, donde);
+    m_instruccion.emplace(m_conexion.prepara(sql, donde));
     const bool hay = m_instruccion->avanza(donde);
-    auto* instruccion = m_instruccion->get();
-    for (int i = 0; instruccion != nullptr && i < sqlite3_column_count(instruccion); ++i)
-        m_tipos.push_back(tipo_declarado(sqlite3_column_decltype(instruccion, i)));
+    m_tipos = (*m_instruccion)->tipos();
     if (hay)
         m_conexion.sesion().anota_lectura(*this);
     return hay;
@@ -74,7 +71,7 @@ bool Recordset::en_transaccion() const noexcept { return m_conexion.en_transacci
 /// The table after FROM.
 sql::Filas::Tabla Recordset::tabla(Donde donde)
 {
-    auto tokens = sql::separa(m_reescrita);
+    auto tokens = sql::separa((*m_instruccion)->texto());
     const sql::Vista vista(tokens);
     std::size_t i = 0;
     while (i < vista.size() && !vista.es(i, "FROM"))
@@ -90,10 +87,10 @@ std::int32_t Recordset::escribe(const std::string& sql, const std::vector<Varian
 {
     m_conexion.admite(sql, true, donde);
     m_conexion.sesion().guarda_lecturas(donde);
-    Instruccion instruccion(m_conexion.base(), sql, donde);
+    auto instruccion = m_conexion.sesion().prepara_propia(sql, donde);
     int parametro = 0;
     for (const auto& valor : valores)
-        instruccion.liga(++parametro, valor, donde);
+        instruccion->liga(++parametro, valor, donde);
     instruccion.avanza(donde);
     return sqlite3_changes(m_conexion.base());
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engines/sql/Filas.hpp"
-#include "engines/sqlite/Instruccion.hpp"
+#include "engines/sqlite/Preparadas.hpp"
 
 #include <optional>
 #include <string>
@@ -32,9 +32,8 @@ private:
     std::int32_t escribe(const std::string& sql, const std::vector<Variant>& valores, Donde donde) override;
 
     Connection& m_conexion;
-    std::optional<Instruccion> m_instruccion;
+    std::optional<Prestada> m_instruccion;
     std::vector<Tipo> m_tipos; ///< of the columns
-    std::string m_reescrita;
 };
 
 } // namespace atipicos::sqlite

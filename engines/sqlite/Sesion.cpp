@@ -79,8 +79,9 @@ std::string uri(const std::filesystem::path& fichero, std::string_view modo)
     return texto + "?mode=" + std::string(modo);
 }
 
-Sesion::Sesion(sqlite3* base)
+Sesion::Sesion(sqlite3* base, bool preparadas)
     : m_base(base)
+    , m_preparadas(base, preparadas)
 {
 }
 
@@ -97,7 +98,8 @@ std::shared_ptr<Sesion> Sesion::abre(const Opciones& opciones, Donde donde)
                 | (impedimento == 0 ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY)
                 | (opciones.crear ? SQLITE_OPEN_CREATE : 0),
             nullptr);
-    std::shared_ptr<Sesion> sesion(new Sesion(base)); // closes it, also when opening failed
+    std::shared_ptr<Sesion> sesion(
+        new Sesion(base, opciones.preparadas)); // closes it, also when opening failed
     nombrando("«" + opciones.fichero.string() + "»", donde, [&] {
         if (resultado != SQLITE_OK)
             throw error_de(base, {}, donde);
@@ -112,20 +114,21 @@ void Sesion::prepara(const Opciones& opciones, Donde donde)
 {
     sqlite3_extended_result_codes(base(), 1);
     sqlite3_busy_timeout(base(), static_cast<int>(opciones.espera.count()));
+    const auto di = [&](const char* sql) { Instruccion(base(), sql, donde).avanza(donde); };
     lee_algo(donde);
     if (!opciones.solo_lectura && sqlite3_db_readonly(base(), "main") == 0)
-        ejecuta("PRAGMA journal_mode=WAL", nullptr, donde);
-    ejecuta(opciones.sincronizacion_completa ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=OFF", nullptr,
-        donde);
-    ejecuta("PRAGMA foreign_keys=ON", nullptr, donde);
+        di("PRAGMA journal_mode=WAL");
+    di(opciones.sincronizacion_completa ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=OFF");
+    di("PRAGMA foreign_keys=ON");
     if (opciones.solo_lectura)
-        ejecuta("PRAGMA query_only=ON", nullptr, donde);
+        di("PRAGMA query_only=ON");
 }
 
 void Sesion::lee_algo(Donde donde)
 {
     try {
-        ejecuta("SELECT count(*) FROM sqlite_master", nullptr, donde); // finds out what is no database
+        Instruccion(base(), "SELECT count(*) FROM sqlite_master", donde)
+            .avanza(donde); // finds out what is no database
     } catch (const adodb::ErrorBaseDatos& error) {
         if (error.categoria() != Categoria::solo_lectura)
             throw;
@@ -160,6 +163,7 @@ void Sesion::lee_catalogo(Donde donde)
     for (auto& catalogo : m_catalogos)
         catalogo.olvida_fechas();
     m_claves.clear();
+    m_preparadas.olvida_formas();
     auto esquemas = m_adjuntas;
     esquemas.emplace_back("main");
     for (const auto& esquema : esquemas) {
@@ -190,12 +194,25 @@ sql::Transacciones& Sesion::transacciones()
     return m_transacciones;
 }
 
-std::string Sesion::reescribe(sql::Lado lado, const std::string& sql, Donde donde)
+void Sesion::asegura_catalogo(Donde donde)
 {
     if (!m_vigencia.vale())
         lee_catalogo(donde);
+}
+
+std::string Sesion::reescribe(sql::Lado lado, const std::string& sql, Donde donde)
+{
+    asegura_catalogo(donde);
     return sql::reescribe(sql, catalogo(lado), donde);
 }
+
+Prestada Sesion::prepara(sql::Lado lado, const std::string& sql, Donde donde)
+{
+    asegura_catalogo(donde);
+    return m_preparadas.de_lado(lado, sql, catalogo(lado), donde);
+}
+
+Prestada Sesion::prepara_propia(std::string_view sql, Donde donde) { return m_preparadas.propia(sql, donde); }
 
 void Sesion::guarda_lecturas(Donde donde)
 {
@@ -211,9 +228,9 @@ const std::vector<std::string>& Sesion::columnas_clave(
 {
     const auto [lugar, nueva] = m_claves.try_emplace({ esquema, tabla });
     if (nueva) {
-        Instruccion consulta(base(), "SELECT name FROM pragma_table_info(?, ?) WHERE pk > 0", donde);
-        consulta.liga(1, tabla, donde);
-        consulta.liga(2, esquema, donde);
+        auto consulta = prepara_propia("SELECT name FROM pragma_table_info(?, ?) WHERE pk > 0", donde);
+        consulta->liga(1, tabla, donde);
+        consulta->liga(2, esquema, donde);
         while (consulta.avanza(donde))
             lugar->second.push_back(CStr(valor_de(consulta.get(), 0, Tipo::Segun, donde)));
     }
@@ -227,13 +244,17 @@ void Sesion::olvida_lectura(const Recordset& filas) noexcept
         m_lecturas.erase(lugar);
 }
 
-void Sesion::ejecuta(const std::string& sql, std::int32_t* afectadas, Donde donde)
+void Sesion::ejecuta(Prestada instruccion, std::int32_t* afectadas, Donde donde)
 {
-    Instruccion instruccion(base(), sql, donde);
     const auto antes = sqlite3_total_changes64(base());
     while (instruccion.avanza(donde)) { }
     if (afectadas != nullptr) // a statement that changes nothing leaves the count of the one before
         *afectadas = sqlite3_total_changes64(base()) == antes ? 0 : sqlite3_changes(base());
+}
+
+void Sesion::ejecuta_propia(std::string_view sql, Donde donde)
+{
+    ejecuta(prepara_propia(sql, donde), nullptr, donde);
 }
 
 void Sesion::empieza(Donde donde)
@@ -242,13 +263,13 @@ void Sesion::empieza(Donde donde)
         throw adodb::ErrorBaseDatos(Categoria::instruccion, "SQLite",
             "Ya hay una transacción abierta en esta conexión.", "BEGIN", donde);
     guarda_lecturas(donde);
-    ejecuta("BEGIN IMMEDIATE", nullptr, donde);
+    ejecuta_propia("BEGIN IMMEDIATE", donde);
     m_con_punto = false;
 }
 
 void Sesion::confirma(Donde donde)
 {
-    ejecuta("COMMIT", nullptr, donde);
+    ejecuta_propia("COMMIT", donde);
     m_vigencia.confirmada();
 }
 
@@ -258,15 +279,15 @@ void Sesion::deshace(Donde donde)
     if (sqlite3_get_autocommit(base()) != 0)
         return;
     guarda_lecturas(donde);
-    ejecuta("ROLLBACK", nullptr, donde);
+    ejecuta_propia("ROLLBACK", donde);
 }
 
 void Sesion::pon_punto(Donde donde)
 {
     guarda_lecturas(donde);
     if (std::exchange(m_con_punto, false))
-        ejecuta("RELEASE u", nullptr, donde);
-    ejecuta("SAVEPOINT u", nullptr, donde);
+        ejecuta_propia("RELEASE u", donde);
+    ejecuta_propia("SAVEPOINT u", donde);
     m_con_punto = true;
 }
 
@@ -275,8 +296,8 @@ void Sesion::vuelve_al_punto(Donde donde)
     m_vigencia.deshecha();
     m_con_punto = false;
     guarda_lecturas(donde);
-    ejecuta("ROLLBACK TO u", nullptr, donde);
-    ejecuta("RELEASE u", nullptr, donde);
+    ejecuta_propia("ROLLBACK TO u", donde);
+    ejecuta_propia("RELEASE u", donde);
 }
 
 } // namespace atipicos::sqlite

@@ -3,6 +3,7 @@
 #include "engines/sql/Catalogo.hpp"
 #include "engines/sql/Transacciones.hpp"
 #include "engines/sql/Vigencia.hpp"
+#include "engines/sqlite/Preparadas.hpp"
 
 #include <array>
 #include <chrono>
@@ -32,6 +33,7 @@ struct Opciones {
     bool solo_lectura = false; ///< nothing is written but what another session left in its log
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
+    bool preparadas = true; ///< statements that differ in values alone are prepared once; off only to compare
 };
 
 /// An open database file, with the settings, the transaction and what is known of the tables: all that the
@@ -49,8 +51,10 @@ public:
 
     /// A statement of a side as this database wants it.
     [[nodiscard]] std::string reescribe(sql::Lado lado, const std::string& sql, Donde donde);
-    /// Runs a statement as it is.
-    void ejecuta(const std::string& sql, std::int32_t* afectadas, Donde donde);
+    /// The same prepared, with its values; it stays alive until the loan is given back.
+    [[nodiscard]] Prestada prepara(sql::Lado lado, const std::string& sql, Donde donde);
+    [[nodiscard]] Prestada prepara_propia(std::string_view sql, Donde donde); ///< a statement as it is
+    void ejecuta(Prestada instruccion, std::int32_t* afectadas, Donde donde); ///< to its end
     void ejecutada(std::string_view sql) noexcept { m_vigencia.ejecutada(sql); } ///< by a side, without error
 
     /// Rows that are still being read would stand in the way of a write that comes after another user's:
@@ -74,13 +78,16 @@ private:
         void operator()(sqlite3* base) const noexcept { sqlite3_close_v2(base); }
     };
 
-    explicit Sesion(sqlite3* base);
+    Sesion(sqlite3* base, bool preparadas);
     void prepara(const Opciones& opciones, Donde donde);
     void lee_algo(Donde donde);
     void adjunta(const Adjunta& otra, Donde donde);
+    void asegura_catalogo(Donde donde);
     void lee_catalogo(Donde donde);
+    void ejecuta_propia(std::string_view sql, Donde donde);
 
     std::unique_ptr<sqlite3, Cierra> m_base;
+    Preparadas m_preparadas;
     sql::Transacciones m_transacciones{ *this, "SQLite" };
     std::vector<std::string> m_adjuntas;
     std::vector<Recordset*> m_lecturas; ///< recordsets that are being read
