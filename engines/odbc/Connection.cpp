@@ -47,12 +47,11 @@ sql::Pareja Connection::AbrirPareja(const Opciones& opciones, const LeeBases& le
         std::shared_ptr<Connection>(new Connection(sesion, Lado::contabilidad)),
         std::shared_ptr<sql::Transacciones>(sesion, &sesion->transacciones()) };
     sesion->catalogo(Lado::contabilidad).pon_propio(servidor.prefijo_contable);
-    if (servidor.dialecto.transact)
-        return pareja;
-    for (const auto& nombre :
-        lee_bases ? lee_bases(*pareja.contabilidad) : std::vector<std::string>{ "Bexmor" })
+    const auto bases = lee_bases ? lee_bases(*pareja.contabilidad) : std::vector<std::string>{ "Bexmor" };
+    for (const auto& nombre : bases)
         for (const auto lado : { Lado::gestion, Lado::contabilidad })
-            sesion->catalogo(lado).agrega_base(nombre, servidor.prefijo_contable);
+            if (!servidor.dialecto.transact)
+                sesion->catalogo(lado).agrega_base(nombre, servidor.prefijo_contable);
     return pareja;
 }
 

@@ -29,9 +29,9 @@ public:
 
     /// Both products over one line, on whose session plain names are those of management. Plain names of the
     /// accounting side are those of the database `Bexmor` of SQL Server, of the schema `dbo` of PostgreSQL,
-    /// and in a file of SQLite those that begin with `Bexmor_`. SQL Server knows three-part names by itself;
-    /// elsewhere those that `lee_bases` gives mean the accounting tables: `Bexmor` when there is none. Raises
-    /// an error for any other product, and whatever `lee_bases` raises.
+    /// and in a file of SQLite those that begin with `Bexmor_`. Three-part names lead there from both sides
+    /// for the names that `lee_bases` gives, or `Bexmor` when there is none; SQL Server knows them by itself.
+    /// Raises an error for any other product, and whatever `lee_bases` raises.
     [[nodiscard]] static sql::Pareja AbrirPareja(
         const Opciones& opciones, const LeeBases& lee_bases = {}, Donde donde = Donde::aqui());
 

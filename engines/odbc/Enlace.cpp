@@ -57,8 +57,9 @@ void Enlace::abre(Donde donde)
         if (m_opciones.al_abrir)
             for (const auto& sql : m_opciones.al_abrir(servidor()))
                 ejecuta(sql, donde);
-    } catch (const ErrorBaseDatos&) {
+    } catch (...) {
         m_perdido = true; // a session that is not set up is none
+        SQLDisconnect(m_linea.get());
         throw;
     }
 }
@@ -112,6 +113,12 @@ std::vector<std::string> Enlace::columnas_clave(const TablaNombrada& tabla, Dond
     try {
         return odbc::columnas_clave(m_linea.get(), servidor(), tabla, donde);
     } catch (const ErrorBaseDatos& error) {
+        try { // of what a driver asks by itself it may not tell that the line is lost
+            ejecuta("SELECT 1", donde);
+        } catch (const ErrorBaseDatos&) {
+            if (m_perdido)
+                throw;
+        }
         explica(error, {}, donde);
     }
 }

@@ -113,6 +113,10 @@ Categoria Servidor::categoria(std::string_view sqlstate, int numero) const
     constexpr int espera_agotada = 1222; // SQL Server gives it a general state
     if (nombre == nombre_sql_server && numero == espera_agotada)
         return Categoria::bloqueo;
+    // One of its databases is closed to this user: the line is as it was, whatever the state says.
+    constexpr int sin_entrada = 916;
+    if (nombre == nombre_sql_server && numero == sin_entrada)
+        return Categoria::otra;
     const auto clase = std::find_if(
         clases.begin(), clases.end(), [&](const auto& una) { return sqlstate.starts_with(una.sqlstate); });
     return clase == clases.end() ? Categoria::otra : clase->categoria;

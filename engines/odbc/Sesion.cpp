@@ -106,16 +106,16 @@ bool Sesion::sigue_viva()
 
 void Sesion::pierde(bool deshaz) noexcept
 {
+    try {
+        if (deshaz && !m_enlace.perdido())
+            m_enlace.ejecuta(servidor().deshace, Donde{});
+    } catch (...) { // the server undoes it when the line goes
+        if (!m_enlace.perdido())
+            m_enlace.abandona();
+    }
     m_vigencia.deshecha();
     m_transacciones.se_pierde(m_enlace.perdido() ? Categoria::conexion : Categoria::otra,
         "La transacción se ha perdido por un error anterior: sólo se puede deshacer.");
-    if (!deshaz || m_enlace.perdido())
-        return;
-    try {
-        m_enlace.ejecuta(servidor().deshace, Donde{});
-    } catch (...) { // the server undoes it when the line goes
-        m_enlace.abandona();
-    }
 }
 
 void Sesion::empieza(Donde donde)

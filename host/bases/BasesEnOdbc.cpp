@@ -1,7 +1,6 @@
 #include "host/bases/BasesEnOdbc.hpp"
 
 #include "engines/odbc/Connection.hpp"
-#include "engines/sqlite/Connection.hpp"
 #include "host/bases/BasesEnCarpeta.hpp"
 #include "host/bases/BasesEnPostgresql.hpp"
 #include "host/bases/BasesEnSqlServer.hpp"
@@ -34,30 +33,6 @@ namespace {
         return fichero.filename() == fichero_empresa ? std::optional(fichero.parent_path()) : std::nullopt;
     }
 
-    Bases abre_ficheros(
-        const std::string& cadena, const fs::path& carpeta, const OpcionesBases& opciones, Donde donde)
-    {
-        exige_bases(carpeta, donde); // the driver would make what is missing
-        odbc::Cadena de_fichero(cadena);
-        de_fichero.pon("TIMEOUT", std::to_string(opciones.espera.count()));
-        const auto abiertas = opciones_de(de_fichero.texto(), opciones, donde);
-        const auto orvalin = odbc::Connection::Abrir(abiertas, donde);
-        comprueba_version(*orvalin, "Esquema", (carpeta / fichero_empresa).string(), donde);
-        return { orvalin, odbc::Connection::Abrir(abiertas, donde) };
-    }
-
-    /// What a session must say to find its tables.
-    odbc::AlAbrir entra_en(const std::string& nombre, const std::string& esquema)
-    {
-        return [nombre, esquema](const odbc::Servidor& servidor) -> std::vector<std::string> {
-            if (servidor.nombre == odbc::nombre_sql_server)
-                return { "USE " + nombre };
-            if (servidor.nombre == odbc::nombre_postgresql)
-                return { "SET search_path TO " + esquema };
-            return {};
-        };
-    }
-
     void exige_conocido(const odbc::Servidor& servidor, const std::string& cadena, Donde donde)
     {
         if (servidor.nombre != odbc::nombre_sql_server && servidor.nombre != odbc::nombre_postgresql)
@@ -65,6 +40,28 @@ namespace {
                 "«" + cadena
                     + "»: por ODBC se admiten SQL Server, PostgreSQL y el fichero empresa.db de SQLite.",
                 donde);
+    }
+
+    /// What a session must say to find the tables of management.
+    odbc::AlAbrir entra_en_gestion(const std::string& cadena, Donde donde)
+    {
+        return [cadena, donde](const odbc::Servidor& servidor) -> std::vector<std::string> {
+            exige_conocido(servidor, cadena, donde);
+            return { servidor.nombre == odbc::nombre_sql_server ? "USE Orvalin"
+                                                                : "SET search_path TO orvalin" };
+        };
+    }
+
+    Bases abre_fichero(
+        odbc::Opciones abiertas, const fs::path& fichero, const OpcionesBases& opciones, Donde donde)
+    {
+        odbc::Cadena cadena(abiertas.cadena);
+        cadena.pon("TIMEOUT", std::to_string(opciones.espera.count()));
+        abiertas.cadena = cadena.texto();
+        const auto pareja = odbc::Connection::AbrirPareja(abiertas, {}, donde);
+        comprueba_version(*pareja.gestion, "Esquema", fichero.string(), donde);
+        comprueba_version(*pareja.contabilidad, "Esquema", fichero.string(), donde);
+        return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
     }
 
 }
@@ -84,21 +81,21 @@ bool crea_por_odbc(const std::string& cadena, bool vacia, Donde donde)
 
 Bases abre_de_odbc(const std::string& cadena, const OpcionesBases& opciones, Donde donde)
 {
-    if (const auto carpeta = carpeta_de(cadena))
-        return abre_ficheros(cadena, *carpeta, opciones, donde);
-    auto contable = opciones_de(cadena, opciones, donde);
-    contable.al_abrir = entra_en("Bexmor", "dbo");
-    const auto bexmor = odbc::Connection::Abrir(contable, donde);
-    exige_conocido(bexmor->servidor(), cadena, donde);
-    comprueba_version(*bexmor, "Esquema", cadena, donde);
-    auto de_gestion = opciones_de(cadena, opciones, donde);
-    de_gestion.al_abrir = entra_en("Orvalin", "orvalin");
-    if (bexmor->servidor().nombre == odbc::nombre_postgresql)
-        for (const auto& nombre : nombres_de_bexmor(*bexmor, donde))
-            de_gestion.bases.emplace_back(nombre, "dbo");
-    const auto orvalin = odbc::Connection::Abrir(de_gestion, donde);
-    comprueba_version(*orvalin, "Esquema", cadena, donde);
-    return { orvalin, bexmor };
+    auto abiertas = opciones_de(cadena, opciones, donde);
+    if (const auto carpeta = carpeta_de(cadena)) {
+        exige_bases(*carpeta, donde); // the driver would make what is missing
+        return abre_fichero(abiertas, *carpeta / fichero_empresa, opciones, donde);
+    }
+    abiertas.al_abrir = entra_en_gestion(cadena, donde);
+    const auto pareja = odbc::Connection::AbrirPareja(
+        abiertas,
+        [&](adodb::Connection& contabilidad) {
+            comprueba_version(contabilidad, "Esquema", cadena, donde); // before its tables are asked
+            return nombres_de_bexmor(contabilidad, donde);
+        },
+        donde);
+    comprueba_version(*pareja.gestion, "Esquema", cadena, donde);
+    return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
 }
 
 } // namespace atipicos::bases

@@ -5,8 +5,8 @@
 #include <string>
 
 /// Through ODBC, by what its connection string says and its driver answers: the databases `Orvalin` and
-/// `Bexmor` of a SQL Server, the schemas of a PostgreSQL database, or the files of a folder, of which
-/// DATABASE names `empresa.db`. The password comes from `clave_odbc`.
+/// `Bexmor` of a SQL Server, the schemas of a PostgreSQL database, or the file `empresa.db` that DATABASE
+/// names. Both are reached over one line. The password comes from `clave_odbc`.
 namespace atipicos::bases {
 
 bool crea_por_odbc(const std::string& cadena, bool vacia, Donde donde);

@@ -4,6 +4,11 @@
 -- and then, for each person, whose login exists on the server:
 --     USE Orvalin; CREATE USER begona FOR LOGIN begona; ALTER ROLE atipicos_puesto ADD MEMBER begona;
 --     USE Bexmor;  CREATE USER begona FOR LOGIN begona; ALTER ROLE atipicos_puesto ADD MEMBER begona;
+--
+-- The program works in one session, in Orvalin, and reaches Bexmor from there in the same transaction. So both are
+-- databases of one instance, and the same login has a user in each: a user with a password of its own (WITH PASSWORD,
+-- of a contained database) or an application role gets into one of them only, and is told error 916 by the other.
+-- Mirrored databases know no such transaction; those of an availability group do with DTC_SUPPORT = PER_DB.
 
 USE Orvalin;
 IF DATABASE_PRINCIPAL_ID('atipicos_consulta') IS NULL CREATE ROLE atipicos_consulta;

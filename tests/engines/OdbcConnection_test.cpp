@@ -206,6 +206,26 @@ namespace {
         EXPECT_EQ(rs->Fields("n").Value(), Variant(2));
     }
 
+    TEST_F(ParejaEnPostgresql, a_line_lost_before_the_key_of_a_table_is_asked_is_named_as_such)
+    {
+        guarda(1);
+        pareja.gestion->BeginTrans();
+        auto rs = pareja.contabilidad->CreateRecordset();
+        rs->Open("SELECT * FROM t", adodb::CursorType::Keyset, adodb::LockType::Pessimistic);
+        rs->Fields("id").Value(8);
+        mata_a_todos();
+        const auto fallo = fallo_de([&] { rs->Update(); });
+        EXPECT_EQ(fallo.first, Categoria::conexion);
+        EXPECT_THAT(
+            fallo.second, StartsWith("Se ha perdido la conexión con el servidor de la base de datos."));
+        EXPECT_EQ(fallo_de([&] { pareja.gestion->Execute("DELETE FROM t"); }),
+            std::pair(Categoria::conexion, std::string(perdida)));
+        rs->Close();
+        pareja.gestion->RollbackTrans();
+        guarda(2);
+        EXPECT_EQ(cuantas(), std::pair(Variant(2), Variant(2)));
+    }
+
     TEST_F(ParejaEnPostgresql, a_unit_is_lost_with_its_line)
     {
         {

@@ -25,6 +25,7 @@ namespace {
         EXPECT_EQ(sql_server.categoria("23000", 547), Categoria::restriccion);
         EXPECT_EQ(sql_server.categoria("42S02", 208), Categoria::instruccion);
         EXPECT_EQ(sql_server.categoria("08S01", 0), Categoria::conexion);
+        EXPECT_EQ(sql_server.categoria("08004", 916), Categoria::otra) << "the database is closed to it";
         EXPECT_EQ(sql_server.categoria("HYT00", 0), Categoria::otra) << "slow, not locked";
     }
 

@@ -68,6 +68,52 @@ namespace {
             EndsWith("»: no es una base de datos de este programa."));
     }
 
+    TEST_F(BasesEnOdbc, are_one_session_whose_commits_are_there_together)
+    {
+        crea_por_odbc(cadena, false, aqui);
+        const auto bases = abre_de_odbc(cadena, {}, aqui);
+        const auto otras = abre_de_odbc(cadena, {}, aqui);
+        ASSERT_NE(bases.transacciones, nullptr);
+        bases.orvalin->BeginTrans();
+        bases.bexmor->BeginTrans();
+        bases.orvalin->Execute("INSERT INTO SGD_Usuarios (Codigo, Nombre) VALUES (77, 'Ana')");
+        bases.bexmor->Execute("INSERT INTO Tipos_Doc (Codigo, Nombre) VALUES (77, 'Vale')");
+        const auto vistas = [&] {
+            return std::pair(
+                columna(*otras.orvalin, "SELECT Nombre FROM SGD_Usuarios WHERE Codigo = 77").size(),
+                columna(*otras.bexmor, "SELECT Nombre FROM Tipos_Doc WHERE Codigo = 77").size());
+        };
+        bases.orvalin->CommitTrans();
+        EXPECT_EQ(vistas(), std::pair(std::size_t{ 0 }, std::size_t{ 0 }));
+        EXPECT_TRUE(bases.transacciones->abierta());
+        bases.bexmor->CommitTrans();
+        EXPECT_EQ(vistas(), std::pair(std::size_t{ 1 }, std::size_t{ 1 }));
+    }
+
+    TEST_F(BasesEnOdbc, accounting_answers_to_its_configured_name)
+    {
+        crea_por_odbc(cadena, false, aqui);
+        servidor->psql(
+            "empresa", "UPDATE dbo.Parametros SET Valor = 'Conta2026' WHERE Clave = 'ODBCBaseDatos'");
+        const auto bases = abre_de_odbc(cadena, {}, aqui);
+        EXPECT_EQ(cuenta(*bases.orvalin, "conta2026.dbo.Tipos_Impuesto"), 4);
+        EXPECT_EQ(cuenta(*bases.orvalin, "Tipos_Impuesto"), 2);
+        EXPECT_EQ(cuenta(*bases.bexmor, "Tipos_Impuesto"), 4);
+        EXPECT_NE(error_de([&] { cuenta(*bases.orvalin, "Bexmor.dbo.Cuentas"); }), "no error");
+    }
+
+    TEST_F(BasesEnOdbc, of_another_version_are_refused_whichever_product_has_it)
+    {
+        crea_por_odbc(cadena, true, aqui);
+        for (const std::string esquema : { "orvalin", "dbo" }) {
+            servidor->psql("empresa", "UPDATE " + esquema + ".Esquema SET Version = 7");
+            EXPECT_THAT(error_de([&] { static_cast<void>(abre_de_odbc(cadena, {}, aqui)); }),
+                HasSubstr("»: tiene la versión 7 de las tablas"))
+                << esquema;
+            servidor->psql("empresa", "UPDATE " + esquema + ".Esquema SET Version = 1");
+        }
+    }
+
     TEST_F(BasesEnOdbc, opened_to_read_are_not_written)
     {
         crea_por_odbc(cadena, true, aqui);
@@ -87,16 +133,24 @@ namespace {
         }
     };
 
+    TEST_F(FicherosPorOdbc, of_another_name_are_none_that_could_be_opened)
+    {
+        const auto otro = "DRIVER={SQLite3};DATABASE=" + (carpeta / "otro.db").string();
+        EXPECT_THAT(error_de([&] { static_cast<void>(abre_de_odbc(otro, {}, aqui)); }),
+            EndsWith("»: por ODBC se admiten SQL Server, PostgreSQL y el fichero empresa.db de SQLite."));
+    }
+
     TEST_F(FicherosPorOdbc, are_made_and_opened_together)
     {
         EXPECT_THAT(error_de([&] { static_cast<void>(abre_de_odbc(cadena, {}, aqui)); }),
-            HasSubstr("no hay bases de datos en esta carpeta"));
+            HasSubstr("no hay ninguna base de datos en esta carpeta"));
         EXPECT_TRUE(crea_por_odbc(cadena, false, aqui));
         const auto bases = abre_de_odbc(cadena, {}, aqui);
         EXPECT_EQ(cuenta(*bases.orvalin, "Bexmor.dbo.Cuentas"), 480);
         EXPECT_EQ(cuenta(*bases.bexmor, "Cuentas"), 480);
-        EXPECT_NE(error_de([&] { bases.orvalin->Execute("DELETE FROM Bexmor.dbo.Cuentas"); }), "no error")
-            << "management only reads accounting";
+        EXPECT_EQ(cuenta(*bases.orvalin, "Tipos_Impuesto"), 2);
+        EXPECT_EQ(cuenta(*bases.bexmor, "Tipos_Impuesto"), 4);
+        EXPECT_NE(bases.transacciones, nullptr);
     }
 
     TEST_F(FicherosPorOdbc, opened_to_read_are_not_written)

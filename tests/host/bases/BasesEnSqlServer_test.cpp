@@ -2,9 +2,11 @@
 // tests/integracion make the sample company on it when ATIPICOS_TEST_SQLSERVER says where.
 #include "host/bases/BasesEnSqlServer.hpp"
 
+#include "host/bases/BasesEnOdbc.hpp"
 #include "host/sql/Guiones.hpp"
 #include "tests/host/BasesDeMuestra.hpp"
 #include "tests/support/ConexionDePrueba.hpp"
+#include "tests/support/ServidorFingido.hpp"
 
 #include <gmock/gmock.h>
 
@@ -82,6 +84,19 @@ namespace {
         EXPECT_THAT(error_de([&] { crea(); }),
             EndsWith("»: sólo una de las bases de datos Orvalin y Bexmor tiene sus tablas."));
         EXPECT_THAT(conexion.dichas, Not(Contains("BEGIN")));
+    }
+
+    /// On a driver that answers as its own does, and has no tables.
+    TEST(BasesEnSqlServerPorOdbc, are_opened_over_one_line_and_looked_at_in_accounting_first)
+    {
+        pruebas::ServidorFingido servidor;
+        EXPECT_NE(error_de([&] { static_cast<void>(abre_de_odbc(servidor.cadena(), {}, Donde::aqui())); }),
+            "no error");
+        const auto dicho = servidor.dicho();
+        EXPECT_THAT(dicho, Contains("CONECTA").Times(1));
+        ASSERT_GE(dicho.size(), 2U);
+        EXPECT_EQ(dicho[dicho.size() - 2], "USE Orvalin");
+        EXPECT_EQ(dicho.back(), "SELECT Version FROM Bexmor.dbo.Esquema");
     }
 
 }
