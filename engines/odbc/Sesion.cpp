@@ -98,7 +98,7 @@ bool Sesion::sigue_viva()
     try {
         m_enlace.ejecuta(servidor().comienzo_de_prueba, Donde{});
     } catch (const ErrorBaseDatos&) {
-        return !m_enlace.perdido();
+        return true;
     }
     m_enlace.ejecuta(servidor().deshace, Donde{});
     return false;
