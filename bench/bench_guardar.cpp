@@ -1,123 +1,70 @@
 // What a save costs over the same statements through bare libsqlite3: charges of 3 lines with tax and 3
 // forecasts, once durable and once without waiting for the disk, and from opening to the first saved charge.
-#include "bench/Medida.hpp"
-#include "bench/Taquigrafo.hpp"
-#include "editor/GuardarAtipico.hpp"
-#include "engines/sqlite/Connection.hpp"
-#include "host/app/Sesion.hpp"
+// The literal floor sends each text as it comes, over two files and with two commits; the prepared floor
+// prepares each shape once and has one file and one commit.
+#include "bench/Sitio.hpp"
+#include "bench/Turnos.hpp"
 
 #include <iostream>
-#include <utility>
 
 namespace atipicos::bench {
 namespace {
 
-    void guarda_un_cargo()
+    void compara(const char* titulo, std::size_t veces, bool duradera)
     {
-        clsAtipico cargo;
-        CargoTecleado tecleado{ "", 1, 104, "Conservas La Graciosa, S.A.", *Date::de_dia(2026, 11, 21),
-            "Mercancía dañada a la recepción", false, {}, {} };
-        for (const auto* costo : { "5.6325", "1.1975", "12.5" }) {
-            const Currency precio = Currency::de_texto(costo);
-            cargo.Lineas->Add(
-                1006, "Atún en aceite, lata abollada", Currency::de_entero(12), precio, "lote 1234");
-            const Currency importe = Currency::de_crudo(precio.crudo() * 12 / 100 * 100);
-            tecleado.Cargos.push_back({ importe, "" });
-            tecleado.Total += importe;
+        SitioSqlite sitio(1, duradera);
+        const auto guiones
+            = aprende(sitio.copia("guiones"), veces, [](std::size_t) { pruebas::guarda_un_cargo(); });
+        const auto traducidas = sitio.traduce(guiones);
+        sitio.copia_para_textos("textos");
+        sitio.copia("formas");
+        Puesto puesto(sitio.copia("componente"), { .sincronizacion_completa = duradera });
+        const auto textos = sitio.literal("textos", traducidas);
+        const auto formas = sitio.preparado("formas", traducidas);
+        formas->prepara();
+        std::vector<Corredor> corredores{
+            { "through the component", [&](std::size_t) { puesto.guarda(); } },
+            { "literal floor", [&](std::size_t vez) { textos->repite(vez); } },
+            { "prepared floor", [&](std::size_t vez) { formas->repite(vez); } },
+        };
+        por_turnos(veces, corredores);
+        exige_lo_mismo({ sitio.preparado("componente", traducidas).get(), textos.get(), formas.get() });
+        std::printf("%s, %zu statements a save, %zu shapes\n", titulo, guiones.front().size(),
+            traducidas.formas.formas.size());
+        escribe(corredores);
+        std::printf("\n");
+    }
+
+    /// In a company of one charge, a copy for each time.
+    void mide_arranque()
+    {
+        constexpr std::size_t veces = 15;
+        SitioSqlite sitio(1, true);
+        const auto traducidas = sitio.traduce(
+            aprende(sitio.copia("guiones"), 1, [](std::size_t) { pruebas::guarda_un_cargo(); }));
+        for (std::size_t vez = 0; vez < veces; ++vez) {
+            const auto cual = std::to_string(vez);
+            sitio.copia("componente" + cual);
+            sitio.copia("formas" + cual);
+            sitio.copia_para_textos("textos" + cual);
         }
-        const auto resultado = GuardarAtipico(cargo, tecleado, [](const Contabilizacion& datos) {
-            std::vector<Prevision> previsiones;
-            for (const auto& propuesta : GenerarPrev(datos).previsiones)
-                previsiones.push_back(propuesta.prevision);
-            return std::optional(previsiones);
-        });
-        if (resultado.estado != ResultadoGuardado::Estado::Guardado || resultado.Asiento == 0)
-            throw std::runtime_error("the charge was not saved");
-    }
-
-    app::OpcionesComunes comunes(const std::filesystem::path& carpeta)
-    {
-        app::OpcionesComunes opciones;
-        opciones.datos = carpeta;
-        return opciones;
-    }
-
-    /// The statements of `cuantos` saves on a database of their own, one after the other.
-    std::vector<Guion> transcribe(const std::filesystem::path& carpeta, int cuantos)
-    {
-        bases::crea_bases(carpeta, false);
-        app::Sesion sesion(comunes(carpeta), { .sincronizacion_completa = false });
-        Guion guion;
-        const Taquigrafo gestion(*sesion.bases.orvalin, false, guion);
-        const Taquigrafo contabilidad(*sesion.bases.bexmor, true, guion);
-        std::vector<Guion> guiones;
-        for (int i = 0; i < cuantos; ++i) {
-            guarda_un_cargo();
-            guiones.push_back(std::exchange(guion, {}));
-        }
-        return guiones;
-    }
-
-    void repite(const Guion& guion, sqlite3* gestion, sqlite3* contabilidad)
-    {
-        for (const auto& dicha : guion)
-            ejecuta(dicha.contable ? contabilidad : gestion, dicha.sql);
-    }
-
-    void compara(const Carpeta& carpeta, const char* titulo, const std::string& nombre,
-        const std::vector<Guion>& guiones, bool duradera)
-    {
-        const auto del_componente = carpeta / ("componente-" + nombre).c_str();
-        const auto desnuda = carpeta / ("desnuda-" + nombre).c_str();
-        bases::crea_bases(del_componente, false);
-        bases::crea_bases(desnuda, false);
-        app::Sesion sesion(comunes(del_componente), { .sincronizacion_completa = duradera });
-        const auto contabilidad = abre(desnuda / "bexmor.db", duradera);
-        const auto gestion = abre(desnuda / "orvalin.db", duradera, desnuda / "bexmor.db");
-
-        Medida componente;
-        Medida bare;
-        for (std::size_t i = 0; i < guiones.size(); ++i) {
-            const auto una = [&] { componente.mide(guarda_un_cargo); };
-            const auto otra
-                = [&] { bare.mide([&] { repite(guiones[i], gestion.get(), contabilidad.get()); }); };
-            if (i % 2 == 0) { // neither side always comes first
-                una();
-                otra();
-            } else {
-                otra();
-                una();
-            }
-        }
-        std::printf("%s, %zu statements a save\n", titulo, guiones.front().size());
-        componente.escribe("through the component");
-        bare.escribe("bare libsqlite3");
-        std::printf("  ratio of medians %.3f\n\n", componente.mediana() / bare.mediana());
-    }
-
-    void mide_arranque(const Carpeta& carpeta, const Guion& guion)
-    {
-        Medida componente;
-        Medida bare;
-        for (int i = 0; i < 15; ++i) {
-            const auto una = carpeta / ("arranque-c" + std::to_string(i)).c_str();
-            const auto otra = carpeta / ("arranque-d" + std::to_string(i)).c_str();
-            bases::crea_bases(una, false);
-            bases::crea_bases(otra, false);
-            componente.mide([&] {
-                app::Sesion sesion(comunes(una));
-                guarda_un_cargo();
-            });
-            bare.mide([&] {
-                const auto contabilidad = abre(otra / "bexmor.db", true);
-                const auto gestion = abre(otra / "orvalin.db", true, otra / "bexmor.db");
-                repite(guion, gestion.get(), contabilidad.get());
-            });
-        }
-        std::printf("From opening to the first saved charge\n");
-        componente.escribe("through the component");
-        bare.escribe("bare libsqlite3");
-        std::printf("  difference of medians %.3f ms\n", componente.mediana() - bare.mediana());
+        std::vector<Corredor> corredores{
+            { "through the component",
+                [&](std::size_t vez) { Puesto(sitio.lugar("componente" + std::to_string(vez))).guarda(); } },
+            { "literal floor",
+                [&](std::size_t vez) {
+                    sitio.literal("textos" + std::to_string(vez), traducidas)->repite(0);
+                } },
+            { "prepared floor",
+                [&](std::size_t vez) {
+                    sitio.preparado("formas" + std::to_string(vez), traducidas)->repite(0);
+                } },
+        };
+        por_turnos(veces, corredores);
+        std::printf("From opening to the first saved charge, and closing\n");
+        escribe(corredores);
+        std::printf("  difference of medians to the literal floor %.3f ms\n",
+            corredores[0].medida.mediana() - corredores[1].medida.mediana());
     }
 
 }
@@ -127,12 +74,9 @@ int main()
 {
     using namespace atipicos::bench;
     try {
-        const Carpeta carpeta;
-        const auto guiones = transcribe(carpeta / "guion", 1'000);
-        compara(carpeta, "Durable (two commits that wait for the disk)", "d",
-            { guiones.begin(), guiones.begin() + 400 }, true);
-        compara(carpeta, "Not durable (synchronous=OFF)", "n", guiones, false);
-        mide_arranque(carpeta, guiones.front());
+        compara("Durable", 400, true);
+        compara("Not durable (synchronous=OFF)", 1'000, false);
+        mide_arranque();
         return 0;
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';

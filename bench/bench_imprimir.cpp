@@ -2,13 +2,14 @@
 // many pages of a PDF file with nothing read, laid out or broken into lines.
 #include "bench/Desnudo.hpp"
 #include "bench/Medida.hpp"
-#include "bench/Suelo.hpp"
+#include "bench/SueloPostgresql.hpp"
 #include "controls/LienzoQt.hpp"
 #include "controls/Texto.hpp"
 #include "host/bases/Bases.hpp"
 #include "host/orvalin/DocumentoCargo.hpp"
 #include "host/orvalin/Empresa.hpp"
 #include "host/orvalin/Fichas.hpp"
+#include "tests/integracion/Sedes.hpp"
 
 #include <QGuiApplication>
 #include <QPainter>
@@ -145,12 +146,8 @@ namespace {
         const auto muestra = pruebas::en_postgresql().muestra();
         const auto direccion = muestra->lugar().direccion();
         const auto linea = conecta(direccion, "orvalin");
-        for (const auto& sql : { cabeceras(en_postgresql(cargos)), lineas(en_postgresql(5)) }) {
-            const std::unique_ptr<PGresult, decltype(&PQclear)> respuesta(
-                PQexec(linea.get(), sql.c_str()), &PQclear);
-            if (PQresultStatus(respuesta.get()) != PGRES_COMMAND_OK)
-                throw std::runtime_error(PQerrorMessage(linea.get()));
-        }
+        for (const auto& sql : { cabeceras(en_postgresql(cargos)), lineas(en_postgresql(5)) })
+            pide(linea.get(), sql);
         Medida en_uno;
         for (int i = 0; i < 5; ++i)
             en_uno.mide(
@@ -164,7 +161,7 @@ namespace {
         const Carpeta carpeta;
         const auto datos = carpeta / "datos";
         bases::crea_bases(datos, false);
-        const auto base = abre(datos / "orvalin.db", true, datos / "bexmor.db");
+        const auto base = abre(datos / "empresa.db", true);
         ejecuta(base.get(), cabeceras(en_sqlite(cargos)));
         ejecuta(base.get(), lineas(en_sqlite(5)));
 

@@ -4,9 +4,11 @@
 #include "bench/ListaDesnuda.hpp"
 #include "bench/Medida.hpp"
 #include "bench/MuchosCargos.hpp"
-#include "bench/Suelo.hpp"
+#include "bench/SueloPostgresql.hpp"
+#include "bench/SueloSqlite.hpp"
 #include "browser/ListaAtipicos.hpp"
 #include "host/app/Sesion.hpp"
+#include "tests/integracion/Sedes.hpp"
 
 #include <functional>
 #include <iostream>
@@ -25,7 +27,7 @@ namespace {
 
     Filas lista_desnuda(PGconn* linea, const std::string& sql)
     {
-        const std::unique_ptr<PGresult, decltype(&PQclear)> respuesta(PQexec(linea, sql.c_str()), &PQclear);
+        const auto respuesta = pide(linea, sql);
         std::array<int, columnas.size()> donde{};
         for (std::size_t i = 0; i < columnas.size(); ++i)
             donde[i] = PQfnumber(respuesta.get(), columnas[i]);
@@ -46,19 +48,22 @@ namespace {
         {
             const auto lugar = m_muestra->lugar();
             if (lugar.clase() == bases::Lugar::Clase::carpeta) {
-                m_base = abre(lugar.carpeta() / "orvalin.db", true, lugar.carpeta() / "bexmor.db");
+                m_base = abre(lugar.carpeta() / fichero_empresa, true);
                 ejecuta(m_base.get(), muchos_cargos(cargos));
+                catalogo = catalogos_de_empresa(m_base.get())[0];
                 desnuda = [this](const std::string& sql) { return bench::lista_desnuda(m_base.get(), sql); };
             } else {
                 m_linea = conecta(lugar.direccion(), "orvalin");
-                PQclear(PQexec(m_linea.get(), muchos_cargos_en_postgresql(cargos).c_str()));
-                PQclear(PQexec(m_linea.get(), "ANALYZE"));
+                pide(m_linea.get(), muchos_cargos_en_postgresql(cargos));
+                pide(m_linea.get(), "ANALYZE");
+                catalogo = catalogos_del_servidor(m_linea.get(), true)[0];
                 desnuda = [this](const std::string& sql) { return lista_desnuda(m_linea.get(), sql); };
             }
         }
 
         [[nodiscard]] bases::Lugar lugar() const { return m_muestra->lugar(); }
         std::function<Filas(const std::string& sql)> desnuda;
+        sql::Catalogo catalogo;
 
     private:
         std::unique_ptr<pruebas::Muestra> m_muestra;
@@ -78,7 +83,7 @@ namespace {
         app::Sesion sesion(opciones);
 
         const FiltroAtipicos filtro{ "01/01/2026", "31/12/2026" };
-        const auto sql = en_la_base(*sesion.bases.orvalin, instruccion_lista(filtro, 1, 1));
+        const auto sql = sql::reescribe(instruccion_lista(filtro, 1, 1), lista.catalogo);
         Medida componente;
         Medida bare;
         std::size_t filas = 0;

@@ -1,202 +1,116 @@
 // What a save on a PostgreSQL server costs over the same statements through bare libpq: charges of 3 lines
-// with tax and 3 forecasts, one workstation and several at once, durable.
-#include "bench/Medida.hpp"
-#include "bench/Suelo.hpp"
+// with tax and 3 forecasts, durable, one workstation, near its server and far from it, and several at once.
+// One workstation shares a core with its server: to wake the other core costs more than most statements. The
+// literal floor sends each text as it comes, in two sessions and with two commits; the prepared floor
+// prepares each shape once and has one session and one commit.
+#include "bench/Nucleo.hpp"
+#include "bench/Puestos.hpp"
+#include "bench/Sitio.hpp"
+#include "bench/Turnos.hpp"
 #include "tests/support/Intermediario.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
+#include <functional>
 #include <iostream>
-#include <sys/wait.h>
-#include <unistd.h>
-#include <utility>
 
 namespace atipicos::bench {
 namespace {
 
-    const pruebas::ServidorPostgresql& servidor()
+    using Guiones = std::vector<Guion>;
+
+    Guiones aprende_a_guardar(Sitio& sitio, std::size_t cuantos)
     {
-        static const pruebas::ServidorPostgresql unico(true);
-        return unico;
+        return aprende(sitio.copia("guiones"), cuantos, [](std::size_t) { pruebas::guarda_un_cargo(); });
     }
 
-    void guarda(pruebas::Banco& banco)
+    void compara_uno(SitioPostgresql& sitio, const Guiones& guiones, const Traducidas& traducidas)
     {
-        if (banco.guarda().estado != ResultadoGuardado::Estado::Guardado || !banco.avisos->dichos.empty())
-            throw std::runtime_error("the charge was not saved");
-    }
-
-    /// `camino`: what makes the address go another way than the server's socket.
-    bases::Lugar lugar(const std::string& base, const std::string& camino = {})
-    {
-        return bases::Lugar::de_conexion(servidor().direccion(base) + camino);
-    }
-
-    /// A base in which the counters have begun, for all others to be copies of.
-    void prepara_plantilla()
-    {
-        servidor().crea_base("comenzada");
-        bases::crea_bases(lugar("comenzada"), false);
-        pruebas::Banco banco(lugar("comenzada"));
-        guarda(banco);
-    }
-
-    std::vector<Guion> aprende(int cuantos)
-    {
-        servidor().crea_base("guiones", "comenzada");
-        std::vector<Guion> guiones;
-        pruebas::Banco banco(lugar("guiones"));
-        for (int i = 0; i < cuantos; ++i) {
-            banco.parte->dichas.clear();
-            guarda(banco);
-            guiones.push_back(transcribe(banco));
-        }
-        return guiones;
-    }
-
-    void compara_uno(const std::vector<Guion>& guiones)
-    {
-        servidor().crea_base("uno_componente", "comenzada");
-        servidor().crea_base("uno_desnudo", "comenzada");
-        pruebas::Banco banco(lugar("uno_componente"));
-        SueloPostgresql suelo(servidor().direccion("uno_desnudo"));
-        Medida componente;
-        Medida bare;
-        for (std::size_t i = 0; i < guiones.size(); ++i) {
-            const auto una = [&] { componente.mide([&] { guarda(banco); }); };
-            const auto otra = [&] { bare.mide([&] { suelo.repite(guiones[i]); }); };
-            if (i % 2 == 0) { // neither side always comes first
-                una();
-                otra();
-            } else {
-                otra();
-                una();
-            }
-        }
-        std::printf("One workstation, %zu statements a save\n", guiones.front().size());
-        componente.escribe("through the component");
-        bare.escribe("bare libpq");
-        std::printf("  ratio of medians %.3f\n\n", componente.mediana() / bare.mediana());
+        Puesto puesto(sitio.copia("uno_componente"));
+        sitio.copia_para_textos("uno_textos");
+        sitio.copia("uno_formas");
+        const auto textos = sitio.literal("uno_textos", traducidas);
+        const auto formas = sitio.preparado("uno_formas", traducidas);
+        formas->prepara();
+        std::vector<Corredor> corredores{
+            { "through the component", [&](std::size_t) { puesto.guarda(); } },
+            { "literal floor", [&](std::size_t vez) { textos->repite(vez); } },
+            { "prepared floor", [&](std::size_t vez) { formas->repite(vez); } },
+        };
+        por_turnos(guiones.size(), corredores);
+        exige_lo_mismo({ sitio.preparado("uno_componente", traducidas).get(), textos.get(), formas.get() });
+        std::printf("One workstation, %zu statements a save, %zu shapes\n", guiones.front().size(),
+            traducidas.formas.formas.size());
+        escribe(corredores);
+        std::printf("\n");
     }
 
     /// One workstation far from its server: each round trip lasts that much longer.
-    void compara_lejos(const std::vector<Guion>& guiones, std::chrono::milliseconds viaje)
+    void compara_lejos(SitioPostgresql& sitio, const Traducidas& traducidas, std::chrono::milliseconds viaje)
     {
         constexpr std::size_t veces = 15;
-        const auto nombre = std::to_string(viaje.count());
-        servidor().crea_base("lejos_componente_" + nombre, "comenzada");
-        servidor().crea_base("lejos_desnudo_" + nombre, "comenzada");
-        pruebas::Intermediario intermediario(servidor().enchufe());
+        const auto nombre = "lejos_" + std::to_string(viaje.count()) + "_";
+        pruebas::Intermediario intermediario(sitio.servidor().enchufe());
+        sitio.ve_por(intermediario.por_aqui());
         {
-            pruebas::Banco banco(lugar("lejos_componente_" + nombre, intermediario.por_aqui()));
-            SueloPostgresql suelo(servidor().direccion("lejos_desnudo_" + nombre) + intermediario.por_aqui());
-            guarda(banco); // a session asks for the catalogue once
+            Puesto puesto(sitio.copia(nombre + "componente"));
+            sitio.copia_para_textos(nombre + "textos");
+            sitio.copia(nombre + "formas");
+            const auto textos = sitio.literal(nombre + "textos", traducidas);
+            const auto formas = sitio.preparado(nombre + "formas", traducidas);
+            puesto.guarda(); // a session asks for the catalogue once
+            formas->prepara();
             intermediario.retrasa(viaje);
-            Medida componente;
-            Medida bare;
-            const auto antes = intermediario.viajes();
-            for (std::size_t i = 0; i < veces; ++i)
-                componente.mide([&] { guarda(banco); });
-            const auto viajes = (intermediario.viajes() - antes) / veces;
-            for (std::size_t i = 0; i < veces; ++i)
-                bare.mide([&] { suelo.repite(guiones[i]); });
-            std::printf("Round trips of %s ms more, %zu a save\n", nombre.c_str(), viajes);
-            componente.escribe("through the component");
-            bare.escribe("bare libpq");
-            std::printf("  ratio of medians %.3f\n\n", componente.mediana() / bare.mediana());
+            std::vector<std::size_t> viajes;
+            const auto cuenta = [&](std::size_t quien, const auto& trabajo) {
+                return [&, quien, trabajo](std::size_t vez) {
+                    const auto antes = intermediario.viajes();
+                    trabajo(vez);
+                    viajes.resize(3);
+                    viajes[quien] += intermediario.viajes() - antes;
+                };
+            };
+            std::vector<Corredor> corredores{
+                { "through the component", cuenta(0, [&](std::size_t) { puesto.guarda(); }) },
+                { "literal floor", cuenta(1, [&](std::size_t vez) { textos->repite(vez); }) },
+                { "prepared floor", cuenta(2, [&](std::size_t vez) { formas->repite(vez); }) },
+            };
+            por_turnos(veces, corredores);
+            std::printf("Round trips of %lld ms more, %zu a save, literal floor %zu, prepared floor %zu\n",
+                static_cast<long long>(viaje.count()), viajes[0] / veces, viajes[1] / veces,
+                viajes[2] / veces);
+            escribe(corredores);
+            std::printf("\n");
         }
+        sitio.ve_por("");
     }
 
-    /// Both ends of a pipe, to begin together by.
-    class Tubo {
-    public:
-        Tubo()
-        {
-            if (pipe(m_extremos.data()) != 0)
-                throw std::runtime_error("no pipe");
-        }
-        Tubo(const Tubo&) = delete;
-        Tubo& operator=(const Tubo&) = delete;
-        ~Tubo()
-        {
-            close(m_extremos[0]);
-            cierra_entrada();
-        }
-        void escribe() const
-        {
-            if (write(m_extremos[1], "", 1) != 1)
-                throw std::runtime_error("nobody reads");
-        }
-        /// Waits for a byte; false when nobody can write any longer.
-        [[nodiscard]] bool lee() const
-        {
-            char byte = 0;
-            return read(m_extremos[0], &byte, 1) == 1;
-        }
-        void cierra_entrada()
-        {
-            if (const int entrada = std::exchange(m_extremos[1], -1); entrada >= 0)
-                close(entrada);
-        }
+    /// Saves a second of so many workstations, through the component or on one of the floors.
+    double del_componente(
+        SitioPostgresql& sitio, std::size_t cargos, std::size_t puestos, const std::string& base)
+    {
+        const auto lugar = sitio.copia(base);
+        return por_segundo(puestos, cargos,
+            [&] { return [puesto = std::make_shared<Puesto>(lugar)](std::size_t) { puesto->guarda(); }; });
+    }
 
-    private:
-        std::array<int, 2> m_extremos{};
+    template <class Abre>
+    double de_un_suelo(
+        SitioPostgresql& sitio, std::size_t cargos, std::size_t puestos, const std::string& base, Abre abre)
+    {
+        static_cast<void>(sitio.copia(base));
+        return por_segundo(puestos, cargos, [&] {
+            const std::shared_ptr<Suelo> suelo = abre(base);
+            suelo->prepara();
+            return [suelo](std::size_t cual) { suelo->repite(cual); };
+        });
+    }
+
+    struct Ritmo {
+        const char* nombre;
+        std::function<double(const std::string& base)> mide;
+        std::vector<double> por_segundo = {};
     };
-
-    /// Saves a second of `puestos` processes. Each makes what it works with, saves once to have read what a
-    /// session reads only once, waits for all others and then does its share.
-    /// @param abre  makes, for the workstation of a number from 0, what saves the charge of a number from 0
-    template <class Abre> double por_segundo(std::size_t puestos, std::size_t cargos, Abre abre)
-    {
-        Tubo listos;
-        Tubo salida;
-        for (std::size_t puesto = 0; puesto < puestos; ++puesto)
-            if (fork() == 0) {
-                try {
-                    salida.cierra_entrada();
-                    const auto guarda_uno = abre();
-                    guarda_uno(puesto);
-                    listos.escribe();
-                    static_cast<void>(salida.lee());
-                    for (std::size_t i = puesto + puestos; i < cargos; i += puestos)
-                        guarda_uno(i);
-                    _exit(0);
-                } catch (const std::exception& error) {
-                    std::cerr << error.what() << '\n';
-                    _exit(1);
-                }
-            }
-        listos.cierra_entrada();
-        for (std::size_t puesto = 0; puesto < puestos; ++puesto)
-            if (!listos.lee())
-                throw std::runtime_error("a workstation could not begin");
-        const auto antes = std::chrono::steady_clock::now();
-        salida.cierra_entrada();
-        int estado = 0;
-        for (std::size_t puesto = 0; puesto < puestos; ++puesto)
-            if (wait(&estado) < 0 || estado != 0)
-                throw std::runtime_error("a workstation failed");
-        return static_cast<double>(cargos - puestos)
-            / std::chrono::duration<double>(std::chrono::steady_clock::now() - antes).count();
-    }
-
-    double del_componente(const std::vector<Guion>& guiones, std::size_t puestos, const std::string& base)
-    {
-        servidor().crea_base(base, "comenzada");
-        return por_segundo(puestos, guiones.size(), [&] {
-            return [banco = std::make_shared<pruebas::Banco>(lugar(base))](std::size_t) { guarda(*banco); };
-        });
-    }
-
-    double del_suelo(const std::vector<Guion>& guiones, std::size_t puestos, const std::string& base)
-    {
-        servidor().crea_base(base, "comenzada");
-        return por_segundo(puestos, guiones.size(), [&] {
-            return [&guiones, suelo = std::make_shared<SueloPostgresql>(servidor().direccion(base))](
-                       std::size_t cual) { suelo->repite(guiones[cual]); };
-        });
-    }
 
     double mediana(std::vector<double> valores)
     {
@@ -204,22 +118,72 @@ namespace {
         return valores[valores.size() / 2];
     }
 
+    void escribe(const std::vector<Ritmo>& ritmos)
+    {
+        for (const auto& [nombre, mide, valores] : ritmos) {
+            const auto [minimo, maximo] = std::minmax_element(valores.begin(), valores.end());
+            std::printf("  %-28s median %7.1f saves/s   min %7.1f   max %7.1f   (%zu runs)\n", nombre,
+                mediana(valores), *minimo, *maximo, valores.size());
+        }
+        for (std::size_t i = 1; i < ritmos.size(); ++i) {
+            std::vector<double> razones;
+            for (std::size_t vuelta = 0; vuelta < ritmos[0].por_segundo.size(); ++vuelta)
+                razones.push_back(ritmos[0].por_segundo[vuelta] / ritmos[i].por_segundo[vuelta]);
+            std::printf("  times the saves of the %s %.2f (median of the ratios)\n", ritmos[i].nombre,
+                mediana(razones));
+        }
+    }
+
     /// Many short turns, because a machine is not equally fast from one second to the next: the ratio is that
     /// of neighbours.
-    void compara_varios(const std::vector<Guion>& guiones, std::size_t puestos)
+    void compara_varios(
+        SitioPostgresql& sitio, std::size_t cargos, const Traducidas& traducidas, std::size_t puestos)
     {
-        constexpr int vueltas = 15;
-        std::vector<double> componente;
-        std::vector<double> bare;
-        std::vector<double> razon;
-        for (int vuelta = 0; vuelta < vueltas; ++vuelta) {
-            const auto nombre = std::to_string(puestos) + "_" + std::to_string(vuelta);
-            componente.push_back(del_componente(guiones, puestos, "componente_" + nombre));
-            bare.push_back(del_suelo(guiones, puestos, "desnudo_" + nombre));
-            razon.push_back(componente.back() / bare.back());
-        }
-        std::printf("  %zu   component %7.1f saves/s   bare libpq %7.1f saves/s   %.2f   (medians of %d)\n",
-            puestos, mediana(componente), mediana(bare), mediana(razon), vueltas);
+        constexpr std::size_t vueltas = 15;
+        std::vector<Ritmo> ritmos{
+            { "through the component",
+                [&](const std::string& base) { return del_componente(sitio, cargos, puestos, base); } },
+            { "literal floor",
+                [&](const std::string& base) {
+                    return de_un_suelo(sitio, cargos, puestos, base,
+                        [&](const std::string& donde) { return sitio.literal(donde, traducidas); });
+                } },
+            { "prepared floor",
+                [&](const std::string& base) {
+                    return de_un_suelo(sitio, cargos, puestos, base,
+                        [&](const std::string& donde) { return sitio.preparado(donde, traducidas); });
+                } },
+        };
+        for (std::size_t vuelta = 0; vuelta < vueltas; ++vuelta)
+            for (std::size_t i = 0; i < ritmos.size(); ++i) {
+                auto& uno = ritmos[(vuelta + i) % ritmos.size()];
+                uno.por_segundo.push_back(uno.mide("varios"));
+                sitio.servidor().borra_base("varios");
+            }
+        std::printf("%zu workstations at once, all on one counter\n", puestos);
+        escribe(ritmos);
+    }
+
+    void con_un_puesto()
+    {
+        const EnUnNucleo los_dos;
+        std::printf("Program and server on core %zu\n", los_dos.nucleo());
+        SitioPostgresql sitio(1);
+        const auto guiones = aprende_a_guardar(sitio, 200);
+        const auto traducidas = sitio.traduce(guiones);
+        compara_uno(sitio, guiones, traducidas);
+        for (const int viaje : { 1, 5, 20 })
+            compara_lejos(sitio, traducidas, std::chrono::milliseconds(viaje));
+    }
+
+    void con_varios_puestos()
+    {
+        SitioPostgresql sitio(1);
+        const auto guiones = aprende_a_guardar(sitio, 200);
+        const auto traducidas = sitio.traduce(guiones);
+        std::printf("Program and server on all cores\n");
+        for (const std::size_t puestos : { 1U, 2U, 4U, 8U })
+            compara_varios(sitio, guiones.size(), traducidas, puestos);
     }
 
 }
@@ -229,14 +193,8 @@ int main()
 {
     using namespace atipicos::bench;
     try {
-        prepara_plantilla();
-        const auto guiones = aprende(200);
-        compara_uno(guiones);
-        for (const int viaje : { 1, 5, 20 })
-            compara_lejos(guiones, std::chrono::milliseconds(viaje));
-        std::printf("Workstations at once, all on one counter\n");
-        for (const std::size_t puestos : { 1U, 2U, 4U, 8U })
-            compara_varios(guiones, puestos);
+        con_un_puesto();
+        con_varios_puestos();
         return 0;
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';

@@ -1,11 +1,12 @@
 // The editor on screen against an empty window of its size, on SQLite and on PostgreSQL, and the 500th line
 // keyed in against the 5th. Runs without a display: what is measured is everything but the display.
 #include "bench/Medida.hpp"
-#include "bench/Suelo.hpp"
+#include "bench/SueloPostgresql.hpp"
 #include "context/modComun.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "editor/frmCompras_Atipicos.hpp"
 #include "host/app/Sesion.hpp"
+#include "tests/integracion/Sedes.hpp"
 #include "tests/support/Persona.hpp"
 
 #include <QLabel>
@@ -124,8 +125,7 @@ int main(int argc, char** argv)
     }
     app::OpcionesComunes opciones;
     if (argc == 3 && argv[1] == std::string_view("--conectada")) { // ADDRESS
-        const auto gestion = bench::conecta(argv[2], "orvalin");
-        const auto contabilidad = bench::conecta(argv[2], "dbo");
+        const auto linea = bench::conecta(argv[2], "orvalin");
         abre_vacia();
         return 0;
     }
@@ -147,7 +147,7 @@ int main(int argc, char** argv)
         const auto direccion = "'" + en_servidor->lugar().direccion() + "'";
         compara("the same with the databases on a PostgreSQL server",
             { { "editor", [&] { ejecuta(programa, "--editor " + direccion); } },
-                { "empty, two bare connections", [&] { ejecuta(programa, "--conectada " + direccion); } } });
+                { "empty, a bare connection", [&] { ejecuta(programa, "--conectada " + direccion); } } });
     } else {
         std::printf("%s\n", en_postgresql().falta.c_str());
     }

@@ -4,10 +4,10 @@
 #include "bench/ListaDesnuda.hpp"
 #include "bench/Medida.hpp"
 #include "bench/MuchosCargos.hpp"
+#include "bench/SueloSqlite.hpp"
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 #include "context/modComun.hpp"
 #include "controls/VSFlexGrid.hpp"
-#include "engines/sqlite/Connection.hpp"
 #include "host/app/Sesion.hpp"
 
 #include <QApplication>
@@ -64,11 +64,10 @@ namespace {
         app::OpcionesComunes opciones;
         opciones.datos = datos;
         app::Sesion sesion(opciones);
-        const auto base = abre(datos / "orvalin.db", true, datos / "bexmor.db");
+        const auto base = abre(datos / fichero_empresa, true);
         ejecuta(base.get(), muchos_cargos(100'000));
-        const auto sql
-            = dynamic_cast<sqlite::Connection&>(*sesion.bases.orvalin)
-                  .reescribe(instruccion_lista({ "01/01/2026", "31/12/2026" }, 1, 1), Donde::aqui());
+        const auto sql = sql::reescribe(
+            instruccion_lista({ "01/01/2026", "31/12/2026" }, 1, 1), catalogos_de_empresa(base.get())[0]);
 
         frmCompras_Atipicos_Visor form;
         form.Fecha_Inicial = Date::de_dia(2026, 1, 1).value();

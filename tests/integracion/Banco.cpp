@@ -6,6 +6,26 @@
 
 namespace atipicos::pruebas {
 
+ResultadoGuardado guarda_un_cargo(
+    const std::string& codigo, std::int16_t almacen, const std::string& observaciones)
+{
+    clsAtipico cargo;
+    CargoTecleado tecleado{ codigo, almacen, 104, "Conservas La Graciosa, S.A.", dia("21/11/2026"),
+        observaciones, false, {}, {} };
+    for (const auto* costo : { "5.6325", "1.1975", "12.5" }) {
+        const Currency importe = importe_linea(moneda("12"), moneda(costo));
+        cargo.Lineas->Add(1006, "Lata abollada", moneda("12"), moneda(costo));
+        tecleado.Cargos.push_back({ importe, "" });
+        tecleado.Total += importe;
+    }
+    return GuardarAtipico(cargo, tecleado, [](const Contabilizacion& datos) {
+        std::vector<Prevision> previsiones;
+        for (const auto& propuesta : GenerarPrev(datos).previsiones)
+            previsiones.push_back(propuesta.prevision);
+        return std::optional(previsiones);
+    });
+}
+
 Banco::Banco(const Sede& sede)
     : m_muestra(sede.muestra())
 {
@@ -47,21 +67,7 @@ Banco::~Banco()
 ResultadoGuardado Banco::guarda(
     const std::string& codigo, std::int16_t almacen, const std::string& observaciones)
 {
-    clsAtipico cargo;
-    CargoTecleado tecleado{ codigo, almacen, 104, "Conservas La Graciosa, S.A.", dia("21/11/2026"),
-        observaciones, false, {}, {} };
-    for (const auto* costo : { "5.6325", "1.1975", "12.5" }) {
-        const Currency importe = importe_linea(moneda("12"), moneda(costo));
-        cargo.Lineas->Add(1006, "Lata abollada", moneda("12"), moneda(costo));
-        tecleado.Cargos.push_back({ importe, "" });
-        tecleado.Total += importe;
-    }
-    return GuardarAtipico(cargo, tecleado, [](const Contabilizacion& datos) {
-        std::vector<Prevision> previsiones;
-        for (const auto& propuesta : GenerarPrev(datos).previsiones)
-            previsiones.push_back(propuesta.prevision);
-        return std::optional(previsiones);
-    });
+    return guarda_un_cargo(codigo, almacen, observaciones);
 }
 
 Variant Banco::consulta(const std::string& sql) const

@@ -21,6 +21,11 @@ namespace atipicos::pruebas {
 /// How many rows each table that a save writes to has, and the numbers of both counters.
 using Estado = std::map<std::string, std::int32_t>;
 
+/// Saves a charge of three lines with tax, from a supplier who pays in three instalments, in whatever company
+/// the component has been handed. With a code it is that charge changed.
+ResultadoGuardado guarda_un_cargo(const std::string& codigo = {}, std::int16_t almacen = 1,
+    const std::string& observaciones = "Palé dañado");
+
 /// The sample company on real databases, with a spy on each connection.
 class Banco {
 public:
@@ -30,8 +35,7 @@ public:
     Banco& operator=(const Banco&) = delete;
     ~Banco();
 
-    /// Saves a charge of three lines with tax, from a supplier who pays in three instalments. With a code it
-    /// is that charge changed.
+    /// `guarda_un_cargo` here.
     ResultadoGuardado guarda(const std::string& codigo = {}, std::int16_t almacen = 1,
         const std::string& observaciones = "Palé dañado");
 
