@@ -114,14 +114,14 @@ void Sesion::prepara(const Opciones& opciones, Donde donde)
 {
     sqlite3_extended_result_codes(base(), 1);
     sqlite3_busy_timeout(base(), static_cast<int>(opciones.espera.count()));
-    const auto di = [&](const char* sql) { Instruccion(base(), sql, donde).avanza(donde); };
     lee_algo(donde);
     if (!opciones.solo_lectura && sqlite3_db_readonly(base(), "main") == 0)
-        di("PRAGMA journal_mode=WAL");
-    di(opciones.sincronizacion_completa ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=OFF");
-    di("PRAGMA foreign_keys=ON");
+        ejecuta("PRAGMA journal_mode=WAL", nullptr, donde);
+    ejecuta(opciones.sincronizacion_completa ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=OFF", nullptr,
+        donde);
+    ejecuta("PRAGMA foreign_keys=ON", nullptr, donde);
     if (opciones.solo_lectura)
-        di("PRAGMA query_only=ON");
+        ejecuta("PRAGMA query_only=ON", nullptr, donde);
 }
 
 void Sesion::lee_algo(Donde donde)
@@ -242,6 +242,11 @@ void Sesion::olvida_lectura(const Recordset& filas) noexcept
     const auto lugar = std::find(m_lecturas.begin(), m_lecturas.end(), &filas);
     if (lugar != m_lecturas.end())
         m_lecturas.erase(lugar);
+}
+
+void Sesion::ejecuta(const std::string& sql, std::int32_t* afectadas, Donde donde)
+{
+    ejecuta(Prestada(std::make_shared<Instruccion>(base(), sql, donde)), afectadas, donde);
 }
 
 void Sesion::ejecuta(Prestada instruccion, std::int32_t* afectadas, Donde donde)

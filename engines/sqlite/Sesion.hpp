@@ -54,6 +54,7 @@ public:
     /// The same prepared, with its values; it stays alive until the loan is given back.
     [[nodiscard]] Prestada prepara(sql::Lado lado, const std::string& sql, Donde donde);
     [[nodiscard]] Prestada prepara_propia(std::string_view sql, Donde donde); ///< a statement as it is
+    void ejecuta(const std::string& sql, std::int32_t* afectadas, Donde donde); ///< as it is, and only once
     void ejecuta(Prestada instruccion, std::int32_t* afectadas, Donde donde); ///< to its end
     void ejecutada(std::string_view sql) noexcept { m_vigencia.ejecutada(sql); } ///< by a side, without error
 
