@@ -29,7 +29,7 @@ namespace {
         };
         por_turnos(veces, corredores);
         exige_lo_mismo({ sitio.preparado("componente", traducidas).get(), textos.get(), formas.get() });
-        std::printf("%s, %zu statements a save, %zu shapes\n", titulo, guiones.front().size(),
+        std::printf("%s, %zu statements a save, %zu shapes\n", titulo, guiones.back().size(),
             traducidas.formas.formas.size());
         escribe(corredores);
         std::printf("\n");

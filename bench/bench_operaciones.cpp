@@ -101,7 +101,7 @@ namespace {
             };
             por_turnos(veces, corredores);
             exige_lo_mismo({ sitio.preparado("componente", traducidas).get(), textos.get(), formas.get() });
-            std::printf("%s (%zu statements)\n", nombre, guiones.front().size());
+            std::printf("%s (%zu statements)\n", nombre, guiones.back().size());
             escribe(corredores);
         }
     }

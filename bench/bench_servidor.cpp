@@ -39,7 +39,7 @@ namespace {
         };
         por_turnos(guiones.size(), corredores);
         exige_lo_mismo({ sitio.preparado("uno_componente", traducidas).get(), textos.get(), formas.get() });
-        std::printf("One workstation, %zu statements a save, %zu shapes\n", guiones.front().size(),
+        std::printf("One workstation, %zu statements a save, %zu shapes\n", guiones.back().size(),
             traducidas.formas.formas.size());
         escribe(corredores);
         std::printf("\n");

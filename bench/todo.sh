@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs every benchmark on an optimised build and writes their figures, with machine and date, into
-# docs/rendimiento.md: bench/todo.sh [FILE [PROGRAM…]]. Takes some eight minutes on two idle cores; on a busy machine
-# the ratios still hold, because both sides of each are measured in turns, but the times do not.
+# docs/rendimiento.md: bench/todo.sh [FILE [PROGRAM…]]. Takes some ten minutes on two idle cores; on a busy machine
+# the ratios still hold, because all sides of each are measured in turns, but the times do not. Where one workstation
+# and its PostgreSQL server are to share a core the programs see to it themselves, and say so.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 destino=$(realpath "${1:-docs/rendimiento.md}")
