@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -113,7 +114,8 @@ std::shared_ptr<Sesion> Sesion::abre(const Opciones& opciones, Donde donde)
 void Sesion::prepara(const Opciones& opciones, Donde donde)
 {
     sqlite3_extended_result_codes(base(), 1);
-    sqlite3_busy_timeout(base(), static_cast<int>(opciones.espera.count()));
+    m_espera = opciones.espera;
+    sqlite3_busy_handler(base(), &Sesion::espera_turno, this);
     lee_algo(donde);
     if (!opciones.solo_lectura && sqlite3_db_readonly(base(), "main") == 0)
         ejecuta("PRAGMA journal_mode=WAL", nullptr, donde);
@@ -136,6 +138,20 @@ void Sesion::lee_algo(Donde donde)
             "quien no puede escribir en su carpeta sólo puede leerla mientras otro la tiene abierta.",
             error.instruccion(), donde);
     }
+}
+
+/// Looks often: the library's own handler ends up looking ten times a second, and would be late for each of
+/// the short pauses that one who writes much leaves to the others.
+int Sesion::espera_turno(void* quien, int veces)
+{
+    auto& sesion = *static_cast<Sesion*>(quien);
+    const auto ahora = std::chrono::steady_clock::now();
+    if (veces == 0)
+        sesion.m_hasta = ahora + sesion.m_espera;
+    if (ahora >= sesion.m_hasta)
+        return 0;
+    std::this_thread::sleep_for(std::chrono::milliseconds(std::min(1 + veces, 5)));
+    return 1;
 }
 
 void Sesion::adjunta(const Adjunta& otra, Donde donde)

@@ -81,13 +81,16 @@ private:
 
     Sesion(sqlite3* base, bool preparadas);
     void prepara(const Opciones& opciones, Donde donde);
+    static int espera_turno(void* sesion, int veces); ///< not 0: try again
     void lee_algo(Donde donde);
     void adjunta(const Adjunta& otra, Donde donde);
     void asegura_catalogo(Donde donde);
     void lee_catalogo(Donde donde);
     void ejecuta_propia(std::string_view sql, Donde donde);
 
-    std::unique_ptr<sqlite3, Cierra> m_base;
+    std::chrono::milliseconds m_espera{}; ///< for another user's lock
+    std::chrono::steady_clock::time_point m_hasta; ///< how long the present wait lasts
+    std::unique_ptr<sqlite3, Cierra> m_base; ///< after what it needs until it is closed
     Preparadas m_preparadas;
     sql::Transacciones m_transacciones{ *this, "SQLite" };
     std::vector<std::string> m_adjuntas;

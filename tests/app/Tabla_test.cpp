@@ -35,6 +35,20 @@ namespace {
         EXPECT_EQ(en_una_linea("a\x1B[31mb\x7F\nñ"), "a [31mb  ñ");
     }
 
+    TEST(Tabla, a_row_that_is_not_kept_is_as_wide_as_those_that_are_or_pushes_its_neighbours)
+    {
+        Tabla tabla({ { "Uno" }, { "Dos", Alineacion::derecha }, { "Tres" } });
+        tabla.agrega({ "largo", "1", "x" });
+        EXPECT_EQ(tabla.filas(), 1U);
+        std::ostringstream salida;
+        tabla.escribe_fila(salida, { "a", "23", "b\nc" });
+        tabla.escribe_fila(salida, { "demasiado", "12.345" });
+        EXPECT_EQ(salida.str(),
+            "a       23  b c\n"
+            "demasiado  12.345\n");
+        EXPECT_EQ(tabla.filas(), 1U);
+    }
+
     TEST(Tabla, without_rows_shows_its_titles)
     {
         std::ostringstream salida;
