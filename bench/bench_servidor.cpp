@@ -2,7 +2,7 @@
 // with tax and 3 forecasts, durable, one workstation, near its server and far from it, and several at once.
 // One workstation shares a core with its server: to wake the other core costs more than most statements. The
 // literal floor sends each text as it comes, in two sessions and with two commits; the prepared floor
-// prepares each shape once and has one session and one commit.
+// prepares each shape once and has one session and one commit. Fewer turns of several: bench_servidor TURNS.
 #include "bench/Nucleo.hpp"
 #include "bench/Puestos.hpp"
 #include "bench/Sitio.hpp"
@@ -136,10 +136,9 @@ namespace {
 
     /// Many short turns, because a machine is not equally fast from one second to the next: the ratio is that
     /// of neighbours.
-    void compara_varios(
-        SitioPostgresql& sitio, std::size_t cargos, const Traducidas& traducidas, std::size_t puestos)
+    void compara_varios(SitioPostgresql& sitio, std::size_t cargos, const Traducidas& traducidas,
+        std::size_t puestos, std::size_t vueltas)
     {
-        constexpr std::size_t vueltas = 15;
         std::vector<Ritmo> ritmos{
             { "through the component",
                 [&](const std::string& base) { return del_componente(sitio, cargos, puestos, base); } },
@@ -176,25 +175,25 @@ namespace {
             compara_lejos(sitio, traducidas, std::chrono::milliseconds(viaje));
     }
 
-    void con_varios_puestos()
+    void con_varios_puestos(std::size_t vueltas)
     {
         SitioPostgresql sitio(1);
         const auto guiones = aprende_a_guardar(sitio, 200);
         const auto traducidas = sitio.traduce(guiones);
         std::printf("Program and server on all cores\n");
         for (const std::size_t puestos : { 1U, 2U, 4U, 8U })
-            compara_varios(sitio, guiones.size(), traducidas, puestos);
+            compara_varios(sitio, guiones.size(), traducidas, puestos, vueltas);
     }
 
 }
 }
 
-int main()
+int main(int argc, char** argv)
 {
     using namespace atipicos::bench;
     try {
         con_un_puesto();
-        con_varios_puestos();
+        con_varios_puestos(argc > 1 ? std::stoul(argv[1]) : 15);
         return 0;
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';
