@@ -45,7 +45,7 @@ Respuesta Sesion::ejecuta_protegida(const std::string& sql, Donde donde)
             m_enlace.ejecuta("RELEASE s", donde);
         return respuesta;
     } catch (const ErrorBaseDatos&) {
-        repara(true);
+        repara();
         throw;
     }
 }
@@ -64,27 +64,25 @@ Respuesta Sesion::ejecuta_sola(const std::string& sql, Donde donde)
     return m_enlace.ejecuta(sql, donde);
 }
 
-void Sesion::repara(bool con_punto) noexcept
+void Sesion::repara() noexcept
 {
     if (!m_transacciones.abierta())
         return;
     auto queda = Queda::no_se_sabe;
     try {
         if (!m_enlace.perdido())
-            queda = lo_que_queda(con_punto);
+            queda = lo_que_queda();
     } catch (...) { // NOLINT(bugprone-empty-catch): the error that led here is the one to show
     }
     if (queda != Queda::todo)
         pierde(queda == Queda::no_se_sabe);
 }
 
-Sesion::Queda Sesion::lo_que_queda(bool con_punto)
+Sesion::Queda Sesion::lo_que_queda()
 {
     if (!servidor().con_puntos)
         return sigue_viva() ? Queda::todo : Queda::nada;
-    if (!con_punto)
-        return Queda::no_se_sabe;
-    m_enlace.ejecuta("ROLLBACK TO s", Donde{});
+    m_enlace.ejecuta("ROLLBACK TO s", Donde{}); // an error where there is no such savepoint
     m_enlace.ejecuta("RELEASE s", Donde{});
     return Queda::todo;
 }
@@ -129,7 +127,7 @@ void Sesion::confirma(Donde donde)
     try {
         m_enlace.ejecuta("COMMIT", donde);
     } catch (const ErrorBaseDatos& error) {
-        repara(false);
+        repara();
         if (!m_enlace.perdido())
             throw;
         throw ErrorBaseDatos(error.categoria(), fuente,
@@ -158,7 +156,7 @@ void Sesion::pon_punto(Donde donde)
             m_enlace.ejecuta(servidor().suelta_punto, donde);
         m_enlace.ejecuta(servidor().pon_punto, donde);
     } catch (const ErrorBaseDatos&) {
-        repara(false);
+        repara();
         throw;
     }
     m_con_punto = true;
@@ -212,7 +210,7 @@ const std::vector<std::string>& Sesion::columnas_clave(const TablaNombrada& tabl
     try {
         return m_claves.emplace(tabla.calificada, m_enlace.columnas_clave(tabla, donde)).first->second;
     } catch (const ErrorBaseDatos&) {
-        repara(false);
+        repara();
         throw;
     }
 }

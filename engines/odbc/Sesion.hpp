@@ -54,10 +54,8 @@ private:
 
     Respuesta ejecuta_protegida(const std::string& sql, Donde donde);
     Respuesta ejecuta_sola(const std::string& sql, Donde donde);
-    /// After an error: finds out what is left of the transaction, and says so when nothing is. `con_punto`:
-    /// the failed statement stands behind the savepoint `s`.
-    void repara(bool con_punto) noexcept;
-    [[nodiscard]] Queda lo_que_queda(bool con_punto);
+    void repara() noexcept; ///< after an error: finds out what is left, and says so when nothing is
+    [[nodiscard]] Queda lo_que_queda();
     [[nodiscard]] bool sigue_viva();
     void pierde(bool deshaz) noexcept; ///< the transaction; `deshaz`: the product may still have it open
 

@@ -502,6 +502,19 @@ namespace {
         EXPECT_EQ(visto_por_otro(), Par(3, 3)) << "afterwards each is committed at once again";
     }
 
+    TEST_P(Pareja, one_unit_follows_another)
+    {
+        for (int vez = 0; vez < 3; ++vez) {
+            sql::Unidad unidad(pareja.transacciones);
+            guarda(10 * vez + 1);
+            guarda(10 * vez + 2);
+            if (vez != 1)
+                unidad.confirma();
+        }
+        EXPECT_THAT(
+            lee(*otra.gestion, "SELECT Id FROM Cargos ORDER BY Id"), ElementsAre("1", "2", "21", "22"));
+    }
+
     TEST_P(Pareja, a_unit_that_does_not_end_leaves_nothing)
     {
         {
