@@ -241,6 +241,36 @@ namespace {
         EXPECT_EQ(cuantas(), std::pair(Variant(1), Variant(1)));
     }
 
+    TEST_F(ParejaEnPostgresql, what_was_known_of_tables_that_are_undone_is_forgotten)
+    {
+        const auto crea = [&] {
+            pareja.gestion->BeginTrans();
+            pareja.gestion->Execute("CREATE TABLE f (Dia DATETIME)");
+            pareja.gestion->Execute("INSERT INTO f (Dia) VALUES ('21/11/2026')");
+        };
+        const auto como_texto = [&] { // somebody else makes it otherwise
+            servidor->psql("una", "CREATE TABLE f (dia varchar(20))");
+            pareja.gestion->BeginTrans();
+            pareja.gestion->Execute("INSERT INTO f (Dia) VALUES ('21/11/2026')");
+            pareja.gestion->CommitTrans();
+        };
+        crea();
+        mata_a_todos();
+        EXPECT_EQ(fallo_de([&] { pareja.gestion->Execute("DELETE FROM f"); }).first, Categoria::conexion);
+        pareja.gestion->RollbackTrans();
+        como_texto();
+        EXPECT_EQ(primero("SELECT Dia FROM f"), Variant("21/11/2026"));
+        servidor->psql("una", "DROP TABLE f");
+        {
+            sql::Unidad unidad(pareja.transacciones);
+            crea();
+            pareja.gestion->RollbackTrans();
+            como_texto();
+            unidad.confirma();
+        }
+        EXPECT_EQ(primero("SELECT Dia FROM f"), Variant("21/11/2026"));
+    }
+
     TEST_F(ParejaEnPostgresql, rows_are_written_back_by_the_key_of_their_own_table)
     {
         guarda(1);
