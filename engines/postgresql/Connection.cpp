@@ -57,12 +57,8 @@ sql::Pareja Connection::AbrirPareja(const Opciones& opciones, const LeeBases& le
 
 Connection::~Connection()
 {
-    if (m_sesion.use_count() == 1 || !en_transaccion()) // a session that ends undoes it by itself
-        return;
-    try {
-        m_sesion->transacciones().deshace(m_lado, Donde{});
-    } catch (...) { // NOLINT(bugprone-empty-catch): a line that is lost has undone it too
-    }
+    if (m_sesion.use_count() > 1) // one that ends undoes it by itself
+        m_sesion->transacciones().abandona(m_lado);
 }
 
 void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb::CommandType, Donde donde)

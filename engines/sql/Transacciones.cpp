@@ -74,6 +74,16 @@ void Transacciones::deshace(Lado lado, Donde donde)
     deshace_fisica(donde);
 }
 
+void Transacciones::abandona(Lado lado) noexcept
+{
+    if (!en_transaccion(lado))
+        return;
+    try {
+        deshace(lado, Donde{});
+    } catch (...) { // NOLINT(bugprone-empty-catch): a session that cannot even roll back has lost it anyway
+    }
+}
+
 void Transacciones::admite(Lado lado, const std::string& sql, bool escribe, Donde donde) const
 {
     const auto estado = de(lado);

@@ -64,6 +64,9 @@ public:
     void confirma(Lado lado, Donde donde);
     void deshace(Lado lado, Donde donde);
 
+    /// For a connection that is dropped: undoes the transaction that it was in.
+    void abandona(Lado lado) noexcept;
+
     /// Raises an error unless the side may run a statement now. `escribe`: it changes or locks something.
     void admite(Lado lado, const std::string& sql, bool escribe, Donde donde) const;
 

@@ -13,6 +13,12 @@ Connection::Connection(std::shared_ptr<Sesion> sesion, sql::Lado lado)
 {
 }
 
+Connection::~Connection()
+{
+    if (m_sesion.use_count() > 1) // one that ends undoes it by itself
+        m_sesion->transacciones().abandona(m_lado);
+}
+
 std::shared_ptr<Connection> Connection::Abrir(const Opciones& opciones, Donde donde)
 {
     return std::make_shared<Connection>(Sesion::abre(opciones, donde), sql::Lado::gestion);

@@ -34,6 +34,9 @@ public:
         const Opciones& opciones, const Segundo& segundo = {}, Donde donde = Donde::aqui());
 
     Connection(std::shared_ptr<Sesion> sesion, sql::Lado lado);
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    ~Connection() override; ///< undoes what it has begun
 
     void Execute(const std::string& sql, std::int32_t* afectadas = nullptr,
         adodb::CommandType tipo = adodb::CommandType::Text, Donde donde = Donde::aqui()) override;

@@ -314,7 +314,7 @@ void Sesion::pon_punto(Donde donde)
 
 void Sesion::vuelve_al_punto(Donde donde)
 {
-    m_vigencia.deshecha();
+    m_vigencia.deshecha_en_parte();
     m_con_punto = false;
     guarda_lecturas(donde);
     ejecuta_propia("ROLLBACK TO u", donde);

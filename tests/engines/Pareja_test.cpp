@@ -339,6 +339,34 @@ namespace {
         EXPECT_EQ(visto_por_otro(), Par(0, 0));
     }
 
+    TEST_P(Pareja, a_side_that_is_dropped_undoes_what_it_was_in)
+    {
+        empieza();
+        cargo(1);
+        apunte(2);
+        gestion.reset();
+        pareja.gestion.reset();
+        EXPECT_EQ(error_de([&] { apunte(3); }), la_otra);
+        contabilidad->RollbackTrans();
+        apunte(4);
+        EXPECT_EQ(visto_por_otro(), Par(0, 1));
+    }
+
+    TEST_P(Pareja, what_a_unit_has_made_and_undone_is_forgotten)
+    {
+        sql::Unidad unidad(pareja.transacciones);
+        gestion->BeginTrans();
+        gestion->Execute("CREATE TABLE Nuevas (Dia DATETIME)");
+        gestion->Execute("INSERT INTO Nuevas (Dia) VALUES ('21/11/2026')");
+        gestion->CommitTrans();
+        unidad.deshace_ultima();
+        gestion->BeginTrans();
+        gestion->Execute("CREATE TABLE Nuevas (Dia NVARCHAR(40))");
+        gestion->Execute("INSERT INTO Nuevas (Dia) VALUES ('21/11/2026')");
+        gestion->CommitTrans();
+        EXPECT_THAT(lee(*gestion, "SELECT Dia FROM Nuevas"), ElementsAre("21/11/2026"));
+    }
+
     TEST_P(Pareja, one_side_alone_commits_at_once)
     {
         contabilidad->BeginTrans();

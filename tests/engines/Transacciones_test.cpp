@@ -266,6 +266,21 @@ namespace {
         EXPECT_THAT(fisica.pedido, ElementsAre("empieza", "confirma"));
     }
 
+    TEST_F(Transacciones_test, who_is_dropped_undoes_what_he_was_in)
+    {
+        par->abandona(gestion);
+        EXPECT_EQ(empieza(gestion), "");
+        EXPECT_EQ(empieza(contabilidad), "");
+        par->abandona(gestion);
+        EXPECT_THAT(fisica.pedido, ElementsAre("empieza", "deshace"));
+        EXPECT_EQ(pregunta(contabilidad), la_otra);
+        par->abandona(contabilidad);
+        fisica.falla_en = "deshace";
+        EXPECT_EQ(empieza(contabilidad), "");
+        par->abandona(contabilidad);
+        EXPECT_FALSE(par->en_transaccion(contabilidad));
+    }
+
     TEST_F(Transacciones_test, nothing_is_lost_where_nothing_was_begun)
     {
         par->se_pierde(Categoria::otra, "Se perdió.");
