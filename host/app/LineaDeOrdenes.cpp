@@ -111,6 +111,7 @@ namespace {
         OpcionesCargo cargo;
         OpcionesContabilizar contabilizar;
         OpcionesImprimir imprimir;
+        std::filesystem::path copia;
         bool vacia = false;
         bool proponer = false;
         std::string desde;
@@ -176,12 +177,34 @@ namespace {
             throw CLI::ValidationError("--salida", "se da una de las dos, --salida o --carpeta.");
     }
 
-    void declara(CLI::App& app, Todo& todo)
+    /// What is done to the databases as a whole.
+    void declara_de_bases(CLI::App& app, Todo& todo)
     {
-        comun(&app, todo.comunes);
         auto* crear = app.add_subcommand("crear", "Crea las bases de datos con la empresa de muestra");
         donde_estan(*crear, todo.comunes);
         crear->add_flag("--vacia", todo.vacia, "Sólo las tablas, sin la empresa de muestra");
+
+        auto* copiar = app.add_subcommand(
+            "copiar", "Copia la base de datos tal como está, mientras otros trabajan con ella");
+        donde_estan(*copiar, todo.comunes);
+        copiar->add_option("DESTINO", todo.copia, "Fichero o carpeta en los que se hace la copia")
+            ->required();
+
+        auto* actualizar = app.add_subcommand(
+            "actualizar", "Pone al día las bases de datos que hizo una versión anterior del programa");
+        donde_estan(*actualizar, todo.comunes);
+
+        auto* verificar
+            = comun(app.add_subcommand("verificar", "Comprueba las bases de datos enteras, sin cambiar nada"),
+                todo.comunes);
+        verificar->add_flag("--proponer", todo.proponer,
+            "También dice los pasos que arreglarían lo que difiere, sin dar ninguno");
+    }
+
+    void declara(CLI::App& app, Todo& todo)
+    {
+        comun(&app, todo.comunes);
+        declara_de_bases(app, todo);
 
         auto* registrar
             = comun(app.add_subcommand("registrar", "Registra y contabiliza los cargos de un fichero CSV"),
@@ -218,12 +241,6 @@ namespace {
 
         declara_imprimir(app, todo);
 
-        auto* verificar
-            = comun(app.add_subcommand("verificar", "Comprueba las bases de datos enteras, sin cambiar nada"),
-                todo.comunes);
-        verificar->add_flag("--proponer", todo.proponer,
-            "También dice los pasos que arreglarían lo que difiere, sin dar ninguno");
-
         auto* contabilizar
             = comun(app.add_subcommand("contabilizar", "Contabiliza un cargo que ha quedado sin asiento"),
                 todo.comunes);
@@ -248,6 +265,10 @@ namespace {
         const auto orden = app.get_subcommands().front()->get_name();
         if (orden == "crear")
             return crear(todo.comunes, todo.vacia);
+        if (orden == "copiar")
+            return copiar(todo.comunes, todo.copia);
+        if (orden == "actualizar")
+            return actualizar(todo.comunes);
         if (orden == "registrar")
             return registrar(todo.comunes, todo.registrar);
         if (orden == "listar") {

@@ -68,6 +68,8 @@ struct OpcionesImprimir {
     std::filesystem::path plantilla; ///< empty: that of the databases' folder, or the program's own
 };
 
+int actualizar(const OpcionesComunes& comunes);
+int copiar(const OpcionesComunes& comunes, const std::filesystem::path& destino);
 int crear(const OpcionesComunes& comunes, bool vacia);
 int registrar(const OpcionesComunes& comunes, const OpcionesRegistrar& opciones);
 int listar(const OpcionesComunes& comunes, const OpcionesListar& opciones);

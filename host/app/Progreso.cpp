@@ -25,6 +25,18 @@ void Progreso::aparta()
 void Progreso::avanza(std::size_t cuantos)
 {
     m_hechos += cuantos;
+    escribe();
+}
+
+void Progreso::va_por(std::size_t hechos, std::size_t total)
+{
+    m_hechos = hechos;
+    m_total = total;
+    escribe();
+}
+
+void Progreso::escribe()
+{
     const auto ahora = Reloj::now();
     if (!m_terminal || ahora < m_proxima)
         return;

@@ -17,9 +17,12 @@ public:
 
     void avanza(std::size_t cuantos = 1);
     void aparta(); ///< wipes the line before something else is written there; it comes back by itself
+    void va_por(std::size_t hechos, std::size_t total);
 
 private:
     using Reloj = std::chrono::steady_clock;
+
+    void escribe();
 
     std::string m_texto;
     std::size_t m_total;

@@ -1,27 +1,10 @@
 #include "host/app/Propuesta.hpp"
 
+#include "host/bases/Palabra.hpp"
+
 namespace atipicos::app {
 
 namespace {
-
-    /// The text as one word of a command line.
-    std::string entrecomilla(const std::string& texto)
-    {
-        static constexpr auto sencillos
-            = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./:=-";
-        if (!texto.empty() && texto.find_first_not_of(sencillos) == std::string::npos)
-            return texto;
-        std::string palabra = "'";
-        for (const char c : texto)
-            palabra += c == '\'' ? std::string("'\\''") : std::string(1, c);
-        return palabra + "'";
-    }
-
-    std::string donde(const OpcionesComunes& comunes)
-    {
-        return comunes.conexion.empty() ? "--datos " + entrecomilla(comunes.datos.string())
-                                        : "--conexion " + entrecomilla(comunes.conexion);
-    }
 
     std::string paso(const CargoSinAsiento& uno, const OpcionesComunes& comunes)
     {
@@ -37,9 +20,9 @@ namespace {
             + "\n   Contabilícelo; recibirá un asiento nuevo, con las previsiones que resulten "
               "de las condiciones\n   del proveedor. Si era de un franquiciado, añada "
               "--franquiciado.\n       atipicos contabilizar "
-            + entrecomilla(cargo.codigo) + " --ejercicio " + std::to_string(cargo.ejercicio) + " --almacen "
-            + std::to_string(cargo.almacen) + " --empresa " + std::to_string(cargo.empresa) + " "
-            + donde(comunes) + "\n";
+            + bases::como_palabra(cargo.codigo) + " --ejercicio " + std::to_string(cargo.ejercicio)
+            + " --almacen " + std::to_string(cargo.almacen) + " --empresa " + std::to_string(cargo.empresa)
+            + " " + comunes.lugar().opcion() + "\n";
     }
 
 }
@@ -55,7 +38,7 @@ std::string propone(const Verificacion& verificacion, const OpcionesComunes& com
     if (propuesta.empty())
         return "Nada que proponer.\n";
     return "Propuesta (no se ha ejecutado nada):\n" + propuesta
-        + "Después, compruebe el resultado con: atipicos verificar " + donde(comunes) + "\n";
+        + "Después, compruebe el resultado con: atipicos verificar " + comunes.lugar().opcion() + "\n";
 }
 
 } // namespace atipicos::app

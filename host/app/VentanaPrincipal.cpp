@@ -1,5 +1,4 @@
 #include "host/app/VentanaPrincipal.hpp"
-#include "host/bases/BasesEnCarpeta.hpp"
 
 #include "context/modComun.hpp"
 #include "controls/MsgBoxQt.hpp"
@@ -49,11 +48,6 @@ namespace {
         std::_Exit(no_hecho);
     }
 
-    bool tiene_bases(const std::filesystem::path& carpeta)
-    {
-        return std::filesystem::exists(carpeta / bases::fichero_empresa);
-    }
-
     /// Printing, with the viewer for what goes to the screen: modal, because it is asked for by modal forms.
     std::shared_ptr<qvoremp::Biblioteca> biblioteca_con_impresion(
         const Sesion& sesion, const bases::Lugar& lugar)
@@ -84,7 +78,7 @@ namespace {
     int abre(const OpcionesVentana& opciones)
     {
         const auto lugar = opciones.comunes.lugar();
-        if (lugar.clase() == bases::Lugar::Clase::carpeta && !tiene_bases(lugar.carpeta())
+        if (lugar.clase() == bases::Lugar::Clase::carpeta && !bases::hay_bases(lugar.carpeta())
             && !ofrece_crear_bases(lugar.carpeta()))
             return no_hecho;
         const auto elegida = elige_sesion(opciones);

@@ -181,6 +181,25 @@ std::string texto(const ClaveContenida& cargo)
         + std::to_string(cargo.ejercicio) + ", almacén " + std::to_string(cargo.almacen) + ")";
 }
 
+std::string resumen(const Verificacion& verificacion)
+{
+    const auto cuantos = [](std::size_t n, const char* que) { return std::to_string(n) + " " + que; };
+    std::string linea;
+    if (verificacion.asientos_sin_cargo > 0)
+        linea = "Asientos sin cargo (de cargos eliminados o cambiados; se eliminan en Contabilidad): "
+            + std::to_string(verificacion.asientos_sin_cargo) + '\n';
+    linea += "Verificación: " + cuantos(verificacion.cargos, "cargos, ")
+        + cuantos(verificacion.lineas, "líneas, ") + cuantos(verificacion.asientos, "asientos, ")
+        + cuantos(verificacion.apuntes, "apuntes, ")
+        + cuantos(verificacion.registros, "registros de impuesto, ")
+        + cuantos(verificacion.previsiones, "previsiones: ");
+    const auto diferencias = verificacion.diferencias.size();
+    return linea
+        + (diferencias == 0        ? "sin diferencias.\n"
+                : diferencias == 1 ? "1 diferencia.\n"
+                                   : cuantos(diferencias, "diferencias.\n"));
+}
+
 Verificacion verifica(const bases::Bases& bases)
 {
     auto resultado = Revision(bases).revisa();

@@ -37,6 +37,9 @@ struct Verificacion {
 /// charge that another process is saving meanwhile is half read, not wrong.
 [[nodiscard]] Verificacion verifica(const bases::Bases& bases);
 
+[[nodiscard]] std::string resumen(
+    const Verificacion& verificacion); ///< what has been looked at, and how many differ
+
 [[nodiscard]] std::string texto(const ClaveContenida& cargo); ///< "cargo AT260001 (empresa 1, …)"
 [[nodiscard]] std::string texto(const ClaveAsiento& asiento); ///< "asiento 5 (empresa contable 1, …)"
 

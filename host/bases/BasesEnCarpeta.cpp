@@ -1,10 +1,12 @@
 #include "host/bases/BasesEnCarpeta.hpp"
 
 #include "engines/sqlite/Connection.hpp"
+#include "host/bases/Anteriores.hpp"
+#include "host/bases/CarpetaProvisional.hpp"
+#include "host/bases/Fallo.hpp"
 #include "host/bases/Tablas.hpp"
 #include "host/bases/Version.hpp"
 
-#include <cstdlib>
 #include <string>
 #include <system_error>
 
@@ -14,36 +16,7 @@ namespace {
 
     namespace fs = std::filesystem;
 
-    constexpr std::int32_t error_bases = 1000;
-    constexpr auto fuente = "Orvalin:Bases";
-
-    [[noreturn]] void falla(const fs::path& ruta, const std::string& motivo, Donde donde)
-    {
-        throw Error(error_bases, fuente, "«" + ruta.string() + "»: " + motivo, donde);
-    }
-
-    /// A folder of its own inside another, gone at the end with all that is still in it.
-    class CarpetaProvisional {
-    public:
-        CarpetaProvisional(const fs::path& carpeta, Donde donde)
-        {
-            std::string plantilla = (carpeta / ".nuevas-XXXXXX").string();
-            if (mkdtemp(plantilla.data()) == nullptr)
-                falla(carpeta, "no se puede escribir en la carpeta.", donde);
-            m_ruta = plantilla;
-        }
-        CarpetaProvisional(const CarpetaProvisional&) = delete;
-        CarpetaProvisional& operator=(const CarpetaProvisional&) = delete;
-        ~CarpetaProvisional()
-        {
-            std::error_code ignorado;
-            fs::remove_all(m_ruta, ignorado);
-        }
-        [[nodiscard]] fs::path operator/(const char* nombre) const { return m_ruta / nombre; }
-
-    private:
-        fs::path m_ruta;
-    };
+    constexpr auto ya_existe = "ya existe. Elija otra carpeta o retire antes esa base de datos.";
 
     void prepara_carpeta(const fs::path& carpeta, Donde donde)
     {
@@ -52,8 +25,9 @@ namespace {
         if (!fs::is_directory(carpeta, fallo))
             falla(carpeta, "no se puede crear la carpeta.", donde);
         if (fs::exists(fs::symlink_status(carpeta / fichero_empresa, fallo)))
-            falla(carpeta / fichero_empresa,
-                "ya existe. Elija otra carpeta o retire antes esa base de datos.", donde);
+            falla(carpeta / fichero_empresa, ya_existe, donde);
+        if (hay_anteriores(carpeta))
+            pide_actualizar(carpeta, donde);
     }
 
     void crea(const fs::path& fichero, bool vacia, Donde donde)
@@ -67,14 +41,6 @@ namespace {
         pareja.contabilidad->CommitTrans(donde);
     }
 
-    void coloca(const fs::path& nuevo, const fs::path& definitivo, Donde donde)
-    {
-        std::error_code fallo;
-        fs::rename(nuevo, definitivo, fallo);
-        if (fallo)
-            falla(definitivo, "no se puede crear el fichero.", donde);
-    }
-
 }
 
 void crea_en_carpeta(const fs::path& carpeta, bool vacia, Donde donde)
@@ -83,31 +49,39 @@ void crea_en_carpeta(const fs::path& carpeta, bool vacia, Donde donde)
     const CarpetaProvisional provisional(carpeta, donde);
     const auto nueva = provisional / fichero_empresa;
     crea(nueva, vacia, donde);
-    coloca(nueva, carpeta / fichero_empresa, donde);
+    if (!coloca(nueva, carpeta / fichero_empresa, donde))
+        falla(carpeta / fichero_empresa, ya_existe, donde); // another made it meanwhile
 }
 
 void exige_bases(const fs::path& carpeta, Donde donde)
 {
-    if (!fs::exists(carpeta / fichero_empresa))
-        falla(carpeta,
-            "no hay ninguna base de datos en esta carpeta. Créela con: atipicos crear --datos "
-                + carpeta.string(),
-            donde);
+    if (fs::exists(carpeta / fichero_empresa))
+        return;
+    if (hay_anteriores(carpeta))
+        pide_actualizar(carpeta, donde);
+    falla(carpeta,
+        "no hay ninguna base de datos en esta carpeta. Créela con: atipicos crear " + Lugar(carpeta).opcion(),
+        donde);
 }
 
 Bases abre_de_carpeta(const fs::path& carpeta, const OpcionesBases& opciones, Donde donde)
 {
     exige_bases(carpeta, donde);
-    const auto fichero = carpeta / fichero_empresa;
+    return abre_fichero(carpeta / fichero_empresa, opciones, donde);
+}
+
+Bases abre_fichero(const fs::path& fichero, const OpcionesBases& opciones, Donde donde)
+{
     const auto pareja
         = sqlite::Connection::AbrirPareja({ .fichero = fichero,
                                               .solo_lectura = opciones.solo_lectura,
                                               .espera = opciones.espera,
                                               .sincronizacion_completa = opciones.sincronizacion_completa },
             {}, donde);
-    comprueba_version(*pareja.gestion, "Esquema", fichero.string(), donde);
-    comprueba_version(*pareja.contabilidad, "Esquema", fichero.string(), donde);
-    return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
+    Bases bases{ pareja.gestion, pareja.contabilidad, pareja.transacciones };
+    for (const auto& conexion : { bases.orvalin, bases.bexmor })
+        comprueba_version(*conexion, "Esquema", fichero.string(), donde);
+    return bases;
 }
 
 } // namespace atipicos::bases

@@ -8,8 +8,6 @@
 #include "host/bases/Tablas.hpp"
 #include "host/bases/Version.hpp"
 
-#include <optional>
-
 namespace atipicos::bases {
 
 namespace {
@@ -24,13 +22,6 @@ namespace {
             .clave = clave_odbc(donde),
             .sesion = { .espera = opciones.espera, .solo_lectura = opciones.solo_lectura },
             .avisa = opciones.avisa_linea };
-    }
-
-    /// The folder whose files are meant, if any are.
-    std::optional<fs::path> carpeta_de(const std::string& cadena)
-    {
-        const fs::path fichero(odbc::Cadena(cadena).valor(base));
-        return fichero.filename() == fichero_empresa ? std::optional(fichero.parent_path()) : std::nullopt;
     }
 
     void exige_conocido(const odbc::Servidor& servidor, const std::string& cadena, Donde donde)
@@ -66,9 +57,15 @@ namespace {
 
 }
 
+std::optional<fs::path> carpeta_de_odbc(const std::string& cadena)
+{
+    const fs::path fichero(odbc::Cadena(cadena).valor(base));
+    return fichero.filename() == fichero_empresa ? std::optional(fichero.parent_path()) : std::nullopt;
+}
+
 bool crea_por_odbc(const std::string& cadena, bool vacia, Donde donde)
 {
-    if (const auto carpeta = carpeta_de(cadena)) {
+    if (const auto carpeta = carpeta_de_odbc(cadena)) {
         crea_en_carpeta(*carpeta, vacia, donde); // files of SQLite are the same whoever makes them
         return true;
     }
@@ -82,7 +79,7 @@ bool crea_por_odbc(const std::string& cadena, bool vacia, Donde donde)
 Bases abre_de_odbc(const std::string& cadena, const OpcionesBases& opciones, Donde donde)
 {
     auto abiertas = opciones_de(cadena, opciones, donde);
-    if (const auto carpeta = carpeta_de(cadena)) {
+    if (const auto carpeta = carpeta_de_odbc(cadena)) {
         exige_bases(*carpeta, donde); // the driver would make what is missing
         return abre_fichero(abiertas, *carpeta / fichero_empresa, opciones, donde);
     }

@@ -9,6 +9,9 @@
 /// names. Both are reached over one line. The password comes from `clave_odbc`.
 namespace atipicos::bases {
 
+/// The folder whose file is meant, if one is.
+[[nodiscard]] std::optional<std::filesystem::path> carpeta_de_odbc(const std::string& cadena);
+
 bool crea_por_odbc(const std::string& cadena, bool vacia, Donde donde);
 [[nodiscard]] Bases abre_de_odbc(const std::string& cadena, const OpcionesBases& opciones, Donde donde);
 

@@ -1,5 +1,7 @@
 #include "host/bases/ClaveOdbc.hpp"
 
+#include "host/bases/Fallo.hpp"
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -9,11 +11,6 @@ namespace atipicos::bases {
 namespace {
 
     namespace fs = std::filesystem;
-
-    [[noreturn]] void falla(const fs::path& fichero, const std::string& motivo, Donde donde)
-    {
-        throw Error(1000, "Orvalin:Bases", "«" + fichero.string() + "»: " + motivo, donde);
-    }
 
     std::string primera_linea(const fs::path& fichero, Donde donde)
     {

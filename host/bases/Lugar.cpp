@@ -1,5 +1,7 @@
 #include "host/bases/Lugar.hpp"
 
+#include "host/bases/Palabra.hpp"
+
 #include <utility>
 
 namespace atipicos::bases {
@@ -50,6 +52,11 @@ std::string Lugar::texto() const
         break;
     }
     return m_carpeta.string();
+}
+
+std::string Lugar::opcion() const
+{
+    return (m_clase == Clase::carpeta ? "--datos " : "--conexion ") + como_palabra(texto());
 }
 
 std::string_view Lugar::motor() const noexcept

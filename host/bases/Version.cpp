@@ -1,22 +1,11 @@
 #include "host/bases/Version.hpp"
 
-#include "host/sql/Guiones.hpp"
+#include "host/bases/Fallo.hpp"
 
 namespace atipicos::bases {
 
-namespace {
-
-    constexpr std::int32_t otra_version = 1000;
-
-    [[noreturn]] void falla(const std::string& lugar, const std::string& motivo, Donde donde)
-    {
-        throw Error(otra_version, "Orvalin:Bases", "«" + lugar + "»: " + motivo, donde);
-    }
-
-}
-
-void comprueba_version(
-    adodb::Connection& conexion, const std::string& tabla, const std::string& lugar, Donde donde)
+std::int32_t comprueba_version(adodb::Connection& conexion, const std::string& tabla,
+    const std::string& lugar, Donde donde, std::int32_t ultima)
 {
     const auto rs = conexion.CreateRecordset();
     try {
@@ -29,11 +18,14 @@ void comprueba_version(
     }
     const auto version = rs->Eof() ? 0 : CLng(rs->Fields("Version", donde).Value(donde), donde);
     rs->Close(donde);
-    if (version != guiones::version)
+    if (version < 1)
+        falla(lugar, "no es una base de datos de este programa.", donde);
+    if (version > ultima)
         falla(lugar,
-            "tiene la versión " + std::to_string(version) + " de las tablas y este programa espera la "
-                + std::to_string(guiones::version) + ".",
+            "tiene la versión " + std::to_string(version) + " de las tablas y este programa llega hasta la "
+                + std::to_string(ultima) + ". Use la última versión del programa.",
             donde);
+    return version;
 }
 
 } // namespace atipicos::bases

@@ -11,6 +11,6 @@ namespace atipicos::guiones {
 [[nodiscard]] std::string_view muestra_bexmor(); ///< sample company, accounting side
 
 /// Version of both schemas, as their table `Esquema` holds it.
-inline constexpr int version = 1;
+inline constexpr int version = 2;
 
 } // namespace atipicos::guiones

@@ -122,6 +122,53 @@ namespace {
         EXPECT_THAT(a_la_vista.errores, Not(HasSubstr("secreto")));
     }
 
+    TEST_F(ProgramaEnServidor, databases_of_an_earlier_version_are_brought_to_the_present_one)
+    {
+        ASSERT_EQ(programa("crear" + conexion()).estado, 0);
+        servidor->psql(
+            "empresa", "UPDATE orvalin.Esquema SET Version = 1; UPDATE dbo.Esquema SET Version = 1");
+        const auto lugar = servidor->direccion("empresa");
+        const auto antes = programa("verificar" + conexion());
+        EXPECT_EQ(antes.estado, 1);
+        EXPECT_EQ(antes.errores,
+            "atipicos: «" + lugar
+                + "»: tiene la versión 1 de las tablas y este programa usa la 2. Actualícelas con: atipicos "
+                  "actualizar --conexion '"
+                + lugar + "'\n");
+        EXPECT_EQ(programa("actualizar" + conexion()).salida,
+            "Actualizada " + lugar + " de la versión 1 a la 2.\n");
+        EXPECT_EQ(programa("actualizar" + conexion()).salida,
+            "Ya está al día: " + lugar + " tiene la versión 2.\n");
+        EXPECT_EQ(programa("verificar" + conexion()).estado, 0);
+    }
+
+    TEST_F(ProgramaEnServidor, two_who_upgrade_at_once_do_it_once)
+    {
+        ASSERT_EQ(programa("crear" + conexion()).estado, 0);
+        servidor->psql(
+            "empresa", "UPDATE orvalin.Esquema SET Version = 1; UPDATE dbo.Esquema SET Version = 1");
+        const std::string orden = "'" ATIPICOS_PROGRAMA "' actualizar" + conexion();
+        const auto verificado = programa("verificar" + conexion(),
+            "{ " + orden + ">una.txt 2>&1 & " + orden + ">otra.txt 2>&1 || exit 9; wait $! || exit 9; };");
+        EXPECT_EQ(verificado.estado, 0);
+        EXPECT_THAT(
+            (std::vector{ programa.lee("una.txt").substr(0, 11), programa.lee("otra.txt").substr(0, 11) }),
+            testing::UnorderedElementsAre("Actualizada", "Ya está al"));
+    }
+
+    TEST_F(ProgramaEnServidor, a_copy_is_left_to_the_command_of_the_product)
+    {
+        const auto lugar = servidor->direccion("empresa");
+        const auto copia = programa("copiar x.dump" + conexion());
+        EXPECT_EQ(copia.estado, 1);
+        EXPECT_EQ(copia.errores,
+            "atipicos: «" + lugar
+                + "»: las bases de datos de un servidor se copian con la orden de su producto: pg_dump "
+                  "--format=custom --file=x.dump '"
+                + lugar + "'\n");
+        EXPECT_FALSE(std::filesystem::exists(programa.carpeta / "x.dump"));
+    }
+
     TEST_F(ProgramaEnServidor, a_place_that_is_no_place_is_wrong_usage)
     {
         const auto mala = programa("verificar --conexion servidor:secreto");

@@ -82,6 +82,7 @@ namespace {
                     "atipicos: --formato: no se conoce el formato «pdf».\n" },
                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --formato xlsx",
                     "atipicos: --formato: xlsx necesita --salida FICHERO.\n" },
+                { "copiar", "atipicos: Falta DESTINO.\n" },
                 { "verificar --rapido", "atipicos: No se esperaba: --rapido\n" },
                 { "mostrar AT1 --ejercicio 2026", "atipicos: Falta --almacen.\n" } }) {
             const auto ejecucion = programa(argumentos);
@@ -95,7 +96,7 @@ namespace {
     {
         const pruebas::Programa programa;
         for (const auto* orden : { "", "crear", "registrar", "listar", "mostrar", "eliminar", "imprimir",
-                 "verificar", "contabilizar" }) {
+                 "verificar", "contabilizar", "copiar", "actualizar" }) {
             const auto ejecucion = programa(std::string(orden) + " --help");
             EXPECT_EQ(ejecucion.estado, 0);
             EXPECT_THAT(ejecucion.salida, HasSubstr("Uso: atipicos"));
@@ -220,6 +221,21 @@ namespace {
         const auto antes = todo();
         EXPECT_EQ(programa("verificar").estado, 0);
         EXPECT_TRUE(todo() == antes);
+    }
+
+    TEST_F(ConMuestra, every_command_leaves_one_file_and_a_copy_of_it_is_whole)
+    {
+        for (const auto& orden : std::vector<std::string>{ "listar --desde 01/01/2026 --hasta 31/12/2026",
+                 "mostrar AT260001 --ejercicio 2026 --almacen 4", "verificar",
+                 "eliminar AT260001 --ejercicio 2026 --almacen 4 --si", "registrar " + muestra }) {
+            EXPECT_EQ(programa(orden).estado, 0) << orden;
+            const std::filesystem::directory_iterator datos(programa.carpeta / "datos");
+            EXPECT_EQ(std::distance(datos, std::filesystem::directory_iterator()), 1) << orden;
+        }
+        std::filesystem::create_directory(programa.carpeta / "copia");
+        std::filesystem::copy_file(
+            programa.carpeta / "datos/empresa.db", programa.carpeta / "copia/empresa.db");
+        EXPECT_EQ(programa("verificar --datos copia").salida, programa("verificar").salida);
     }
 
     TEST_F(ConMuestra, an_empty_list_says_so_and_is_no_failure)

@@ -2,11 +2,15 @@
 
 #include "engines/sqlite/Connection.hpp"
 #include "tests/host/BasesDeMuestra.hpp"
+#include "tests/support/DiscoLleno.hpp"
 
+#include <chrono>
 #include <csignal>
 #include <fstream>
 #include <set>
-#include <sys/resource.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
 
 namespace atipicos::bases {
 namespace {
@@ -70,6 +74,42 @@ namespace {
         EXPECT_EQ(ficheros(), std::set<std::string>{ "empresa.db" });
     }
 
+    TEST_F(Bases_, that_several_make_at_once_are_made_by_one_of_them)
+    {
+        constexpr int cuantos = 4;
+        for (int i = 0; i < cuantos; ++i)
+            if (fork() == 0)
+                _exit(al_crear() == "no error" ? 1 : 0);
+        int hechas = 0;
+        for (int i = 0; i < cuantos; ++i) {
+            int estado = 0;
+            wait(&estado);
+            hechas += WEXITSTATUS(estado);
+        }
+        EXPECT_EQ(hechas, 1);
+        EXPECT_EQ(ficheros(), std::set<std::string>{ "empresa.db" });
+        EXPECT_EQ(al_abrir(), "no error");
+    }
+
+    TEST_F(Bases_, whose_maker_is_killed_are_there_whole_or_not_at_all)
+    {
+        for (const int milisegundos : { 1, 3, 6, 10, 15, 25, 40 }) {
+            const auto nueva = carpeta / std::to_string(milisegundos);
+            const auto hijo = fork();
+            if (hijo == 0) {
+                crea_bases(nueva, false);
+                _exit(0);
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(milisegundos));
+            kill(hijo, SIGKILL);
+            waitpid(hijo, nullptr, 0);
+            if (std::filesystem::exists(nueva / "empresa.db"))
+                EXPECT_GE(cuenta(*abre_bases(nueva).orvalin, "Proveedores"), 12) << milisegundos;
+            else
+                crea_bases(nueva, false);
+        }
+    }
+
     TEST_F(Bases_, cannot_be_made_where_a_file_stands)
     {
         std::ofstream(carpeta / "fichero") << "x";
@@ -77,33 +117,10 @@ namespace {
             "«" + (carpeta / "fichero").string() + "»: no se puede crear la carpeta.");
     }
 
-    /// While it lives, no file of this process grows beyond so many bytes, as on a full disk.
-    class DiscoLleno {
-    public:
-        explicit DiscoLleno(rlim_t bytes)
-            : m_senal(std::signal(SIGXFSZ, SIG_IGN))
-        {
-            getrlimit(RLIMIT_FSIZE, &m_antes);
-            const rlimit limite{ bytes, m_antes.rlim_max };
-            setrlimit(RLIMIT_FSIZE, &limite);
-        }
-        DiscoLleno(const DiscoLleno&) = delete;
-        DiscoLleno& operator=(const DiscoLleno&) = delete;
-        ~DiscoLleno()
-        {
-            setrlimit(RLIMIT_FSIZE, &m_antes);
-            static_cast<void>(std::signal(SIGXFSZ, m_senal));
-        }
-
-    private:
-        void (*m_senal)(int);
-        rlimit m_antes{};
-    };
-
     TEST_F(Bases_, leave_nothing_half_made_when_the_disk_is_full)
     {
         for (const rlim_t bytes : { 4'000U, 40'000U, 120'000U }) {
-            const DiscoLleno lleno(bytes);
+            const pruebas::DiscoLleno lleno(bytes);
             EXPECT_NE(error_de([&] { crea_bases(carpeta.ruta(), false); }), "no error") << bytes;
             EXPECT_EQ(ficheros(), std::set<std::string>{}) << bytes;
         }
@@ -114,8 +131,8 @@ namespace {
     {
         EXPECT_EQ(al_abrir(),
             "«" + carpeta.ruta().string()
-                + "»: no hay ninguna base de datos en esta carpeta. Créela con: atipicos crear --datos "
-                + carpeta.ruta().string());
+                + "»: no hay ninguna base de datos en esta carpeta. Créela con: atipicos crear --datos '"
+                + carpeta.ruta().string() + "'");
     }
 
     TEST_F(Bases_, of_another_version_are_refused_with_both_versions)
@@ -130,7 +147,9 @@ namespace {
             pon_version("7");
             EXPECT_EQ(al_abrir(),
                 "«" + (carpeta / "empresa.db").string()
-                    + "»: tiene la versión 7 de las tablas y este programa espera la 1.");
+                    + "»: tiene la versión 7 de las tablas y este programa llega hasta la 2. Use la última "
+                      "versión del "
+                      "programa.");
             pon_version("1");
         }
     }

@@ -1,0 +1,154 @@
+#include "host/bases/Pasos.hpp"
+
+#include "host/bases/BasesEnPostgresql.hpp"
+#include "tests/host/BasesDeMuestra.hpp"
+#include "tests/support/ServidorPostgresql.hpp"
+
+#include <array>
+#include <memory>
+
+namespace atipicos::bases {
+namespace {
+
+    using pruebas::columna;
+    using pruebas::cuenta;
+    using pruebas::error_de;
+    using testing::ElementsAre;
+    using testing::HasSubstr;
+
+    // Versions 3 to 5, which the program does not have yet.
+    constexpr std::array<Paso, 4> inventados{ { { .hasta = 2 },
+        { .hasta = 3,
+            .orvalin = "ALTER TABLE Proveedores ADD Telefono NVARCHAR(20);"
+                       "UPDATE Proveedores SET Telefono ='922 000 ' || Codigo",
+            .bexmor = "CREATE TABLE Notas (Codigo INT NOT NULL PRIMARY KEY, Fecha DATETIME NOT NULL)" },
+        { .hasta = 4, .bexmor = "INSERT INTO Notas (Codigo, Fecha) VALUES (7, '21/11/2026')" },
+        { .hasta = 5,
+            .orvalin = "CREATE TABLE Notas (Codigo INT NOT NULL PRIMARY KEY);"
+                       "INSERT INTO Notas (Codigo) SELECT Codigo + 1 FROM Bexmor.dbo.Notas" } } };
+
+    struct Motor {
+        const char* nombre;
+        bool con_servidor;
+    };
+    void PrintTo(const Motor& motor, std::ostream* salida) { *salida << motor.nombre; }
+
+    struct Pasos : testing::TestWithParam<Motor> {
+        static inline std::unique_ptr<pruebas::ServidorPostgresql> servidor;
+        pruebas::CarpetaTemporal carpeta;
+        Bases bases;
+
+        static void TearDownTestSuite() { servidor.reset(); }
+
+        void SetUp() override
+        {
+            if (GetParam().con_servidor) {
+                if (const auto falta = pruebas::ServidorPostgresql::falta(); !falta.empty())
+                    GTEST_SKIP() << falta;
+                if (!servidor)
+                    servidor = std::make_unique<pruebas::ServidorPostgresql>();
+                servidor->crea_base("pasos");
+            }
+            crea_bases(lugar(), false);
+            bases = abre_bases(lugar());
+        }
+        void TearDown() override
+        {
+            bases = {};
+            if (GetParam().con_servidor && servidor)
+                servidor->borra_base("pasos");
+        }
+
+        Lugar lugar() const
+        {
+            return GetParam().con_servidor ? Lugar::de_conexion(servidor->direccion("pasos"))
+                                           : Lugar(carpeta.ruta());
+        }
+        std::int32_t da(std::span<const Paso> cuales) const
+        {
+            return da_pasos(bases, cuales, "aquí", Donde::aqui());
+        }
+        void pon_version(int version) const
+        {
+            for (const auto& conexion : { bases.orvalin, bases.bexmor })
+                conexion->Execute("UPDATE Esquema SET Version =" + std::to_string(version));
+        }
+        std::vector<std::string> versiones() const
+        {
+            auto todas = columna(*bases.orvalin, "SELECT Version FROM Esquema");
+            todas.push_back(columna(*bases.bexmor, "SELECT Version FROM Esquema").at(0));
+            return todas;
+        }
+    };
+
+    TEST_P(Pasos, are_taken_in_order_from_the_version_that_there_is)
+    {
+        EXPECT_EQ(da(inventados), 2);
+        EXPECT_THAT(versiones(), ElementsAre("5", "5"));
+        EXPECT_THAT(
+            columna(*bases.orvalin, "SELECT Telefono FROM Proveedores WHERE Cod_Empresa =1 AND Codigo =103"),
+            ElementsAre("922 000 103"));
+        EXPECT_THAT(columna(*bases.orvalin, "SELECT Codigo FROM Notas"), ElementsAre("8"));
+        EXPECT_THAT(
+            columna(*bases.bexmor, "SELECT Codigo FROM Notas WHERE Fecha ='21/11/2026'"), ElementsAre("7"));
+    }
+
+    TEST_P(Pasos, that_have_been_taken_are_not_taken_again)
+    {
+        da(std::span(inventados).first(3));
+        EXPECT_THAT(versiones(), ElementsAre("4", "4"));
+        EXPECT_EQ(da(inventados), 4);
+        EXPECT_EQ(da(inventados), 5);
+        EXPECT_THAT(versiones(), ElementsAre("5", "5"));
+        EXPECT_EQ(cuenta(*bases.bexmor, "Notas"), 1);
+    }
+
+    TEST_P(Pasos, are_undone_all_when_the_last_one_fails)
+    {
+        auto malos = inventados;
+        malos.back().orvalin = "CREATE TABLE Notas (Codigo INT NOT NULL PRIMARY KEY);"
+                               "INSERT INTO Notas (Codigo) VALUES (1); INSERT INTO Notas (Codigo) VALUES (1)";
+        EXPECT_THAT(error_de([&] { da(malos); }), HasSubstr("línea 1 del guion"));
+        EXPECT_THAT(versiones(), ElementsAre("2", "2"));
+        for (const auto* instruccion : { "SELECT * FROM Notas", "SELECT Telefono FROM Proveedores" })
+            EXPECT_NE(error_de([&] { columna(*bases.orvalin, instruccion); }), "no error") << instruccion;
+        EXPECT_EQ(da(inventados), 2);
+    }
+
+    TEST_P(Pasos, beyond_which_the_tables_are_are_not_taken)
+    {
+        pon_version(6);
+        EXPECT_EQ(error_de([&] { da(inventados); }),
+            "«aquí»: tiene la versión 6 de las tablas y este programa llega hasta la 5. Use la última "
+            "versión "
+            "del programa.");
+        EXPECT_THAT(versiones(), ElementsAre("6", "6"));
+    }
+
+    TEST_P(Pasos, want_both_products_to_have_the_same_version)
+    {
+        bases.bexmor->Execute("UPDATE Esquema SET Version =1");
+        EXPECT_EQ(error_de([&] { da(inventados); }),
+            "«aquí»: las tablas de gestión tienen la versión 2 y las de contabilidad la 1.");
+        EXPECT_THAT(versiones(), ElementsAre("2", "1"));
+    }
+
+    TEST_P(Pasos, of_the_program_itself_end_at_its_version)
+    {
+        EXPECT_EQ(pasos().back().hasta, guiones::version);
+        pon_version(1);
+        EXPECT_THAT(error_de([&] { static_cast<void>(abre_bases(lugar())); }),
+            HasSubstr("tiene la versión 1 de las tablas y este programa usa la 2. Actualícelas con: atipicos "
+                      "actualizar "
+                + lugar().opcion()));
+        EXPECT_EQ(da(pasos()), 1);
+        EXPECT_THAT(versiones(), ElementsAre("2", "2"));
+        static_cast<void>(abre_bases(lugar()));
+    }
+
+    INSTANTIATE_TEST_SUITE_P(motores, Pasos,
+        testing::Values(Motor{ "sqlite", false }, Motor{ "postgresql", true }),
+        [](const auto& caso) { return caso.param.nombre; });
+
+}
+} // namespace atipicos::bases
