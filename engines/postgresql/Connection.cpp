@@ -73,27 +73,26 @@ Respuesta Connection::pide(const std::string& sql, Donde donde)
 {
     const bool cambia = !sql::iguales(sql::primera_palabra(sql), "SELECT");
     admite(sql, cambia, donde);
-    return m_sesion->ejecuta({ reescribe(sql, donde).c_str() }, cambia, donde);
+    return m_sesion->pide(m_lado, sql, cambia, false, donde);
 }
 
 Respuesta Connection::pide_bloqueando(const std::string& sql, Donde donde)
 {
     admite(sql, true, donde);
-    const auto reescrita = reescribe(sql, donde).append("\nFOR UPDATE");
-    auto respuesta = m_sesion->ejecuta({ reescrita.c_str() }, true, donde);
+    auto respuesta = m_sesion->pide(m_lado, sql, true, true, donde);
     if (PQntuples(respuesta.get()) > 0)
         return respuesta;
     const std::vector<Texto> clave{ sql };
     static_cast<void>(
         m_sesion->ejecuta({ "SELECT pg_advisory_xact_lock(hashtextextended($1, 0))", clave }, false, donde));
-    return m_sesion->ejecuta({ reescrita.c_str() }, true, donde);
+    return m_sesion->pide(m_lado, sql, true, true, donde);
 }
 
 Respuesta Connection::escribe(const std::string& sql, std::span<const Variant> valores, Donde donde)
 {
     admite(sql, true, donde);
     const auto textos = textos_de(valores, donde); // before anything is sent: a value may have no text
-    return m_sesion->ejecuta({ sql.c_str(), textos }, true, donde);
+    return m_sesion->ejecuta({ sql.c_str(), textos, m_sesion->preparada(sql) }, true, donde);
 }
 
 void Connection::admite(const std::string& sql, bool escribe, Donde donde) const

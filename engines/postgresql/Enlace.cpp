@@ -1,8 +1,9 @@
 #include "engines/postgresql/Enlace.hpp"
 
+#include "engines/postgresql/Direccion.hpp"
+
 #include <algorithm>
-#include <array>
-#include <map>
+#include <random>
 #include <utility>
 
 namespace atipicos::postgresql {
@@ -28,29 +29,6 @@ namespace {
     [[noreturn]] void no_vale(std::string descripcion, Donde donde)
     {
         throw ErrorBaseDatos(Categoria::conexion, fuente, std::move(descripcion), {}, donde);
-    }
-
-    /// What the address says, taken apart by the client library. Its own words on an address that it does not
-    /// understand are not shown: they quote parts of it, and one may be a password in the wrong place.
-    Parametros lee_direccion(const std::string& direccion, Donde donde)
-    {
-        char* mensaje = nullptr;
-        const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> leidos(
-            PQconninfoParse(direccion.c_str(), &mensaje), &PQconninfoFree);
-        PQfreemem(mensaje);
-        if (!leidos)
-            no_vale("La dirección de la base de datos no se entiende. Se escribe "
-                    "postgresql://usuario@servidor:puerto/base",
-                donde);
-        Parametros parametros;
-        for (const auto* una = leidos.get(); una->keyword != nullptr; ++una)
-            if (una->val != nullptr)
-                parametros[una->keyword] = una->val;
-        if (parametros.contains("password") || parametros.contains("sslpassword"))
-            no_vale("La contraseña no se escribe en la dirección de la base de datos, donde otros la verían: "
-                    "póngala en la variable PGPASSWORD o en el fichero ~/.pgpass.",
-                donde);
-        return parametros;
     }
 
     std::string ajuste(const std::string& nombre, const std::string& valor)
@@ -113,8 +91,10 @@ namespace {
 
 Enlace::Enlace(const Opciones& opciones, Donde donde)
     : m_avisa(opciones.avisa)
+    , m_sello("a" + std::to_string(std::random_device()()) + "_")
 {
-    auto parametros = lee_direccion(opciones.direccion, donde);
+    auto [parametros, preparadas] = lee_direccion(opciones.direccion, donde);
+    m_con_preparadas = preparadas && opciones.preparadas;
     parametros["client_encoding"] = "UTF8";
     parametros["options"] = ajustes(opciones) + " " + parametros["options"];
     parametros.try_emplace("fallback_application_name", "atipicos");
@@ -141,6 +121,7 @@ void Enlace::reanuda(Donde donde)
     PQreset(get());
     comprueba_abierta(donde);
     m_perdido = false;
+    olvida_preparadas();
     avisa(sql::Linea::reanudada);
 }
 
@@ -150,7 +131,8 @@ std::vector<Respuesta> Enlace::intercambia(
     // Written into one text they cost the server a third less, but only a statement without a semicolon
     // cannot turn out to be two.
     const bool en_un_texto = std::all_of(ordenes.begin(), ordenes.end(), [](const Orden& orden) {
-        return orden.valores.empty() && std::string_view(orden.sql).find(';') == std::string_view::npos;
+        return orden.valores.empty() && orden.preparada == nullptr
+            && std::string_view(orden.sql).find(';') == std::string_view::npos;
     });
     return en_un_texto ? intercambia_texto(ordenes, instruccion, donde)
                        : intercambia_en_fila(ordenes, instruccion, donde);
@@ -177,39 +159,126 @@ std::vector<Respuesta> Enlace::intercambia_en_fila(
 {
     if (PQenterPipelineMode(get()) != 1)
         falla(instruccion, donde);
-    for (const auto& orden : ordenes)
-        if (!envia(orden))
+    const auto sobrantes = envia_sobrantes(instruccion, donde);
+    std::vector<Preparada*> nuevas(ordenes.size()); // what each one prepares
+    for (std::size_t i = 0; i < ordenes.size(); ++i)
+        if (!envia(ordenes[i], nuevas[i]))
             falla(instruccion, donde);
     if (PQpipelineSync(get()) != 1)
         falla(instruccion, donde);
-    auto respuestas = recibe(ordenes.size(), instruccion, donde);
+    auto respuestas = recibe(sobrantes, nuevas, instruccion, donde);
     if (PQexitPipelineMode(get()) != 1)
         falla(instruccion, donde);
     return respuestas;
 }
 
-std::vector<Respuesta> Enlace::recibe(std::size_t cuantas, std::string_view instruccion, Donde donde)
+std::vector<Respuesta> Enlace::recibe(
+    std::size_t sobrantes, const std::vector<Preparada*>& nuevas, std::string_view instruccion, Donde donde)
 {
     std::vector<Respuesta> respuestas;
-    respuestas.reserve(cuantas);
-    while (respuestas.size() < cuantas) {
-        respuestas.emplace_back(PQgetResult(get()));
-        while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
-        if (PQstatus(get()) == CONNECTION_BAD)
-            falla(instruccion, donde);
+    respuestas.reserve(nuevas.size());
+    Respuesta fallida; // of what nobody asked for
+    while (sobrantes-- > 0)
+        if (auto una = recibe_una(instruccion, donde); es_error(una) && !fallida)
+            fallida = std::move(una);
+    for (auto* nueva : nuevas) {
+        Respuesta al_preparar = nueva == nullptr ? nullptr : recibe_una(instruccion, donde);
+        auto respuesta = recibe_una(instruccion, donde);
+        const bool mal_preparada = nueva != nullptr && es_error(al_preparar);
+        if (nueva != nullptr && !mal_preparada) {
+            nueva->m_enlace = this;
+            nueva->m_memoria = m_memoria;
+        }
+        respuestas.push_back(mal_preparada ? std::move(al_preparar) : std::move(respuesta));
     }
+    if (fallida)
+        respuestas.front() = std::move(fallida);
     if (PQresultStatus(Respuesta(PQgetResult(get())).get()) != PGRES_PIPELINE_SYNC)
         falla(instruccion, donde);
     return respuestas;
 }
 
-bool Enlace::envia(const Orden& orden)
+Respuesta Enlace::recibe_una(std::string_view instruccion, Donde donde)
+{
+    Respuesta respuesta(PQgetResult(get()));
+    while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
+    if (PQstatus(get()) == CONNECTION_BAD)
+        falla(instruccion, donde);
+    return respuesta;
+}
+
+bool Enlace::envia(const Orden& orden, Preparada*& nueva)
 {
     std::vector<const char*> valores;
+    valores.reserve(orden.valores.size());
     for (const auto& texto : orden.valores)
         valores.push_back(texto ? texto->c_str() : nullptr);
-    const auto cuantos = static_cast<int>(valores.size());
-    return PQsendQueryParams(get(), orden.sql, cuantos, nullptr, valores.data(), nullptr, nullptr, 0) == 1;
+    if (auto* preparada = preparada_de(orden))
+        return envia_preparada(orden, valores, *preparada, nueva);
+    return PQsendQueryParams(get(), orden.sql, static_cast<int>(valores.size()), nullptr, valores.data(),
+               nullptr, nullptr, 0)
+        == 1;
+}
+
+bool Enlace::envia_preparada(
+    const Orden& orden, const std::vector<const char*>& valores, Preparada& preparada, Preparada*& nueva)
+{
+    if (!conoce(preparada)) {
+        nueva = &preparada;
+        preparada.m_nombre = m_sello + std::to_string(++m_nombres);
+        const auto& tipos = preparada.tipos;
+        if (PQsendPrepare(
+                get(), preparada.m_nombre.c_str(), orden.sql, static_cast<int>(tipos.size()), tipos.data())
+            != 1)
+            return false;
+    }
+    return PQsendQueryPrepared(get(), preparada.m_nombre.c_str(), static_cast<int>(valores.size()),
+               valores.data(), nullptr, nullptr, 0)
+        == 1;
+}
+
+/// Words about the transaction are few, and go with many statements.
+Preparada* Enlace::preparada_de(const Orden& orden)
+{
+    if (orden.preparada != nullptr || !orden.valores.empty() || !m_con_preparadas)
+        return orden.preparada;
+    const auto conocida = m_palabras.find(std::string_view(orden.sql));
+    return &(conocida != m_palabras.end() ? conocida : m_palabras.try_emplace(orden.sql).first)->second;
+}
+
+std::size_t Enlace::envia_sobrantes(std::string_view instruccion, Donde donde)
+{
+    const auto sobrantes = std::exchange(m_sobrantes, {});
+    for (const auto& nombre : sobrantes)
+        if (PQsendQueryParams(
+                get(), ("DEALLOCATE " + nombre).c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0)
+            != 1)
+            falla(instruccion, donde);
+    return sobrantes.size();
+}
+
+bool Enlace::conoce(const Preparada& preparada) const noexcept
+{
+    return preparada.m_enlace == this && preparada.m_memoria == m_memoria;
+}
+
+void Enlace::olvida_preparadas() noexcept
+{
+    ++m_memoria;
+    m_sobrantes.clear();
+}
+
+Preparada::~Preparada() { olvida(); }
+
+void Preparada::olvida() noexcept
+{
+    if (m_enlace != nullptr && m_enlace->conoce(*this)) {
+        try {
+            m_enlace->m_sobrantes.push_back(std::move(m_nombre));
+        } catch (...) { // NOLINT(bugprone-empty-catch): the server keeps it until the line is closed
+        }
+    }
+    m_enlace = nullptr;
 }
 
 void Enlace::avisa(sql::Linea que) const

@@ -1,10 +1,14 @@
 #pragma once
 
 #include "engines/postgresql/Instruccion.hpp"
+#include "engines/postgresql/Preparada.hpp"
 #include "engines/sql/Linea.hpp"
 
 #include <chrono>
+#include <cstdint>
+#include <functional>
 #include <libpq-fe.h>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -16,7 +20,8 @@ namespace atipicos::postgresql {
 
 struct Opciones {
     /// `postgresql://usuario@servidor/base?sslmode=verify-full` or `host=… dbname=…`, all that libpq knows,
-    /// without a password: that comes from PGPASSWORD or from a pass file.
+    /// without a password: that comes from PGPASSWORD or from a pass file. With `preparadas=no` besides no
+    /// statement is prepared, as behind a pooler that hands a session from one client to the next.
     std::string direccion = {};
     std::string esquema = {}; ///< where names without a schema are looked for
     std::vector<std::string> bases = {}; ///< `base.dbo.Tabla` is `dbo.Tabla` of this database for these names
@@ -25,14 +30,16 @@ struct Opciones {
     std::chrono::milliseconds espera_instruccion{ 120'000 }; ///< the longest that one statement may take
     sql::AvisoLinea avisa = {};
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
+    bool preparadas = true; ///< off only to compare; the address says it too
 };
 
 using Texto = std::optional<std::string>; ///< a value as it travels to the server; nothing for null
 
 /// A statement to send, with the values of its `$1`, `$2` …
 struct Orden {
-    const char* sql = ""; ///< or the name of a prepared one
+    const char* sql = "";
     std::span<const Texto> valores = {};
+    Preparada* preparada = nullptr; ///< what the server keeps of it; null: nothing
 };
 
 /// The line to the server: opens it with the settings of the session and exchanges statements for answers.
@@ -47,11 +54,16 @@ public:
     [[nodiscard]] std::vector<Respuesta> intercambia(
         std::span<const Orden> ordenes, std::string_view instruccion, Donde donde);
 
+    [[nodiscard]] bool con_preparadas() const noexcept { return m_con_preparadas; }
+    void olvida_preparadas() noexcept; ///< when the server has
+
     [[nodiscard]] bool perdido() const noexcept { return m_perdido; }
     void reanuda(Donde donde); ///< opens the line again, as it was opened
     [[nodiscard]] PGconn* get() const noexcept { return m_linea.get(); }
 
 private:
+    friend class Preparada;
+
     struct Cierra {
         void operator()(PGconn* linea) const noexcept { PQfinish(linea); }
     };
@@ -61,15 +73,27 @@ private:
         std::span<const Orden> ordenes, std::string_view instruccion, Donde donde);
     [[nodiscard]] std::vector<Respuesta> intercambia_en_fila(
         std::span<const Orden> ordenes, std::string_view instruccion, Donde donde);
-    [[nodiscard]] bool envia(const Orden& orden);
-    [[nodiscard]] std::vector<Respuesta> recibe(
-        std::size_t cuantas, std::string_view instruccion, Donde donde);
+    [[nodiscard]] bool envia(const Orden& orden, Preparada*& nueva);
+    [[nodiscard]] bool envia_preparada(
+        const Orden& orden, const std::vector<const char*>& valores, Preparada& preparada, Preparada*& nueva);
+    [[nodiscard]] std::size_t envia_sobrantes(std::string_view instruccion, Donde donde);
+    [[nodiscard]] std::vector<Respuesta> recibe(std::size_t sobrantes, const std::vector<Preparada*>& nuevas,
+        std::string_view instruccion, Donde donde);
+    [[nodiscard]] Respuesta recibe_una(std::string_view instruccion, Donde donde);
+    [[nodiscard]] Preparada* preparada_de(const Orden& orden);
+    [[nodiscard]] bool conoce(const Preparada& preparada) const noexcept;
     void avisa(sql::Linea que) const;
     [[noreturn]] void falla(std::string_view instruccion, Donde donde);
 
     std::unique_ptr<PGconn, Cierra> m_linea;
     sql::AvisoLinea m_avisa;
     bool m_perdido = false;
+    bool m_con_preparadas = true;
+    std::string m_sello; ///< with which nobody else's names of prepared statements begin
+    std::uint64_t m_nombres = 0; ///< given so far
+    std::uint64_t m_memoria = 1; ///< of the server behind the line: another one knows nothing
+    std::vector<std::string> m_sobrantes; ///< names that it keeps for nothing
+    std::map<std::string, Preparada, std::less<>> m_palabras; ///< those about the transaction
 };
 
 } // namespace atipicos::postgresql

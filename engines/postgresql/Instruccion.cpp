@@ -132,6 +132,12 @@ bool es_error(const Respuesta& respuesta) noexcept
     return estado != PGRES_COMMAND_OK && estado != PGRES_TUPLES_OK && estado != PGRES_EMPTY_QUERY;
 }
 
+std::string_view codigo_de(const Respuesta& respuesta) noexcept
+{
+    const char* codigo = PQresultErrorField(respuesta.get(), PG_DIAG_SQLSTATE);
+    return codigo == nullptr ? std::string_view() : std::string_view(codigo);
+}
+
 adodb::ErrorBaseDatos error_de(const Respuesta& respuesta, std::string_view instruccion, Donde donde)
 {
     const auto codigo = campo(respuesta, PG_DIAG_SQLSTATE);

@@ -18,6 +18,8 @@ using Respuesta = std::unique_ptr<PGresult, LiberaRespuesta>; ///< what the serv
 
 [[nodiscard]] bool es_error(const Respuesta& respuesta) noexcept;
 
+[[nodiscard]] std::string_view codigo_de(const Respuesta& respuesta) noexcept; ///< SQLSTATE; empty: none
+
 /// The error in an answer, with the kind of thing it is, the server's own words and its code (SQLSTATE);
 /// what a person meets (locked, lost, not allowed) is said in Spanish first.
 [[nodiscard]] adodb::ErrorBaseDatos error_de(

@@ -5,6 +5,7 @@
 #include "engines/sql/Tokens.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace atipicos::postgresql {
 
@@ -20,6 +21,18 @@ namespace {
     constexpr auto por_el_servidor
         = "La transacción se ha perdido porque el servidor la ha terminado: sólo se puede deshacer.";
 
+    std::string con_bloqueo(std::string sql, bool bloquea)
+    {
+        return bloquea ? std::move(sql).append(Preparadas::bloqueando) : std::move(sql);
+    }
+
+    /// Whether an error may be one of a value, or of what the server makes of it.
+    bool es_de_los_valores(const Respuesta& respuesta)
+    {
+        const auto codigo = codigo_de(respuesta);
+        return codigo.starts_with("22") || codigo.starts_with("42");
+    }
+
 }
 
 Sesion::Sesion(const Opciones& opciones, Donde donde)
@@ -34,28 +47,94 @@ sql::Catalogo& Sesion::catalogo(sql::Lado lado) noexcept
     return m_catalogos[static_cast<std::size_t>(lado)];
 }
 
+void Sesion::asegura_catalogo(Donde donde)
+{
+    if (!m_vigencia.vale())
+        lee_catalogo(donde);
+}
+
 std::string Sesion::reescribe(sql::Lado lado, const std::string& sql, Donde donde)
 {
     if (sql.find('\0') != std::string::npos)
         throw ErrorBaseDatos(Categoria::instruccion, fuente,
             "La instrucción contiene un carácter nulo, que la base de datos no admite.", sql, donde);
-    if (!m_vigencia.vale())
-        lee_catalogo(donde);
+    asegura_catalogo(donde);
     return sql::reescribe(sql, catalogo(lado), donde);
 }
 
 void Sesion::lee_catalogo(Donde donde)
 {
     m_tablas.lee(ejecuta({ Tablas::consulta }, false, donde), m_catalogos);
+    m_preparadas.olvida_formas();
     m_vigencia.leido();
+}
+
+Respuesta Sesion::pide(sql::Lado lado, const std::string& sql, bool cambia, bool bloquea, Donde donde)
+{
+    if (m_enlace.con_preparadas())
+        if (auto respuesta = pide_preparada(lado, sql, cambia, bloquea, donde))
+            return *std::move(respuesta);
+    const auto texto = con_bloqueo(reescribe(lado, sql, donde), bloquea);
+    return ejecuta({ texto.c_str() }, cambia, donde);
+}
+
+/// Nothing when the statement is to go as a text: because it is not prepared, because the server no longer
+/// has what was, or because the text alone says exactly what is wrong with a value.
+std::optional<Respuesta> Sesion::pide_preparada(
+    sql::Lado lado, const std::string& sql, bool cambia, bool bloquea, Donde donde)
+{
+    asegura_catalogo(donde);
+    const auto pedido = m_preparadas.de_lado(lado, sql, bloquea, catalogo(lado), donde);
+    if (!pedido)
+        return std::nullopt;
+    const auto texto = [&] { return con_bloqueo(sql::reescribe(sql, catalogo(lado), donde), bloquea); };
+    Respuesta respuesta;
+    try {
+        respuesta = intenta(pedido->orden, cambia, donde);
+    } catch (const ErrorBaseDatos& error) {
+        throw ErrorBaseDatos(error.categoria(), error.fuente(), error.descripcion(), texto(), donde);
+    }
+    if (!es_error(respuesta))
+        return respuesta;
+    if (ha_olvidado(respuesta, *pedido->orden.preparada))
+        return std::nullopt;
+    if (pedido->orden.valores.empty() || !es_de_los_valores(respuesta))
+        throw error_de(respuesta, texto(), donde);
+    auto otra = intenta({ texto().c_str() }, cambia, donde);
+    if (es_error(otra))
+        throw error_de(otra, texto(), donde);
+    pedido->como_texto = true;
+    return otra;
+}
+
+bool Sesion::ha_olvidado(const Respuesta& respuesta, Preparada& preparada)
+{
+    const auto codigo = codigo_de(respuesta);
+    if (codigo == "26000") // it has no such statement
+        m_enlace.olvida_preparadas();
+    else if (codigo == "0A000") // its rows are no longer what they were
+        preparada.olvida();
+    else
+        return false;
+    return true;
 }
 
 Respuesta Sesion::ejecuta(const Orden& orden, bool cambia, Donde donde)
 {
-    return m_transacciones.abierta() ? ejecuta_dentro(orden, cambia, donde) : ejecuta_fuera(orden, donde);
+    auto respuesta = intenta(orden, cambia, donde);
+    if (es_error(respuesta) && orden.preparada != nullptr && ha_olvidado(respuesta, *orden.preparada))
+        respuesta = intenta({ orden.sql, orden.valores }, cambia, donde);
+    if (es_error(respuesta))
+        throw error_de(respuesta, orden.sql, donde);
+    return respuesta;
 }
 
-Respuesta Sesion::ejecuta_dentro(const Orden& orden, bool cambia, Donde donde)
+Respuesta Sesion::intenta(const Orden& orden, bool cambia, Donde donde)
+{
+    return m_transacciones.abierta() ? intenta_dentro(orden, cambia, donde) : intenta_fuera(orden, donde);
+}
+
+Respuesta Sesion::intenta_dentro(const Orden& orden, bool cambia, Donde donde)
 {
     const auto envio = m_puntos.con(orden, cambia);
     std::vector<Respuesta> respuestas;
@@ -69,7 +148,7 @@ Respuesta Sesion::ejecuta_dentro(const Orden& orden, bool cambia, Donde donde)
     if (fallida != respuestas.end()) {
         const auto lugar = static_cast<std::size_t>(fallida - respuestas.begin());
         vuelve_atras(lugar >= envio.lugar, donde);
-        throw error_de(*fallida, orden.sql, donde);
+        return std::move(*fallida);
     }
     m_puntos.lograda(cambia);
     return std::move(respuestas[envio.lugar]);
@@ -93,12 +172,10 @@ void Sesion::vuelve_atras(bool previas, Donde donde)
     }
 }
 
-Respuesta Sesion::ejecuta_fuera(const Orden& orden, Donde donde)
+Respuesta Sesion::intenta_fuera(const Orden& orden, Donde donde)
 {
     // A line that went dead while it was idle is no news to anybody: what has changed nothing is repeated.
     auto respuestas = intercambia({ &orden, 1 }, orden.sql, sql::no_cambia_nada(orden.sql), donde);
-    if (es_error(respuestas.front()))
-        throw error_de(respuestas.front(), orden.sql, donde);
     return std::move(respuestas.front());
 }
 

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "engines/postgresql/Enlace.hpp"
+#include "engines/postgresql/Preparadas.hpp"
 #include "engines/postgresql/Puntos.hpp"
 #include "engines/postgresql/Tablas.hpp"
 #include "engines/sql/Transacciones.hpp"
 #include "engines/sql/Vigencia.hpp"
 
 #include <array>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -29,9 +31,17 @@ public:
     /// The statement as the server wants it from that side.
     [[nodiscard]] std::string reescribe(sql::Lado lado, const std::string& sql, Donde donde);
 
-    /// Runs one statement in one exchange and gives the answer to it, which is no error. One that fails
-    /// undoes itself alone. `cambia`: inside a transaction it changes or locks something.
+    /// Runs one statement of a side in one exchange and gives the answer to it, which is no error. One that
+    /// fails undoes itself alone. `cambia`: inside a transaction it changes or locks something. `bloquea`:
+    /// the rows of the query.
+    [[nodiscard]] Respuesta pide(
+        sql::Lado lado, const std::string& sql, bool cambia, bool bloquea, Donde donde);
+    /// The same for one of the engine's own.
     [[nodiscard]] Respuesta ejecuta(const Orden& orden, bool cambia, Donde donde);
+    [[nodiscard]] Preparada* preparada(std::string_view propia) ///< that the session keeps of such a one
+    {
+        return m_enlace.con_preparadas() ? m_preparadas.propia(propia) : nullptr;
+    }
     void ejecutada(std::string_view sql) noexcept { m_vigencia.ejecutada(sql); } ///< may change the tables
 
     [[nodiscard]] const Tablas& tablas() const noexcept { return m_tablas; }
@@ -44,8 +54,14 @@ public:
     void vuelve_al_punto(Donde donde) override; ///< with the next statement
 
 private:
-    [[nodiscard]] Respuesta ejecuta_dentro(const Orden& orden, bool cambia, Donde donde);
-    [[nodiscard]] Respuesta ejecuta_fuera(const Orden& orden, Donde donde);
+    [[nodiscard]] std::optional<Respuesta> pide_preparada(
+        sql::Lado lado, const std::string& sql, bool cambia, bool bloquea, Donde donde);
+    /// Whether an error means that the server cannot use what it had prepared; it is forgotten here too.
+    [[nodiscard]] bool ha_olvidado(const Respuesta& respuesta, Preparada& preparada);
+    /// The answer may be an error; the failure is undone.
+    [[nodiscard]] Respuesta intenta(const Orden& orden, bool cambia, Donde donde);
+    [[nodiscard]] Respuesta intenta_dentro(const Orden& orden, bool cambia, Donde donde);
+    [[nodiscard]] Respuesta intenta_fuera(const Orden& orden, Donde donde);
     /// Opens the line when it is lost, and again, to say it once more, when it turns out to be.
     [[nodiscard]] std::vector<Respuesta> intercambia(
         std::span<const Orden> ordenes, std::string_view instruccion, bool repetible, Donde donde);
@@ -53,9 +69,11 @@ private:
     void asegura_enlace(Donde donde);
     void vuelve_atras(bool previas, Donde donde);
     void pierde(adodb::Categoria categoria, const char* motivo); ///< the transaction
+    void asegura_catalogo(Donde donde);
     void lee_catalogo(Donde donde);
 
     Enlace m_enlace;
+    Preparadas m_preparadas;
     std::array<sql::Catalogo, 2> m_catalogos; ///< by side
     Tablas m_tablas;
     sql::Vigencia m_vigencia; ///< of what has been read of the tables
