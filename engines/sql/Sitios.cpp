@@ -26,7 +26,7 @@ namespace {
             else if (m_vista.es(0, "UPDATE"))
                 situa_asignados();
             if (!m_con_valores)
-                situa_comparados();
+                situa_comparados(0, m_vista.size());
             return std::move(m_sitios);
         }
 
@@ -94,6 +94,7 @@ namespace {
                 if (!m_vista.es(i, "("))
                     return;
                 situa_lista(i + 1, fin);
+                situa_comparados(i + 1, fin); // in the queries that stand there for a value
                 i = fin + 1;
             } while (m_vista.es(i, ","));
         }
@@ -148,10 +149,10 @@ namespace {
             return i;
         }
 
-        void situa_comparados()
+        void situa_comparados(std::size_t desde, std::size_t hasta)
         {
             std::vector<bool> condicion{ false }; // by depth: behind WHERE or ON, in no function's arguments
-            for (std::size_t i = 0; i < m_vista.size(); ++i) {
+            for (std::size_t i = desde; i < hasta; ++i) {
                 if (m_vista.es(i, "(")) {
                     condicion.push_back(condicion.back() && acaba_antes(i));
                 } else if (m_vista.es(i, ")")) {

@@ -44,18 +44,14 @@ std::optional<Importada> Importaciones::busca(const std::string& referencia) con
 }
 
 void Importaciones::anota(adodb::Connection& conexion, const std::string& referencia, std::int16_t vez,
-    const clsAtipico& cargo) const
+    const ClaveAtipico& clave) const
 {
     try {
-        conexion.Execute(
-            "INSERT INTO Importaciones (Huella, Referencia, Vez, Cod_Empresa, Cod_Ejercicio, Cod_Almacen, "
-            "Codigo) SELECT "
-            + sql::literal(m_huella) + ", " + sql::literal(referencia) + ", " + std::to_string(vez)
-            + ", Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo FROM Proveedores_Cargos_Atipicos WHERE "
-              "Cod_Empresa ="
-            + std::to_string(m_empresa) + " AND Cod_Ejercicio =" + std::to_string(cargo.Cod_Ejercicio)
-            + " AND Cod_Almacen =" + std::to_string(cargo.Cod_Almacen)
-            + " AND Codigo =" + sql::literal(cargo.Codigo));
+        conexion.Execute("INSERT INTO Importaciones (Huella, Referencia, Vez, Cod_Empresa, Cod_Ejercicio, "
+                         "Cod_Almacen, Codigo) VALUES ("
+            + sql::literal(m_huella) + ", " + sql::literal(referencia) + ", " + std::to_string(vez) + ", "
+            + std::to_string(m_empresa) + ", " + std::to_string(clave.Ejercicio) + ", "
+            + std::to_string(clave.Almacen) + ", " + sql::literal(clave.Codigo) + ")");
     } catch (const adodb::ErrorBaseDatos& error) {
         if (error.categoria() != adodb::Categoria::restriccion)
             throw;

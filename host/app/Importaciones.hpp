@@ -1,7 +1,6 @@
 #pragma once
 
 #include "browser/DetalleAtipico.hpp"
-#include "charges/clsAtipico.hpp"
 #include "platform/adodb/Connection.hpp"
 
 #include <cstdint>
@@ -27,11 +26,10 @@ public:
     /// Nothing when the reference has not been recorded.
     [[nodiscard]] std::optional<Importada> busca(const std::string& referencia) const;
 
-    /// Remembers the charge on `conexion`, inside the transaction that saves it, provided that it is there:
-    /// `Insertar` may have shown an error. Raises an error that says so when another process has recorded the
-    /// reference since it was looked up.
+    /// Remembers the charge on `conexion`, inside the transaction that saves it. Raises an error that says so
+    /// when another process has recorded the reference since it was looked up.
     void anota(adodb::Connection& conexion, const std::string& referencia, std::int16_t vez,
-        const clsAtipico& cargo) const;
+        const ClaveAtipico& clave) const;
 
 private:
     [[nodiscard]] std::unique_ptr<adodb::Recordset> consulta(

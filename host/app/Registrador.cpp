@@ -1,12 +1,22 @@
 #include "host/app/Registrador.hpp"
 
 #include "context/modComun.hpp"
+#include "host/app/CargoGuardado.hpp"
 #include "host/app/PrevisionesPropuestas.hpp"
 
 #include <iostream>
 #include <utility>
 
 namespace atipicos::app {
+
+namespace {
+
+    ClaveAtipico clave_de(const clsAtipico& cargo)
+    {
+        return { cargo.Cod_Ejercicio, cargo.Cod_Almacen, cargo.Codigo };
+    }
+
+}
 
 Registrador::Registrador(Sesion& sesion, Importaciones importaciones, const Opciones& opciones, Dice dice)
     : m_sesion(sesion)
@@ -70,8 +80,11 @@ void Registrador::guarda(
             reclamacion.fila, "«" + reclamacion.referencia + "» no se ha registrado: " + error.descripcion());
         return;
     }
+    const auto errores = m_sesion.avisos->errores();
     m_conexion->anotacion = [&](adodb::Connection& conexion) {
-        m_importaciones.anota(conexion, reclamacion.referencia, vez, cargo);
+        // `Insertar` may have shown an error and left nothing of the charge.
+        if (const auto clave = clave_de(cargo); m_sesion.avisos->errores() == errores || busca_cargo(clave))
+            m_importaciones.anota(conexion, reclamacion.referencia, vez, clave);
     };
     const auto resultado = GuardarAtipico(cargo, tecleado,
         [](const Contabilizacion& datos) { return std::optional(previsiones_propuestas(datos)); });
@@ -81,8 +94,7 @@ void Registrador::guarda(
         cuenta_fallida(reclamacion, cargo, vez);
         return;
     }
-    m_pendientes.push_back({ reclamacion.referencia, reclamacion.fila, vez,
-        { cargo.Cod_Ejercicio, cargo.Cod_Almacen, cargo.Codigo }, true });
+    m_pendientes.push_back({ reclamacion.referencia, reclamacion.fila, vez, clave_de(cargo), true });
 }
 
 /// After a save that showed an error: nothing of the charge is there, or the part that was committed, or the

@@ -133,6 +133,24 @@ namespace {
         EXPECT_THAT(programa("verificar").salida, HasSubstr("importe 20,00 y líneas por 10,00."));
     }
 
+    TEST_F(Registrar, a_charge_that_insertar_refuses_whole_is_not_taken_for_recorded)
+    {
+        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/empresa.db" })
+            ->Execute("CREATE TRIGGER no BEFORE INSERT ON Proveedores_Cargos_Atipicos"
+                      " WHEN NEW.Observ = 'mala' BEGIN SELECT RAISE(ABORT, 'cargo no admitido'); END");
+        const auto ejecucion = registra(cabecera
+            + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR2;1;101;21/11/2026;mala;;;Agua;1;10;\n"
+              "R3;1;101;21/11/2026;;;;Agua;1;10;\n");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_EQ(ejecucion.errores,
+            "[error] clsAtipico:Insertar: cargo no admitido\n"
+            "[error] r.csv, fila 3: «R2» no se ha registrado.\n");
+        EXPECT_THAT(ejecucion.salida,
+            EndsWith("\n2 registradas, 0 ya lo estaban, 1 rechazadas, 1 mensajes de error.\n"));
+        EXPECT_EQ(consulta("SELECT COUNT(*) FROM Importaciones"), Variant(2));
+        EXPECT_EQ(consulta("SELECT COUNT(*) FROM Importaciones WHERE Referencia = 'R2'"), Variant(0));
+    }
+
     TEST_F(Registrar, a_disk_that_fills_up_is_told_and_what_was_recorded_before_stays_whole)
     {
         const pruebas::DiscoPequeno disco(programa.carpeta / "disco");

@@ -54,6 +54,11 @@ namespace {
             "INSERT INTO t VALUES (f(7, 'x'), 1 + 2, 'a' || 'b', (3), - 4, ?)|5");
         EXPECT_EQ(
             en("INSERT INTO Bexmor.dbo.t (a) VALUES ('x')"), "INSERT INTO \"Bexmor_t\" (a) VALUES (?)|x");
+        EXPECT_EQ(
+            en("INSERT INTO t (a, b) VALUES (7, (SELECT ISNULL(MAX(b), 0) + 1 FROM t WHERE a =7 AND b < 9)), "
+               "(8, (SELECT 5 FROM u WHERE c ='x' AND f(3) = 4 OR d IN (6, 2)))"),
+            "INSERT INTO t (a, b) VALUES (?, (SELECT IFNULL(MAX(b), 0) + 1 FROM t WHERE a =? AND b < ?)), "
+            "(?, (SELECT 5 FROM u WHERE c =? AND f(3) = 4 OR d IN (?, ?)))|7|7|9|8|x|6|2");
         EXPECT_EQ(en("INSERT INTO t (a) VALUES (1) ON CONFLICT (a) DO UPDATE SET b = 2 WHERE c = 3"),
             "INSERT INTO t (a) VALUES (?) ON CONFLICT (a) DO UPDATE SET b = 2 WHERE c = 3|1");
     }
