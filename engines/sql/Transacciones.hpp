@@ -32,16 +32,14 @@ public:
 
 /// What each side of a session may do, and what it means for the transaction of the session.
 ///
-/// | a side …                        | while the other has not begun | while the other is in its transaction
-/// |
-/// |---------------------------------|-------------------------------|---------------------------------------|
-/// | begins                          | the transaction begins        | it joins | | begins again | refused |
-/// refused, also after its own commit    | | asks                            | as always | sees what both
-/// have written           | | writes without having begun     | as always                     | refused | |
-/// commits                         | committed                     | promised: committed with the other    |
-/// | rolls back                      | undone                        | undone; the other's is lost | |
-/// commits or rolls back unbegun   | refused                       | refused                               |
-/// | rolls back after its own commit | refused                       | undone; the other's is lost |
+/// - It begins: the transaction of the session begins, or it joins the one that the other is in. Twice is
+///   refused; after a promised commit too, until the other has ended.
+/// - It asks: as always; inside the transaction it sees what both have written.
+/// - It writes without having begun: as always, but refused while the other is in its transaction.
+/// - It commits: both are committed when the other has committed or never began; else it is a promise, kept
+///   by the commit of the other. Unbegun it is refused.
+/// - It rolls back: all is undone, and the transaction of the other is lost. After a promised commit too; once
+///   the other has undone that, it is no error. Unbegun it is refused.
 ///
 /// The error of a commit that fails is raised to the side that commits last. Its transaction stays open, or
 /// lost, until that side rolls back; the side that had been promised its commit may roll back too, or begin

@@ -79,7 +79,7 @@ namespace {
                  "12345678901234567890e1" })
             EXPECT_EQ(en(sql), "-") << sql;
         EXPECT_EQ(en(std::string("a\0b", 3)), "-");
-EXPECT_EQ(en("'a\tb\1\\;?'"), "T|'a\tb\1\\;?'") << "inside a text there is no doubt";
+        EXPECT_EQ(en("'a\tb\1\\;?'"), "T|'a\tb\1\\;?'") << "inside a text there is no doubt";
     }
 
     TEST(Esqueleto, neither_too_many_literals_nor_too_long_a_text)
