@@ -162,6 +162,22 @@ namespace {
         EXPECT_THAT(ficheros(), ElementsAre("empresa.db"));
     }
 
+    TEST_F(Senales, the_main_window_is_closed_and_the_databases_with_it)
+    {
+        if (!ATIPICOS_CON_VENTANAS)
+            GTEST_SKIP() << "built without windows";
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        const EnMarcha ventana(programa, { "--empresa=1", "--usuario=1" });
+        const auto registro = programa.carpeta / "datos/empresa.db-shm"; // there while the database is open
+        while (ventana.sigue() && !std::filesystem::exists(registro)) { }
+        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        ventana.manda(SIGTERM);
+        const int estado = ventana.espera();
+        ASSERT_TRUE(WIFEXITED(estado)) << WTERMSIG(estado);
+        EXPECT_EQ(WEXITSTATUS(estado), 128 + SIGTERM);
+        EXPECT_THAT(ficheros(), ElementsAre("empresa.db"));
+    }
+
     TEST_F(Senales, a_second_one_ends_the_wait_for_another_user)
     {
         escribe_reclamaciones(5);
