@@ -38,8 +38,8 @@ public:
 /// - It writes without having begun: as always, but refused while the other is in its transaction.
 /// - It commits: both are committed when the other has committed or never began; else it is a promise, kept
 ///   by the commit of the other. Unbegun it is refused.
-/// - It rolls back: all is undone, and the transaction of the other is lost. After a promised commit too; once
-///   the other has undone that, it is no error. Unbegun it is refused.
+/// - It rolls back: all is undone, and the transaction of the other is lost; also after a promised commit.
+///   Where the other has undone that promise already, it is no error. Unbegun it is refused.
 ///
 /// The error of a commit that fails is raised to the side that commits last. Its transaction stays open, or
 /// lost, until that side rolls back; the side that had been promised its commit may roll back too, or begin
