@@ -8,6 +8,7 @@
 #include "host/bases/CarpetaProvisional.hpp"
 #include "host/bases/Fallo.hpp"
 #include "host/bases/Pasos.hpp"
+#include "host/bases/Tablas.hpp"
 #include "host/bases/Version.hpp"
 
 #include <system_error>
@@ -20,20 +21,33 @@ namespace {
 
     constexpr std::int32_t version_anterior = 1;
 
-    /// Nobody else reads or writes the file while this lives. What its log still held is in it then.
+    /// Nobody else reads or writes the file while this lives. What its log still held is in it then, and
+    /// nothing stands beside it.
     std::shared_ptr<sqlite::Connection> abre_a_solas(const fs::path& fichero, Donde donde)
     {
         auto conexion = sqlite::Connection::Abrir({ .fichero = fichero }, donde);
         comprueba_version(*conexion, "Esquema", fichero.string(), donde, version_anterior);
         try {
-            for (const auto* ajuste : { "PRAGMA locking_mode=EXCLUSIVE", "PRAGMA journal_mode=DELETE" })
+            for (const auto* ajuste : { "PRAGMA journal_mode=DELETE", "PRAGMA locking_mode=EXCLUSIVE",
+                     "BEGIN EXCLUSIVE", "COMMIT" })
                 conexion->sesion().ejecuta(ajuste, nullptr, donde);
+            if (CStr(primera_fila(*conexion, "PRAGMA journal_mode", donde)[0], donde) == "delete")
+                return conexion;
         } catch (const adodb::ErrorBaseDatos& error) {
             if (error.categoria() != adodb::Categoria::bloqueo)
                 throw;
-            falla(fichero, "la tiene abierta otro programa. Ciérrelo antes de actualizar.", donde);
         }
-        return conexion;
+        falla(fichero, "la tiene abierta otro programa. Ciérrelo antes de actualizar.", donde);
+    }
+
+    /// Gives one of them a name that is free.
+    fs::path aparta(const fs::path& fichero, Donde donde)
+    {
+        const auto nombre = fichero.string() + ".anterior";
+        fs::path apartado = nombre;
+        for (int n = 2; !coloca(fichero, apartado, donde); ++n)
+            apartado = nombre + "-" + std::to_string(n);
+        return apartado;
     }
 
     /// Counts what is copied.
@@ -126,20 +140,18 @@ Actualizada une_anteriores(const fs::path& carpeta, const OpcionesActualizar& op
     });
     if (!coloca(nueva, definitiva, donde))
         falla(definitiva, "otro programa la ha hecho mientras tanto.", donde);
-    return { version_anterior, guiones::version, aparta_anteriores(carpeta, donde) };
+    return { version_anterior, guiones::version,
+        { aparta(carpeta / fichero_orvalin, donde), aparta(carpeta / fichero_bexmor, donde) } };
 }
 
 std::vector<fs::path> aparta_anteriores(const fs::path& carpeta, Donde donde)
 {
     std::vector<fs::path> apartados;
-    for (const auto* fichero : { fichero_orvalin, fichero_bexmor }) {
-        if (!fs::exists(carpeta / fichero))
-            continue;
-        auto apartado = carpeta / (std::string(fichero) + ".anterior");
-        for (int n = 2; !coloca(carpeta / fichero, apartado, donde); ++n)
-            apartado = carpeta / (std::string(fichero) + ".anterior-" + std::to_string(n));
-        apartados.push_back(apartado);
-    }
+    for (const auto* fichero : { fichero_orvalin, fichero_bexmor })
+        if (fs::exists(carpeta / fichero)) {
+            const auto a_solas = abre_a_solas(carpeta / fichero, donde);
+            apartados.push_back(aparta(carpeta / fichero, donde));
+        }
     return apartados;
 }
 

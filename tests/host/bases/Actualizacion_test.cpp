@@ -132,6 +132,7 @@ namespace {
         EXPECT_EQ(hecha.desde, hecha.hasta);
         EXPECT_EQ(hecha.apartados.size(), 2U);
         EXPECT_EQ(examinadas, 0);
+        EXPECT_EQ(ficheros(), actualizados) << "their logs are in them";
     }
 
     TEST_F(Actualizacion, keeps_former_files_beside_others_of_their_kind)
