@@ -17,8 +17,6 @@ struct Segundo {
 /// A connection to a database file: write-ahead log, foreign keys on, and a transaction takes the write lock
 /// at once (`BEGIN IMMEDIATE`), so that it cannot find out at its end that another came first.
 ///
-/// Attached files are opened read-only: that lock would otherwise be taken on them too.
-///
 /// Some failures, a full disk among them, make SQLite undo the whole transaction at once. From then on every
 /// statement is refused until `RollbackTrans`: alone it would be stored outside any transaction.
 ///

@@ -106,8 +106,6 @@ std::shared_ptr<Sesion> Sesion::abre(const Opciones& opciones, Donde donde)
             throw error_de(base, {}, donde);
         sesion->prepara(opciones, donde);
     });
-    for (const auto& otra : opciones.adjuntas)
-        sesion->adjunta(otra, donde);
     return sesion;
 }
 
@@ -154,21 +152,6 @@ int Sesion::espera_turno(void* quien, int veces)
     return 1;
 }
 
-void Sesion::adjunta(const Adjunta& otra, Donde donde)
-{
-    comprueba_fichero(otra.fichero, false, donde);
-    std::string nombre = otra.nombre;
-    for (auto p = nombre.find('"'); p != std::string::npos; p = nombre.find('"', p + 2))
-        nombre.insert(p, 1, '"');
-    nombrando("«" + otra.fichero.string() + "»", donde, [&] {
-        Instruccion instruccion(base(), "ATTACH ? AS \"" + nombre + "\"", donde);
-        instruccion.liga(1, uri(otra.fichero, "ro"), donde);
-        instruccion.avanza(donde);
-    });
-    m_adjuntas.push_back(otra.nombre);
-    catalogo(sql::Lado::gestion).agrega_base(otra.nombre, "\"" + nombre + "\".");
-}
-
 sql::Catalogo& Sesion::catalogo(sql::Lado lado) noexcept
 {
     return m_catalogos[static_cast<std::size_t>(lado)];
@@ -180,24 +163,17 @@ void Sesion::lee_catalogo(Donde donde)
         catalogo.olvida_fechas();
     m_claves.clear();
     m_preparadas.olvida_formas();
-    auto esquemas = m_adjuntas;
-    esquemas.emplace_back("main");
-    for (const auto& esquema : esquemas) {
-        Instruccion consulta(base(),
-            "SELECT t.name, c.name,"
-            " (SELECT v.cid FROM pragma_table_info(t.name, t.schema) v WHERE v.name = c.name)"
-            " FROM pragma_table_list t JOIN pragma_table_xinfo(t.name, t.schema) c"
-            " WHERE t.schema = ? AND c.type LIKE 'DATE%'",
-            donde);
-        consulta.liga(1, esquema, donde);
-        const auto prefijo = esquema == "main" ? std::string() : sql::entre_comillas(esquema) + ".";
-        while (consulta.avanza(donde)) {
-            const auto celda = [&](int i) { return valor_de(consulta.get(), i, Tipo::Segun, donde); };
-            const Variant lugar = celda(2); // null: a computed column
-            for (auto& catalogo : m_catalogos)
-                catalogo.agrega_fecha(prefijo + CStr(celda(0)), CStr(celda(1)),
-                    lugar.es_nulo() ? sql::Catalogo::sin_lugar : static_cast<std::size_t>(CLng(lugar)));
-        }
+    Instruccion consulta(base(),
+        "SELECT t.name, c.name, (SELECT v.cid FROM pragma_table_info(t.name) v WHERE v.name = c.name)"
+        " FROM pragma_table_list t JOIN pragma_table_xinfo(t.name) c"
+        " WHERE t.schema ='main' AND c.type LIKE 'DATE%'",
+        donde);
+    while (consulta.avanza(donde)) {
+        const auto celda = [&](int i) { return valor_de(consulta.get(), i, Tipo::Segun, donde); };
+        const Variant lugar = celda(2); // null: a computed column
+        for (auto& catalogo : m_catalogos)
+            catalogo.agrega_fecha(CStr(celda(0)), CStr(celda(1)),
+                lugar.es_nulo() ? sql::Catalogo::sin_lugar : static_cast<std::size_t>(CLng(lugar)));
     }
     m_vigencia.leido();
 }

@@ -20,15 +20,8 @@ namespace atipicos::sqlite {
 
 class Recordset;
 
-/// A database file that another connection writes and this one may only read, as `nombre.dbo.Tabla`.
-struct Adjunta {
-    std::string nombre;
-    std::filesystem::path fichero;
-};
-
 struct Opciones {
     std::filesystem::path fichero;
-    std::vector<Adjunta> adjuntas = {};
     bool crear = false; ///< makes the file when there is none
     bool solo_lectura = false; ///< nothing is written but what another session left in its log
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
@@ -83,7 +76,6 @@ private:
     void prepara(const Opciones& opciones, Donde donde);
     static int espera_turno(void* sesion, int veces); ///< not 0: try again
     void lee_algo(Donde donde);
-    void adjunta(const Adjunta& otra, Donde donde);
     void asegura_catalogo(Donde donde);
     void lee_catalogo(Donde donde);
     void ejecuta_propia(std::string_view sql, Donde donde);
@@ -93,7 +85,6 @@ private:
     std::unique_ptr<sqlite3, Cierra> m_base; ///< after what it needs until it is closed
     Preparadas m_preparadas;
     sql::Transacciones m_transacciones{ *this, "SQLite" };
-    std::vector<std::string> m_adjuntas;
     std::vector<Recordset*> m_lecturas; ///< recordsets that are being read
     std::array<sql::Catalogo, 2> m_catalogos; ///< by side
     sql::Vigencia m_vigencia; ///< of what has been read of the catalogue

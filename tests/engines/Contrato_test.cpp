@@ -61,17 +61,18 @@ namespace {
     public:
         SitioSqlite()
         {
-            const auto uno = sqlite::Connection::Abrir({ .fichero = m_carpeta / "uno.db", .crear = true });
-            sql::ejecuta_guion(*uno, tablas);
-            const auto dos = sqlite::Connection::Abrir({ .fichero = m_carpeta / "dos.db", .crear = true });
-            sql::ejecuta_guion(*dos, cuentas);
+            const auto uno
+                = sqlite::Connection::AbrirPareja({ .fichero = m_carpeta / "uno.db", .crear = true });
+            sql::ejecuta_guion(*uno.gestion, tablas);
+            sql::ejecuta_guion(*uno.contabilidad, cuentas);
         }
 
         Conexion abre(std::chrono::milliseconds espera) const override
         {
-            return sqlite::Connection::Abrir({ .fichero = m_carpeta / "uno.db",
-                .adjuntas = { { "Bexmor", m_carpeta / "dos.db" } },
-                .espera = espera });
+            const auto conexion
+                = sqlite::Connection::Abrir({ .fichero = m_carpeta / "uno.db", .espera = espera });
+            conexion->sesion().catalogo(sql::Lado::gestion).agrega_base("Bexmor", "Bexmor_");
+            return conexion;
         }
 
     protected:
@@ -215,6 +216,12 @@ namespace {
 
     class SitioOdbcSqlite final : public SitioSqlite {
     public:
+        SitioOdbcSqlite()
+        {
+            sql::ejecuta_guion(
+                *sqlite::Connection::Abrir({ .fichero = m_carpeta / "dos.db", .crear = true }), cuentas);
+        }
+
         Conexion abre(std::chrono::milliseconds espera) const override
         {
             const auto dos = (m_carpeta / "dos.db").string();

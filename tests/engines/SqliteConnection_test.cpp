@@ -77,23 +77,6 @@ namespace {
         EXPECT_THAT(error.second, HasSubstr("texto.db"));
     }
 
-    TEST_F(Ficheros, a_missing_attached_database_is_named)
-    {
-        crea("uno.db");
-        EXPECT_THAT(
-            al_abrir({ .fichero = carpeta / "uno.db", .adjuntas = { { "B", carpeta / "dos.db" } } }).second,
-            HasSubstr("dos.db»: no existe la base de datos."));
-    }
-
-    TEST_F(Ficheros, an_attached_file_that_is_no_database_is_named)
-    {
-        crea("uno.db");
-        std::ofstream(carpeta / "texto.db") << std::string(5000, 'x');
-        EXPECT_THAT(
-            al_abrir({ .fichero = carpeta / "uno.db", .adjuntas = { { "B", carpeta / "texto.db" } } }).second,
-            HasSubstr("texto.db»: El fichero no es una base de datos o está dañado"));
-    }
-
     TEST_F(Ficheros, a_missing_folder_is_named)
     {
         EXPECT_THAT(al_abrir({ .fichero = carpeta / "no hay" / "uno.db", .crear = true }).second,
@@ -169,39 +152,6 @@ namespace {
         EXPECT_EQ(al_abrir({ .fichero = carpeta / "disco" / "uno.db", .solo_lectura = true }).first,
             Categoria::conexion)
             << "its last rows are in the log, which cannot be read there";
-    }
-
-    TEST_F(Ficheros, the_attached_database_is_free_for_others_while_a_transaction_is_open)
-    {
-        const auto contabilidad = crea("dos.db");
-        crea("uno.db");
-        const auto gestion = Connection::Abrir({ .fichero = carpeta / "uno.db",
-            .adjuntas = { { "Bexmor", carpeta / "dos.db" } },
-            .espera = std::chrono::milliseconds(0) });
-        gestion->BeginTrans();
-        gestion->Execute("INSERT INTO t (Id) VALUES (1)");
-        contabilidad->BeginTrans();
-        contabilidad->Execute("INSERT INTO t (Id) VALUES (7)");
-        auto rs = gestion->CreateRecordset();
-        rs->Open(
-            "SELECT COUNT(*) AS n FROM Bexmor.dbo.t", adodb::CursorType::Static, adodb::LockType::ReadOnly);
-        EXPECT_EQ(rs->Fields("n").Value(), Variant(0)) << "reading does not wait, and sees what is committed";
-        rs->Close();
-        contabilidad->CommitTrans();
-        gestion->CommitTrans();
-        EXPECT_THROW(gestion->Execute("DELETE FROM Bexmor.dbo.t"), adodb::ErrorBaseDatos);
-    }
-
-    TEST_F(Ficheros, the_attached_database_is_read_also_when_nobody_has_it_open)
-    {
-        crea("dos.db")->Execute("INSERT INTO t (Id, Fecha) VALUES (7, '21/11/2026')");
-        crea("uno.db");
-        const auto gestion = Connection::Abrir(
-            { .fichero = carpeta / "uno.db", .adjuntas = { { "Bexmor", carpeta / "dos.db" } } });
-        auto rs = gestion->CreateRecordset();
-        rs->Open("SELECT Id FROM Bexmor.dbo.t WHERE Fecha = '21/11/2026'", adodb::CursorType::Static,
-            adodb::LockType::ReadOnly);
-        EXPECT_EQ(rs->Fields("Id").Value(), Variant(7));
     }
 
     TEST_F(Ficheros, commits_are_durable_and_keys_are_real)
