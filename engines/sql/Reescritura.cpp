@@ -53,8 +53,10 @@ namespace {
                 return std::nullopt;
             const auto sitios = sitios_de(m_vista, literales);
             Plantilla plantilla;
-            if (!sitios || !trata(*sitios, numeros, plantilla.tratos))
+            if (!sitios)
                 return std::nullopt;
+            for (const auto& sitio : *sitios)
+                plantilla.tratos.push_back(trato_de(sitio.papel, numeros));
             cambia();
             for (std::size_t i = 0; i < literales.size(); ++i)
                 if (viaja(plantilla.tratos[i], literales[i]))
@@ -81,19 +83,15 @@ namespace {
             cambia_nombres();
         }
 
-        /// What becomes of the literals by their places; false: they all stay. How a server looks for a range
-        /// of rows depends on its limits, which it is told only in a text.
-        static bool trata(const std::vector<Sitio>& sitios, Numeros numeros, std::vector<Trato>& tratos)
+        /// What becomes of a literal in such a place. How a server looks for a range of rows depends on its
+        /// limits, which it is told only in a text.
+        [[nodiscard]] Trato trato_de(Sitio::Papel papel, Numeros numeros) const
         {
             const bool con_tipo = numeros == Numeros::con_tipo;
-            for (const auto& sitio : sitios) {
-                if (sitio.papel == Sitio::Papel::en_rango && con_tipo)
-                    return false;
-                tratos.push_back(sitio.papel == Sitio::Papel::otro           ? Trato::queda
-                        : sitio.papel == Sitio::Papel::igualado && !con_tipo ? Trato::viaja_si_no_es_bit
-                                                                             : Trato::viaja);
-            }
-            return true;
+            if (papel == Sitio::Papel::otro
+                || (papel == Sitio::Papel::en_rango && con_tipo && m_vista.es(0, "SELECT")))
+                return Trato::queda;
+            return papel == Sitio::Papel::igualado && !con_tipo ? Trato::viaja_si_no_es_bit : Trato::viaja;
         }
 
         /// Puts a mark in the place of a literal.

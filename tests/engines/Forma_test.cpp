@@ -121,8 +121,11 @@ namespace {
     {
         EXPECT_EQ(con_tipo("SELECT * FROM t WHERE a = 0 AND b <> 'x' AND c IN (2)"),
             "SELECT * FROM t WHERE a = $1 AND b <> $2 AND c IN ($3)|0|x|2");
-        EXPECT_EQ(con_tipo("SELECT * FROM t WHERE a = 0 AND b > 'x'"), "-");
-        EXPECT_EQ(con_tipo("SELECT * FROM t WHERE a BETWEEN 1 AND 2"), "-");
+        EXPECT_EQ(con_tipo("SELECT * FROM t WHERE a = 0 AND b > 'x' AND c BETWEEN 3 AND 4"),
+            "SELECT * FROM t WHERE a = $1 AND b > 'x' AND c BETWEEN 3 AND 4|0");
+        EXPECT_EQ(con_tipo("UPDATE t SET a = 1 WHERE b < 2 AND EXISTS (SELECT 1 FROM u WHERE c <= 3)"),
+            "UPDATE t SET a = $1 WHERE b < $2 AND EXISTS (SELECT 1 FROM u WHERE c <= $3)|1|2|3")
+            << "a change finds its rows by a key";
     }
 
     TEST(Forma, dates_travel_as_the_database_keeps_them)

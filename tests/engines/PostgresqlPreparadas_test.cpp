@@ -203,14 +203,15 @@ namespace {
         }
     }
 
-    TEST_F(PostgresqlPreparadas, ranges_go_as_text_and_so_does_what_is_told_apart_by_it)
+    TEST_F(PostgresqlPreparadas, the_server_is_told_the_limits_of_a_range_when_it_plans)
     {
-        for (int i = 0; i < 3; ++i)
-            for (const auto* sql : { "SELECT Id FROM u WHERE Id BETWEEN 2 AND 3",
-                     "SELECT Id FROM u WHERE Id < 2", "SELECT Id FROM u WHERE Texto LIKE 'a%' AND Id = 3" })
-                primero(sql);
-        EXPECT_EQ(preparadas("SELECT Id FROM u"), 1);
-        EXPECT_EQ(preparadas("SELECT Id FROM u WHERE Texto LIKE ''a%'' AND Id = $1"), 1);
+        for (const auto* limite : { "2", "3" })
+            for (int vez = 0; vez < 2; ++vez) {
+                primero(std::string("SELECT Id FROM u WHERE Texto = 'a' AND Id BETWEEN 1 AND ") + limite);
+                conexion->Execute(std::string("UPDATE u SET Texto = 'b' WHERE Id < ") + limite);
+            }
+        EXPECT_EQ(preparadas("SELECT Id FROM u WHERE Texto = $1 AND Id BETWEEN 1 AND"), 2);
+        EXPECT_EQ(preparadas("UPDATE u SET Texto = $1 WHERE Id < $2"), 1);
     }
 
     TEST_F(PostgresqlPreparadas, rows_that_another_user_gave_other_columns_are_read_as_they_are)
