@@ -1,3 +1,4 @@
+#include "host/app/Interrupcion.hpp"
 #include "host/app/Ordenes.hpp"
 #include "host/app/Progreso.hpp"
 #include "host/app/Verificacion.hpp"
@@ -23,6 +24,7 @@ int actualizar(const OpcionesComunes& comunes)
     const auto avance = [&](auto hechas, auto total) {
         if (!progreso)
             progreso.emplace("Copiando filas");
+        Interrupcion::comprueba();
         progreso->va_por(hechas, total);
     };
     const auto actualizada = bases::actualiza_bases(lugar, { .examina = examina, .avance = avance });

@@ -1,3 +1,4 @@
+#include "host/app/Interrupcion.hpp"
 #include "host/app/Ordenes.hpp"
 #include "host/app/Progreso.hpp"
 #include "host/app/Verificacion.hpp"
@@ -15,7 +16,11 @@ int copiar(const OpcionesComunes& comunes, const std::filesystem::path& destino)
     progreso.emplace("Copiando");
     Verificacion resultado;
     const auto copia = bases::copia_bases(lugar, destino,
-        { .avance = [&](auto hechas, auto total) { progreso->va_por(hechas, total); },
+        { .avance =
+                [&](auto hechas, auto total) {
+                    Interrupcion::comprueba();
+                    progreso->va_por(hechas, total);
+                },
             .comprueba =
                 [&](const bases::Bases& bases) {
                     progreso.reset(); // the reading tells its own
