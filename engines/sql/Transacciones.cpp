@@ -10,6 +10,8 @@ namespace {
 
     constexpr Lado otro(Lado lado) { return lado == Lado::gestion ? Lado::contabilidad : Lado::gestion; }
 
+    constexpr auto no_se_deshizo
+        = "Una transacción de la unidad no se ha podido deshacer: sólo se puede deshacer la unidad.";
     constexpr auto deshecha_por_la_otra
         = "La otra conexión ha deshecho la transacción de las dos: sólo se puede deshacer.";
 
@@ -144,11 +146,20 @@ void Transacciones::deshace_fisica(Donde donde)
 {
     if (m_en_unidad) {
         if (m_abierta && std::exchange(m_con_punto, false))
-            m_fisica.vuelve_al_punto(donde);
+            vuelve_al_punto(donde);
         return;
     }
     if (std::exchange(m_abierta, false))
         m_fisica.deshace(donde);
+}
+
+/// What cannot be undone alone is still there: then nothing of the unit may be kept.
+void Transacciones::vuelve_al_punto(Donde donde)
+{
+    m_unidad_perdida = Perdida{ Categoria::otra, no_se_deshizo };
+    m_fisica.vuelve_al_punto(donde);
+    if (m_abierta)
+        m_unidad_perdida.reset();
 }
 
 void Transacciones::exige_terminadas(Donde donde) const
@@ -198,7 +209,7 @@ void Transacciones::deshace_ultima(Donde donde)
     if (m_unidad_perdida)
         falla(m_unidad_perdida->categoria, m_unidad_perdida->motivo, "ROLLBACK", donde);
     if (m_en_unidad && std::exchange(m_con_punto, false))
-        m_fisica.vuelve_al_punto(donde);
+        vuelve_al_punto(donde);
 }
 
 bool Transacciones::en_transaccion(Lado lado) const noexcept

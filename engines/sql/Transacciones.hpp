@@ -101,6 +101,7 @@ private:
     void empieza_fisica(Donde donde);
     void confirma_fisica(Donde donde);
     void deshace_fisica(Donde donde);
+    void vuelve_al_punto(Donde donde);
     [[noreturn]] void falla(
         adodb::Categoria categoria, const std::string& motivo, const std::string& sql, Donde donde) const;
 

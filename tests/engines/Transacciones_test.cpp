@@ -371,6 +371,33 @@ namespace {
         EXPECT_EQ(empieza(gestion), "");
     }
 
+    TEST_F(Transacciones_test, a_unit_of_which_one_could_not_be_undone_keeps_nothing)
+    {
+        constexpr auto sin_deshacer
+            = "Una transacción de la unidad no se ha podido deshacer: sólo se puede deshacer la unidad.";
+        for (const bool tras_su_fin : { false, true }) {
+            {
+                Unidad unidad(par);
+                EXPECT_EQ(empieza(gestion), "");
+                fisica.falla_en = "vuelve";
+                if (tras_su_fin) {
+                    EXPECT_EQ(confirma(gestion), "");
+                    EXPECT_EQ(error([&] { unidad.deshace_ultima(); }), "no queda sitio");
+                } else {
+                    EXPECT_EQ(deshace(gestion), "no queda sitio");
+                }
+                EXPECT_EQ(empieza(contabilidad), sin_deshacer);
+                EXPECT_EQ(error([&] { unidad.deshace_ultima(); }), sin_deshacer);
+                EXPECT_EQ(error([&] { unidad.confirma(); }), sin_deshacer);
+                fisica.falla_en.clear();
+                fisica.pedido.clear();
+            }
+            EXPECT_THAT(fisica.pedido, ElementsAre("deshace"));
+            EXPECT_EQ(empieza(gestion), "");
+            EXPECT_EQ(confirma(gestion), "");
+        }
+    }
+
     TEST_F(Transacciones_test, the_end_of_a_unit_that_fails_leaves_it_to_be_undone)
     {
         {
