@@ -8,20 +8,34 @@ namespace atipicos::sql {
 
 namespace {
 
-    enum class Tipo : std::uint8_t { dudoso, blanco, letra, cifra, signo, menos, nombre, comilla };
+    enum class Tipo : std::uint8_t {
+        llano, ///< a letter or digit of a word
+        blanco,
+        signo, ///< part of nothing but itself, or of an operator
+        cifra,
+        punto,
+        barra,
+        menos,
+        nombre, ///< begins a quoted name
+        comilla,
+        dudoso,
+    };
 
     constexpr auto tipos = [] {
         std::array<Tipo, 256> tabla{};
+        tabla.fill(Tipo::dudoso);
         const auto pon = [&](std::string_view cuales, Tipo tipo) {
             for (const char c : cuales)
                 tabla[static_cast<unsigned char>(c)] = tipo;
         };
         for (std::size_t c = 0x80; c < tabla.size(); ++c)
-            tabla[c] = Tipo::letra; // of UTF-8
-        pon("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_", Tipo::letra);
-        pon("0123456789", Tipo::cifra);
+            tabla[c] = Tipo::llano; // of UTF-8
+        pon("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_", Tipo::llano);
         pon(" \t\n\r\f\v", Tipo::blanco);
-        pon("(),.=<>!+*/%|", Tipo::signo);
+        pon("(),=<>!+*%|", Tipo::signo);
+        pon("0123456789", Tipo::cifra);
+        pon(".", Tipo::punto);
+        pon("/", Tipo::barra);
         pon("-", Tipo::menos);
         pon("\"[", Tipo::nombre);
         pon("'", Tipo::comilla);
@@ -29,8 +43,9 @@ namespace {
     }();
 
     constexpr Tipo tipo_de(char c) noexcept { return tipos[static_cast<unsigned char>(c)]; }
-    constexpr bool es_de_palabra(Tipo tipo) noexcept { return tipo == Tipo::letra || tipo == Tipo::cifra; }
+    constexpr bool se_pasa(Tipo tipo) noexcept { return tipo <= Tipo::signo; }
     constexpr bool es_cifra(char c) noexcept { return c >= '0' && c <= '9'; }
+    constexpr bool es_de_palabra(char c) noexcept { return tipo_de(c) == Tipo::llano || es_cifra(c); }
 
     /// The marks of the classes, which no statement holds: control characters stand for something doubtful.
     constexpr char marca_de(Literal::Clase clase, Numeros numeros, bool negativo) noexcept
@@ -71,14 +86,17 @@ bool Esqueleto::lee(std::string_view sql) noexcept
     m_sql = sql;
     m_lugar = 0;
     m_copiado = 0;
-    m_anterior = 0;
     m_escrito = 0;
     m_cuantos = 0;
     if (sql.size() > maximo_de_texto)
         return false;
-    while (m_lugar < m_sql.size())
-        if (!lee_pieza())
+    for (auto i = m_lugar; i < sql.size(); i = m_lugar) {
+        while (i < sql.size() && se_pasa(tipo_de(sql[i])))
+            ++i;
+        m_lugar = i;
+        if (i < sql.size() && !lee_pieza())
             return false;
+    }
     copia(m_sql.size());
     return true;
 }
@@ -91,63 +109,48 @@ void Esqueleto::copia(std::size_t hasta) noexcept
     m_escrito += cuantos;
 }
 
+/// What is more than words, blanks and simple signs.
 bool Esqueleto::lee_pieza() noexcept
 {
     const char c = m_sql[m_lugar];
+    const char siguiente = en(m_lugar + 1);
     switch (tipo_de(c)) {
-    case Tipo::blanco:
+    case Tipo::cifra:
+        if (!es_de_palabra(anterior()))
+            return lee_numero(m_lugar);
         ++m_lugar;
         return true;
-    case Tipo::letra:
-        return lee_palabra();
-    case Tipo::signo:
-        return lee_signo(c);
-    case Tipo::cifra:
-        return lee_numero(m_lugar);
+    case Tipo::punto:
+        ++m_lugar;
+        return !es_cifra(siguiente);
+    case Tipo::barra:
+        ++m_lugar;
+        return siguiente != '*';
     case Tipo::menos:
-        return lee_menos();
+        return lee_menos(siguiente);
     case Tipo::nombre:
         return lee_nombre(c == '[' ? ']' : c);
     case Tipo::comilla:
         return lee_texto();
-    case Tipo::dudoso:
-        break;
-    }
-    return false;
-}
-
-bool Esqueleto::lee_palabra() noexcept
-{
-    const auto fin = m_sql.size();
-    auto i = m_lugar + 1;
-    while (i < fin && es_de_palabra(tipo_de(m_sql[i])))
-        ++i;
-    m_lugar = i;
-    m_anterior = 'a';
-    return en(i) != '\''; // N'…', E'…', x'…'
-}
-
-bool Esqueleto::lee_signo(char signo) noexcept
-{
-    const char siguiente = en(m_lugar + 1);
-    if ((signo == '.' && es_cifra(siguiente)) || (signo == '/' && siguiente == '*'))
+    default:
         return false;
-    ++m_lugar;
-    m_anterior = signo;
-    return true;
+    }
 }
 
 /// A minus sign belongs to the number behind it where nothing can be taken from anything.
-bool Esqueleto::lee_menos() noexcept
+bool Esqueleto::lee_menos(char siguiente) noexcept
 {
-    const char siguiente = en(m_lugar + 1);
     if (siguiente == '-')
         return false;
-    constexpr std::string_view comienzos = "(,=<>";
-    if (es_cifra(siguiente) && comienzos.find(m_anterior) != std::string_view::npos)
-        return lee_numero(m_lugar);
+    if (es_cifra(siguiente)) {
+        auto i = m_lugar;
+        while (i > 0 && tipo_de(m_sql[i - 1]) == Tipo::blanco)
+            --i;
+        constexpr std::string_view comienzos = "(,=<>";
+        if (i > 0 && comienzos.find(m_sql[i - 1]) != std::string_view::npos)
+            return lee_numero(m_lugar);
+    }
     ++m_lugar;
-    m_anterior = '-';
     return true;
 }
 
@@ -161,13 +164,16 @@ bool Esqueleto::lee_nombre(char cierre) noexcept
         ++fin;
     } while (en(fin) == cierre);
     m_lugar = fin;
-    m_anterior = cierre;
-    return tipo_de(en(fin)) != Tipo::comilla;
+    return true;
 }
 
+/// Not behind a word or a name: N'…', E'…', x'…'.
 bool Esqueleto::lee_texto() noexcept
 {
     const auto inicio = m_lugar;
+    const char antes = anterior();
+    if (es_de_palabra(antes) || antes == '"' || antes == ']')
+        return false;
     auto fin = inicio;
     bool con_dobles = false;
     while (true) {
@@ -206,7 +212,6 @@ bool Esqueleto::lee_numero(std::size_t inicio) noexcept
         const auto numero = m_sql.substr(inicio, fin - inicio);
         return anota(inicio, decimales > 0 ? Literal::Clase::decimal : clase_de_entero(numero), false);
     }
-    m_anterior = '0';
     return acaba_aqui();
 }
 
@@ -215,20 +220,18 @@ bool Esqueleto::acaba_aqui() const noexcept
 {
     if (m_lugar == m_sql.size())
         return true;
-    const char c = m_sql[m_lugar];
-    const auto tipo = tipo_de(c);
-    return tipo == Tipo::blanco || tipo == Tipo::menos || (tipo == Tipo::signo && c != '.');
+    const auto tipo = tipo_de(m_sql[m_lugar]);
+    return tipo == Tipo::blanco || tipo == Tipo::signo || tipo == Tipo::barra || tipo == Tipo::menos;
 }
 
 bool Esqueleto::anota(std::size_t inicio, Literal::Clase clase, bool con_dobles) noexcept
 {
     if (m_cuantos == maximo_de_literales || !acaba_aqui())
         return false;
-    m_literales[m_cuantos++] = { m_sql.substr(inicio, m_lugar - inicio), clase, con_dobles };
+    m_literales[m_cuantos++] = { { m_sql.data() + inicio, m_lugar - inicio }, clase, con_dobles };
     copia(inicio);
     m_copiado = m_lugar;
     m_texto[m_escrito++] = marca_de(clase, m_numeros, m_sql[inicio] == '-');
-    m_anterior = '\'';
     return true;
 }
 

@@ -55,9 +55,7 @@ public:
 
 private:
     [[nodiscard]] bool lee_pieza() noexcept;
-    [[nodiscard]] bool lee_palabra() noexcept;
-    [[nodiscard]] bool lee_signo(char signo) noexcept;
-    [[nodiscard]] bool lee_menos() noexcept;
+    [[nodiscard]] bool lee_menos(char siguiente) noexcept;
     [[nodiscard]] bool lee_nombre(char cierre) noexcept;
     [[nodiscard]] bool lee_texto() noexcept;
     [[nodiscard]] bool lee_numero(std::size_t inicio) noexcept;
@@ -67,11 +65,12 @@ private:
 
     [[nodiscard]] char en(std::size_t i) const noexcept { return i < m_sql.size() ? m_sql[i] : '\0'; }
 
+    [[nodiscard]] char anterior() const noexcept { return m_lugar == 0 ? '\0' : m_sql[m_lugar - 1]; }
+
     Numeros m_numeros;
     std::string_view m_sql;
     std::size_t m_lugar = 0; ///< the next character to read
     std::size_t m_copiado = 0; ///< up to which it stands in the skeleton
-    char m_anterior = 0; ///< the last one that was no blank
     std::size_t m_escrito = 0;
     std::size_t m_cuantos = 0;
     std::array<char, maximo_de_texto> m_texto;
