@@ -426,26 +426,12 @@ void Oficina::prepara_perdida(Oficinista& quien) const
     quien.parte->conexion_perdida = true;
 }
 
-/// What passed before the connection broke; the other connection goes on afterwards.
+/// Of a save whose connection breaks nothing is kept: both commits are there or neither.
 Suerte Oficina::suerte_de(const Oficinista& quien) const
 {
-    const auto& dichas = quien.parte->dichas;
-    if (quien.pierde_en == 0 || dichas.size() < quien.pierde_en)
+    if (quien.pierde_en == 0 || quien.parte->dichas.size() < quien.pierde_en)
         return { true, true, Modelo::empresa_contable(quien.borrador.almacen) != 0 };
-    const auto& rota = dichas[quien.pierde_en - 1];
-    const bool de_gestion = rota.starts_with("gestion ");
-    const auto paso = [&](const char* dicha, bool su_conexion_rota) {
-        const auto lugar = std::find(dichas.begin(), dichas.end(), dicha);
-        return lugar != dichas.end()
-            && (!su_conexion_rota
-                || lugar - dichas.begin() < static_cast<std::ptrdiff_t>(quien.pierde_en) - 1);
-    };
-    Suerte suerte;
-    suerte.gestion = paso("gestion COMMIT", de_gestion);
-    suerte.contabilidad = paso("contabilidad COMMIT", !de_gestion);
-    suerte.asiento_dado
-        = rota == "contabilidad COMMIT" && Modelo::empresa_contable(quien.borrador.almacen) != 0;
-    return suerte;
+    return { false, false, false };
 }
 
 void Oficina::vuelve_a_conectar(Oficinista& quien)
