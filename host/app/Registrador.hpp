@@ -47,6 +47,7 @@ public:
     void termina(); ///< writes what is still to be written of the table; nothing pending is told
 
     [[nodiscard]] const Recuento& recuento() const noexcept { return m_recuento; }
+    [[nodiscard]] const TablaReclamaciones& tabla() const noexcept { return m_tabla; }
 
 private:
     /// A claim that is told with the next commit.

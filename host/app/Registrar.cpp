@@ -34,7 +34,8 @@ namespace {
                     m_nombre
                         + " ha cambiado mientras se registraba. Regístrelo otra vez cuando no lo esté "
                           "escribiendo nadie y compare los cargos.");
-            const bool bien = registrador.recuento().rechazadas == 0 && m_sesion.avisos->errores() == 0;
+            const bool bien = registrador.recuento().rechazadas == 0 && m_sesion.avisos->errores() == 0
+                && registrador.tabla().fallo().empty();
             return bien ? hecho : no_hecho;
         }
 
@@ -105,6 +106,9 @@ namespace {
             if (m_sesion.avisos->errores() > 0)
                 std::cout << ", " << m_sesion.avisos->errores() << " mensajes de error";
             std::cout << ".\n";
+            if (const auto& fallo = registrador.tabla().fallo(); !fallo.empty())
+                std::cerr << "[error] A la tabla le faltan datos que no se han podido leer: " << fallo
+                          << std::endl;
             if (recuento.miradas < m_total)
                 std::cerr << "atipicos: Quedan " << m_total - recuento.miradas
                           << " por registrar: registre el mismo fichero otra vez." << std::endl;

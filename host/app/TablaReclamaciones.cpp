@@ -23,22 +23,15 @@ namespace {
     std::vector<std::string> celdas(
         const std::string& referencia, const ClaveAtipico& clave, const std::string& estado)
     {
-        std::vector<std::string> fila{ referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "",
-            "", "", estado };
-        try {
-            const auto cargo = busca_cargo(clave);
-            if (!cargo) {
-                fila.back() = "eliminada después";
-                return fila;
-            }
-            const auto& cabecera = cargo->cabecera;
-            return { referencia, cabecera.Codigo, std::to_string(cabecera.Cod_Almacen),
-                cabecera.Fecha.texto(), cabecera.Nombre_Proveedor, texto_pantalla(cabecera.Importe, 2),
-                texto_pantalla(cabecera.Impuesto_Importe, 2),
-                cabecera.Asiento > 0 ? std::to_string(cabecera.Asiento) : "", estado };
-        } catch (const Error&) { // what is known of it without the database is told all the same
-            return fila;
-        }
+        const auto cargo = busca_cargo(clave);
+        if (!cargo)
+            return { referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "", "", "",
+                "eliminada después" };
+        const auto& cabecera = cargo->cabecera;
+        return { referencia, cabecera.Codigo, std::to_string(cabecera.Cod_Almacen), cabecera.Fecha.texto(),
+            cabecera.Nombre_Proveedor, texto_pantalla(cabecera.Importe, 2),
+            texto_pantalla(cabecera.Impuesto_Importe, 2),
+            cabecera.Asiento > 0 ? std::to_string(cabecera.Asiento) : "", estado };
     }
 
 }
@@ -52,7 +45,13 @@ TablaReclamaciones::TablaReclamaciones(std::ostream& salida)
 void TablaReclamaciones::agrega(
     const std::string& referencia, const ClaveAtipico& clave, const std::string& estado)
 {
-    auto fila = celdas(referencia, clave, estado);
+    std::vector<std::string> fila;
+    try {
+        fila = celdas(referencia, clave, estado);
+    } catch (const Error& error) { // what is known of it without the database is told all the same
+        fila = { referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "", "", "", estado };
+        m_fallo = error.descripcion();
+    }
     if (m_escrita) {
         m_tabla.escribe_fila(m_salida, std::move(fila));
         return;

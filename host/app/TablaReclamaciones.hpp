@@ -22,9 +22,13 @@ public:
 
     void termina(); ///< writes the rows that were kept; nothing when there are none
 
+    /// Why some row says less of its charge than it should; empty when all is there.
+    [[nodiscard]] const std::string& fallo() const noexcept { return m_fallo; }
+
 private:
     std::ostream& m_salida;
     Tabla m_tabla;
+    std::string m_fallo;
     bool m_escrita = false;
 };
 
