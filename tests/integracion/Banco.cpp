@@ -3,6 +3,7 @@
 #include "charges/Impuesto.hpp"
 
 #include <array>
+#include <utility>
 
 namespace atipicos::pruebas {
 
@@ -29,14 +30,23 @@ ResultadoGuardado guarda_un_cargo(
 Banco::Banco(const Sede& sede)
     : m_muestra(sede.muestra())
 {
-    conecta(m_muestra->lugar());
+    m_bases = bases::abre_bases(m_muestra->lugar());
+    conecta();
 }
 
-Banco::Banco(const bases::Lugar& lugar) { conecta(lugar); }
-
-void Banco::conecta(const bases::Lugar& lugar)
+Banco::Banco(const bases::Lugar& lugar)
+    : Banco(bases::abre_bases(lugar))
 {
-    m_bases = bases::abre_bases(lugar);
+}
+
+Banco::Banco(bases::Bases bases)
+    : m_bases(std::move(bases))
+{
+    conecta();
+}
+
+void Banco::conecta()
+{
     const auto gestion = std::make_shared<ConexionEspia>("gestion", m_bases.orvalin, parte);
     const auto contabilidad = std::make_shared<ConexionEspia>("contabilidad", m_bases.bexmor, parte);
     m_biblioteca = std::make_unique<bexmor::Biblioteca>(contabilidad);

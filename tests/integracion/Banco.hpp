@@ -31,6 +31,7 @@ class Banco {
 public:
     explicit Banco(const Sede& sede = en_carpeta());
     explicit Banco(const bases::Lugar& lugar); ///< on a sample company that is there already
+    explicit Banco(bases::Bases bases); ///< on the connections to one
     Banco(const Banco&) = delete;
     Banco& operator=(const Banco&) = delete;
     ~Banco();
@@ -48,7 +49,7 @@ public:
     std::shared_ptr<MsgBoxDePrueba> avisos = std::make_shared<MsgBoxDePrueba>();
 
 private:
-    void conecta(const bases::Lugar& lugar);
+    void conecta();
 
     std::unique_ptr<Muestra> m_muestra;
     bases::Bases m_bases;
