@@ -30,7 +30,8 @@ namespace {
     bool es_de_los_valores(const Respuesta& respuesta)
     {
         const auto codigo = codigo_de(respuesta);
-        return codigo.starts_with("22") || codigo.starts_with("42");
+        return codigo.starts_with("22") || codigo.starts_with("42")
+            || codigo == "23514"; // no value of a domain
     }
 
 }

@@ -210,6 +210,17 @@ namespace {
             conexion.Execute(sql);
     }
 
+    TEST_P(Gemelas, of_two_bad_values_the_same_one_is_named)
+    {
+        for (const auto* valores : { "1, 7, 1", "2, 8, 0", "3, 1234567890123456789.5, '-1'", "4, 9.5, '1'",
+                 "5, 1234567890123456789.5, '-1'", "6, 1234567890123456789.5, '-1'" })
+            va_bien([&] {
+                las_dos.orvalin->Execute(
+                    std::string("INSERT INTO Pruebas (Id, Corto, Marca) VALUES (") + valores + ")");
+            });
+        EXPECT_GE(leidas(*las_dos.orvalin, "SELECT * FROM Pruebas ORDER BY Id"), 3);
+    }
+
     TEST_P(Gemelas, statements_at_random_give_the_same_with_shapes_and_without)
     {
         const bool larga = std::getenv("ATIPICOS_PRUEBA_LARGA") != nullptr;

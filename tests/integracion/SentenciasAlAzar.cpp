@@ -99,7 +99,7 @@ std::string SentenciasAlAzar::condicion()
 
 std::string SentenciasAlAzar::patron()
 {
-    switch (uno_de(10)) {
+    switch (uno_de(11)) {
     case 0:
     case 1:
     case 2:
@@ -123,6 +123,9 @@ std::string SentenciasAlAzar::patron()
     case 7:
         return "SELECT COUNT(*) AS Cuantos, SUM(Dinero) AS Suma, MAX(Texto) AS Ultimo FROM Pruebas WHERE "
             + condicion();
+    case 8:
+        return "SELECT Id, Entero + {E AS Mas, Corto * {C AS Por, ISNULL(Dinero, {D) AS Importe, {T AS Fijo"
+               " FROM Pruebas WHERE Id BETWEEN {I AND {I ORDER BY Id";
     default:
         return "SELECT *, CASE WHEN " + condicion() + " THEN 1 ELSE 0 END AS Caso FROM Pruebas WHERE "
             + condicion() + (uno_de(9) == 0 ? " AND AND" : "") + " ORDER BY Id";
