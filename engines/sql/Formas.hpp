@@ -127,7 +127,7 @@ private:
         return agrega(familia, std::move(plantilla->forma));
     }
 
-    Una* agrega(Familia& familia, Forma forma)
+    Una* agrega(Familia& familia, Forma&& forma)
     {
         if (familia.variantes.size() == maximo_por_familia) {
             familia.variantes.erase(std::min_element(familia.variantes.begin(), familia.variantes.end(),

@@ -33,9 +33,7 @@ namespace {
             if (m_vista.es(0, "CREATE") || m_vista.es(0, "DROP") || m_vista.es(0, "ALTER"))
                 busca_definida();
             for (std::size_t i = 0; i < m_vista.size(); ++i)
-                if (m_vista.es(i, "FROM") && !es_de_funcion(i))
-                    anota_lista(i + 1, Uso::leida);
-                else if (m_vista.es(i, "JOIN"))
+                if (m_vista.es(i, "JOIN") || (m_vista.es(i, "FROM") && !es_de_funcion(i)))
                     anota_lista(i + 1, Uso::leida);
                 else if (m_vista.es(i, "INTO"))
                     anota(i + 1, Uso::llenada);

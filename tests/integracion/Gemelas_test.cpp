@@ -8,9 +8,9 @@
 #include "engines/sqlite/Connection.hpp"
 #include "host/sql/Guiones.hpp"
 #include "tests/integracion/Banco.hpp"
+#include "tests/integracion/ConexionGemela.hpp"
 #include "tests/integracion/SentenciasAlAzar.hpp"
 #include "tests/integracion/Volcado.hpp"
-#include "tests/support/ConexionGemela.hpp"
 
 #include <gmock/gmock.h>
 #include <sqlite3.h>

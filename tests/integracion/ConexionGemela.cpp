@@ -1,4 +1,4 @@
-#include "tests/support/ConexionGemela.hpp"
+#include "tests/integracion/ConexionGemela.hpp"
 
 #include <gtest/gtest.h>
 
