@@ -20,7 +20,7 @@ namespace {
         std::error_code fallo;
         if (!destino.has_filename())
             fs::create_directories(destino, fallo);
-        const auto copia = fs::is_directory(destino, fallo) ? destino / fichero_empresa : destino;
+        auto copia = fs::is_directory(destino, fallo) ? destino / fichero_empresa : destino;
         if (!copia.has_filename() || !fs::is_directory(fs::absolute(copia).parent_path(), fallo))
             falla(copia, "no existe la carpeta en la que hacer la copia.", donde);
         return copia;
