@@ -88,7 +88,8 @@ bool Esqueleto::lee(std::string_view sql) noexcept
     m_copiado = 0;
     m_escrito = 0;
     m_cuantos = 0;
-    if (sql.size() > maximo_de_texto)
+    if (sql.size() > maximo_de_texto
+        || sql.find('\0') != std::string_view::npos) // no database takes it in a text
         return false;
     for (auto i = m_lugar; i < sql.size(); i = m_lugar) {
         while (i < sql.size() && se_pasa(tipo_de(sql[i])))

@@ -79,6 +79,7 @@ namespace {
                  "12345678901234567890e1" })
             EXPECT_EQ(en(sql), "-") << sql;
         EXPECT_EQ(en(std::string("a\0b", 3)), "-");
+        EXPECT_EQ(en(std::string("'a\0b'", 5)), "-") << "nor inside a text";
         EXPECT_EQ(en("'a\tb\1\\;?'"), "T|'a\tb\1\\;?'") << "inside a text there is no doubt";
     }
 

@@ -278,6 +278,9 @@ namespace {
         const auto conexion = crea("uno.db");
         EXPECT_THROW(
             conexion->Execute(std::string("DELETE FROM t\0 WHERE Id = 1", 27)), adodb::ErrorBaseDatos);
+        for (int vez = 0; vez < 3; ++vez)
+            EXPECT_THROW(
+                conexion->Execute(std::string("UPDATE t SET Fecha = 'a\0b'", 27)), adodb::ErrorBaseDatos);
     }
 
 }
