@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/app/Sesion.hpp"
+#include "host/sesion/Sesion.hpp"
 #include "tests/integracion/Banco.hpp"
 
 #include <memory>

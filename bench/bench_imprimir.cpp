@@ -6,7 +6,7 @@
 #include "controls/LienzoQt.hpp"
 #include "controls/Texto.hpp"
 #include "host/bases/Bases.hpp"
-#include "host/orvalin/DocumentoCargo.hpp"
+#include "host/documento/DocumentoCargo.hpp"
 #include "host/orvalin/Empresa.hpp"
 #include "host/orvalin/Fichas.hpp"
 #include "tests/integracion/Sedes.hpp"

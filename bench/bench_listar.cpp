@@ -7,7 +7,7 @@
 #include "bench/SueloPostgresql.hpp"
 #include "bench/SueloSqlite.hpp"
 #include "browser/ListaAtipicos.hpp"
-#include "host/app/Sesion.hpp"
+#include "host/sesion/Sesion.hpp"
 #include "tests/integracion/Sedes.hpp"
 
 #include <functional>

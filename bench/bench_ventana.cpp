@@ -5,7 +5,7 @@
 #include "context/modComun.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "editor/frmCompras_Atipicos.hpp"
-#include "host/app/Sesion.hpp"
+#include "host/sesion/Sesion.hpp"
 #include "tests/integracion/Sedes.hpp"
 #include "tests/support/Persona.hpp"
 

@@ -8,7 +8,7 @@
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 #include "context/modComun.hpp"
 #include "controls/VSFlexGrid.hpp"
-#include "host/app/Sesion.hpp"
+#include "host/sesion/Sesion.hpp"
 
 #include <QApplication>
 #include <QHeaderView>

@@ -6,9 +6,10 @@
 #include "controls/MsgBoxQt.hpp"
 #include "controls/Selector.hpp"
 #include "controls/VSFlexGrid.hpp"
-#include "host/app/Apariencia.hpp"
-#include "host/app/frmPrincipal.hpp"
-#include "host/app/Sesion.hpp"
+#include "host/ordenes/Ordenes.hpp"
+#include "host/sesion/Sesion.hpp"
+#include "host/ventanas/Apariencia.hpp"
+#include "host/ventanas/frmPrincipal.hpp"
 #include "tests/support/Persona.hpp"
 
 #include <QLabel>

@@ -28,9 +28,20 @@ permitidas() {
         engines/*) echo runtime platform engines ;;
         host/bases/*) echo runtime platform engines host/sql host/bases ;;
         host/bexmor/*) echo runtime platform host/sql host/bexmor ;;
-        host/orvalin/*) echo runtime platform host/sql host/bases host/orvalin ;; # the place says which template
+        host/documento/*) echo runtime platform host/sql host/bases host/documento ;; # the place says which template
+        host/orvalin/*) echo runtime platform host/documento host/orvalin ;;
         host/sql/*) echo runtime host/sql ;;
-        host/app/*) echo runtime platform context controls charges posting editor browser printing engines host ;;
+        host/terminal/*) echo runtime platform host/terminal ;;
+        host/sesion/*) echo runtime platform context host/bases host/orvalin host/bexmor host/terminal host/sesion ;;
+        host/comprobacion/*)
+            echo runtime platform context charges browser host/sql host/bases host/terminal host/sesion host/comprobacion ;;
+        host/reclamaciones/*)
+            echo runtime platform context charges posting editor browser engines host/sql host/orvalin host/terminal \
+                host/sesion host/comprobacion host/reclamaciones ;;
+        host/ventanas/*)
+            echo runtime platform context controls printing host/bases host/orvalin host/terminal host/sesion \
+                host/ventanas ;;
+        host/ordenes/*) echo runtime platform context controls charges posting editor browser printing engines host ;;
         *) echo "?" ;;
     esac
 }
@@ -54,7 +65,7 @@ while IFS= read -r fichero; do
             fallos=1
         fi
     done < <(grep -nE '^#include "' "$fichero" | sed -E 's/^([0-9]+):#include "([^"]+)".*/\1:\2/')
-    if [[ ! "$fichero" =~ (/frm[^/]*|^context/modMsgOp.cpp|^controls/.*|^host/app/.*)$ ]] && grep -nE '^#include <Q' "$fichero"; then
+    if [[ ! "$fichero" =~ (/frm[^/]*|^context/modMsgOp.cpp|^controls/.*|^host/ventanas/.*|^host/ordenes/Imprimir.cpp)$ ]] && grep -nE '^#include <Q' "$fichero"; then
         echo "$fichero: includes Qt"
         fallos=1
     fi

@@ -1,7 +1,7 @@
 #include "host/orvalin/Biblioteca.hpp"
 
+#include "host/documento/ImpresionCargo.hpp"
 #include "host/orvalin/Fichas.hpp"
-#include "host/orvalin/ImpresionCargo.hpp"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/orvalin/Plantilla.hpp"
+#include "host/documento/Plantilla.hpp"
 #include "platform/adodb/Connection.hpp"
 #include "platform/qvoremp/ImpresionCargo.hpp"
 #include "platform/report/Salida.hpp"

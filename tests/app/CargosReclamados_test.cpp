@@ -1,4 +1,4 @@
-#include "host/app/CargosReclamados.hpp"
+#include "host/reclamaciones/CargosReclamados.hpp"
 
 #include "tests/host/BasesDeMuestra.hpp"
 #include "tests/support/ConexionEspia.hpp"

@@ -1,4 +1,4 @@
-#include "host/app/FicheroPorTrozos.hpp"
+#include "host/reclamaciones/FicheroPorTrozos.hpp"
 
 #include "runtime/Error.hpp"
 #include "tests/support/CarpetaTemporal.hpp"

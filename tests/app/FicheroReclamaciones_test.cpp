@@ -1,4 +1,4 @@
-#include "host/app/FicheroReclamaciones.hpp"
+#include "host/reclamaciones/FicheroReclamaciones.hpp"
 
 #include "tests/app/ReclamacionesLeidas.hpp"
 

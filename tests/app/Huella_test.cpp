@@ -1,4 +1,4 @@
-#include "host/app/Huella.hpp"
+#include "host/reclamaciones/Huella.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/app/Importaciones.hpp"
+#include "host/reclamaciones/Importaciones.hpp"
 
 #include "tests/host/BasesDeMuestra.hpp"
 

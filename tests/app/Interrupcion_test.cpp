@@ -1,4 +1,4 @@
-#include "host/app/Interrupcion.hpp"
+#include "host/terminal/Interrupcion.hpp"
 
 #include <gtest/gtest.h>
 

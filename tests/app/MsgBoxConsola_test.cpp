@@ -1,4 +1,4 @@
-#include "host/app/MsgBoxConsola.hpp"
+#include "host/terminal/MsgBoxConsola.hpp"
 
 #include <gtest/gtest.h>
 

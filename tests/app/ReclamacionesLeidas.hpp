@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/app/FicheroReclamaciones.hpp"
+#include "host/reclamaciones/FicheroReclamaciones.hpp"
 
 #include <algorithm>
 #include <string_view>

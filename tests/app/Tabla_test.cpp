@@ -1,4 +1,4 @@
-#include "host/app/Tabla.hpp"
+#include "host/terminal/Tabla.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/app/Tanda.hpp"
+#include "host/reclamaciones/Tanda.hpp"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // Each promise broken on purpose, and how `verificar` names it.
-#include "host/app/Verificacion.hpp"
+#include "host/comprobacion/Verificacion.hpp"
 
 #include "tests/integracion/Banco.hpp"
 

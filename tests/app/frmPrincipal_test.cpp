@@ -1,8 +1,8 @@
-#include "host/app/frmPrincipal.hpp"
+#include "host/ventanas/frmPrincipal.hpp"
 
 #include "context/modComun.hpp"
 #include "controls/VSFlexGrid.hpp"
-#include "host/app/frmSesion.hpp"
+#include "host/ventanas/frmSesion.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
 #include "tests/support/Persona.hpp"

@@ -2,7 +2,7 @@
 // done, and the next save works. Every n of a short stride; with ATIPICOS_PRUEBA_LARGA every single one.
 #include "browser/EliminarAtipico.hpp"
 #include "browser/ListaAtipicos.hpp"
-#include "host/app/Verificacion.hpp"
+#include "host/comprobacion/Verificacion.hpp"
 #include "tests/integracion/Banco.hpp"
 
 #include <gmock/gmock.h>

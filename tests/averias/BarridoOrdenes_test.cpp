@@ -2,8 +2,8 @@
 // SQLite and PostgreSQL: the program says so and ends with status 1, or does all the same what it does
 // without the fault. Then the same command, given again, finds everything in order. Of the commands that
 // write every sixth statement, of the many of `crear` every fortieth; with ATIPICOS_PRUEBA_LARGA every one.
-#include "host/app/LineaDeOrdenes.hpp"
-#include "host/app/Verificacion.hpp"
+#include "host/comprobacion/Verificacion.hpp"
+#include "host/ordenes/LineaDeOrdenes.hpp"
 #include "host/sql/Guiones.hpp"
 #include "tests/averias/Averia.hpp"
 #include "tests/integracion/Sedes.hpp"

@@ -1,5 +1,5 @@
 // The template of a document: read, and a document of several pages laid out by it.
-#include "host/orvalin/Documento.hpp"
+#include "host/documento/Documento.hpp"
 #include "tests/fuzz/Entrada.hpp"
 #include "tests/host/MedidorFijo.hpp"
 

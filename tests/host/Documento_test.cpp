@@ -1,4 +1,4 @@
-#include "host/orvalin/Documento.hpp"
+#include "host/documento/Documento.hpp"
 
 #include "tests/host/LienzoDePrueba.hpp"
 #include "tests/host/MedidorFijo.hpp"

@@ -1,5 +1,5 @@
 // The charge document on the sample company: what it says, on which devices, and what it refuses.
-#include "host/orvalin/ImpresionCargo.hpp"
+#include "host/documento/ImpresionCargo.hpp"
 
 #include "host/orvalin/Biblioteca.hpp"
 #include "host/orvalin/Empresa.hpp"

@@ -1,4 +1,4 @@
-#include "host/orvalin/Paginacion.hpp"
+#include "host/documento/Paginacion.hpp"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "host/orvalin/Parrafo.hpp"
+#include "host/documento/Parrafo.hpp"
 
 #include "tests/host/MedidorFijo.hpp"
 

@@ -1,4 +1,4 @@
-#include "host/orvalin/Plantilla.hpp"
+#include "host/documento/Plantilla.hpp"
 
 #include "tests/support/CarpetaTemporal.hpp"
 

@@ -1,7 +1,7 @@
 // The process of a clerk is killed in the middle of his saves, at every statement and at random moments; then
 // the database is opened again, checked and worked on: each save is there with its entry, or nothing of it.
 // 50 kills in each kind of place; ATIPICOS_PRUEBA_LARGA makes them 2000, which comes to each statement often.
-#include "host/app/Verificacion.hpp"
+#include "host/comprobacion/Verificacion.hpp"
 #include "tests/integracion/Banco.hpp"
 
 #include <gmock/gmock.h>

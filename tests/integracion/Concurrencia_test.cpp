@@ -1,6 +1,6 @@
 // Eight processes save at once, and some of them are killed in the middle of a save. Set
 // ATIPICOS_PRUEBA_LARGA to have each of them save 250 charges instead of a few.
-#include "host/app/Verificacion.hpp"
+#include "host/comprobacion/Verificacion.hpp"
 #include "tests/integracion/Banco.hpp"
 
 #include <gmock/gmock.h>

@@ -2,7 +2,7 @@
 // leave one after the other, or one of them is told an error and has changed nothing. Set
 // ATIPICOS_PRUEBA_LARGA for finer steps.
 #include "browser/EliminarAtipico.hpp"
-#include "host/app/Verificacion.hpp"
+#include "host/comprobacion/Verificacion.hpp"
 #include "host/sql/Guiones.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/integracion/Volcado.hpp"

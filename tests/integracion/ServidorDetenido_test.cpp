@@ -1,6 +1,6 @@
 // The server stops in the middle of a save, and comes back. Set ATIPICOS_PRUEBA_LARGA to stop it before every
 // operation of the save instead of before some.
-#include "host/app/Verificacion.hpp"
+#include "host/comprobacion/Verificacion.hpp"
 #include "tests/integracion/Banco.hpp"
 
 #include <gmock/gmock.h>

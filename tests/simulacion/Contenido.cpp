@@ -1,6 +1,6 @@
 #include "tests/simulacion/Contenido.hpp"
 
-#include "host/app/Verificacion.hpp"
+#include "host/comprobacion/Verificacion.hpp"
 
 #include <algorithm>
 #include <initializer_list>

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "browser/DetalleAtipico.hpp"
+#include "browser/ListaAtipicos.hpp"
+#include "host/comprobacion/LibroContable.hpp"
+
+#include <optional>
+
+namespace atipicos::app {
+
+/// The header of a stored charge as a command needs it; the names are those of the catalogues.
+struct CargoGuardado {
+    CargoListado cabecera;
+    std::int16_t EmpContable = 0;
+    std::int16_t EjContable = 0;
+    Date Hora;
+
+    /// Where its entry stands: the accounting year is that of its date.
+    [[nodiscard]] ClaveAsiento asiento() const;
+};
+
+/// The charge of that key in the current company, or nothing when there is none.
+[[nodiscard]] std::optional<CargoGuardado> busca_cargo(const ClaveAtipico& clave);
+
+/// Raises the error that says that there is no such charge.
+[[noreturn]] void no_existe(const ClaveAtipico& clave);
+
+} // namespace atipicos::app

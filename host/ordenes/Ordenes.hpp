@@ -1,0 +1,67 @@
+#pragma once
+
+#include "host/sesion/OpcionesComunes.hpp"
+#include "runtime/Date.hpp"
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/// The commands of the program. Each returns its exit status (`hecho` or `no_hecho`) or raises an `Error`,
+/// which counts as refused.
+namespace atipicos::app {
+
+struct OpcionesRegistrar {
+    std::filesystem::path fichero;
+    bool otra_vez = false;
+};
+
+struct OpcionesListar {
+    Date desde;
+    Date hasta;
+    std::int16_t almacen = 0; ///< 0: all
+    std::int32_t proveedor = 0; ///< 0: all
+    std::string formato = "tabla"; ///< tabla, csv, json or xlsx
+    std::filesystem::path salida; ///< empty: standard output
+};
+
+struct OpcionesCargo {
+    std::string codigo;
+    std::int16_t ejercicio = 0;
+    std::int16_t almacen = 0;
+    std::string formato = "texto"; ///< of `mostrar`: texto or json
+    bool si = false; ///< of `eliminar`: without asking
+};
+
+struct OpcionesContabilizar {
+    std::string codigo;
+    std::int16_t ejercicio = 0;
+    std::int16_t almacen = 0;
+    bool franquiciado = false; ///< which a stored charge does not remember
+};
+
+struct OpcionesImprimir {
+    std::vector<std::string> codigos; ///< with `ejercicio` and `almacen`; empty: those between two dates
+    std::int16_t ejercicio = 0;
+    std::int16_t almacen = 0; ///< of the dates, 0: all
+    Date desde;
+    Date hasta;
+    std::filesystem::path salida; ///< one file for all of them
+    std::filesystem::path carpeta; ///< or a folder, for one file each
+    std::filesystem::path plantilla; ///< empty: that of the databases' folder, or the program's own
+};
+
+int actualizar(const OpcionesComunes& comunes);
+int copiar(const OpcionesComunes& comunes, const std::filesystem::path& destino);
+int crear(const OpcionesComunes& comunes, bool vacia);
+int registrar(const OpcionesComunes& comunes, const OpcionesRegistrar& opciones);
+int listar(const OpcionesComunes& comunes, const OpcionesListar& opciones);
+int mostrar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
+int eliminar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
+int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones);
+/// Posts a stored charge that has lost its entry, or never had one; refuses one that has it.
+int contabilizar(const OpcionesComunes& comunes, const OpcionesContabilizar& opciones);
+int verificar(const OpcionesComunes& comunes, bool proponer);
+
+} // namespace atipicos::app

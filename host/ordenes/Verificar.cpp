@@ -1,0 +1,21 @@
+#include "host/comprobacion/Propuesta.hpp"
+#include "host/comprobacion/Verificacion.hpp"
+#include "host/ordenes/Ordenes.hpp"
+
+#include <iostream>
+
+namespace atipicos::app {
+
+int verificar(const OpcionesComunes& comunes, bool proponer)
+{
+    const auto bases = bases::abre_bases(comunes.lugar(), { .solo_lectura = true });
+    const auto resultado = verifica(bases);
+    for (const auto& diferencia : resultado.diferencias)
+        std::cout << diferencia << '\n';
+    std::cout << resumen(resultado);
+    if (proponer)
+        std::cout << propone(resultado, comunes);
+    return resultado.diferencias.empty() ? hecho : no_hecho;
+}
+
+} // namespace atipicos::app

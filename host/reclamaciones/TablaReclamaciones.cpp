@@ -1,0 +1,75 @@
+#include "host/reclamaciones/TablaReclamaciones.hpp"
+
+#include "host/comprobacion/CargoGuardado.hpp"
+#include "runtime/Formato.hpp"
+
+#include <ostream>
+#include <utility>
+#include <vector>
+
+namespace atipicos::app {
+
+namespace {
+
+    constexpr std::size_t cuantas_se_guardan = 1000;
+
+    std::vector<Tabla::Columna> columnas()
+    {
+        const auto derecha = Alineacion::derecha;
+        return { { "Referencia" }, { "Código" }, { "Almacén", derecha }, { "Fecha" }, { "Proveedor" },
+            { "Total", derecha }, { "Impuesto", derecha }, { "Asiento", derecha }, { "Estado" } };
+    }
+
+    std::vector<std::string> celdas(
+        const std::string& referencia, const ClaveAtipico& clave, const std::string& estado)
+    {
+        const auto cargo = busca_cargo(clave);
+        if (!cargo)
+            return { referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "", "", "",
+                "eliminada después" };
+        const auto& cabecera = cargo->cabecera;
+        return { referencia, cabecera.Codigo, std::to_string(cabecera.Cod_Almacen), cabecera.Fecha.texto(),
+            cabecera.Nombre_Proveedor, texto_pantalla(cabecera.Importe, 2),
+            texto_pantalla(cabecera.Impuesto_Importe, 2),
+            cabecera.Asiento > 0 ? std::to_string(cabecera.Asiento) : "", estado };
+    }
+
+}
+
+TablaReclamaciones::TablaReclamaciones(std::ostream& salida)
+    : m_salida(salida)
+    , m_tabla(columnas())
+{
+}
+
+void TablaReclamaciones::agrega(
+    const std::string& referencia, const ClaveAtipico& clave, const std::string& estado)
+{
+    std::vector<std::string> fila;
+    try {
+        fila = celdas(referencia, clave, estado);
+    } catch (const Error& error) { // what is known of it without the database is told all the same
+        fila = { referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "", "", "", estado };
+        m_fallo = error.descripcion();
+    }
+    if (m_escrita) {
+        m_tabla.escribe_fila(m_salida, std::move(fila));
+        return;
+    }
+    m_tabla.agrega(std::move(fila));
+    if (m_tabla.filas() == cuantas_se_guardan)
+        termina();
+}
+
+bool TablaReclamaciones::escribe_al_paso() const noexcept
+{
+    return m_tabla.filas() + 1 >= cuantas_se_guardan;
+}
+
+void TablaReclamaciones::termina()
+{
+    if (m_tabla.filas() > 0 && !std::exchange(m_escrita, true))
+        m_tabla.escribe(m_salida);
+}
+
+} // namespace atipicos::app

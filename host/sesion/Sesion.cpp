@@ -1,0 +1,75 @@
+#include "host/sesion/Sesion.hpp"
+
+#include "context/modComun.hpp"
+
+#include <ctime>
+#include <iostream>
+
+namespace atipicos::app {
+
+namespace {
+
+    class RelojSistema final : public Reloj {
+    public:
+        [[nodiscard]] Date ahora() const override
+        {
+            const std::time_t ahora = std::time(nullptr);
+            std::tm local{};
+            localtime_r(&ahora, &local);
+            const auto dia = Date::de_dia(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
+            return Date(dia.value().instante() + std::chrono::hours(local.tm_hour)
+                + std::chrono::minutes(local.tm_min) + std::chrono::seconds(local.tm_sec));
+        }
+    };
+
+    void exige(const char* que, std::int32_t codigo, const std::vector<orvalin::Ficha>& hay)
+    {
+        std::string texto = "No existe " + std::string(que) + " " + std::to_string(codigo)
+            + (hay.empty() ? ". La base de datos está vacía." : ". Hay:");
+        for (const auto& ficha : hay) {
+            if (ficha.Codigo == codigo)
+                return;
+            texto += "\n  " + std::to_string(ficha.Codigo) + "  " + ficha.Nombre;
+        }
+        throw Error(no_hecho, "atipicos", texto);
+    }
+
+    /// The accounting company through which the library and its settings are reached: the first one.
+    std::shared_ptr<qvbxemp::Empresa> primera_empresa_contable(
+        const bexmor::Biblioteca& biblioteca, adodb::Connection& conexion)
+    {
+        auto rs = conexion.CreateRecordset();
+        rs->Open("SELECT MIN(Codigo) AS Codigo FROM Empresas", adodb::CursorType::Static,
+            adodb::LockType::ReadOnly);
+        std::shared_ptr<qvbxemp::Empresa> empresa = biblioteca.NuevaEmpresa();
+        const Variant codigo = rs->Fields("Codigo").Value();
+        empresa->Codigo = codigo.es_nulo() ? std::int16_t{ 0 } : CInt(codigo);
+        if (!empresa->Cargar())
+            throw Error(no_hecho, "atipicos", "No hay ninguna empresa contable.");
+        return empresa;
+    }
+
+}
+
+Sesion::Sesion(const OpcionesComunes& opciones, const bases::OpcionesBases& opciones_bases)
+    : bases(bases::abre_bases(opciones.lugar(), opciones_bases))
+    , catalogos(bases.orvalin, opciones.empresa)
+    , avisos(std::make_shared<MsgBoxConsola>(std::cerr))
+{
+    exige("la empresa", opciones.empresa, catalogos.empresas());
+    const auto usuarios = catalogos.usuarios();
+    const auto usuario
+        = opciones.usuario != 0 || usuarios.empty() ? opciones.usuario : usuarios.front().Codigo;
+    exige("el usuario", usuario, usuarios);
+
+    empresa = std::make_shared<orvalin::Empresa>(bases.orvalin, opciones.empresa, usuario);
+    biblioteca = std::make_shared<bexmor::Biblioteca>(bases.bexmor);
+    modComun::set_EmpresaOrvalin(empresa);
+    modComun::set_ConexionOrvalin(bases.orvalin);
+    modComun::set_EmpresaBexmor(primera_empresa_contable(*biblioteca, *bases.bexmor));
+    modComun::set_ConexionBexmor(bases.bexmor);
+    modComun::set_MsgBox(avisos);
+    modComun::set_Reloj(std::make_shared<RelojSistema>());
+}
+
+} // namespace atipicos::app

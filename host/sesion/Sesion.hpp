@@ -1,0 +1,27 @@
+#pragma once
+
+#include "host/bases/Bases.hpp"
+#include "host/bexmor/Biblioteca.hpp"
+#include "host/orvalin/Catalogos.hpp"
+#include "host/orvalin/Empresa.hpp"
+#include "host/sesion/OpcionesComunes.hpp"
+#include "host/terminal/MsgBoxConsola.hpp"
+
+#include <memory>
+
+namespace atipicos::app {
+
+/// An open pair of databases with the company and user that work on them, handed to the component.
+class Sesion {
+public:
+    /// Raises an error that says what is missing: the databases, the company (and which there are), the user.
+    explicit Sesion(const OpcionesComunes& opciones, const bases::OpcionesBases& bases = {});
+
+    bases::Bases bases;
+    orvalin::Catalogos catalogos;
+    std::shared_ptr<MsgBoxConsola> avisos;
+    std::shared_ptr<orvalin::Empresa> empresa;
+    std::shared_ptr<bexmor::Biblioteca> biblioteca;
+};
+
+} // namespace atipicos::app

@@ -1,0 +1,97 @@
+#include "host/terminal/Tabla.hpp"
+
+#include <algorithm>
+#include <clocale>
+#include <cwchar>
+#include <ostream>
+
+namespace atipicos::app {
+
+namespace {
+
+    void escribe_celdas(std::ostream& salida, const std::vector<Tabla::Columna>& columnas,
+        const std::vector<std::size_t>& anchos, const std::vector<std::string>& celdas)
+    {
+        std::string linea;
+        for (std::size_t i = 0; i < columnas.size(); ++i) {
+            const std::string hueco(anchos[i] - std::min(anchos[i], ancho(celdas[i])), ' ');
+            linea += i == 0 ? "" : "  ";
+            linea += columnas[i].alineacion == Alineacion::derecha ? hueco + celdas[i] : celdas[i] + hueco;
+        }
+        linea.erase(linea.find_last_not_of(' ') + 1);
+        salida << linea << '\n';
+    }
+
+}
+
+std::size_t ancho(std::string_view texto) noexcept
+{
+    if (std::all_of(texto.begin(), texto.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80U; }))
+        return texto.size();
+    static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (utf8 == nullptr) // letters, then: an accent written apart counts as one
+        return static_cast<std::size_t>(std::count_if(texto.begin(), texto.end(),
+            [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+    const locale_t anterior = uselocale(utf8);
+    std::size_t lugares = 0;
+    std::mbstate_t estado{};
+    while (!texto.empty()) {
+        wchar_t letra = 0;
+        const std::size_t bytes = std::mbrtowc(&letra, texto.data(), texto.size(), &estado);
+        const bool legible = bytes != 0 && bytes <= texto.size();
+        lugares += legible ? static_cast<std::size_t>(std::max(wcwidth(letra), 0)) : 1;
+        texto.remove_prefix(legible ? bytes : 1);
+        if (!legible)
+            estado = {};
+    }
+    uselocale(anterior);
+    return lugares;
+}
+
+std::string en_una_linea(std::string texto)
+{
+    for (char& c : texto)
+        c = static_cast<unsigned char>(c) < 0x20U || c == 0x7f ? ' ' : c;
+    return texto;
+}
+
+Tabla::Tabla(std::vector<Columna> columnas)
+    : m_columnas(std::move(columnas))
+{
+    for (const auto& columna : m_columnas)
+        m_anchos.push_back(ancho(columna.titulo));
+}
+
+void Tabla::agrega(std::vector<std::string> celdas)
+{
+    celdas.resize(m_columnas.size());
+    for (std::size_t i = 0; i < celdas.size(); ++i) {
+        celdas[i] = en_una_linea(std::move(celdas[i]));
+        m_anchos[i] = std::max(m_anchos[i], ancho(celdas[i]));
+    }
+    m_filas.push_back(std::move(celdas));
+}
+
+void Tabla::escribe(std::ostream& salida) const
+{
+    std::vector<std::string> titulos;
+    std::vector<std::string> rayas;
+    for (std::size_t i = 0; i < m_columnas.size(); ++i) {
+        titulos.push_back(m_columnas[i].titulo);
+        rayas.emplace_back(m_anchos[i], '-');
+    }
+    escribe_celdas(salida, m_columnas, m_anchos, titulos);
+    escribe_celdas(salida, m_columnas, m_anchos, rayas);
+    for (const auto& fila : m_filas)
+        escribe_celdas(salida, m_columnas, m_anchos, fila);
+}
+
+void Tabla::escribe_fila(std::ostream& salida, std::vector<std::string> celdas) const
+{
+    celdas.resize(m_columnas.size());
+    for (auto& celda : celdas)
+        celda = en_una_linea(std::move(celda));
+    escribe_celdas(salida, m_columnas, m_anchos, celdas);
+}
+
+} // namespace atipicos::app

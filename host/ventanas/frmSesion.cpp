@@ -1,0 +1,96 @@
+#include "host/ventanas/frmSesion.hpp"
+
+#include "controls/Texto.hpp"
+#include "host/bases/Bases.hpp"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QPushButton>
+#include <QSettings>
+
+#include <algorithm>
+
+namespace atipicos::app {
+
+namespace {
+
+    void llena(QComboBox& combo, const std::vector<orvalin::Ficha>& fichas)
+    {
+        for (const auto& ficha : fichas)
+            combo.addItem(
+                QString::number(ficha.Codigo) + QStringLiteral("  ") + a_qt(ficha.Nombre), ficha.Codigo);
+    }
+
+    void propon(QComboBox& combo, std::int32_t codigo)
+    {
+        combo.setCurrentIndex(std::max(combo.findData(codigo), 0));
+    }
+
+}
+
+frmSesion::frmSesion(
+    const std::vector<orvalin::Ficha>& empresas, const std::vector<orvalin::Ficha>& usuarios, QWidget* parent)
+    : QDialog(parent)
+    , m_empresa(new QComboBox(this))
+    , m_usuario(new QComboBox(this))
+{
+    setWindowTitle(QStringLiteral("Empresa y usuario"));
+    m_empresa->setObjectName(QStringLiteral("cboEmpresa"));
+    m_usuario->setObjectName(QStringLiteral("cboUsuario"));
+    llena(*m_empresa, empresas);
+    llena(*m_usuario, usuarios);
+    auto* botones = new QDialogButtonBox(this);
+    botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole)->setDefault(true);
+    botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
+    auto* caja = new QFormLayout(this);
+    caja->addRow(QStringLiteral("&Empresa:"), m_empresa);
+    caja->addRow(QStringLiteral("&Usuario:"), m_usuario);
+    caja->addRow(botones);
+    connect(botones, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+std::int16_t frmSesion::empresa() const
+{
+    return static_cast<std::int16_t>(m_empresa->currentData().toInt());
+}
+
+std::int32_t frmSesion::usuario() const { return m_usuario->currentData().toInt(); }
+
+void frmSesion::elige(std::int16_t empresa, std::int32_t usuario)
+{
+    propon(*m_empresa, empresa);
+    propon(*m_usuario, usuario);
+}
+
+std::optional<OpcionesComunes> elige_sesion(const OpcionesVentana& opciones)
+{
+    OpcionesComunes elegida = opciones.comunes;
+    const auto bases = bases::abre_bases(elegida.lugar(), { .solo_lectura = true });
+    const orvalin::Catalogos catalogos(bases.orvalin, elegida.empresa);
+    const auto empresas = catalogos.empresas();
+    const auto usuarios = catalogos.usuarios();
+    const bool pregunta_empresa = !opciones.empresa_dada && empresas.size() > 1;
+    const bool pregunta_usuario = !opciones.usuario_dado && usuarios.size() > 1;
+    if (!opciones.empresa_dada && empresas.size() == 1)
+        elegida.empresa = static_cast<std::int16_t>(empresas.front().Codigo);
+    if (!pregunta_empresa && !pregunta_usuario)
+        return elegida;
+
+    QSettings ajustes;
+    frmSesion dialogo(empresas, usuarios);
+    dialogo.elige(opciones.empresa_dada
+            ? elegida.empresa
+            : static_cast<std::int16_t>(ajustes.value(QStringLiteral("empresa"), 1).toInt()),
+        opciones.usuario_dado ? elegida.usuario : ajustes.value(QStringLiteral("usuario")).toInt());
+    if (dialogo.exec() != QDialog::Accepted)
+        return std::nullopt;
+    elegida.empresa = dialogo.empresa();
+    elegida.usuario = dialogo.usuario();
+    ajustes.setValue(QStringLiteral("empresa"), elegida.empresa);
+    ajustes.setValue(QStringLiteral("usuario"), elegida.usuario);
+    return elegida;
+}
+
+} // namespace atipicos::app
