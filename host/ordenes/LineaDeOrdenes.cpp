@@ -350,7 +350,6 @@ namespace {
 int ejecuta(int argc, const char* const* argv, const Ventanas& ventanas)
 {
     std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write, told like any other
-    const Interrupcion interrupcion;
     const int estado = ejecuta_orden(argc, argv, ventanas);
     return Interrupcion::senal() == 0 ? estado : Interrupcion::estado();
 }

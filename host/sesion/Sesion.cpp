@@ -72,4 +72,15 @@ Sesion::Sesion(const OpcionesComunes& opciones, const bases::OpcionesBases& opci
     modComun::set_Reloj(std::make_shared<RelojSistema>());
 }
 
+Sesion::~Sesion()
+{
+    modComun::set_EmpresaOrvalin(nullptr);
+    modComun::set_ConexionOrvalin(nullptr);
+    modComun::set_EmpresaBexmor(nullptr);
+    modComun::set_ConexionBexmor(nullptr);
+    modComun::set_MsgBox(nullptr);
+    modComun::set_Reloj(nullptr);
+    modComun::set_BibliotecaOrvalin(nullptr);
+}
+
 } // namespace atipicos::app

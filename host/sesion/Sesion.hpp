@@ -16,6 +16,12 @@ class Sesion {
 public:
     /// Raises an error that says what is missing: the databases, the company (and which there are), the user.
     explicit Sesion(const OpcionesComunes& opciones, const bases::OpcionesBases& bases = {});
+    Sesion(const Sesion&) = delete;
+    Sesion& operator=(const Sesion&) = delete;
+
+    /// Takes everything back from the component, so that the databases are closed with the session and not
+    /// when the process has ended otherwise.
+    ~Sesion();
 
     bases::Bases bases;
     orvalin::Catalogos catalogos;
