@@ -7,6 +7,7 @@
 #include "tests/support/Contexto.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QAction>
 #include <QComboBox>
@@ -195,5 +196,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(frmPrincipal_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmPrincipal_Test)
 #include "frmPrincipal_test.moc"

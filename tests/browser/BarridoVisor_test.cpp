@@ -2,6 +2,7 @@
 // PostgreSQL: a box says so, the charges stay as they were or as the command leaves them, and the same
 // command works in the next window.
 #include "tests/browser/EscenaVisor.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QSettings>
 #include <QTemporaryDir>
@@ -96,5 +97,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(BarridoVisor_Test)
+ATIPICOS_PRUEBA_VENTANAS(BarridoVisor_Test)
 #include "BarridoVisor_test.moc"

@@ -3,6 +3,7 @@
 #include "printing/frmImpresora.hpp"
 #include "tests/browser/EscenaVisor.hpp"
 #include "tests/support/Persona.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QFileDialog>
 #include <QSettings>
@@ -446,5 +447,5 @@ private:
     QTemporaryDir m_ajustes;
 };
 
-QTEST_MAIN(frmCompras_Atipicos_Visor_Comandos_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmCompras_Atipicos_Visor_Comandos_Test)
 #include "frmCompras_Atipicos_Visor_Comandos_test.moc"

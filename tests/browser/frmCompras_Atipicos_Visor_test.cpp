@@ -1,6 +1,7 @@
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 
 #include "tests/browser/EscenaVisor.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QHeaderView>
 #include <QSettings>
@@ -481,5 +482,5 @@ private:
     QTemporaryDir m_ajustes;
 };
 
-QTEST_MAIN(frmCompras_Atipicos_Visor_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmCompras_Atipicos_Visor_Test)
 #include "frmCompras_Atipicos_Visor_test.moc"

@@ -1,6 +1,7 @@
 #include "context/frmMsg.hpp"
 
 #include "context/modMsgOp.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QApplication>
 #include <QFontMetrics>
@@ -150,5 +151,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(frmMsg_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmMsg_Test)
 #include "frmMsg_test.moc"

@@ -5,6 +5,7 @@
 #include "editor/frmCompras_Atipicos.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/support/Persona.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QLineEdit>
 #include <QSettings>
@@ -158,5 +159,5 @@ private:
     QTemporaryDir m_ajustes;
 };
 
-QTEST_MAIN(frmclsComprasAtipVisor_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmclsComprasAtipVisor_Test)
 #include "frmclsComprasAtipVisor_test.moc"

@@ -3,6 +3,7 @@
 #include "editor/frmCompras_Atipicos.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/support/Persona.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QLineEdit>
 
@@ -116,5 +117,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(frmclsCompras_Atipicos_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmclsCompras_Atipicos_Test)
 #include "frmclsCompras_Atipicos_test.moc"

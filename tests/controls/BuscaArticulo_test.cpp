@@ -1,6 +1,6 @@
 #include "controls/BuscaArticulo.hpp"
-
 #include "tests/integracion/Banco.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QTest>
 
@@ -52,5 +52,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(BuscaArticulo_Test)
+ATIPICOS_PRUEBA_VENTANAS(BuscaArticulo_Test)
 #include "BuscaArticulo_test.moc"

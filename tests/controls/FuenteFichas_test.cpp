@@ -1,6 +1,6 @@
 #include "controls/FuenteFichas.hpp"
-
 #include "tests/integracion/Banco.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QTest>
 
@@ -89,5 +89,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(FuenteFichas_Test)
+ATIPICOS_PRUEBA_VENTANAS(FuenteFichas_Test)
 #include "FuenteFichas_test.moc"

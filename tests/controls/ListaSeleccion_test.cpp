@@ -2,6 +2,7 @@
 
 #include "controls/VSFlexGrid.hpp"
 #include "tests/support/Teclas.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -171,5 +172,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ListaSeleccion_Test)
+ATIPICOS_PRUEBA_VENTANAS(ListaSeleccion_Test)
 #include "ListaSeleccion_test.moc"

@@ -1,4 +1,5 @@
 #include "controls/ModeloRejilla.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -116,5 +117,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ModeloRejilla_Test)
+ATIPICOS_PRUEBA_VENTANAS(ModeloRejilla_Test)
 #include "ModeloRejilla_test.moc"

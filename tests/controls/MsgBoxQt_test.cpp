@@ -1,6 +1,7 @@
 #include "controls/MsgBoxQt.hpp"
 
 #include "tests/support/Dialogo.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -147,5 +148,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(MsgBoxQt_Test)
+ATIPICOS_PRUEBA_VENTANAS(MsgBoxQt_Test)
 #include "MsgBoxQt_test.moc"

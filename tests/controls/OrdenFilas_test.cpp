@@ -1,4 +1,5 @@
 #include "controls/OrdenFilas.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QStringList>
 #include <QTest>
@@ -65,5 +66,5 @@ private:
     }
 };
 
-QTEST_GUILESS_MAIN(OrdenFilas_Test)
+ATIPICOS_PRUEBA_VENTANAS(OrdenFilas_Test)
 #include "OrdenFilas_test.moc"

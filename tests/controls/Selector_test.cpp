@@ -8,6 +8,7 @@
 #include "tests/controls/Ventana.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/support/Dialogo.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QSignalSpy>
 #include <QToolButton>
@@ -394,5 +395,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(Selector_Test)
+ATIPICOS_PRUEBA_VENTANAS(Selector_Test)
 #include "Selector_test.moc"

@@ -1,6 +1,7 @@
 #include "controls/Anclaje.hpp"
 #include "controls/CabeceraUnida.hpp"
 #include "controls/VSFlexGrid.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QAbstractItemModelTester>
 #include <QClipboard>
@@ -282,5 +283,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(VSFlexGrid_Test)
+ATIPICOS_PRUEBA_VENTANAS(VSFlexGrid_Test)
 #include "VSFlexGrid_test.moc"

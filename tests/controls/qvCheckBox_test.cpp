@@ -1,6 +1,7 @@
 #include "controls/qvCheckBox.hpp"
 
 #include "tests/controls/Ventana.hpp"
+#include "tests/support/Ventanas.hpp"
 
 using atipicos::qvCheckBox;
 using Caja = atipicos::pruebas::Ventana<qvCheckBox>;
@@ -38,5 +39,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(qvCheckBox_Test)
+ATIPICOS_PRUEBA_VENTANAS(qvCheckBox_Test)
 #include "qvCheckBox_test.moc"

@@ -2,6 +2,7 @@
 
 #include "tests/controls/Ventana.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -232,5 +233,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(qvMaskEdBox_Test)
+ATIPICOS_PRUEBA_VENTANAS(qvMaskEdBox_Test)
 #include "qvMaskEdBox_test.moc"

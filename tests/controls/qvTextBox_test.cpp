@@ -2,6 +2,7 @@
 
 #include "tests/controls/Ventana.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QSignalSpy>
 #include <QToolTip>
@@ -252,5 +253,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(qvTextBox_Test)
+ATIPICOS_PRUEBA_VENTANAS(qvTextBox_Test)
 #include "qvTextBox_test.moc"

@@ -1,6 +1,7 @@
 #include "controls/qvTextoLargo.hpp"
 
 #include "tests/controls/Ventana.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QTest>
 #include <QTextBlock>
@@ -77,5 +78,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(qvTextoLargo_Test)
+ATIPICOS_PRUEBA_VENTANAS(qvTextoLargo_Test)
 #include "qvTextoLargo_test.moc"

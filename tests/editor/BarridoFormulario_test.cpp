@@ -2,6 +2,7 @@
 // holds afterwards, and what both databases hold.
 #include "tests/editor/EscenaEditor.hpp"
 #include "tests/integracion/EsperadoGuardar.hpp"
+#include "tests/support/Ventanas.hpp"
 
 using namespace atipicos;
 using namespace atipicos::pruebas;
@@ -166,5 +167,5 @@ private:
     }
 };
 
-QTEST_MAIN(BarridoFormulario_Test)
+ATIPICOS_PRUEBA_VENTANAS(BarridoFormulario_Test)
 #include "BarridoFormulario_test.moc"

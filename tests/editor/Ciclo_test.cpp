@@ -1,5 +1,6 @@
 // A clerk's morning without a mouse: one charge from the first key to the entry, then the next.
 #include "tests/editor/EscenaEditor.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QCheckBox>
 #include <QPlainTextEdit>
@@ -165,5 +166,5 @@ private:
     }
 };
 
-QTEST_MAIN(Ciclo_Test)
+ATIPICOS_PRUEBA_VENTANAS(Ciclo_Test)
 #include "Ciclo_test.moc"

@@ -1,4 +1,5 @@
 #include "tests/editor/EscenaEditor.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QCheckBox>
 #include <QPlainTextEdit>
@@ -661,5 +662,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(frmCompras_Atipicos_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmCompras_Atipicos_Test)
 #include "frmCompras_Atipicos_test.moc"

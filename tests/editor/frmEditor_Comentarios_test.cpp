@@ -2,6 +2,7 @@
 
 #include "controls/qvTextoLargo.hpp"
 #include "tests/support/Persona.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QClipboard>
 #include <QInputMethodEvent>
@@ -138,5 +139,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(frmEditor_Comentarios_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmEditor_Comentarios_Test)
 #include "frmEditor_Comentarios_test.moc"

@@ -17,6 +17,7 @@
 #include "printing/ImprimirAtipico.hpp"
 #include "tests/editor/EscenaEditor.hpp"
 #include "tests/hostil/Textos.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -323,5 +324,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TextosEnVentanas_Test)
+ATIPICOS_PRUEBA_VENTANAS(TextosEnVentanas_Test)
 #include "TextosEnVentanas_test.moc"

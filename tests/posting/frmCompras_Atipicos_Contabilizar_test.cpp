@@ -7,6 +7,7 @@
 #include "controls/VSFlexGrid.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/support/Persona.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QLabel>
 #include <QPushButton>
@@ -296,5 +297,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(frmCompras_Atipicos_Contabilizar_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmCompras_Atipicos_Contabilizar_Test)
 #include "frmCompras_Atipicos_Contabilizar_test.moc"

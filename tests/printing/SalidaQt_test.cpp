@@ -3,6 +3,7 @@
 
 #include "controls/qvImpresoras.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QApplication>
 #include <QFile>
@@ -207,5 +208,5 @@ private:
     Cups m_cups;
 };
 
-QTEST_MAIN(SalidaQt_Test)
+ATIPICOS_PRUEBA_VENTANAS(SalidaQt_Test)
 #include "SalidaQt_test.moc"

@@ -4,6 +4,7 @@
 #include "controls/qvImpresoras.hpp"
 #include "printing/frmclsCopiasImpresion.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QLabel>
 #include <QPushButton>
@@ -194,5 +195,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(frmImpresora_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmImpresora_Test)
 #include "frmImpresora_test.moc"

@@ -6,6 +6,7 @@
 #include "printing/clsView.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Ventanas.hpp"
 
 #include <QAction>
 #include <QComboBox>
@@ -274,5 +275,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(frmView_Test)
+ATIPICOS_PRUEBA_VENTANAS(frmView_Test)
 #include "frmView_test.moc"
