@@ -175,7 +175,7 @@ namespace {
     TEST_F(ImprimirDeMuestra, a_template_of_the_company_takes_the_place_of_the_programs_own)
     {
         registra({ 1 });
-        std::ifstream de_serie(ATIPICOS_FUENTES "/host/orvalin/documento_cargo.json");
+        std::ifstream de_serie(ATIPICOS_FUENTES "/host/documento/documento_cargo.json");
         std::string plantilla{ std::istreambuf_iterator<char>(de_serie), {} };
         const std::string titulo = "Reclamación a proveedor\"";
         plantilla.replace(plantilla.find(titulo), titulo.size(), "Nota de cargo\"");
