@@ -192,6 +192,17 @@ namespace {
         EXPECT_EQ(confirma(gestion), "");
     }
 
+    TEST_F(Transacciones_test, a_promise_that_the_other_has_undone_keeps_nobody_from_beginning_again)
+    {
+        EXPECT_EQ(empieza(contabilidad), "");
+        EXPECT_EQ(empieza(gestion), "");
+        EXPECT_EQ(confirma(contabilidad), "");
+        EXPECT_EQ(deshace(gestion), "");
+        EXPECT_EQ(empieza(contabilidad), "");
+        EXPECT_EQ(confirma(contabilidad), "");
+        EXPECT_THAT(fisica.pedido, ElementsAre("empieza", "deshace", "empieza", "confirma"));
+    }
+
     TEST_F(Transacciones_test, who_has_not_begun_may_ask_but_not_write_while_the_other_is_in)
     {
         EXPECT_EQ(escribe(contabilidad), "");
