@@ -2,10 +2,12 @@
 
 #include "host/bases/BasesEnPostgresql.hpp"
 #include "tests/host/BasesDeMuestra.hpp"
+#include "tests/support/ConexionEspia.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 
 #include <array>
 #include <memory>
+#include <utility>
 
 namespace atipicos::bases {
 namespace {
@@ -131,6 +133,21 @@ namespace {
         EXPECT_EQ(error_de([&] { da(inventados); }),
             "«aquí»: las tablas de gestión tienen la versión 2 y las de contabilidad la 1.");
         EXPECT_THAT(versiones(), ElementsAre("2", "1"));
+    }
+
+    TEST_P(Pasos, that_another_takes_meanwhile_are_not_taken_again)
+    {
+        const auto parte = std::make_shared<pruebas::Parte>();
+        bool llegado = false;
+        parte->antes = [&](const std::string& dicha) { // he is through when the tables are free again
+            if (dicha.find("SET Version =Version") != std::string::npos && !std::exchange(llegado, true))
+                pon_version(5);
+        };
+        const Bases detras{ std::make_shared<pruebas::ConexionEspia>("gestion", bases.orvalin, parte),
+            bases.bexmor, bases.transacciones };
+        EXPECT_EQ(da_pasos(detras, inventados, "aquí", Donde::aqui()), 5);
+        EXPECT_TRUE(llegado);
+        EXPECT_NE(error_de([&] { columna(*bases.orvalin, "SELECT * FROM Notas"); }), "no error");
     }
 
     TEST_P(Pasos, of_the_program_itself_end_at_its_version)
