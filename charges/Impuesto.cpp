@@ -3,6 +3,9 @@
 #include "context/claves.hpp"
 #include "context/modComun.hpp"
 #include "runtime/Formato.hpp"
+#include "runtime/Redondeo.hpp"
+
+#include <limits>
 
 namespace atipicos {
 
@@ -19,6 +22,18 @@ Currency importe_impuesto(Currency importe, Currency porcentaje, int decimales, 
 {
     const double impuesto = porcentaje.a_double() / 100 * importe.a_double();
     return Currency::de_double(Redondear(impuesto, decimales, donde), donde);
+}
+
+Currency cuota_impuesto(Currency importe, Currency porcentaje, Donde donde)
+{
+    constexpr std::int64_t diezmilesimas_por_centimo = Currency::escala / 100;
+    const auto producto = entero_ancho{ importe.crudo() } * porcentaje.crudo();
+    const auto centimos
+        = redondea_cociente<entero_ancho>(producto, entero_ancho{ Currency::escala } * Currency::escala);
+    constexpr auto limite = std::numeric_limits<std::int64_t>::max() / diezmilesimas_por_centimo;
+    if (centimos > limite || centimos < -limite)
+        throw Error::de_ejecucion(numero_error::desbordamiento, donde);
+    return Currency::de_crudo(static_cast<std::int64_t>(centimos) * diezmilesimas_por_centimo);
 }
 
 Currency importe_linea(Currency unidades, Currency precio, Donde donde)

@@ -144,7 +144,7 @@ namespace {
                 m_registro->Documento = m_documento;
                 m_linea->ConceptoAutomatico = configuracion(claves::Conta_CtoAutIgicDebe);
                 m_impuesto = m_servicio->LeerTipoImpuesto(m_tipo_impuesto);
-                m_cuota = importe_impuesto(m_datos.Total, m_impuesto.Porcentaje, 2);
+                m_cuota = cuota_impuesto(m_datos.Total, m_impuesto.Porcentaje);
             }
             m_total = m_datos.Total + m_cuota;
         }
