@@ -26,7 +26,11 @@ std::shared_ptr<Connection> Connection::Abrir(const Opciones& opciones, Donde do
 
 sql::Pareja Connection::AbrirPareja(const Opciones& opciones, const Segundo& segundo, Donde donde)
 {
-    const auto sesion = Sesion::abre(opciones, donde);
+    return pareja_de(Sesion::abre(opciones, donde), segundo);
+}
+
+sql::Pareja Connection::pareja_de(const std::shared_ptr<Sesion>& sesion, const Segundo& segundo)
+{
     for (const auto lado : { sql::Lado::gestion, sql::Lado::contabilidad })
         sesion->catalogo(lado).agrega_base(segundo.base, segundo.prefijo);
     sesion->catalogo(sql::Lado::contabilidad).pon_propio(segundo.prefijo);

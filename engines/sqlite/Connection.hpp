@@ -30,6 +30,8 @@ public:
     /// file, and on the second those of `segundo`.
     [[nodiscard]] static sql::Pareja AbrirPareja(
         const Opciones& opciones, const Segundo& segundo = {}, Donde donde = Donde::aqui());
+    /// The same over a session that is open.
+    [[nodiscard]] static sql::Pareja pareja_de(const std::shared_ptr<Sesion>& sesion, const Segundo& segundo);
 
     Connection(std::shared_ptr<Sesion> sesion, sql::Lado lado);
     Connection(const Connection&) = delete;

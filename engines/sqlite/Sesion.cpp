@@ -61,6 +61,20 @@ namespace {
             "«" + fichero.string() + "»: la base de datos o su carpeta es de sólo lectura.", {}, donde);
     }
 
+    /// The library's answer. Raises an error where that would say too little.
+    int abre_fichero(const Opciones& opciones, sqlite3*& base, Donde donde)
+    {
+        comprueba_fichero(opciones.fichero, opciones.crear, donde);
+        const int impedimento = impedimento_al_escribir(opciones.fichero);
+        if (!opciones.solo_lectura && impedimento != 0)
+            es_de_solo_lectura(opciones.fichero, donde);
+        return sqlite3_open_v2(uri(opciones.fichero, modo_de(opciones, impedimento)).c_str(), &base,
+            SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX
+                | (impedimento == 0 ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY)
+                | (opciones.crear ? SQLITE_OPEN_CREATE : 0),
+            nullptr);
+    }
+
 }
 
 std::string uri(const std::filesystem::path& fichero, std::string_view modo)
@@ -88,17 +102,9 @@ Sesion::Sesion(sqlite3* base, bool preparadas)
 
 std::shared_ptr<Sesion> Sesion::abre(const Opciones& opciones, Donde donde)
 {
-    comprueba_fichero(opciones.fichero, opciones.crear, donde);
-    const int impedimento = impedimento_al_escribir(opciones.fichero);
-    if (!opciones.solo_lectura && impedimento != 0)
-        es_de_solo_lectura(opciones.fichero, donde);
     sqlite3* base = nullptr;
     const int resultado
-        = sqlite3_open_v2(uri(opciones.fichero, modo_de(opciones, impedimento)).c_str(), &base,
-            SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX
-                | (impedimento == 0 ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY)
-                | (opciones.crear ? SQLITE_OPEN_CREATE : 0),
-            nullptr);
+        = opciones.en_memoria ? sqlite3_open(":memory:", &base) : abre_fichero(opciones, base, donde);
     std::shared_ptr<Sesion> sesion(
         new Sesion(base, opciones.preparadas)); // closes it, also when opening failed
     nombrando("«" + opciones.fichero.string() + "»", donde, [&] {

@@ -23,6 +23,7 @@ class Recordset;
 struct Opciones {
     std::filesystem::path fichero;
     bool crear = false; ///< makes the file when there is none
+    bool en_memoria = false; ///< a new database in memory; `fichero` is what errors call it
     bool solo_lectura = false; ///< nothing is written but what another session left in its log
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure

@@ -1,9 +1,9 @@
 #include "host/bases/BasesEnCarpeta.hpp"
 
-#include "engines/sqlite/Connection.hpp"
+#include "engines/sqlite/Imagen.hpp"
 #include "host/bases/Anteriores.hpp"
-#include "host/bases/CarpetaProvisional.hpp"
 #include "host/bases/Fallo.hpp"
+#include "host/bases/FicheroNuevo.hpp"
 #include "host/bases/Tablas.hpp"
 #include "host/bases/Version.hpp"
 
@@ -30,9 +30,8 @@ namespace {
             pide_actualizar(carpeta, donde);
     }
 
-    void crea(const fs::path& fichero, bool vacia, Donde donde)
+    void llena(const sql::Pareja& pareja, bool vacia, Donde donde)
     {
-        const auto pareja = sqlite::Connection::AbrirPareja({ .fichero = fichero, .crear = true }, {}, donde);
         pareja.gestion->BeginTrans(donde);
         pareja.contabilidad->BeginTrans(donde);
         crea_tablas_bexmor(*pareja.contabilidad, vacia, donde);
@@ -46,11 +45,11 @@ namespace {
 void crea_en_carpeta(const fs::path& carpeta, bool vacia, Donde donde)
 {
     prepara_carpeta(carpeta, donde);
-    const CarpetaProvisional provisional(carpeta, donde);
-    const auto nueva = provisional / fichero_empresa;
-    crea(nueva, vacia, donde);
-    if (!coloca(nueva, carpeta / fichero_empresa, donde))
-        falla(carpeta / fichero_empresa, ya_existe, donde); // another made it meanwhile
+    const auto fichero = carpeta / fichero_empresa;
+    const auto imagen = sqlite::imagen(
+        fichero, [&](const sql::Pareja& pareja) { llena(pareja, vacia, donde); }, donde);
+    if (!escribe_nuevo(fichero, imagen, donde))
+        falla(fichero, ya_existe, donde); // another made it meanwhile
 }
 
 void exige_bases(const fs::path& carpeta, Donde donde)

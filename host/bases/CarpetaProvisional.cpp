@@ -1,6 +1,7 @@
 #include "host/bases/CarpetaProvisional.hpp"
 
 #include "host/bases/Fallo.hpp"
+#include "host/bases/FicheroNuevo.hpp"
 #include "runtime/MotivoSistema.hpp"
 
 #include <cerrno>
@@ -90,10 +91,7 @@ bool coloca(const fs::path& nuevo, const fs::path& definitivo, Donde donde)
         return false;
     else if (error != 0)
         falla(definitivo, "no se puede crear el fichero: " + motivo_sistema(error) + ".", donde);
-    if (const int carpeta = abre_carpeta(fs::absolute(definitivo).parent_path()); carpeta >= 0) {
-        fsync(carpeta); // where that is not possible the name comes to the disk a little later
-        close(carpeta);
-    }
+    asegura_nombres(fs::absolute(definitivo).parent_path());
     return true;
 }
 

@@ -2,6 +2,8 @@
 // system below a folder. Half of what it was writing then is written.
 //     ATIPICOS_MUERTE_EN  the folder
 //     ATIPICOS_MUERTE_N   n, from 1
+//     ATIPICOS_CON_NOMBRE when set, there are no files without a name, as on many a network's disk
+#include <cerrno>
 #include <csignal>
 #include <cstdarg>
 #include <cstdlib>
@@ -98,6 +100,23 @@ int fdatasync(int fichero)
     return otra(fichero);
 }
 
+int open(const char* ruta, int modo, ...)
+{
+    static const auto otra = verdadera<int(const char*, int, ...)>("open");
+    va_list resto;
+    va_start(resto, modo);
+    const bool sin_nombre = (modo & O_TMPFILE) == O_TMPFILE;
+    const auto permisos = (modo & O_CREAT) != 0 || sin_nombre ? va_arg(resto, mode_t) : 0;
+    va_end(resto);
+    if (sin_nombre && std::getenv("ATIPICOS_CON_NOMBRE") != nullptr) {
+        errno = EOPNOTSUPP;
+        return -1;
+    }
+    if ((modo & O_CREAT) != 0)
+        cuenta(ruta);
+    return otra(ruta, modo, permisos);
+}
+
 int open64(const char* ruta, int modo, ...)
 {
     static const auto otra = verdadera<int(const char*, int, ...)>("open64");
@@ -125,6 +144,13 @@ int unlinkat(int carpeta, const char* ruta, int modo)
     else
         cuenta(carpeta);
     return otra(carpeta, ruta, modo);
+}
+
+int linkat(int de, const char* antes, int a, const char* despues, int modo)
+{
+    static const auto otra = verdadera<int(int, const char*, int, const char*, int)>("linkat");
+    cuenta(despues);
+    return otra(de, antes, a, despues, modo);
 }
 
 int renameat2(int de, const char* antes, int a, const char* despues, unsigned modo)

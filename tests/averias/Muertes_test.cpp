@@ -25,6 +25,7 @@ namespace {
     struct Muertes : testing::Test {
         pruebas::Programa programa;
         int muertes = 0;
+        bool con_nombre = false; ///< on a disk where every file has a name
 
         /// With the folder `d`, which is named in full: by that its operations are known.
         std::string con_d(const std::string& orden) const
@@ -35,7 +36,8 @@ namespace {
         {
             return programa(orden,
                 "LD_PRELOAD='" ATIPICOS_MUERTE "' ATIPICOS_MUERTE_EN='" + (programa.carpeta / donde).string()
-                    + "' ATIPICOS_MUERTE_N=" + std::to_string(n));
+                    + "' ATIPICOS_MUERTE_N=" + std::to_string(n)
+                    + (con_nombre ? " ATIPICOS_CON_NOMBRE=1" : ""));
         }
 
         /// Gives the command, killed at its n-th operation, and `tras`; false when it had fewer.
@@ -53,11 +55,12 @@ namespace {
             return true;
         }
 
-        /// At each of its operations, or every seventh and then the last ones, which give files their names.
+        /// At each of its operations, or every seventh (`salto`) and then the last ones, which give files
+        /// their names.
         template <class Prepara, class Tras>
-        void mata(const std::string& orden, const char* donde, Prepara prepara, Tras tras)
+        void mata(const std::string& orden, const char* donde, Prepara prepara, Tras tras, int salto = 7)
         {
-            const int paso = std::getenv("ATIPICOS_PRUEBA_LARGA") != nullptr ? 1 : 7;
+            const int paso = std::getenv("ATIPICOS_PRUEBA_LARGA") != nullptr ? 1 : salto;
             int n = 1;
             while (!HasFailure() && mata_en(n, orden, donde, prepara, tras))
                 n += paso;
@@ -69,9 +72,16 @@ namespace {
         std::set<std::string> entradas(const char* donde) const
         {
             std::set<std::string> nombres;
+            for (const auto& nombre : todas(donde))
+                if (!nombre.starts_with(".nuevas-")) // swept when they are old
+                    nombres.insert(nombre);
+            return nombres;
+        }
+        std::set<std::string> todas(const char* donde) const
+        {
+            std::set<std::string> nombres;
             for (const auto& entrada : fs::directory_iterator(programa.carpeta / donde))
-                if (!entrada.path().filename().string().starts_with(".nuevas-")) // swept when they are old
-                    nombres.insert(entrada.path().filename().string());
+                nombres.insert(entrada.path().filename().string());
             return nombres;
         }
         void pon(const char* nombre, const char* copia_de) const
@@ -81,20 +91,49 @@ namespace {
         }
     };
 
-    TEST_F(Muertes, crear_leaves_a_whole_company_or_none)
+    TEST_F(Muertes, crear_leaves_a_whole_company_or_nothing_at_all)
     {
         const auto vacia = [&] {
             fs::remove_all(programa.carpeta / "d");
             fs::create_directory(programa.carpeta / "d");
         };
-        mata(con_d("crear"), "d", vacia, [&] {
-            if (entradas("d").empty()) {
-                EXPECT_EQ(programa(con_d("crear")).estado, 0);
-            }
-            EXPECT_EQ(entradas("d"), std::set<std::string>{ "empresa.db" });
-            EXPECT_EQ(programa(con_d("verificar")).estado, 0);
-        });
-        EXPECT_GT(muertes, 20);
+        int sin_nada = 0;
+        mata(
+            con_d("crear"), "d", vacia,
+            [&] {
+                if (todas("d").empty()) {
+                    ++sin_nada;
+                    EXPECT_EQ(programa(con_d("crear")).estado, 0);
+                }
+                EXPECT_EQ(todas("d"), std::set<std::string>{ "empresa.db" });
+                EXPECT_EQ(programa(con_d("verificar")).estado, 0);
+            },
+            1);
+        EXPECT_GT(sin_nada, 5); // in the middle of the file, before it is on the disk, before it has its name
+        EXPECT_GT(muertes, sin_nada); // before its name is on the disk
+    }
+
+    TEST_F(Muertes, crear_leaves_a_whole_company_or_none_also_where_every_file_has_a_name)
+    {
+        con_nombre = true;
+        const auto vacia = [&] {
+            fs::remove_all(programa.carpeta / "d");
+            fs::create_directory(programa.carpeta / "d");
+        };
+        int sin_nada = 0;
+        mata(
+            con_d("crear"), "d", vacia,
+            [&] {
+                if (entradas("d").empty()) {
+                    ++sin_nada;
+                    EXPECT_EQ(programa(con_d("crear")).estado, 0);
+                }
+                EXPECT_EQ(entradas("d"), std::set<std::string>{ "empresa.db" });
+                EXPECT_EQ(programa(con_d("verificar")).estado, 0);
+            },
+            1);
+        EXPECT_GT(sin_nada, 5);
+        EXPECT_GT(muertes, sin_nada);
     }
 
     TEST_F(Muertes, actualizar_leaves_the_old_or_the_new_and_finishes_when_it_is_run_again)

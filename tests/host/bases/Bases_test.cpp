@@ -91,10 +91,25 @@ namespace {
         EXPECT_EQ(al_abrir(), "no error");
     }
 
+    TEST_F(Bases_, are_used_with_the_write_ahead_log_from_the_first_moment)
+    {
+        crea_bases(carpeta.ruta(), false);
+        std::ifstream fichero(carpeta / "empresa.db", std::ios::binary);
+        std::string cabecera(20, ' ');
+        fichero.read(cabecera.data(), 20);
+        EXPECT_EQ(cabecera.substr(18), "\2\2") << "the versions of a file with such a log";
+        const auto lector = abre_bases(carpeta.ruta(), { .solo_lectura = true });
+        EXPECT_EQ(columna(*lector.orvalin, "SELECT journal_mode AS m FROM pragma_journal_mode"),
+            std::vector<std::string>{ "wal" });
+        EXPECT_EQ(columna(*lector.orvalin, "SELECT integrity_check AS i FROM pragma_integrity_check"),
+            std::vector<std::string>{ "ok" });
+    }
+
     TEST_F(Bases_, whose_maker_is_killed_are_there_whole_or_not_at_all)
     {
         for (const int milisegundos : { 1, 3, 6, 10, 15, 25, 40 }) {
             const auto nueva = carpeta / std::to_string(milisegundos);
+            std::filesystem::create_directory(nueva);
             const auto hijo = fork();
             if (hijo == 0) {
                 crea_bases(nueva, false);
@@ -103,10 +118,12 @@ namespace {
             std::this_thread::sleep_for(std::chrono::milliseconds(milisegundos));
             kill(hijo, SIGKILL);
             waitpid(hijo, nullptr, 0);
-            if (std::filesystem::exists(nueva / "empresa.db"))
+            if (std::filesystem::exists(nueva / "empresa.db")) {
                 EXPECT_GE(cuenta(*abre_bases(nueva).orvalin, "Proveedores"), 12) << milisegundos;
-            else
+            } else {
+                EXPECT_TRUE(std::filesystem::is_empty(nueva)) << milisegundos;
                 crea_bases(nueva, false);
+            }
         }
     }
 
