@@ -43,6 +43,19 @@ namespace {
         };
     }
 
+    /// That the tables of a server are there, are ours, and may be read.
+    void comprueba_tablas(adodb::Connection& conexion, const std::string& cadena, Donde donde)
+    {
+        try {
+            comprueba_version(conexion, "Esquema", cadena, donde);
+        } catch (const Error&) {
+            const auto* por_odbc = dynamic_cast<const odbc::Connection*>(&conexion);
+            if (por_odbc != nullptr && por_odbc->servidor().nombre == odbc::nombre_postgresql)
+                exige_permiso_postgresql(conexion, cadena, donde);
+            throw;
+        }
+    }
+
     Bases abre_fichero(
         odbc::Opciones abiertas, const fs::path& fichero, const OpcionesBases& opciones, Donde donde)
     {
@@ -87,11 +100,11 @@ Bases abre_de_odbc(const std::string& cadena, const OpcionesBases& opciones, Don
     const auto pareja = odbc::Connection::AbrirPareja(
         abiertas,
         [&](adodb::Connection& contabilidad) {
-            comprueba_version(contabilidad, "Esquema", cadena, donde); // before its tables are asked
+            comprueba_tablas(contabilidad, cadena, donde); // before its tables are asked
             return nombres_de_bexmor(contabilidad, donde);
         },
         donde);
-    comprueba_version(*pareja.gestion, "Esquema", cadena, donde);
+    comprueba_tablas(*pareja.gestion, cadena, donde);
     return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
 }
 

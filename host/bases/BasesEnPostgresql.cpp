@@ -2,6 +2,8 @@
 
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Postgresql.hpp"
+#include "engines/sql/Tokens.hpp"
+#include "host/bases/Fallo.hpp"
 #include "host/bases/Tablas.hpp"
 #include "host/bases/Version.hpp"
 
@@ -12,6 +14,18 @@ namespace {
     // Three-part names end in "dbo.Tabla", and both products have tables of the same names.
     constexpr auto esquema_orvalin = "orvalin";
     constexpr auto esquema_bexmor = "dbo";
+
+    /// That the tables are there, are ours, and may be read.
+    void comprueba_tablas(
+        adodb::Connection& conexion, const std::string& tabla, const std::string& direccion, Donde donde)
+    {
+        try {
+            comprueba_version(conexion, tabla, direccion, donde);
+        } catch (const Error&) {
+            exige_permiso_postgresql(conexion, direccion, donde);
+            throw;
+        }
+    }
 
     /// Whether both schemas are there. Raises an error when anything else is: those tables are somebody's.
     bool estan_creadas(adodb::Connection& conexion, const std::string& direccion, Donde donde)
@@ -30,7 +44,7 @@ namespace {
         if (CLng(hay[1], donde) != todas || CLng(hay[2], donde) != 2)
             falla_ajena(direccion, donde);
         for (const auto* esquema : { esquema_orvalin, esquema_bexmor })
-            comprueba_version(conexion, std::string(esquema) + ".Esquema", direccion, donde);
+            comprueba_tablas(conexion, std::string(esquema) + ".Esquema", direccion, donde);
         return true;
     }
 
@@ -45,6 +59,25 @@ namespace {
             .sincronizacion_completa = opciones.sincronizacion_completa };
     }
 
+}
+
+void exige_permiso_postgresql(adodb::Connection& conexion, const std::string& lugar, Donde donde)
+{
+    const auto usuario = primera_fila(conexion,
+        "SELECT CURRENT_USER, COUNT(*) FROM pg_namespace n LEFT JOIN pg_class c"
+        " ON c.relnamespace = n.oid AND c.relname ='esquema' WHERE n.nspname IN ('orvalin', 'dbo')"
+        " AND (NOT has_schema_privilege(n.oid, 'USAGE') OR NOT has_table_privilege(c.oid, 'SELECT'))",
+        donde);
+    if (CLng(usuario[1], donde) == 0)
+        return;
+    const auto nombre = CStr(usuario[0], donde);
+    falla(lugar,
+        "el usuario «" + nombre
+            + "» no tiene permiso para usar estas tablas. Su propietario se lo da ejecutando"
+              " permisos_postgresql.sql y después GRANT atipicos_consulta TO "
+            + sql::entre_comillas(nombre) + " para consultar, o GRANT atipicos_puesto TO "
+            + sql::entre_comillas(nombre) + " para registrar cargos.",
+        donde);
 }
 
 bool crea_en_postgresql(adodb::Connection& conexion, const std::string& lugar, bool vacia, Donde donde)
@@ -77,11 +110,11 @@ Bases abre_de_postgresql(const std::string& direccion, const OpcionesBases& opci
     const auto pareja = postgresql::Connection::AbrirPareja(
         opciones_de(direccion, esquema_orvalin, opciones),
         [&](adodb::Connection& contabilidad) {
-            comprueba_version(contabilidad, "Esquema", direccion, donde);
+            comprueba_tablas(contabilidad, "Esquema", direccion, donde);
             return nombres_de_bexmor(contabilidad, donde);
         },
         donde);
-    comprueba_version(*pareja.gestion, "Esquema", direccion, donde);
+    comprueba_tablas(*pareja.gestion, "Esquema", direccion, donde);
     return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
 }
 

@@ -1,8 +1,39 @@
--- Roles of those who work with the databases, with no more rights than their work needs. Run once by the owner
--- of the tables, after `atipicos crear`:
---     psql -d BASE -f host/sql/permisos_postgresql.sql
--- and then, for each person:
+-- Roles of those who work with the databases, with no more rights than their work needs. Run after `atipicos crear`
+-- with PostgreSQL's own client, which stops at the first error and then has changed nothing; it can be run again:
+--     psql -d BASE -f permisos_postgresql.sql
+-- It needs
+--   - the owner of the tables, which is who ran `atipicos crear`, or a superuser
+--   - who may make roles (CREATEROLE, or a superuser), unless both roles are already on the server: roles are of the
+--     whole server, so that the second database of a server can be done by its owner alone
+-- and then, for each person, by who may make roles:
 --     CREATE ROLE begona LOGIN PASSWORD '…' IN ROLE atipicos_puesto;
+
+\set ON_ERROR_STOP on
+BEGIN;
+
+DO $$
+DECLARE
+    tablas int;
+    ajenas text;
+BEGIN
+    SELECT COUNT(*), string_agg(DISTINCT pg_get_userbyid(c.relowner)::text, ', ')
+                         FILTER (WHERE NOT pg_has_role(c.relowner, 'USAGE'))
+        INTO tablas, ajenas
+        FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace
+        WHERE n.nspname IN ('orvalin', 'dbo') AND c.relkind = 'r';
+    IF tablas = 0 THEN
+        RAISE EXCEPTION 'En la base de datos «%» no están las tablas: ejecute antes atipicos crear.', current_database();
+    END IF;
+    IF ajenas IS NOT NULL THEN
+        RAISE EXCEPTION 'Las tablas son de «%»: esto lo ejecuta él, o un superusuario, y no «%».', ajenas, current_user;
+    END IF;
+    IF NOT (SELECT rolsuper OR rolcreaterole FROM pg_roles WHERE rolname = current_user)
+        AND (SELECT COUNT(*) FROM pg_roles WHERE rolname IN ('atipicos_consulta', 'atipicos_puesto')) < 2 THEN
+        RAISE EXCEPTION '«%» no puede crear los papeles atipicos_consulta y atipicos_puesto: necesita CREATEROLE, o que '
+            'un superusuario los cree antes.', current_user;
+    END IF;
+END
+$$;
 
 DO $$
 BEGIN
@@ -25,3 +56,5 @@ GRANT INSERT, UPDATE, DELETE ON orvalin.Proveedores_Cargos_Atipicos, orvalin.Pro
 GRANT INSERT, UPDATE ON orvalin.Contador_Proveedores_Cargos_Atipicos, dbo.Contador_Asientos TO atipicos_puesto;
 GRANT INSERT ON orvalin.Importaciones, dbo.Asientos, dbo.Apuntes, dbo.Registro_Impuestos, dbo.Previsiones
     TO atipicos_puesto;
+
+COMMIT;

@@ -146,6 +146,20 @@ std::string ServidorPostgresql::psql(const std::string& base, const std::string&
     return lee(salida);
 }
 
+int ServidorPostgresql::guion(
+    const std::string& base, const fs::path& fichero, const std::string& usuario, std::string& dicho) const
+{
+    // The server's user may not reach where the file is.
+    const auto suyo = m_carpeta / "guion.sql";
+    std::ofstream(suyo) << lee(fichero);
+    const auto salida = m_carpeta / "guion.txt";
+    fs::remove(salida);
+    const int estado = ejecuta(
+        { m_programas / "psql", "-X", "-q", "-A", "-t", "-d", direccion(base, usuario), "-f", suyo }, salida);
+    dicho = lee(salida);
+    return estado;
+}
+
 int ServidorPostgresql::ejecuta(const std::vector<std::string>& orden, const fs::path& salida) const
 {
     const auto* cuenta = sin_privilegios();

@@ -31,6 +31,9 @@ public:
 
     /// Runs statements through the server's own client program; what it wrote on both outputs.
     std::string psql(const std::string& base, const std::string& sql) const;
+    /// Runs a file of statements in the same way, as `usuario`; its status, which is not 0 after an error.
+    int guion(const std::string& base, const std::filesystem::path& fichero, const std::string& usuario,
+        std::string& dicho) const;
 
     void arranca();
     void detiene(); ///< at once, as when the power fails; what was committed is still there afterwards

@@ -59,6 +59,16 @@ namespace {
             std::vector<std::string>{ "Falso" });
     }
 
+    TEST_F(BasesEnOdbc, a_user_without_rights_is_told_so)
+    {
+        EXPECT_TRUE(crea_por_odbc(cadena, true, aqui));
+        servidor->psql("empresa", "DROP ROLE IF EXISTS nadie; CREATE ROLE nadie LOGIN");
+        auto suya = cadena;
+        suya.replace(suya.find("UID=atipicos"), 12, "UID=nadie");
+        EXPECT_THAT(error_de([&] { static_cast<void>(abre_de_odbc(suya, {}, aqui)); }),
+            HasSubstr("»: el usuario «nadie» no tiene permiso para usar estas tablas."));
+    }
+
     TEST_F(BasesEnOdbc, are_not_made_beside_the_tables_of_somebody_else)
     {
         servidor->psql("empresa", "CREATE TABLE clientes (id int)");

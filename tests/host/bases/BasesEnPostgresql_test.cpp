@@ -5,8 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
-#include <sstream>
+#include <filesystem>
 #include <thread>
 
 namespace atipicos::bases {
@@ -21,6 +20,7 @@ namespace {
     struct BasesEnPostgresql : testing::Test {
         static inline std::unique_ptr<pruebas::ServidorPostgresql> servidor;
         std::string direccion;
+        const std::filesystem::path permisos = ATIPICOS_FUENTES "/host/sql/permisos_postgresql.sql";
 
         static void TearDownTestSuite() { servidor.reset(); }
 
@@ -129,10 +129,11 @@ namespace {
     TEST_F(BasesEnPostgresql, the_role_of_workstations_can_add_entries_and_not_change_the_plan)
     {
         crea();
-        std::ostringstream permisos;
-        permisos << std::ifstream(ATIPICOS_FUENTES "/host/sql/permisos_postgresql.sql").rdbuf();
-        for (int veces = 0; veces < 2; ++veces)
-            EXPECT_EQ(servidor->psql("empresa", permisos.str()), "") << "it can be run again";
+        std::string dicho;
+        for (int veces = 0; veces < 2; ++veces) { // it can be run again
+            EXPECT_EQ(servidor->guion("empresa", permisos, "atipicos", dicho), 0);
+            EXPECT_EQ(dicho, "");
+        }
         servidor->psql("empresa", "CREATE ROLE ana LOGIN IN ROLE atipicos_puesto");
         const auto bases = abre_de_postgresql(servidor->direccion("empresa", "ana"), {}, Donde::aqui());
         EXPECT_EQ(error_de([&] {
@@ -144,6 +145,66 @@ namespace {
             { "UPDATE Cuentas SET Nombre = ''", "DELETE FROM Asientos", "UPDATE Asientos SET Numero = 2",
                 "DROP TABLE Apuntes", "CREATE TABLE otra (id INT)", "DELETE FROM Contador_Asientos" })
             EXPECT_THAT(error_de([&] { bases.bexmor->Execute(sql); }), HasSubstr("SQLSTATE 42501")) << sql;
+    }
+
+    /// How many rights on the tables the two roles have been given.
+    std::string concedidos(const pruebas::ServidorPostgresql& servidor)
+    {
+        return servidor.psql("empresa",
+            "SELECT COUNT(*) FROM information_schema.table_privileges WHERE grantee LIKE 'atipicos\\_%'");
+    }
+
+    TEST_F(BasesEnPostgresql, rights_are_given_by_who_can_or_not_at_all_and_it_says_who_that_is)
+    {
+        servidor->psql("empresa",
+            "DROP ROLE IF EXISTS ana, eva, atipicos_puesto, atipicos_consulta; CREATE ROLE eva LOGIN; "
+            "GRANT CREATE ON DATABASE empresa TO eva");
+        std::string dicho;
+        EXPECT_EQ(servidor->guion("empresa", permisos, "atipicos", dicho), 3) << "psql's own for an error";
+        EXPECT_THAT(dicho, HasSubstr("no están las tablas: ejecute antes atipicos crear."));
+
+        EXPECT_TRUE(crea_en_postgresql(servidor->direccion("empresa", "eva"), true, Donde::aqui()));
+        EXPECT_EQ(servidor->guion("empresa", permisos, "eva", dicho), 3);
+        EXPECT_THAT(dicho, HasSubstr("«eva» no puede crear los papeles"));
+        EXPECT_EQ(concedidos(*servidor), "0\n");
+
+        servidor->psql("empresa", "CREATE ROLE ines LOGIN CREATEROLE");
+        EXPECT_EQ(servidor->guion("empresa", permisos, "ines", dicho), 3);
+        EXPECT_THAT(dicho, HasSubstr("Las tablas son de «eva»"));
+        EXPECT_EQ(
+            servidor->psql("empresa", "SELECT COUNT(*) FROM pg_roles WHERE rolname LIKE 'atipicos\\_%'"),
+            "0\n");
+
+        servidor->psql("empresa",
+            "CREATE ROLE atipicos_consulta; CREATE ROLE atipicos_puesto IN ROLE atipicos_consulta");
+        EXPECT_EQ(servidor->guion("empresa", permisos, "eva", dicho), 0) << dicho;
+        EXPECT_NE(concedidos(*servidor), "0\n");
+    }
+
+    TEST_F(BasesEnPostgresql, a_user_without_rights_is_told_so_and_what_to_do)
+    {
+        servidor->psql("empresa", "DROP ROLE IF EXISTS \"don nadie\"; CREATE ROLE \"don nadie\" LOGIN");
+        const auto direccion_suya = servidor->direccion("empresa", "don%20nadie");
+        const auto al_abrir = [&] {
+            return error_de(
+                [&] { static_cast<void>(abre_de_postgresql(direccion_suya, {}, Donde::aqui())); });
+        };
+        EXPECT_THAT(al_abrir(), EndsWith("»: no es una base de datos de este programa.")) << "it is empty";
+        crea(true);
+        const auto esperado = "«" + direccion_suya
+            + "»: el usuario «don nadie» no tiene permiso para usar estas tablas. Su propietario se lo da "
+              "ejecutando permisos_postgresql.sql y después GRANT atipicos_consulta TO \"don nadie\" para "
+              "consultar, o GRANT atipicos_puesto TO \"don nadie\" para registrar cargos.";
+        EXPECT_EQ(al_abrir(), esperado);
+        EXPECT_EQ(error_de([&] { crea_en_postgresql(direccion_suya, true, Donde::aqui()); }), esperado);
+        servidor->psql("empresa", "GRANT USAGE ON SCHEMA dbo TO \"don nadie\"");
+        EXPECT_EQ(al_abrir(), esperado) << "he sees one half";
+        servidor->psql("empresa", "GRANT USAGE ON SCHEMA orvalin TO \"don nadie\"");
+        EXPECT_EQ(al_abrir(), esperado) << "he sees the tables and may not read them";
+        std::string dicho;
+        EXPECT_EQ(servidor->guion("empresa", permisos, "atipicos", dicho), 0) << dicho;
+        servidor->psql("empresa", "GRANT atipicos_consulta TO \"don nadie\"");
+        EXPECT_EQ(al_abrir(), "no error") << "what it said to do";
     }
 
 }
