@@ -71,6 +71,17 @@ namespace {
         EXPECT_EQ(AjustarDiaPago(dia("26/12/2026"), 10, 25), dia("10/01/2027")) << "over the year's end";
     }
 
+    TEST(AjustarDiaPago, past_the_second_pay_day_every_month_goes_on_to_the_next_one)
+    {
+        constexpr std::array siguientes{ "07/02/2027", "07/03/2027", "07/04/2027", "07/05/2027", "07/06/2027",
+            "07/07/2027", "07/08/2027", "07/09/2027", "07/10/2027", "07/11/2027", "07/12/2027",
+            "07/01/2028" };
+        for (int mes = 1; mes <= 12; ++mes)
+            EXPECT_EQ(AjustarDiaPago(*Date::de_dia(2027, mes, 23), 7, 22),
+                dia(siguientes[static_cast<std::size_t>(mes - 1)]))
+                << mes;
+    }
+
     TEST(AjustarDiaPago, descending_pay_days_leave_the_dates_between_them_unchanged)
     {
         EXPECT_EQ(AjustarDiaPago(dia("15/06/2026"), 25, 10), dia("15/06/2026"));

@@ -176,6 +176,46 @@ namespace {
             "guarda_linea(Currency(), cargo.Importe);");
     }
 
+    TEST(GenerarAsiento,
+        the_accounting_company_works_on_its_connection_in_the_year_and_on_the_day_of_the_charge)
+    {
+        Entorno entorno;
+        entorno.datos.Fecha = dia("13/05/2027");
+        entorno.carga("100");
+        entorno.genera();
+        const auto& empresa = entorno.contexto.biblioteca->diario->empresa;
+        ASSERT_TRUE(empresa);
+        EXPECT_EQ(empresa->conexion, entorno.contexto.contabilidad.get());
+        EXPECT_EQ(empresa->ejercicio, 2027);
+        EXPECT_EQ(empresa->fecha_trabajo, dia("13/05/2027"));
+    }
+
+    TEST(GenerarAsiento, an_unknown_tax_type_is_found_out_before_there_is_an_entry)
+    {
+        Entorno entorno;
+        entorno.carga("100");
+        entorno.contexto.empresa->parametros["Proveedores_AtipcosImpuesto"] = "6";
+        EXPECT_EQ(entorno.genera(),
+            "aviso «frmCompras_Atipicos:GenerarAsiento» No existe el tipo de impuesto 6.\ndevuelve 0\n");
+    }
+
+    TEST(GenerarAsiento, what_has_been_put_into_a_concept_is_not_searched_again)
+    {
+        Entorno entorno;
+        entorno.carga("100");
+        entorno.datos.NombreProveedor = "A %NOMBREPROVEEDOR% B";
+        entorno.contexto.empresa->parametros["Concepto_Atipicos_Ingreso"]
+            = "%NOMBREPROVEEDOR%/%NOMBREPROVEEDOR%";
+        EXPECT_THAT(entorno.genera(), testing::HasSubstr(" A %NOMBREPROVEEDOR% B/A %NOMBREPROVEEDOR% B |"));
+    }
+
+    TEST(GenerarAsiento, tax_of_a_great_amount_is_rounded_once)
+    {
+        Entorno entorno;
+        entorno.carga("2000000000000.07"); // at 7 %: 140000000000.0049
+        EXPECT_THAT(entorno.genera(), testing::HasSubstr("cuota 140000000000.0000 total 140000000000.0000"));
+    }
+
     TEST(GenerarAsiento, a_failure_leaves_the_entry_number_of_the_caller_as_it_was)
     {
         Entorno entorno;

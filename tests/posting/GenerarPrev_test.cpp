@@ -152,6 +152,14 @@ namespace {
         EXPECT_THAT(vencimientos(propuesta), ElementsAre("21/12/2026", "20/01/2027", "19/02/2027"));
     }
 
+    TEST_F(Plazos, every_instalment_is_as_many_days_after_the_one_before_as_the_terms_say)
+    {
+        del_proveedor(condiciones(true, 8, 11, 17));
+        EXPECT_THAT(vencimientos(GenerarPrev(datos)),
+            ElementsAre("02/12/2026", "19/12/2026", "05/01/2027", "22/01/2027", "08/02/2027", "25/02/2027",
+                "14/03/2027", "31/03/2027"));
+    }
+
     TEST_F(Plazos, due_dates_count_from_the_charge_and_adjustments_do_not_add_up)
     {
         del_proveedor(condiciones(true, 3, 15, 30, 10, 25));

@@ -129,8 +129,11 @@ namespace {
         {
             return cuenta.starts_with("572");
         }
-        qvbxemp::TipoImpuesto LeerTipoImpuesto(std::int16_t tipo, Donde) const override
+        qvbxemp::TipoImpuesto LeerTipoImpuesto(std::int16_t tipo, Donde donde) const override
         {
+            if (tipo != 1 && tipo != 2)
+                throw Error(79, "QVBXEMP:ServicioCuentas",
+                    "No existe el tipo de impuesto " + std::to_string(tipo) + ".", donde);
             return tipo == 1 ? qvbxemp::TipoImpuesto{ Currency::de_entero(7), "47700007" }
                              : qvbxemp::TipoImpuesto{ Currency::de_entero(3), "47700003" };
         }
@@ -161,6 +164,7 @@ std::unique_ptr<qvbxemp::Empresa> BibliotecaDePrueba::NuevaEmpresa(Donde) const
 std::unique_ptr<qvbxemp::Asiento> BibliotecaDePrueba::NuevoAsiento(
     const qvbxemp::Empresa& empresa, Donde) const
 {
+    diario->empresa = { empresa.Conexion.get(), empresa.Ejercicio, empresa.FechaTrabajo };
     return std::make_unique<AsientoDePrueba>(empresa, diario);
 }
 

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -43,10 +44,18 @@ struct Diario {
     std::set<std::string> cuentas_rechazadas;
     bool falla_registro = false;
     bool falla_prevision = false;
+
+    /// How the company was set up when the first object of an entry was asked for.
+    struct Empresa {
+        const adodb::Connection* conexion = nullptr;
+        std::int16_t ejercicio = 0;
+        Date fecha_trabajo;
+    };
+    std::optional<Empresa> empresa;
 };
 
 /// An accounting library that writes a diary instead of tables. Companies 1 (accounts of 8 digits) and 2
-/// (9 digits) exist; tax types 1 (7 %) and 2 (3 %) do.
+/// (9 digits) exist; tax types 1 (7 %) and 2 (3 %) do, and no other.
 class BibliotecaDePrueba final : public qvbxemp::Biblioteca {
 public:
     std::shared_ptr<Diario> diario = std::make_shared<Diario>();
