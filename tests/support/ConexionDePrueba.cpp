@@ -1,6 +1,7 @@
 #include "tests/support/ConexionDePrueba.hpp"
 
 #include <array>
+#include <iostream>
 #include <memory>
 #include <utility>
 
@@ -54,12 +55,17 @@ namespace {
         void Open(const std::string& sql, adodb::CursorType cursor, adodb::LockType bloqueo,
             adodb::CommandType, Donde donde) override
         {
+            m_sql = sql;
+            m_nueva = false;
             static constexpr std::array cursores{ "forward-only", "keyset", "static" };
             static constexpr std::array bloqueos{ "read-only", "pessimistic" };
             m_conexion.dichas.push_back(std::string("OPEN ") + cursores[static_cast<std::size_t>(cursor)]
                 + " " + bloqueos[static_cast<std::size_t>(bloqueo)] + " " + sql);
             m_conexion.comprueba(sql, donde);
             m_tabla = m_conexion.respuesta(sql);
+            for (const auto& fila : m_tabla.filas)
+                if (fila.size() != m_tabla.campos.size())
+                    falta("una fila con " + std::to_string(m_tabla.campos.size()) + " valores", donde);
             m_fila = 0;
             m_campos.clear();
             for (const auto& nombre : m_tabla.campos)
@@ -75,16 +81,27 @@ namespace {
         }
         std::size_t Count() const noexcept override { return m_campos.size(); }
 
-        adodb::Field& Fields(std::string_view nombre, Donde) override
+        adodb::Field& Fields(std::string_view nombre, Donde donde) override
         {
             for (auto& campo : m_campos)
                 if (campo->Name() == nombre)
                     return *campo;
+            if (!m_nueva)
+                falta("la columna «" + std::string(nombre) + "»", donde);
             return *m_campos.emplace_back(std::make_unique<Campo>(std::string(nombre)));
         }
-        adodb::Field& Fields(std::size_t posicion, Donde) override { return *m_campos.at(posicion); }
+        adodb::Field& Fields(std::size_t posicion, Donde donde) override
+        {
+            if (posicion >= m_campos.size())
+                falta("la columna número " + std::to_string(posicion), donde);
+            return *m_campos[posicion];
+        }
 
-        void AddNew(Donde) override { m_conexion.dichas.emplace_back("ADDNEW"); }
+        void AddNew(Donde) override
+        {
+            m_nueva = true;
+            m_conexion.dichas.emplace_back("ADDNEW");
+        }
         void Update(Donde donde) override
         {
             std::string dicha = "UPDATE";
@@ -101,10 +118,25 @@ namespace {
         {
             if (!Eof())
                 for (std::size_t i = 0; i < m_campos.size(); ++i)
-                    m_campos[i]->valor = m_tabla.filas[m_fila].at(i);
+                    m_campos[i]->valor = m_tabla.filas[m_fila][i];
+        }
+
+        /// The test has not prepared what is asked for. It is said aloud too: what asked may swallow the
+        /// error.
+        [[noreturn]] void falta(const std::string& que, Donde donde) const
+        {
+            std::string motivo = "A la respuesta de prueba le falta " + que + ", que pide "
+                + std::string(donde.fichero()) + ":" + std::to_string(donde.linea())
+                + ". Respuesta a: " + m_sql + ". Columnas:";
+            for (const auto& campo : m_tabla.campos)
+                motivo += " " + campo;
+            std::cerr << motivo << std::endl;
+            throw adodb::ErrorBaseDatos(adodb::Categoria::instruccion, "Prueba", motivo, m_sql, donde);
         }
 
         ConexionDePrueba& m_conexion;
+        std::string m_sql;
+        bool m_nueva = false; ///< a row is being added: it has the columns that it is given
         Tabla m_tabla;
         std::size_t m_fila = 0;
         std::vector<std::unique_ptr<Campo>> m_campos;

@@ -15,7 +15,8 @@ struct Tabla {
 };
 
 /// A connection without a database: it writes down, letter by letter, everything it is asked for, and
-/// answers queries with prepared rows.
+/// answers queries with prepared rows. Asked for a column that they have not it raises an error, and says on
+/// the standard error which column, of which query, and which line of the program wants it.
 class ConexionDePrueba final : public adodb::Connection {
 public:
     /// "BEGIN", "COMMIT", "ROLLBACK", "EXEC " + text, "OPEN <cursor> <lock> " + text,

@@ -1,25 +1,44 @@
 #include "tests/support/Contexto.hpp"
 
 #include <fstream>
-#include <stdexcept>
 
 namespace atipicos::pruebas {
 
-Date dia(const char* texto)
+namespace {
+
+    /// A value that the test itself has written wrongly.
+    [[noreturn]] void mal_escrito(const char* texto, const char* como, Donde donde)
+    {
+        throw Error(numero_error::tipos_no_coinciden, "pruebas",
+            std::string(donde.fichero()) + ":" + std::to_string(donde.linea()) + ": «" + texto
+                + "»: en las pruebas se escribe " + como,
+            donde);
+    }
+
+}
+
+Date dia(const char* texto, Donde donde)
 {
     const auto fecha = Date::de_texto(texto);
     if (!fecha)
-        throw std::invalid_argument(texto);
+        mal_escrito(texto, "21/11/2026", donde);
     return *fecha;
 }
 
-Date dia_y_hora(const char* texto, int horas, int minutos, int segundos)
+Date dia_y_hora(const char* texto, int horas, int minutos, int segundos, Donde donde)
 {
-    return Date(dia(texto).instante() + std::chrono::hours(horas) + std::chrono::minutes(minutos)
+    return Date(dia(texto, donde).instante() + std::chrono::hours(horas) + std::chrono::minutes(minutos)
         + std::chrono::seconds(segundos));
 }
 
-Currency moneda(const char* texto) { return Currency::de_texto(texto); }
+Currency moneda(const char* texto, Donde donde)
+{
+    try {
+        return Currency::de_texto(texto, donde);
+    } catch (const Error&) {
+        mal_escrito(texto, "1234.56", donde);
+    }
+}
 
 std::string linea_nombrada(const std::string& texto_aviso, const std::string& fichero)
 {

@@ -16,11 +16,12 @@ public:
     Date ahora() const override { return valor; }
 };
 
-/// A day of the calendar, and a day with a time.
-[[nodiscard]] Date dia(const char* texto); ///< `dd/mm/yyyy`
-[[nodiscard]] Date dia_y_hora(const char* texto, int horas, int minutos, int segundos);
+/// A day of the calendar, and a day with a time. One written otherwise raises an error that names the line.
+[[nodiscard]] Date dia(const char* texto, Donde donde = Donde::aqui()); ///< `dd/mm/yyyy`
+[[nodiscard]] Date dia_y_hora(
+    const char* texto, int horas, int minutos, int segundos, Donde donde = Donde::aqui());
 
-[[nodiscard]] Currency moneda(const char* texto); ///< "-1234.5"
+[[nodiscard]] Currency moneda(const char* texto, Donde donde = Donde::aqui()); ///< "-1234.5"
 
 /// The line of the project file on which an error box says the error happened, without blanks around;
 /// empty when the text does not begin with "[line] ".
