@@ -162,13 +162,20 @@ namespace {
     /// Qt's remarks on the surroundings are not for the person; what goes wrong is told by an error.
     void calla(QtMsgType, const QMessageLogContext&, const QString&) { }
 
+    /// Nothing is shown, so no display is asked for, whatever the person has set for his windows: the
+    /// platforms that need one end the program when there is none, and so do the themes of some desktops.
+    void sin_pantalla()
+    {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qunsetenv("QT_QPA_PLATFORMTHEME");
+    }
+
 }
 
 int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones)
 {
     qInstallMessageHandler(calla);
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen"); // nothing is shown: no display is asked for
+    sin_pantalla();
     int argc = 1;
     char nombre[] = "atipicos";
     char* argv[] = { nombre, nullptr };

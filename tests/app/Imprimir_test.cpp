@@ -16,7 +16,9 @@ namespace {
     using testing::Not;
     using testing::StartsWith;
 
-    const std::string sin_pantalla = "unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM XDG_RUNTIME_DIR;";
+    // Without a folder of the session's own Qt makes one among the temporary ones.
+    const std::string sin_pantalla
+        = "unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM XDG_RUNTIME_DIR; export TMPDIR=\"$PWD\";";
 
     struct ImprimirDeMuestra : testing::Test {
         pruebas::Programa programa;
@@ -81,6 +83,22 @@ namespace {
                  "Previsión de vencimientos", "31/12/2026", "3,37", "Asiento contable n.º 1",
                  "Página 1 de 1" })
             EXPECT_THAT(texto, HasSubstr(parte));
+    }
+
+    TEST_F(ImprimirDeMuestra, opens_no_display_whatever_is_set_for_windows)
+    {
+        registra({ 1 });
+        for (const auto* entorno : { "QT_QPA_PLATFORM=xcb", "QT_QPA_PLATFORM=wayland",
+                 "QT_QPA_PLATFORM=", "QT_QPA_PLATFORM=no-la-hay", "QT_QPA_PLATFORM=xcb DISPLAY=:9999",
+                 "QT_QPA_PLATFORM=wayland WAYLAND_DISPLAY=no-la-hay", "QT_QPA_PLATFORMTHEME=gtk3" }) {
+            const auto ejecucion
+                = programa("imprimir AT260001 --ejercicio 2026 --almacen 1 --salida cargo.pdf",
+                    sin_pantalla + " env " + entorno);
+            EXPECT_EQ(ejecucion.estado, 0) << entorno;
+            EXPECT_EQ(ejecucion.salida + ejecucion.errores, "") << entorno;
+            EXPECT_EQ(paginas("cargo.pdf"), 1) << entorno;
+            std::filesystem::remove(programa.carpeta / "cargo.pdf");
+        }
     }
 
     TEST_F(ImprimirDeMuestra, the_file_has_its_fonts_its_title_and_its_language)
