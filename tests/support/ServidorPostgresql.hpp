@@ -23,7 +23,8 @@ public:
     /// URL of a database in it.
     [[nodiscard]] std::string direccion(
         const std::string& base, const std::string& usuario = "atipicos") const;
-    /// The same for its ODBC driver, which is told to leave a transaction alone when a statement fails.
+    /// The same for its ODBC driver, which is told to leave a transaction alone when a statement fails, and
+    /// not to leave a log in the temporary folder as Debian's has it do.
     [[nodiscard]] std::string cadena_odbc(const std::string& base) const;
     [[nodiscard]] std::filesystem::path enchufe() const; ///< the socket that it listens on
     void crea_base(const std::string& base, const std::string& plantilla = "template1") const;

@@ -9,6 +9,7 @@ fi
 componente=$1 prueba=$2 cliente=$3 guion=$4
 
 carpeta=$(mktemp -d)
+export TMPDIR=$carpeta # Wine's server leaves its folder there
 export WINEPREFIX="$carpeta/prefijo" WINEDEBUG=-all WINEARCH=win64 QVORCOMPRASATIP_AVISOS=consola
 # No debugger that waits for a minute after a crash, no menus, no browsers, and nothing on a display.
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe,winedbg.exe=d"
