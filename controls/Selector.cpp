@@ -82,6 +82,12 @@ Selector::Selector(const QString& que, std::int64_t maximo, QWidget* parent)
     });
 }
 
+void Selector::Completa()
+{
+    if (m_pendiente)
+        Buscar();
+}
+
 void Selector::set_Fuente(std::shared_ptr<const FuenteFichas> fuente) { m_fuente = std::move(fuente); }
 
 QString Selector::codigo() const { return m_codigo->text(); }
@@ -92,6 +98,8 @@ void Selector::set_codigo(const QString& codigo)
     m_pendiente = false;
     m_elegido = !codigo.isEmpty();
     muestra({}, false);
+    if (m_codigo->hasFocus())
+        m_codigo->selectAll();
 }
 
 bool Selector::vacio() const { return m_codigo->text().isEmpty(); }
@@ -171,8 +179,13 @@ void Selector::abre_lista()
 
 bool Selector::eventFilter(QObject* objeto, QEvent* evento)
 {
-    if (evento->type() == QEvent::FocusOut && m_pendiente)
-        Buscar();
+    if (evento->type() == QEvent::FocusOut)
+        Completa();
+    // Given the focus by the program the box would have the cursor at its end, and a code typed then be hung
+    // on.
+    if (evento->type() == QEvent::FocusIn
+        && static_cast<QFocusEvent*>(evento)->reason() == Qt::OtherFocusReason)
+        m_codigo->selectAll();
     if (evento->type() != QEvent::KeyPress || m_codigo->isReadOnly())
         return QWidget::eventFilter(objeto, evento);
     switch (static_cast<QKeyEvent*>(evento)->key()) {

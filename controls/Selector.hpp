@@ -24,6 +24,8 @@ public:
     /// Looks up the code in the box and shows its name. False when there is no code or nothing of that code.
     bool Buscar();
 
+    void Completa(); ///< the same where a code has been typed and not looked up yet
+
     [[nodiscard]] QString Nombre() const; ///< as shown; empty when nothing was found
     [[nodiscard]] bool vacio() const; ///< no code in the box
 

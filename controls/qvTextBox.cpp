@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QRegularExpression>
 #include <QToolTip>
 #include <QValidator>
 
@@ -13,6 +14,16 @@
 namespace atipicos {
 
 namespace {
+
+    /// Without blanks and sign of euros; a point that cannot stand between thousands becomes the comma.
+    QString como_se_teclea(const QString& texto)
+    {
+        static const QRegularExpression con_punto(QStringLiteral("^-?\\d+\\.(\\d{1,2}|\\d{4,})$"));
+        QString numero = texto.trimmed();
+        if (numero.endsWith(u'€'))
+            numero = numero.chopped(1).trimmed();
+        return con_punto.match(numero).hasMatch() ? numero.replace(u'.', u',') : numero;
+    }
 
     /// Lets nothing but a number of so many decimals be typed or pasted.
     class ValidadorNumero final : public QValidator {
@@ -25,7 +36,7 @@ namespace {
 
         State validate(QString& texto, int& /*posicion*/) const override
         {
-            texto = texto.trimmed();
+            texto = como_se_teclea(texto);
             if (texto.isEmpty() || texto == u'-' || texto == u',' || texto == QLatin1String("-,"))
                 return Intermediate;
             const auto coma = texto.indexOf(u',');
@@ -64,6 +75,7 @@ qvTextBox::qvTextBox(QWidget* parent)
     setAlignment(Qt::AlignRight);
     setValidator(new ValidadorNumero(m_admitidos, this));
     connect(this, &QLineEdit::textEdited, this, &qvTextBox::tecleado);
+    connect(this, &QLineEdit::inputRejected, this, &qvTextBox::rechazado);
 }
 
 void qvTextBox::set_Decimales(int mostrados, int admitidos)
@@ -163,20 +175,22 @@ void qvTextBox::keyPressEvent(QKeyEvent* tecla)
         cambia_signo();
         return;
     }
-    const bool punto = tecla->key() == Qt::Key_Period;
-    if (!punto || isReadOnly()) {
+    if (tecla->key() != Qt::Key_Period || isReadOnly()) {
         QLineEdit::keyPressEvent(tecla);
-        return;
-    }
-    if (!tecla->modifiers().testFlag(Qt::KeypadModifier)) {
-        // "1.5" must not become 15 behind the person's back, and "1.500" is no one and a half.
-        QToolTip::showText(mapToGlobal(rect().bottomLeft()),
-            QStringLiteral("Los decimales se teclean con coma; los millares, sin punto."), this);
-        QApplication::beep();
         return;
     }
     QKeyEvent coma(QEvent::KeyPress, Qt::Key_Comma, Qt::NoModifier, QStringLiteral(","));
     QLineEdit::keyPressEvent(&coma);
+}
+
+void qvTextBox::rechazado()
+{
+    QToolTip::showText(mapToGlobal(rect().bottomLeft()),
+        m_admitidos == 0
+            ? QStringLiteral("Aquí se teclea un número entero.")
+            : QStringLiteral("Aquí se teclea un número con coma y hasta %1 decimales.").arg(m_admitidos),
+        this);
+    QApplication::beep();
 }
 
 } // namespace atipicos

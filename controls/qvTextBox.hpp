@@ -6,9 +6,11 @@
 
 namespace atipicos {
 
-/// A box for a number with decimal comma. The point of the keypad types the comma; a minus typed anywhere
-/// changes the sign. A number can be pasted with points between thousands. Left, it shows the number with
-/// points between thousands; entered, without them and all selected.
+/// A box for a number with decimal comma. The point of either keyboard types the comma; a minus typed
+/// anywhere changes the sign. A number can be pasted as people write it: with points between thousands, with
+/// a decimal point where it can be nothing else ("1234.56"), with a sign of euros. What cannot be read is
+/// refused as a whole, with a word. Left, the box shows the number with points between thousands; entered,
+/// without them and all selected.
 class qvTextBox : public QLineEdit {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(qvTextBox)
@@ -35,6 +37,7 @@ private:
     void cambia_signo();
     void da_forma();
     void quita_puntos();
+    void rechazado();
     void tecleado();
     [[nodiscard]] QString texto_de(Currency valor) const;
 

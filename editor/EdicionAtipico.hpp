@@ -17,6 +17,8 @@ struct LineaTecleada {
     std::string Observaciones;
     Currency Unidades;
     Currency Costo;
+
+    friend bool operator==(const LineaTecleada&, const LineaTecleada&) = default;
 };
 
 /// One row of the grid of lines: what it shows, and the account that it hides.

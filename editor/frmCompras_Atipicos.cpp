@@ -5,6 +5,7 @@
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
 #include "controls/Avance.hpp"
+#include "controls/SinComillas.hpp"
 #include "controls/Texto.hpp"
 #include "editor/frmEditor_Comentarios.hpp"
 #include "editor/frmRejillaAtipico.hpp"
@@ -35,6 +36,7 @@ frmCompras_Atipicos::frmCompras_Atipicos(QWidget* parent)
     m_ui->txtAlmacen->set_NombreAccesible(QStringLiteral("Almacén"));
     m_ui->txtProv->set_NombreAccesible(QStringLiteral("Proveedor"));
     m_ui->txtObservaciones->set_IntroAvanza(true);
+    pon_sin_comillas(*m_ui->txtObservaciones);
     m_ui->txtObservaciones->setFixedHeight(m_ui->txtObservaciones->fontMetrics().lineSpacing() * 3 + 12);
     conecta();
 }
@@ -229,8 +231,25 @@ void frmCompras_Atipicos::muestra_fila(int fila)
     pon_fila(*m_ui->vsCargos, fila, a_qt(tecleada.texto(decimales_costo())));
 }
 
+/// Whether what is keyed in and was not accepted as a line may go. Back to the row otherwise.
+bool frmCompras_Atipicos::deja_la_linea()
+{
+    if (!m_ui->fraLin->Pendiente())
+        return true;
+    bool la_deja = false;
+    trap("frmCompras_Atipicos:deja_la_linea", [&] {
+        la_deja
+            = confirma("Hay una línea tecleada que no se ha añadido al cargo.\r\r¿Desea continuar sin ella?");
+    });
+    if (!la_deja)
+        m_ui->fraLin->Enfocar();
+    return la_deja;
+}
+
 void frmCompras_Atipicos::cmdModificar_Click()
 {
+    if (m_ui->vsCargos->Rows() >= 2 && m_ui->vsCargos->Row() >= 1 && !deja_la_linea())
+        return;
     trap("frmCompras_Atipicos:cmdModificar_Click", [this] {
         const int fila = m_ui->vsCargos->Row();
         if (m_ui->vsCargos->Rows() < 2 || fila < 1)
@@ -247,6 +266,13 @@ void frmCompras_Atipicos::cmdAceptar_Click()
     if (m_guardando)
         return;
     const QScopedValueRollback guardando(m_guardando, true);
+    if (hay_lineas()) {
+        // Its accelerator leaves no box, by which a code would be looked up.
+        m_ui->txtAlmacen->Completa();
+        m_ui->txtProv->Completa();
+        if (!deja_la_linea())
+            return;
+    }
     trap("frmCompras_Atipicos:cmdAceptar_Click", [this] {
         if (!hay_lineas())
             return;
@@ -332,6 +358,9 @@ void frmCompras_Atipicos::cmdEliminar_Click()
         muestra_total();
         if (hay_lineas())
             return;
+        if (m_ui->cmdEliminar
+                ->hasFocus()) // disabled it would hand the focus on, to the button that closes the form
+            m_ui->fraLin->Enfocar();
         set_CincoBotones(false);
         m_ui->txtAlmacen->setEnabled(es_oficina_central());
         m_ui->fraLin->Limpiar_Observaciones();

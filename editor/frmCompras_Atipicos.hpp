@@ -51,7 +51,8 @@ private:
 
     // Line entry
     void txtImporte_Intro();
-    [[nodiscard]] bool cabecera_completa();
+    [[nodiscard]] [[nodiscard]] bool deja_la_linea();
+    bool cabecera_completa();
     void acepta_linea();
     void muestra_fila(int fila);
 

@@ -3,6 +3,7 @@
 #include "charges/Impuesto.hpp"
 #include "context/trap.hpp"
 #include "controls/Avance.hpp"
+#include "controls/SinComillas.hpp"
 #include "controls/Texto.hpp"
 #include "runtime/Formato.hpp"
 #include "ui_frmCompras_Atipicos_Linea.h"
@@ -27,8 +28,10 @@ frmCompras_Atipicos_Linea::frmCompras_Atipicos_Linea(QWidget* parent)
     m_ui->txtUnidades->set_Decimales(decimales_unidades, 4);
 
     connect(m_ui->txtArticulo, &Selector::Intro, this, &frmCompras_Atipicos_Linea::txtArticulo_Intro);
-    for (QLineEdit* texto : { m_ui->txtArticuloDescripcion, m_ui->txtObserv })
+    for (QLineEdit* texto : { m_ui->txtArticuloDescripcion, m_ui->txtObserv }) {
+        pon_sin_comillas(*texto);
         connect(texto, &QLineEdit::returnPressed, this, [texto] { pasa_al_siguiente(*texto); });
+    }
     for (qvTextBox* numero : { m_ui->txtUnidades, m_ui->txtCosto })
         connect(numero, &qvTextBox::Intro, this, [numero] { pasa_al_siguiente(*numero); });
     connect(m_ui->txtUnidades, &qvTextBox::Change, this,
@@ -57,6 +60,8 @@ LineaTecleada frmCompras_Atipicos_Linea::Linea() const
         de_qt(m_ui->txtObserv->text()), m_ui->txtUnidades->Valor(), m_ui->txtCosto->Valor() };
 }
 
+bool frmCompras_Atipicos_Linea::Pendiente() const { return !(Linea() == m_de_partida); }
+
 void frmCompras_Atipicos_Linea::set_Linea(const LineaTecleada& linea)
 {
     m_ui->txtArticulo->set_Codigo(linea.Cod_Articulo);
@@ -64,6 +69,7 @@ void frmCompras_Atipicos_Linea::set_Linea(const LineaTecleada& linea)
     m_ui->txtCosto->set_Valor(linea.Costo);
     m_ui->txtUnidades->set_Valor(linea.Unidades);
     m_ui->txtObserv->setText(a_qt(linea.Observaciones));
+    m_de_partida = Linea(); // as it is shown, with the decimals that the boxes have
     calcula_importe();
 }
 
@@ -72,6 +78,7 @@ void frmCompras_Atipicos_Linea::Limpiar()
     m_ui->txtArticulo->set_Codigo(0);
     for (auto* caja : findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly))
         caja->clear();
+    m_de_partida = {};
 }
 
 void frmCompras_Atipicos_Linea::Poner_a_cero()

@@ -29,6 +29,10 @@ public:
     void Suelta(); ///< lets go of the article lookup
 
     [[nodiscard]] LineaTecleada Linea() const;
+
+    /// Something stands in the fields that was keyed in since they were emptied or filled, and not accepted.
+    [[nodiscard]] bool Pendiente() const;
+
     void set_Linea(const LineaTecleada& linea); ///< error 6 when units × cost does not fit
     void Limpiar(); ///< nothing in any field
     void Poner_a_cero(); ///< ready for the next line: no texts, zeros in the numbers
@@ -47,6 +51,7 @@ private:
 
     std::unique_ptr<Ui::frmCompras_Atipicos_Linea> m_ui;
     std::optional<BuscaArticulo> m_articulos;
+    LineaTecleada m_de_partida; ///< what the fields were emptied or filled with
 };
 
 } // namespace atipicos

@@ -1,5 +1,6 @@
 #include "editor/frmEditor_Comentarios.hpp"
 
+#include "controls/SinComillas.hpp"
 #include "controls/Texto.hpp"
 #include "ui_frmEditor_Comentarios.h"
 
@@ -41,7 +42,7 @@ void frmEditor_Comentarios::set_Comentario(const std::string& comentario)
 
 void frmEditor_Comentarios::cmdAceptar_Click()
 {
-    m_comentario = de_qt(m_ui->txtComent->toPlainText().replace(u'\'', u'´'));
+    m_comentario = de_qt(sin_comillas(m_ui->txtComent->toPlainText()));
     m_aceptado = true;
     done(Accepted);
 }

@@ -4,6 +4,7 @@
 #include "tests/support/Contexto.hpp"
 #include "tests/support/Ventanas.hpp"
 
+#include <QClipboard>
 #include <QSignalSpy>
 #include <QToolTip>
 
@@ -79,17 +80,57 @@ private slots:
         QCOMPARE(caja.control->Valor(), moneda("-922337203685477.5807"));
     }
 
-    void the_keypad_point_is_the_comma_and_the_other_point_is_refused_with_a_word()
+    void the_point_of_either_keyboard_is_the_comma_and_a_second_one_is_refused_with_a_word()
     {
+        for (const bool teclado_numerico : { true, false }) {
+            Caja caja;
+            caja.teclea(QStringLiteral("14"));
+            if (teclado_numerico)
+                teclas_punto_del_teclado_numerico(caja.control);
+            else
+                caja.teclea(QStringLiteral("."));
+            caja.teclea(QStringLiteral("5"));
+            QVERIFY(QToolTip::text().isEmpty());
+            QCOMPARE(caja.texto(), QStringLiteral("14,5"));
+            caja.teclea(QStringLiteral(".7"));
+            QCOMPARE(
+                QToolTip::text(), QStringLiteral("Aquí se teclea un número con coma y hasta 2 decimales."));
+            QCOMPARE(caja.control->Valor(), moneda("14.57"));
+            QToolTip::hideText();
+            QTRY_VERIFY(QToolTip::text().isEmpty());
+        }
+    }
+
+    void a_number_is_pasted_as_people_write_it_or_refused_as_a_whole_data()
+    {
+        QTest::addColumn<QString>("pegado");
+        QTest::addColumn<QString>("queda");
+        const auto fila = [](const char* pegado, const char* queda) {
+            QTest::newRow(pegado) << QString::fromUtf8(pegado) << QString::fromUtf8(queda);
+        };
+        fila("1234.56", "1234,56");
+        fila("1.234,56", "1234,56");
+        fila("12,50 €", "12,50");
+        fila(" -3.5 ", "-3,5");
+        fila("1.234", "1234");
+        fila("1,234.56", "7");
+        fila("12,345", "7");
+        fila("12 euros", "7");
+    }
+
+    void a_number_is_pasted_as_people_write_it_or_refused_as_a_whole()
+    {
+        QFETCH(const QString, pegado);
+        QFETCH(const QString, queda);
         Caja caja;
-        caja.teclea(QStringLiteral("3"));
-        teclas_punto_del_teclado_numerico(caja.control);
-        QVERIFY(QToolTip::text().isEmpty());
-        caja.teclea(QStringLiteral("2.5"));
-        QCOMPARE(
-            QToolTip::text(), QStringLiteral("Los decimales se teclean con coma; los millares, sin punto."));
-        QCOMPARE(caja.texto(), QStringLiteral("3,25"));
-        QCOMPARE(caja.control->Valor(), moneda("3.25"));
+        caja.teclea(QStringLiteral("7"));
+        caja.control->selectAll();
+        QApplication::clipboard()->setText(pegado);
+        QTest::keyClick(caja.control, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(caja.texto(), queda);
+        QCOMPARE(QToolTip::text().isEmpty(), queda != QStringLiteral("7"));
+        QToolTip::hideText();
+        QTRY_VERIFY(QToolTip::text().isEmpty());
     }
 
     void without_decimals_there_is_no_comma()
