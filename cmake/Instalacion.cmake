@@ -1,4 +1,4 @@
-# What is installed, where, and the Debian package made of it. `ninja uninstall` takes back what `ninja install` put.
+# What is installed and where. `ninja uninstall` takes back what `ninja install` put.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
@@ -36,9 +36,10 @@ add_custom_target(muestra ALL DEPENDS "${muestra}/empresa.db")
 install(TARGETS atipicos)
 install(FILES "${muestra}/empresa.db" host/datos/reclamaciones.csv
     DESTINATION "${CMAKE_INSTALL_DATADIR}/QVORComprasAtip/muestra")
+install(FILES host/sql/permisos_postgresql.sql host/sql/permisos_sqlserver.sql
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/QVORComprasAtip/permisos")
 install(FILES packaging/escritorio/atipicos.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 install(FILES packaging/escritorio/atipicos.svg DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
-install(FILES packaging/escritorio/atipicos.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 install(FILES packaging/escritorio/atipicos.bash-completion
     DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME atipicos)
 install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/atipicos" RENAME copyright)
@@ -49,15 +50,4 @@ add_custom_target(uninstall
     COMMENT "Taking back what was installed"
     VERBATIM)
 
-set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_NAME atipicos)
-set(CPACK_PACKAGE_CONTACT "the authors of QVORComprasAtip <qvorcomprasatip@localhost>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "charges raised against suppliers, recorded and posted")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "A component that records claims against suppliers, numbers them and posts them\n in the accounts, for host applications in any language, and a program that uses it.")
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SECTION misc)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_STRIP_FILES ON)
-include(CPack)
+include(cmake/Paquete.cmake)

@@ -19,6 +19,15 @@ find_program(ATIPICOS_LLD ld.lld)
 if(ATIPICOS_LLD AND NOT WIN32) # links in a quarter of the time
     target_link_options(atipicos_opciones INTERFACE -fuse-ld=lld)
 endif()
+if(NOT WIN32 AND NOT ATIPICOS_SANITIZADORES AND NOT ATIPICOS_FUZZ)
+    # What the distribution hardens its own packages with (dpkg-buildflags, hardening=+all). Debug builds are left as
+    # they are written: without optimisation the checked functions do not exist. Executables are position
+    # independent by the compiler's own choice, which the test of the package sees to.
+    set(optimizado "$<NOT:$<CONFIG:Debug>>")
+    target_compile_options(atipicos_opciones INTERFACE "$<${optimizado}:-fstack-protector-strong>")
+    target_compile_definitions(atipicos_opciones INTERFACE "$<${optimizado}:_FORTIFY_SOURCE=2>")
+    target_link_options(atipicos_opciones INTERFACE -Wl,-z,relro -Wl,-z,now)
+endif()
 if(ATIPICOS_SANITIZADORES)
     target_compile_options(atipicos_opciones INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -Wno-null-dereference)

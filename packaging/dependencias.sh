@@ -5,8 +5,8 @@
 #   ventanas  also what its windows are built and shown with
 #   pruebas   also what the tests and benchmarks are built and run with
 #   medidas   also what packaging/cobertura.sh and tests/fuzz/corre.sh need
-#   ci        also what the checks of the source need, a spooler for the test of printing, and what the component for
-#             Windows is built and tried with
+#   ci        also what the checks of the source and of the package need, a spooler for the test of printing, and what
+#             the component for Windows is built and tried with
 set -euo pipefail
 
 paquetes=(cmake g++ libcli11-dev libcsv-dev libpq-dev libsqlite3-dev libssl-dev libxlsxwriter-dev ninja-build
@@ -20,7 +20,8 @@ for para in "$@"; do
             ;;
         medidas) paquetes+=(clang gcovr) ;;
         ci)
-            paquetes+=(clang-format clang-tidy cups g++-mingw-w64-x86-64-posix make tcl wine wine64)
+            paquetes+=(appstream clang-format clang-tidy cups desktop-file-utils g++-mingw-w64-x86-64-posix lintian make
+                tcl wine wine64)
             ;;
         *)
             echo "packaging/dependencias.sh: no se conoce «$para»" >&2

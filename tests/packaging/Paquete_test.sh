@@ -14,6 +14,17 @@ raiz=$carpeta/raiz
 paquete=$(ls "$carpeta"/cpack/*.deb)
 dpkg-deb -c "$paquete" | awk '$1 !~ /^d/ { print $3, $6, $7, $8 }'
 
+# lintian knows what a distribution refuses; what it only remarks on is not asked.
+if command -v lintian >/dev/null; then
+    dicho=$(TMPDIR=$carpeta lintian --allow-root --fail-on none --tag-display-limit 0 "$paquete" 2>&1) \
+        || { echo "$dicho" >&2; exit 1; }
+    errores=$(grep '^E:' <<<"$dicho" || true)
+    [ -z "$errores" ] || { echo "$errores" >&2; exit 1; }
+    echo "lintian: ningún error"
+else
+    echo "Omitido: falta lintian (apt-get install lintian)."
+fi
+
 mkdir -p "$raiz/var/lib/dpkg/info" "$raiz/var/lib/dpkg/updates"
 cp /var/lib/dpkg/status "$raiz/var/lib/dpkg/" # what is installed here is what it may depend on
 if [ "$(id -u)" -eq 0 ]; then
@@ -29,10 +40,66 @@ cp -r "$raiz/usr/share/QVORComprasAtip/muestra" "$carpeta/datos"
 "$atipicos" verificar --datos "$carpeta/datos"
 bash -c ". '$raiz/usr/share/bash-completion/completions/atipicos'
     COMP_WORDS=(atipicos regi) COMP_CWORD=1; _atipicos; [ \"\${COMPREPLY[*]}\" = registrar ]"
-grep -q '^Exec=.*atipicos' "$raiz/usr/share/applications/atipicos.desktop"
+for fichero in "$raiz/usr/share/applications/atipicos.desktop" "$raiz"/usr/share/metainfo/*.metainfo.xml; do
+    [ -s "$fichero" ] || { echo "falta $fichero" >&2; exit 1; }
+done
+if command -v desktop-file-validate >/dev/null; then
+    dicho=$(desktop-file-validate "$raiz/usr/share/applications/atipicos.desktop" 2>&1)
+    [ -z "$dicho" ] || { echo "$dicho" >&2; exit 1; }
+    echo "entrada de escritorio: válida"
+else
+    echo "Omitido: falta desktop-file-validate (apt-get install desktop-file-utils)."
+fi
+if command -v appstreamcli >/dev/null; then
+    dicho=$(appstreamcli validate --no-net --pedantic "$raiz"/usr/share/metainfo/*.metainfo.xml) \
+        || { echo "$dicho" >&2; exit 1; }
+    echo "metadatos AppStream: válidos"
+else
+    echo "Omitido: falta appstreamcli (apt-get install appstream)."
+fi
+# What the entry starts, as a desktop does: with the person's own folder, whatever its name.
+casa="$carpeta/la casa de \"Ana\" \$1"
+mkdir -p "$casa"
+HOME=$casa PATH="$carpeta/falso:$PATH" python3 - "$raiz/usr/share/applications/atipicos.desktop" "$carpeta/falso" <<'FIN'
+import os, re, subprocess, sys
+os.mkdir(sys.argv[2])
+falso = os.path.join(sys.argv[2], "atipicos")
+with open(falso, "w") as orden:
+    orden.write('#!/bin/sh\nprintf "%s\\n" "$@"\n')
+os.chmod(falso, 0o755)
+linea = next(l for l in open(sys.argv[1], encoding="utf-8") if l.startswith("Exec="))[5:].rstrip("\n")
+linea = re.sub(r"\\(.)", lambda m: {"s": " ", "n": "\n", "t": "\t"}.get(m[1], m[1]), linea) # of any value
+palabras = [re.sub(r"\\(.)", r"\1", m[1]) if m[1] is not None else m[2]
+            for m in re.finditer(r'"((?:[^"\\]|\\.)*)"|([^\s"]+)', linea)] # of this one
+dicho = subprocess.run(palabras, capture_output=True, text=True, check=True).stdout
+if dicho != "--datos\n" + os.environ["HOME"] + "/atipicos\n":
+    sys.exit("la entrada de escritorio ejecuta: " + repr(dicho))
+FIN
+version=$("$atipicos" --version | cut -d' ' -f2)
+grep -q "<release version=\"$version\"" "$raiz"/usr/share/metainfo/*.metainfo.xml
+zcat "$raiz/usr/share/doc/atipicos/changelog.gz" | sed -n 1p | grep -q "^atipicos ($version) "
+for guion in permisos_postgresql.sql permisos_sqlserver.sql; do
+    grep -q atipicos_puesto "$raiz/usr/share/QVORComprasAtip/permisos/$guion"
+done
+
+# Hardened as the distribution's own. What needs an optimised build is asked of one.
+endurecido() {
+    readelf -W -d -l "$1" >"$carpeta/elf"
+    readelf -W --dyn-syms "$1" >"$carpeta/simbolos"
+    grep -q 'BIND_NOW\|Flags: NOW' "$carpeta/elf" || { echo "$1: sin BIND_NOW" >&2; return 1; }
+    grep -q GNU_RELRO "$carpeta/elf" || { echo "$1: sin RELRO" >&2; return 1; }
+    grep -q 'GNU_STACK.* RW ' "$carpeta/elf" || { echo "$1: con la pila ejecutable" >&2; return 1; }
+    readelf -h "$1" | grep -q 'Type: *DYN' || { echo "$1: no es independiente de su posición" >&2; return 1; }
+    grep -qx 'CMAKE_BUILD_TYPE:STRING=Debug' "$compilacion/CMakeCache.txt" && return 0
+    grep -q '__stack_chk_fail' "$carpeta/simbolos" || { echo "$1: sin protector de la pila" >&2; return 1; }
+    grep -q '__[a-z]*_chk@' "$carpeta/simbolos" || { echo "$1: sin funciones comprobadas" >&2; return 1; }
+}
+endurecido "$atipicos"
+endurecido "$(find "$raiz/usr/lib" -name 'libQVORComprasAtip.so.*.*')"
+echo "binarios endurecidos"
 [ -n "$(find "$raiz/usr/lib" -name 'libQVORComprasAtip.so.*')" ]
 [ -s "$raiz/usr/share/icons/hicolor/scalable/apps/atipicos.svg" ]
-pagina=$(sed 's/\\-/-/g' "$raiz"/usr/share/man/man1/atipicos.1)
+pagina=$(zcat "$raiz"/usr/share/man/man1/atipicos.1.gz | sed 's/\\-/-/g')
 
 # Every command and option that the help tells is on the man page and is completed, and nothing else is completed.
 declaradas() { sed -nE "s/^  (.*,)?($1)( .*)?\$/\2/p"; }
