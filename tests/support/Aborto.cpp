@@ -66,7 +66,7 @@ namespace {
     std::string lineas()
     {
         std::string orden;
-        for (int i = 0; i < cuantos_marcos; ++i) {
+        for (int i = 1; i < cuantos_marcos; ++i) { // the first is where they are noted
             Dl_info donde{};
             Dl_info esta{};
             if (dladdr(marcos[static_cast<std::size_t>(i)], &donde) == 0

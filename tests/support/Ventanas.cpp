@@ -43,10 +43,7 @@ int main(int argc, char** argv)
     }
     argv[1] = argv[0]; // the rest is for QTest
     const QApplication aplicacion(--argc, ++argv);
-    atipicos::pruebas::di_donde_al_abortar([&] {
-        return clase->first
-            + "::" + (QTest::currentTestFunction() != nullptr ? QTest::currentTestFunction() : "");
-    });
+    atipicos::pruebas::di_donde_al_abortar([&] { return clase->first; });
     const auto pruebas = clase->second();
     QTEST_SET_MAIN_SOURCE_PATH
     return QTest::qExec(pruebas.get(), argc, argv);
