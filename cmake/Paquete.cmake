@@ -28,7 +28,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME atipicos)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "charges raised against suppliers, recorded and posted")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "A component that records claims against suppliers, numbers them and posts them\n in the accounts, for host applications in any language, and a program that uses it.")
+    "A component that records claims against suppliers, numbers them and posts\n them in the accounts, for host applications in any language, and a program\n that uses it.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
