@@ -30,7 +30,7 @@ std::optional<std::string> FuenteFichas::nombre(const std::string& codigo, Donde
         donde);
     if (rs->Eof())
         return std::nullopt;
-    return adodb::texto(*rs, "Nombre", donde);
+    return adodb::nombre(*rs, "Nombre", donde);
 }
 
 std::vector<Ficha> FuenteFichas::todas(Donde donde) const
@@ -47,6 +47,7 @@ std::vector<Ficha> FuenteFichas::todas(Donde donde) const
         auto& ficha = fichas.emplace_back();
         codigo.anexa_texto(ficha.Codigo);
         nombre.anexa_texto(ficha.Nombre);
+        ficha.Nombre = adodb::sin_apostrofos(std::move(ficha.Nombre));
     }
     return fichas;
 }

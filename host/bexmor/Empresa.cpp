@@ -26,7 +26,7 @@ bool Empresa::Cargar(Donde donde)
     const bool existe = !rs->Eof();
     if (existe) {
         m_longitud_cuenta = adodb::entero(*rs, "LongitudCuenta", donde);
-        m_cuenta_banco_pago = adodb::texto(*rs, "CuentaBancoPago", donde);
+        m_cuenta_banco_pago = adodb::nombre(*rs, "CuentaBancoPago", donde);
     }
     for (; !rs->Eof(); rs->MoveNext(donde))
         if (!rs->Fields("Tipo", donde).Value(donde).es_nulo())

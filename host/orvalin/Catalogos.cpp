@@ -17,7 +17,8 @@ std::optional<Almacen> Catalogos::almacen(std::int16_t codigo, Donde donde) cons
     const auto rs = ficha("Almacenes", codigo, donde);
     if (rs->Eof())
         return std::nullopt;
-    return Almacen{ adodb::texto(*rs, "Nombre", donde), adodb::entero(*rs, "EmpContable", donde) };
+    return Almacen{ adodb::nombre(*rs, "Nombre", donde), adodb::entero(*rs, "EmpContable", donde),
+        adodb::nombre(*rs, "CtaIngresosAtipicos", donde) };
 }
 
 std::optional<std::string> Catalogos::proveedor(std::int32_t codigo, Donde donde) const
@@ -25,7 +26,16 @@ std::optional<std::string> Catalogos::proveedor(std::int32_t codigo, Donde donde
     const auto rs = ficha("Proveedores", codigo, donde);
     if (rs->Eof())
         return std::nullopt;
-    return adodb::texto(*rs, "Nombre", donde);
+    return adodb::nombre(*rs, "Nombre", donde);
+}
+
+std::optional<CuentasProveedor> Catalogos::cuentas_proveedor(std::int32_t codigo, Donde donde) const
+{
+    const auto rs = ficha("Proveedores", codigo, donde);
+    if (rs->Eof())
+        return std::nullopt;
+    return CuentasProveedor{ adodb::nombre(*rs, "Cta_Proveedor", donde),
+        adodb::nombre(*rs, "Cta_Deudor", donde), adodb::nombre(*rs, "Cta_DeudaCortoPlazo", donde) };
 }
 
 std::optional<Articulo> Catalogos::articulo(std::int32_t codigo, Donde donde) const
@@ -33,7 +43,7 @@ std::optional<Articulo> Catalogos::articulo(std::int32_t codigo, Donde donde) co
     const auto rs = ficha("Articulos", codigo, donde);
     if (rs->Eof())
         return std::nullopt;
-    return Articulo{ adodb::texto(*rs, "Nombre", donde), adodb::texto(*rs, "CtaIngresosAtipicos", donde) };
+    return Articulo{ adodb::nombre(*rs, "Nombre", donde), adodb::nombre(*rs, "CtaIngresosAtipicos", donde) };
 }
 
 std::vector<Ficha> Catalogos::empresas(Donde donde) const { return fichas("Empresas", donde); }
@@ -67,7 +77,7 @@ std::vector<Ficha> Catalogos::fichas(const std::string& tabla_y_filtro, Donde do
     const auto rs = consulta("SELECT Codigo, Nombre FROM " + tabla_y_filtro + " ORDER BY Codigo", donde);
     for (; !rs->Eof(); rs->MoveNext(donde))
         todas.push_back(
-            { CLng(rs->Fields("Codigo", donde).Value(donde), donde), adodb::texto(*rs, "Nombre", donde) });
+            { CLng(rs->Fields("Codigo", donde).Value(donde), donde), adodb::nombre(*rs, "Nombre", donde) });
     return todas;
 }
 

@@ -20,6 +20,14 @@ struct Ficha {
 struct Almacen {
     std::string Nombre;
     std::int16_t EmpContable = 0; ///< accounting company, 0 for none
+    std::string CtaIngresosAtipicos; ///< may be empty
+};
+
+/// The accounts of a supplier's record; each may be empty, and is formed from its root then.
+struct CuentasProveedor {
+    std::string Proveedor;
+    std::string Deudor;
+    std::string DeudaCortoPlazo;
 };
 
 struct Articulo {
@@ -28,7 +36,8 @@ struct Articulo {
 };
 
 /// What a command has to know of a company's warehouses, suppliers and articles, and of the companies and
-/// users there are. Each call asks the database; nothing is kept.
+/// users there are. Each call asks the database; nothing is kept. The texts have ´ for ', like those that a
+/// person types: they may come into statements.
 class Catalogos {
 public:
     Catalogos(std::shared_ptr<adodb::Connection> conexion, std::int16_t empresa);
@@ -37,6 +46,8 @@ public:
     [[nodiscard]] std::optional<Almacen> almacen(std::int16_t codigo, Donde donde = Donde::aqui()) const;
     [[nodiscard]] std::optional<std::string> proveedor(
         std::int32_t codigo, Donde donde = Donde::aqui()) const; ///< its name
+    [[nodiscard]] std::optional<CuentasProveedor> cuentas_proveedor(
+        std::int32_t codigo, Donde donde = Donde::aqui()) const;
     [[nodiscard]] std::optional<Articulo> articulo(std::int32_t codigo, Donde donde = Donde::aqui()) const;
 
     // In order of code.

@@ -98,7 +98,7 @@ int Empresa::DecimalesImporte(Donde) const { return m_datos.DecimalesImporte; }
 int Empresa::DecimalesCosto(Donde) const { return m_datos.DecimalesCosto; }
 int Empresa::DecimalesPrecio(Donde) const { return m_datos.DecimalesPrecio; }
 std::int16_t Empresa::AlmacenDefecto(Donde) const { return m_datos.AlmacenDefecto; }
-std::int32_t Empresa::EnlaceContable(Donde) const { return m_datos.EnlaceContable; }
+std::int32_t Empresa::EnlaceContable(Donde) const { return m_contabiliza ? m_datos.EnlaceContable : 0; }
 std::int16_t Empresa::EmpresaProveedores(Donde) const { return m_datos.EmpresaProveedores; }
 std::int32_t Empresa::RaizProveedores(Donde) const { return m_datos.RaizProveedores; }
 

@@ -22,6 +22,9 @@ public:
     /// Reads everything again; on an error the values are those of before.
     void Recargar(Donde donde = Donde::aqui());
 
+    /// While false, charges are saved without an entry, whatever the company says of its accounting link.
+    void contabiliza(bool si) noexcept { m_contabiliza = si; }
+
     [[nodiscard]] const std::string& NIF() const noexcept { return m_datos.NIF; }
     [[nodiscard]] std::int32_t Usuario() const noexcept { return m_usuario; }
 
@@ -67,6 +70,7 @@ private:
     std::int16_t m_codigo;
     std::int32_t m_usuario;
     Datos m_datos;
+    bool m_contabiliza = true;
 };
 
 } // namespace atipicos::orvalin

@@ -25,7 +25,7 @@ namespace {
     template <class Ficha> bool lee(Ficha& ficha, adodb::Recordset& rs, Donde donde)
     {
         const auto texto
-            = [&](const char* campo) { return rs.Eof() ? std::string() : adodb::texto(rs, campo, donde); };
+            = [&](const char* campo) { return rs.Eof() ? std::string() : adodb::nombre(rs, campo, donde); };
         ficha.Nombre = texto("Nombre");
         ficha.Domicilio = texto("Domicilio");
         ficha.CodigoPostal = texto("CodigoPostal");
@@ -56,7 +56,7 @@ FichaProveedor::FichaProveedor(std::shared_ptr<adodb::Connection> conexion, cons
 bool FichaProveedor::Cargar(Donde donde)
 {
     const auto rs = fila(m_conexion, "Proveedores", m_empresa.EmpresaProveedores(donde), Codigo, donde);
-    NIF = rs->Eof() ? std::string() : adodb::texto(*rs, "NIF", donde);
+    NIF = rs->Eof() ? std::string() : adodb::nombre(*rs, "NIF", donde);
     return lee(*this, *rs, donde);
 }
 

@@ -8,10 +8,23 @@ std::string texto(Recordset& rs, std::string_view campo, Donde donde)
     return valor.es_nulo() ? std::string() : CStr(valor, donde);
 }
 
+std::string nombre(Recordset& rs, std::string_view campo, Donde donde)
+{
+    return sin_apostrofos(texto(rs, campo, donde));
+}
+
 std::int16_t entero(Recordset& rs, std::string_view campo, Donde donde)
 {
     const Variant valor = rs.Fields(campo, donde).Value(donde);
     return valor.es_nulo() ? std::int16_t{ 0 } : CInt(valor, donde);
+}
+
+std::string sin_apostrofos(std::string texto)
+{
+    static constexpr std::string_view acento = "´";
+    for (auto p = texto.find('\''); p != std::string::npos; p = texto.find('\'', p + acento.size()))
+        texto.replace(p, 1, acento);
+    return texto;
 }
 
 } // namespace atipicos::adodb

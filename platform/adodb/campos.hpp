@@ -9,6 +9,11 @@
 namespace atipicos::adodb {
 
 [[nodiscard]] std::string texto(Recordset& rs, std::string_view campo, Donde donde = Donde::aqui()); ///< ""
+/// A name of a catalogue that may come into a statement: with ´ for ', as what a person types.
+[[nodiscard]] std::string nombre(Recordset& rs, std::string_view campo, Donde donde = Donde::aqui());
 [[nodiscard]] std::int16_t entero(Recordset& rs, std::string_view campo, Donde donde = Donde::aqui()); ///< 0
+
+/// The text with an acute accent for each quote, which would end it in the statement that stores it.
+[[nodiscard]] std::string sin_apostrofos(std::string texto);
 
 } // namespace atipicos::adodb

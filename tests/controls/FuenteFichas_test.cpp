@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+
 using atipicos::Error;
 using atipicos::Ficha;
 using atipicos::FuenteFichas;
@@ -29,6 +31,18 @@ private slots:
         QCOMPARE(fuente.nombre("000103").value_or(""), std::string("Ñandú Exportaciones, S.L."));
         QVERIFY(!fuente.nombre("7"));
         QVERIFY(!fuente.nombre("999999999999"));
+    }
+
+    void gives_names_with_an_accent_for_a_quote()
+    {
+        const Banco banco;
+        banco.bases().orvalin->Execute("UPDATE Proveedores SET Nombre ='D''Alcoi' WHERE Codigo =103");
+        const auto fuente = proveedores(banco);
+        QCOMPARE(fuente.nombre("103").value_or(""), std::string("D´Alcoi"));
+        std::vector<std::string> nombres;
+        for (const auto& ficha : fuente.todas())
+            nombres.push_back(ficha.Nombre);
+        QVERIFY(std::find(nombres.begin(), nombres.end(), "D´Alcoi") != nombres.end());
     }
 
     void compares_a_text_code_as_text()

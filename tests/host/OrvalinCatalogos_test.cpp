@@ -36,6 +36,28 @@ namespace {
         EXPECT_FALSE(catalogos.articulo(0));
     }
 
+    TEST_F(OrvalinCatalogos, know_the_accounts_of_a_supplier)
+    {
+        bases.orvalin->Execute("UPDATE Proveedores SET Cta_Proveedor ='40000001', Cta_Deudor ='44000002', "
+                               "Cta_DeudaCortoPlazo ='52100003' WHERE Codigo =103");
+        const auto cuentas = catalogos.cuentas_proveedor(103).value();
+        EXPECT_EQ(cuentas.Proveedor, "40000001");
+        EXPECT_EQ(cuentas.Deudor, "44000002");
+        EXPECT_EQ(cuentas.DeudaCortoPlazo, "52100003");
+        EXPECT_FALSE(catalogos.cuentas_proveedor(7));
+    }
+
+    TEST_F(OrvalinCatalogos, hand_over_an_accent_for_each_quote)
+    {
+        for (const auto* tabla : { "Proveedores", "Articulos", "Almacenes" })
+            bases.orvalin->Execute(
+                std::string("UPDATE ") + tabla + " SET Nombre ='''d''Or''' WHERE Codigo IN (103, 1003, 3)");
+        EXPECT_EQ(catalogos.proveedor(103), "´d´Or´");
+        EXPECT_EQ(catalogos.articulo(1003).value().Nombre, "´d´Or´");
+        EXPECT_EQ(catalogos.almacen(3).value().Nombre, "´d´Or´");
+        EXPECT_EQ(catalogos.almacenes().at(2).Nombre, "´d´Or´");
+    }
+
     TEST_F(OrvalinCatalogos, see_only_what_belongs_to_their_company)
     {
         const Catalogos segunda(bases.orvalin, 2);
