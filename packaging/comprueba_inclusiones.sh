@@ -36,8 +36,8 @@ permitidas() {
         host/comprobacion/*)
             echo runtime platform context charges browser host/sql host/bases host/terminal host/sesion host/comprobacion ;;
         host/reclamaciones/*)
-            echo runtime platform context charges posting editor browser engines host/sql host/orvalin host/terminal \
-                host/sesion host/comprobacion host/reclamaciones ;;
+            echo runtime platform context charges posting editor browser engines host/sql host/bases host/orvalin \
+                host/bexmor host/terminal host/sesion host/comprobacion host/reclamaciones ;;
         host/ventanas/*)
             echo runtime platform context controls printing host/bases host/orvalin host/terminal host/sesion \
                 host/ventanas ;;

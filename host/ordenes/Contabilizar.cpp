@@ -35,8 +35,19 @@ namespace {
                 + " no está completo: ábralo en el visor con «Modificar», complételo y acéptelo.");
     }
 
+    std::vector<Prevision> previsiones(const Contabilizacion& datos, const Sesion& sesion)
+    {
+        AvisosRecogidos avisos(sesion.avisos);
+        try {
+            return previsiones_propuestas(datos, avisos);
+        } catch (const Error& error) {
+            rehusa("No se ha contabilizado nada: " + error.descripcion());
+        }
+    }
+
     /// The stored charge as the save hands it over to be posted.
-    DatosAsiento datos_de(const CargoGuardado& cargo, const ClaveAtipico& clave, bool franquiciado)
+    DatosAsiento datos_de(
+        const Sesion& sesion, const CargoGuardado& cargo, const ClaveAtipico& clave, bool franquiciado)
     {
         const auto& cabecera = cargo.cabecera;
         DatosAsiento datos{ cabecera.Fecha, cabecera.Proveedor, cabecera.Nombre_Proveedor, clave.Almacen,
@@ -52,8 +63,9 @@ namespace {
             rehusa("El cargo " + clave.Codigo + " se guardó con un impuesto del "
                 + texto_pantalla(cabecera.Impuesto, 2) + " % y ahora es del " + texto_pantalla(porcentaje, 2)
                 + " %: ábralo en el visor con «Modificar» y acéptelo.");
-        datos.Previsiones = previsiones_propuestas({ cabecera.Importe + cabecera.Impuesto_Importe,
-            cabecera.Proveedor, cabecera.Fecha, cargo.EmpContable, genera_previsiones() });
+        datos.Previsiones = previsiones({ cabecera.Importe + cabecera.Impuesto_Importe, cabecera.Proveedor,
+                                            cabecera.Fecha, cargo.EmpContable, genera_previsiones() },
+            sesion);
         return datos;
     }
 
@@ -83,7 +95,7 @@ int contabilizar(const OpcionesComunes& comunes, const OpcionesContabilizar& opc
     if (!cargo)
         no_existe(clave);
     exige_sin_asiento(sesion, comunes.empresa, clave);
-    const auto datos = datos_de(*cargo, clave, opciones.franquiciado);
+    const auto datos = datos_de(sesion, *cargo, clave, opciones.franquiciado);
 
     // Management is committed first, as in a save: a process that dies in between leaves the charge as it was
     // found, to be posted again.

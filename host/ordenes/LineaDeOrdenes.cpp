@@ -210,8 +210,17 @@ namespace {
             = comun(app.add_subcommand("registrar", "Registra y contabiliza los cargos de un fichero CSV"),
                 todo.comunes);
         registrar->add_option("FICHERO", todo.registrar.fichero, "Fichero CSV de reclamaciones")->required();
+        registrar
+            ->add_option("--otra-vez", todo.registrar.otra_vez,
+                "También las reclamaciones de estas referencias (R1,R2), aunque ya se registraran")
+            ->type_name("REFERENCIAS")
+            ->expected(1)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+            ->allow_extra_args(false);
         registrar->add_flag(
-            "--otra-vez", todo.registrar.otra_vez, "También los que ya se registraron de ese fichero");
+            "--comprobar", todo.registrar.comprobar, "Sólo dice lo que está mal, sin escribir nada");
+        registrar->add_flag("--sin-asiento", todo.registrar.sin_asiento,
+            "Guarda sin asiento los cargos que no se pueden contabilizar");
 
         auto* listar = comun(app.add_subcommand("listar", "Lista los cargos entre dos fechas"), todo.comunes);
         listar->add_option("--desde", todo.desde, "Primer día")

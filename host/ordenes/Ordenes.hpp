@@ -14,7 +14,9 @@ namespace atipicos::app {
 
 struct OpcionesRegistrar {
     std::filesystem::path fichero;
-    bool otra_vez = false;
+    std::vector<std::string> otra_vez = {}; ///< references that are recorded again, in lists with commas
+    bool comprobar = false; ///< stop before anything is written
+    bool sin_asiento = false; ///< keep without an entry what cannot be posted
 };
 
 struct OpcionesListar {

@@ -6,12 +6,6 @@ namespace atipicos::app {
 
 namespace {
 
-    void repara(Reclamacion& reclamacion, int fila, const char* columna, const std::string& motivo)
-    {
-        reclamacion.errores.push_back({ fila, columna, motivo });
-        reclamacion.valida = false;
-    }
-
     /// What there is under the code, of those known or else of the catalogue; null when there is nothing.
     template <class Codigo, class Ficha, class Pregunta>
     const Ficha* conocida(std::map<Codigo, Ficha>& conocidas, Codigo codigo, Pregunta pregunta)

@@ -1,40 +1,56 @@
 #pragma once
 
 #include "browser/DetalleAtipico.hpp"
+#include "editor/GuardarAtipico.hpp"
 #include "platform/adodb/Connection.hpp"
 
 #include <cstdint>
+#include <map>
 #include <memory>
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace atipicos::app {
 
-/// A reference of a claims file that has become a charge.
+/// A reference that has become a charge.
 struct Importada {
-    std::int16_t vez = 0; ///< how often it has been recorded
-    ClaveAtipico clave; ///< the last time
+    std::int16_t vez = 0; ///< 1, and one more each time it is recorded again on purpose
+    ClaveAtipico clave;
+    std::string huella; ///< of the file in which it came
+    std::string contenido; ///< of the claim; empty: an earlier program knew the file alone
 };
 
-/// Which references of one claims file, known by its digest, have become which charges of a company.
+/// What is told apart of a claim with a known reference.
+struct Reclamada {
+    std::string contenido; ///< see `contenido_de`
+    const CargoTecleado& tecleado;
+};
+
+/// Which claims of a company have become which charges, as they are found with one file.
 class Importaciones {
 public:
+    /// `huella` is the digest of the file.
     Importaciones(std::shared_ptr<adodb::Connection> conexion, std::int16_t empresa, std::string huella);
 
-    [[nodiscard]] bool hay_alguna() const; ///< of the file
+    /// Each time that the reference has been recorded, in order; empty: never.
+    [[nodiscard]] std::vector<Importada> busca(const std::string& referencia) const;
 
-    /// Nothing when the reference has not been recorded.
-    [[nodiscard]] std::optional<Importada> busca(const std::string& referencia) const;
+    /// The same of many of them, in one query; those that never were are left out.
+    [[nodiscard]] std::map<std::string, std::vector<Importada>> busca(
+        const std::vector<std::string>& referencias) const;
+
+    /// The last of those times at which the very same claim was recorded; null: it always said something
+    /// else. Of a time whose content is not known the file decides, or else the charge as it is stored; a
+    /// charge that is gone counts as the same.
+    [[nodiscard]] const Importada* la_misma(
+        const std::vector<Importada>& veces, const Reclamada& reclamada) const;
 
     /// Remembers the charge on `conexion`, inside the transaction that saves it. Raises an error that says so
     /// when another process has recorded the reference since it was looked up.
-    void anota(adodb::Connection& conexion, const std::string& referencia, std::int16_t vez,
-        const ClaveAtipico& clave) const;
+    void anota(adodb::Connection& conexion, const std::string& referencia, const std::string& contenido,
+        std::int16_t vez, const ClaveAtipico& clave) const;
 
 private:
-    [[nodiscard]] std::unique_ptr<adodb::Recordset> consulta(
-        const std::string& que, const std::string& condicion = {}) const;
-
     std::shared_ptr<adodb::Connection> m_conexion;
     std::int16_t m_empresa;
     std::string m_huella;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/sesion/AvisosRecogidos.hpp"
 #include "posting/GenerarPrev.hpp"
 
 #include <vector>
@@ -8,7 +9,10 @@ namespace atipicos::app {
 
 [[nodiscard]] bool genera_previsiones(); ///< whether the company is configured to forecast its payments
 
-/// The forecasts that the terms propose, as a clerk accepts them unchanged; none when none are wanted.
-[[nodiscard]] std::vector<Prevision> previsiones_propuestas(const Contabilizacion& datos);
+/// The forecasts that the terms propose, as a clerk accepts them unchanged; none when none are wanted, and
+/// when the terms give none. Raises an error that says so when they cannot be worked out, which `avisos` has
+/// to be collecting, and when they do not add up to the amount: the dialog would not accept those either.
+[[nodiscard]] std::vector<Prevision> previsiones_propuestas(
+    const Contabilizacion& datos, AvisosRecogidos& avisos);
 
 } // namespace atipicos::app

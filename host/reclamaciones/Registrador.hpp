@@ -4,40 +4,54 @@
 #include "host/reclamaciones/ConexionConAnotacion.hpp"
 #include "host/reclamaciones/FicheroReclamaciones.hpp"
 #include "host/reclamaciones/Importaciones.hpp"
+#include "host/reclamaciones/Revision.hpp"
 #include "host/reclamaciones/TablaReclamaciones.hpp"
 #include "host/reclamaciones/Tanda.hpp"
+#include "host/sesion/AvisosRecogidos.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/terminal/Progreso.hpp"
 
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace atipicos::app {
 
 /// Records claims one after the other, many in one commit, and tells of each what has become of it once that
-/// is so: the table on standard output, what was wrong through `dice`. While a commit is pending nothing is
-/// written anywhere, which could keep the others waiting, but for the error boxes of the save itself.
+/// is so: the table on standard output, what was wrong through `dice`. A claim whose save shows an error is
+/// undone whole. While a commit is pending nothing is written anywhere, which could keep the others waiting.
 class Registrador {
 public:
-    using Dice = std::function<void(const Reparo&)>;
+    using Dice = Revision::Dice;
 
     struct Opciones {
-        bool otra_vez = false; ///< also what has been recorded
+        Revisadas revisadas; ///< what is known of the claims of the file
+        std::set<std::string> otra_vez; ///< references that are recorded though they have been
         bool por_serie = false; ///< see `Tanda`
-        std::size_t total = 0; ///< claims of the file
     };
 
     struct Recuento {
-        std::size_t miradas = 0; ///< claims of which it is known what has become of them
         int nuevas = 0;
         int ya_registradas = 0;
         int rechazadas = 0;
+        std::vector<std::string> sin_previsiones; ///< the first new ones whose terms give no forecasts
+        std::size_t cuantas_sin_previsiones = 0;
+
+        /// Claims of which it is known what has become of them.
+        [[nodiscard]] std::size_t miradas() const noexcept
+        {
+            return static_cast<std::size_t>(nuevas) + static_cast<std::size_t>(ya_registradas)
+                + static_cast<std::size_t>(rechazadas);
+        }
     };
 
-    Registrador(Sesion& sesion, Importaciones importaciones, const Opciones& opciones, Dice dice);
+    /// `avisos` is where the error boxes of the component are kept meanwhile.
+    Registrador(Sesion& sesion, AvisosRecogidos& avisos, const Importaciones& importaciones,
+        CargosReclamados& cargos, Opciones opciones, Dice dice);
     Registrador(const Registrador&) = delete;
     Registrador& operator=(const Registrador&) = delete;
     ~Registrador(); ///< undoes what is not committed
@@ -45,6 +59,9 @@ public:
     void registra(Reclamacion& reclamacion);
     void confirma(); ///< commits what is pending and tells it
     void termina(); ///< writes what is still to be written of the table; nothing pending is told
+
+    /// Whether it makes no sense to go on: the disk is full. Nothing more is recorded.
+    [[nodiscard]] bool parado() const noexcept { return m_parado; }
 
     [[nodiscard]] const Recuento& recuento() const noexcept { return m_recuento; }
     [[nodiscard]] const TablaReclamaciones& tabla() const noexcept { return m_tabla; }
@@ -57,27 +74,33 @@ private:
         std::int16_t vez = 0;
         ClaveAtipico clave;
         bool nueva = false; ///< saved in this run
+        bool sin_previsiones = false; ///< its terms give none
     };
 
     void registra_valida(Reclamacion& reclamacion);
+    bool es_conocida(const Reclamacion& reclamacion, const CargoTecleado& tecleado, std::int16_t& vez);
     void guarda(
         const Reclamacion& reclamacion, clsAtipico& cargo, const CargoTecleado& tecleado, std::int16_t vez);
-    void cuenta_fallida(const Reclamacion& reclamacion, const clsAtipico& cargo, std::int16_t vez);
+    bool empieza(const Reclamacion& reclamacion);
+    std::vector<Prevision> previsiones(const Contabilizacion& datos, bool& sin_previsiones);
+    void cuenta_fallida(const Reclamacion& reclamacion, const clsAtipico& cargo, std::int16_t vez,
+        const std::string& contenido, const std::string& motivo);
     void cuenta_sin_confirmar(const std::string& motivo);
     void cuenta(const Pendiente& una);
-    void rechaza(int fila, const std::string& motivo);
-    void di(const Reparo& error);
+    void rechaza(int fila, const std::string& referencia, const std::string& motivo);
+    void di(const char* que, const Reparo& reparo);
 
     Sesion& m_sesion;
-    Importaciones m_importaciones;
-    bool m_otra_vez;
-    bool m_hay_anteriores; ///< of the file, recorded before or by another process
+    AvisosRecogidos& m_avisos;
+    const Importaciones& m_importaciones;
+    Opciones m_opciones;
     Dice m_dice;
     std::shared_ptr<ConexionConAnotacion> m_conexion;
-    CargosReclamados m_cargos;
+    CargosReclamados& m_cargos;
     Tanda m_tanda;
     std::vector<Pendiente> m_pendientes; ///< in the order of the file
     std::size_t m_sin_contar = 0; ///< claims since the last commit
+    bool m_parado = false;
     Recuento m_recuento;
     Progreso m_progreso;
     TablaReclamaciones m_tabla;

@@ -20,13 +20,14 @@ namespace {
             { "Total", derecha }, { "Impuesto", derecha }, { "Asiento", derecha }, { "Estado" } };
     }
 
+    constexpr auto eliminada = "eliminada después";
+
     std::vector<std::string> celdas(
         const std::string& referencia, const ClaveAtipico& clave, const std::string& estado)
     {
         const auto cargo = busca_cargo(clave);
         if (!cargo)
-            return { referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "", "", "",
-                "eliminada después" };
+            return { referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "", "", "", eliminada };
         const auto& cabecera = cargo->cabecera;
         return { referencia, cabecera.Codigo, std::to_string(cabecera.Cod_Almacen), cabecera.Fecha.texto(),
             cabecera.Nombre_Proveedor, texto_pantalla(cabecera.Importe, 2),
@@ -42,7 +43,7 @@ TablaReclamaciones::TablaReclamaciones(std::ostream& salida)
 {
 }
 
-void TablaReclamaciones::agrega(
+bool TablaReclamaciones::agrega(
     const std::string& referencia, const ClaveAtipico& clave, const std::string& estado)
 {
     std::vector<std::string> fila;
@@ -52,13 +53,15 @@ void TablaReclamaciones::agrega(
         fila = { referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "", "", "", estado };
         m_fallo = error.descripcion();
     }
+    const bool esta = fila.back() != eliminada;
     if (m_escrita) {
         m_tabla.escribe_fila(m_salida, std::move(fila));
-        return;
+        return esta;
     }
     m_tabla.agrega(std::move(fila));
     if (m_tabla.filas() == cuantas_se_guardan)
         termina();
+    return esta;
 }
 
 bool TablaReclamaciones::escribe_al_paso() const noexcept

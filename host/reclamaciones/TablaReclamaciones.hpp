@@ -14,8 +14,9 @@ class TablaReclamaciones {
 public:
     explicit TablaReclamaciones(std::ostream& salida);
 
-    /// Reads the charge, which has to be committed. `estado` is what is said of it as long as it is there.
-    void agrega(const std::string& referencia, const ClaveAtipico& clave, const std::string& estado);
+    /// Reads the charge, which has to be committed. `estado` is what is said of it as long as it is there;
+    /// false: it is gone.
+    bool agrega(const std::string& referencia, const ClaveAtipico& clave, const std::string& estado);
 
     /// Whether the next row is written at once.
     [[nodiscard]] bool escribe_al_paso() const noexcept;

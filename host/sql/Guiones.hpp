@@ -7,10 +7,11 @@ namespace atipicos::guiones {
 
 [[nodiscard]] std::string_view orvalin(); ///< schema of the management database
 [[nodiscard]] std::string_view bexmor(); ///< schema of the accounting database
+[[nodiscard]] std::string_view importaciones_3(); ///< version 3 of the claims that are remembered
 [[nodiscard]] std::string_view muestra_orvalin(); ///< sample company, management side
 [[nodiscard]] std::string_view muestra_bexmor(); ///< sample company, accounting side
 
 /// Version of both schemas, as their table `Esquema` holds it.
-inline constexpr int version = 2;
+inline constexpr int version = 3;
 
 } // namespace atipicos::guiones

@@ -3,7 +3,7 @@
 CREATE TABLE Esquema (
     Version INT NOT NULL PRIMARY KEY
 );
-INSERT INTO Esquema (Version) VALUES (2);
+INSERT INTO Esquema (Version) VALUES (3);
 
 CREATE TABLE Empresas (
     Codigo             SMALLINT NOT NULL PRIMARY KEY,
@@ -132,14 +132,16 @@ CREATE TABLE Contador_Proveedores_Cargos_Atipicos (
     PRIMARY KEY (Cod_Empresa, Cod_Ejercicio, Cod_Almacen)
 );
 
--- Which reference of which claims file (by its digest) became which charge, so that none is recorded twice.
+-- Which claim (its reference, and the digest of what it says) became which charge, so that none is recorded twice.
 CREATE TABLE Importaciones (
-    Huella        NVARCHAR(64) NOT NULL,
+    Huella        NVARCHAR(64) NOT NULL, -- of the file in which it came
     Referencia    NVARCHAR(60) NOT NULL,
     Vez           SMALLINT NOT NULL, -- 1, and one more each time it is recorded again on purpose
     Cod_Empresa   SMALLINT NOT NULL REFERENCES Empresas (Codigo),
     Cod_Ejercicio SMALLINT NOT NULL,
     Cod_Almacen   SMALLINT NOT NULL,
     Codigo        NVARCHAR(20) NOT NULL,
+    Contenido     NVARCHAR(64) NOT NULL DEFAULT '', -- empty: recorded by a program that knew the file alone
     PRIMARY KEY (Cod_Empresa, Huella, Referencia, Vez)
 );
+CREATE UNIQUE INDEX Importaciones_Referencia ON Importaciones (Cod_Empresa, Referencia, Vez);

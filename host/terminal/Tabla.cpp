@@ -50,8 +50,23 @@ std::size_t ancho(std::string_view texto) noexcept
 
 std::string en_una_linea(std::string texto)
 {
-    for (char& c : texto)
-        c = static_cast<unsigned char>(c) < 0x20U || c == 0x7f ? ' ' : c;
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(texto[i]); };
+    const auto continua = [&](std::size_t i) { return i < texto.size() && (byte(i) & 0xC0U) == 0x80U; };
+    for (std::size_t i = 0; i < texto.size(); ++i) {
+        const unsigned c = byte(i);
+        if (c < 0x20 || c == 0x7f) {
+            texto[i] = ' ';
+        } else if (c == 0xC2 && continua(i + 1) && byte(i + 1) < 0xA0) { // controls of eight bits
+            texto.replace(i, 2, 1, ' ');
+        } else if (c >= 0x80) {
+            std::size_t mas = c >= 0xF0 ? 3 : c >= 0xE0 ? 2 : c >= 0xC2 ? 1 : 0;
+            if (mas == 0 || !continua(i + 1)) // no letter of UTF-8, and perhaps a control of a terminal
+                texto[i] = '?';
+            else
+                for (; mas > 0 && continua(i + 1); --mas)
+                    ++i;
+        }
+    }
     return texto;
 }
 

@@ -195,7 +195,8 @@ namespace {
             Mala{ "latin1",
                 "B;1;101;21/11/2026;Da\xF1"
                 "ado;;;x;1;1;",
-                "3 observaciones: no está en UTF-8; guarde el fichero con esa codificación." },
+                "3 observaciones: está en Latin-1 (Windows-1252), no en UTF-8; guarde el fichero como CSV en "
+                "UTF-8." },
             Mala{ "surrogate", "B;1;101;21/11/2026;\xED\xA0\x80;;;x;1;1;",
                 "3 observaciones: no está en UTF-8; guarde el fichero con esa codificación." }),
         [](const auto& caso) { return caso.param.nombre; });
@@ -228,12 +229,144 @@ namespace {
         EXPECT_EQ(rechazo("referencia;almacen;almacen\n"), "fila 1: la columna «almacen» está dos veces.");
     }
 
-    TEST(FicheroReclamaciones, quotes_out_of_place_refuse_the_file_and_name_the_row)
+    const std::string comillas
+        = "las comillas no están bien puestas (un texto con comillas o con «;» va entre comillas, y las de "
+          "dentro, dobles).";
+
+    std::string fila(const std::string& referencia, const std::string& observaciones = {})
     {
-        EXPECT_THAT(rechazo(cabecera + "R1;1;101;21/11/2026;\"a\"b;;;x;1;1;\n"),
-            testing::StartsWith("fila 2: las comillas"));
-        EXPECT_THAT(rechazo(cabecera + "R1;1;101;21/11/2026;\"a;;;x;1;1;\n"),
-            testing::StartsWith("fila 2: las comillas"));
+        return referencia + ";1;101;21/11/2026;" + observaciones + ";;;x;1;1;\n";
+    }
+
+    std::vector<std::string> buenas(const std::string& contenido, std::size_t tamano = std::string::npos)
+    {
+        std::vector<std::string> referencias;
+        const auto leidas = lee_reclamaciones(en_trozos(contenido, tamano));
+        for (const auto& una : leidas.todas)
+            if (una.valida)
+                referencias.push_back(una.referencia);
+        return referencias;
+    }
+
+    TEST(FicheroReclamaciones, quotes_out_of_place_spoil_their_row_and_the_next_line_is_read)
+    {
+        for (const auto* mala : { "\"a\"b", "\"a", "\"a\nb;\"c\"d", "a\"b" }) {
+            const auto contenido = cabecera + fila("R1") + fila("R2", mala) + fila("R3") + fila("R4");
+            const auto leidas = lee_reclamaciones(contenido);
+            EXPECT_EQ(textos(leidas.errores).at(0), "3 : " + comillas) << mala;
+            const std::vector<std::string> esperadas{ "R1", "R3", "R4" };
+            for (std::size_t tamano = 1; tamano <= contenido.size(); ++tamano)
+                EXPECT_EQ(buenas(contenido, tamano), esperadas) << mala << tamano;
+        }
+    }
+
+    TEST(FicheroReclamaciones, a_badly_quoted_row_spoils_the_charge_to_which_it_belongs)
+    {
+        EXPECT_THAT(
+            buenas(cabecera + fila("R1") + fila("R2") + fila("R2", "\"a\"b") + fila("R2") + fila("R3")),
+            ElementsAre("R1", "R3"));
+    }
+
+    TEST(FicheroReclamaciones, a_badly_quoted_row_of_unknown_reference_spoils_both_its_neighbours)
+    {
+        const auto leidas = lee_reclamaciones(
+            cabecera + fila("R1") + fila("R2") + fila("\"R2\"x") + fila("R3") + fila("R4"));
+        EXPECT_THAT(textos(leidas.errores),
+            ElementsAre("4 : " + comillas
+                    + " No se sabe de qué cargo es: ni el anterior ni el siguiente se registran.",
+                "5 : «R3» no se registra, porque la fila 4 podría ser suya."));
+        EXPECT_THAT(buenas(cabecera + fila("R1") + fila("R2") + fila("\"R2\"x") + fila("R3") + fila("R4")),
+            ElementsAre("R1", "R4"));
+        EXPECT_THAT(buenas(cabecera + fila("\"R1\"x") + fila("R2") + fila("R3")), ElementsAre("R3"));
+    }
+
+    TEST(FicheroReclamaciones, a_file_full_of_bad_quotes_is_given_up)
+    {
+        std::string contenido = cabecera;
+        for (int i = 0; i < 101; ++i)
+            contenido += fila("R" + std::to_string(i), "\"a\"b");
+        EXPECT_EQ(rechazo(contenido),
+            "fila 102: con esta son ya 101 las filas con las comillas mal puestas; revise el fichero "
+            "entero.");
+        EXPECT_EQ(rechazo("referencia;\"a\"b\n"), "fila 1: " + comillas);
+    }
+
+    TEST(FicheroReclamaciones, utf_16_is_named_as_such)
+    {
+        using namespace std::string_literals;
+        for (const auto& comienzo : { "\xFF\xFEr\0e\0"s, "\xFE\xFF\0r\0e"s, "r\0e\0"s, "\0r\0e"s })
+            EXPECT_EQ(
+                rechazo(comienzo), "el fichero está en UTF-16; guárdelo como CSV en UTF-8 y delo otra vez.");
+    }
+
+    TEST(FicheroReclamaciones, a_heading_that_a_terminal_would_obey_is_told_without_its_controls)
+    {
+        EXPECT_EQ(rechazo("\x1b[31mcolor\xC2\x9b;x\n"), "fila 1: no se conoce la columna « [31mcolor ».");
+    }
+
+    TEST(FicheroReclamaciones, a_text_longer_than_its_column_is_told)
+    {
+        const auto largo = [](const std::string& letra, int veces) {
+            std::string texto;
+            for (int i = 0; i < veces; ++i)
+                texto += letra;
+            return texto;
+        };
+        const auto errores_de = [&](const std::string& referencia, const std::string& observaciones,
+                                    const std::string& descripcion, const std::string& de_linea) {
+            return textos(lee_reclamaciones(cabecera + referencia + ";1;101;21/11/2026;" + observaciones
+                + ";;;" + descripcion + ";1;1;" + de_linea + "\n")
+                              .errores);
+        };
+        EXPECT_THAT(
+            errores_de(largo("é", 60), largo("ñ", 4000), largo("€", 4000), largo("😀", 2000)), IsEmpty());
+        EXPECT_THAT(errores_de(largo("é", 61), "", "x", ""),
+            ElementsAre("2 referencia: tiene 61 letras y caben 60."));
+        EXPECT_THAT(errores_de("R", largo("ñ", 4001), largo("x", 4002), largo("😀", 2001)),
+            ElementsAre("2 observaciones: tiene 4001 letras y caben 4000."));
+        EXPECT_THAT(errores_de("R", "", largo("x", 4002), largo("😀", 2001)),
+            ElementsAre("2 descripcion: tiene 4002 letras y caben 4000.",
+                "2 observaciones_linea: tiene 4002 letras y caben 4000."));
+    }
+
+    TEST(FicheroReclamaciones, of_a_charge_with_more_lines_than_fit_no_more_are_kept)
+    {
+        std::string contenido = cabecera;
+        for (int i = 0; i < 40'000; ++i)
+            contenido += fila("R1");
+        const auto leidas = lee_reclamaciones(contenido + fila("R2"));
+        EXPECT_THAT(textos(leidas.errores),
+            ElementsAre("32769 : «R1» tiene más de 32.767 líneas, que no caben en un cargo; repártala en "
+                        "varios."));
+        EXPECT_EQ(leidas.todas.at(0).lineas.size(), lineas_que_caben);
+        EXPECT_TRUE(leidas.todas.at(1).valida);
+    }
+
+    TEST(FicheroReclamaciones, of_a_charge_with_many_faults_the_first_are_told)
+    {
+        std::string contenido = cabecera;
+        for (int i = 0; i < 1000; ++i)
+            contenido += "R1;1;101;21/11/2026;;;;x;uno;1;\n";
+        const auto leidas = lee_reclamaciones(contenido);
+        ASSERT_THAT(leidas.errores, SizeIs(51));
+        EXPECT_EQ(leidas.errores.back().motivo, "hay más errores en «R1»; corrija antes esos.");
+    }
+
+    TEST(FicheroReclamaciones, what_a_charge_says_has_one_digest_however_it_is_written)
+    {
+        const auto de = [](const std::string& filas) {
+            return contenido_de(lee_reclamaciones(cabecera + filas).todas.at(0));
+        };
+        const auto uno = de("R1;1;101;21/11/2026;ob;N;;x;1;1.000;y\n");
+        EXPECT_EQ(de("R9;01;101;21/11/2026;ob;;;x;1,00;1000,0;y\n"), uno) << "the reference is told apart";
+        for (const auto* otro :
+            { "R1;2;101;21/11/2026;ob;N;;x;1;1.000;y\n", "R1;1;102;21/11/2026;ob;N;;x;1;1.000;y\n",
+                "R1;1;101;20/11/2026;ob;N;;x;1;1.000;y\n", "R1;1;101;21/11/2026;obx;N;;;1;1.000;y\n",
+                "R1;1;101;21/11/2026;ob;S;;x;1;1.000;y\n", "R1;1;101;21/11/2026;ob;N;7;x;1;1.000;y\n",
+                "R1;1;101;21/11/2026;ob;N;;z;1;1.000;y\n", "R1;1;101;21/11/2026;ob;N;;x;2;1.000;y\n",
+                "R1;1;101;21/11/2026;ob;N;;x;1;1.001;y\n", "R1;1;101;21/11/2026;ob;N;;x;1;1.000;\n",
+                "R1;1;101;21/11/2026;ob;N;;x;1;1.000;y\nR1;1;101;21/11/2026;ob;N;;x;1;1.000;y\n" })
+            EXPECT_NE(de(otro), uno) << otro;
     }
 
     TEST(FicheroReclamaciones, only_headings_are_no_charges)

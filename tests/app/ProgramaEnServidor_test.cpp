@@ -2,6 +2,7 @@
 #include "tests/app/Programa.hpp"
 #include "tests/support/ControladorOdbc.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
+#include "tests/support/VersionDos.hpp"
 
 #include <gmock/gmock.h>
 
@@ -125,28 +126,26 @@ namespace {
     TEST_F(ProgramaEnServidor, databases_of_an_earlier_version_are_brought_to_the_present_one)
     {
         ASSERT_EQ(programa("crear" + conexion()).estado, 0);
-        servidor->psql(
-            "empresa", "UPDATE orvalin.Esquema SET Version = 1; UPDATE dbo.Esquema SET Version = 1");
+        servidor->psql("empresa", pruebas::con_version_anterior(1));
         const auto lugar = servidor->direccion("empresa");
         const auto antes = programa("verificar" + conexion());
         EXPECT_EQ(antes.estado, 1);
         EXPECT_EQ(antes.errores,
             "atipicos: «" + lugar
-                + "»: tiene la versión 1 de las tablas y este programa usa la 2. Actualícelas con: atipicos "
+                + "»: tiene la versión 1 de las tablas y este programa usa la 3. Actualícelas con: atipicos "
                   "actualizar --conexion '"
                 + lugar + "'\n");
         EXPECT_EQ(programa("actualizar" + conexion()).salida,
-            "Actualizada " + lugar + " de la versión 1 a la 2.\n");
+            "Actualizada " + lugar + " de la versión 1 a la 3.\n");
         EXPECT_EQ(programa("actualizar" + conexion()).salida,
-            "Ya está al día: " + lugar + " tiene la versión 2.\n");
+            "Ya está al día: " + lugar + " tiene la versión 3.\n");
         EXPECT_EQ(programa("verificar" + conexion()).estado, 0);
     }
 
     TEST_F(ProgramaEnServidor, two_who_upgrade_at_once_do_it_once)
     {
         ASSERT_EQ(programa("crear" + conexion()).estado, 0);
-        servidor->psql(
-            "empresa", "UPDATE orvalin.Esquema SET Version = 1; UPDATE dbo.Esquema SET Version = 1");
+        servidor->psql("empresa", pruebas::con_version_anterior(1));
         const std::string orden = "'" ATIPICOS_PROGRAMA "' actualizar" + conexion();
         const auto verificado = programa("verificar" + conexion(),
             "{ " + orden + ">una.txt 2>&1 & " + orden + ">otra.txt 2>&1 || exit 9; wait $! || exit 9; };");

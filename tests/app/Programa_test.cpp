@@ -200,9 +200,12 @@ namespace {
     {
         programa.escribe("largo.csv",
             "referencia;almacen;proveedor;fecha;observaciones;franquiciado;articulo;descripcion;unidades;"
-            "costo;observaciones_linea\nL;1;101;01/02/2024;"
-                + std::string(32768, 'x') + ";;;Agua;1;10;\n");
+            "costo;observaciones_linea\nL;1;101;01/02/2024;;;;Agua;1;10;\n");
         ASSERT_EQ(programa("registrar largo.csv").estado, 0);
+        // No file gives a text that long, which the column of SQLite takes all the same.
+        sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/empresa.db" })
+            ->Execute("UPDATE Proveedores_Cargos_Atipicos SET Observ = '" + std::string(32768, 'x')
+                + "' WHERE Codigo = 'AT240001'");
         const auto ejecucion
             = programa("listar --desde 01/02/2024 --hasta 01/02/2024 --formato xlsx --salida l.xlsx");
         EXPECT_EQ(ejecucion.estado, 1);

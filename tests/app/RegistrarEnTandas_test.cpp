@@ -63,15 +63,16 @@ namespace {
     {
         std::string fichero = cabecera;
         for (int i = 0; i < 12; ++i)
-            fichero
-                += reclamacion("R" + std::to_string(i), 1, i == 5 || i == 8 ? "31/12/1999" : "21/11/2026");
+            fichero += reclamacion("R" + std::to_string(i));
+        base()->Execute("CREATE TRIGGER no AFTER INSERT ON Importaciones WHEN NEW.Referencia IN ('R5', 'R8')"
+                        " BEGIN SELECT RAISE(ABORT, 'no se admite'); END");
         programa.escribe("r.csv", fichero);
         const auto ejecucion = programa("registrar r.csv");
         EXPECT_EQ(ejecucion.estado, 1);
-        EXPECT_THAT(ejecucion.errores, HasSubstr("r.csv, fila 7: «R5» no se ha registrado.\n"));
-        EXPECT_THAT(ejecucion.errores, EndsWith("r.csv, fila 10: «R8» no se ha registrado.\n"));
-        EXPECT_THAT(ejecucion.salida,
-            EndsWith("\n10 registradas, 0 ya lo estaban, 2 rechazadas, 2 mensajes de error.\n"));
+        EXPECT_EQ(ejecucion.errores,
+            "[error] r.csv, fila 7: «R5» no se ha registrado: no se admite\n"
+            "[error] r.csv, fila 10: «R8» no se ha registrado: no se admite\n");
+        EXPECT_THAT(ejecucion.salida, EndsWith("\n10 registradas, 0 ya lo estaban, 2 rechazadas.\n"));
         EXPECT_EQ(en_la_base().size(), 10U);
         EXPECT_THAT(ejecucion.salida, HasSubstr("R11         AT260010"));
         EXPECT_THAT(programa("verificar").salida, EndsWith(": sin diferencias.\n"));
@@ -140,6 +141,14 @@ namespace {
         EXPECT_EQ(referencias(otra.salida, "eliminada después"), std::vector<std::string>{ "R1" });
         EXPECT_EQ(referencias(otra.salida, "ya registrada"), std::vector<std::string>{ "R2" });
         EXPECT_THAT(otra.salida, EndsWith("\n0 registradas, 2 ya lo estaban, 0 rechazadas.\n"));
+        EXPECT_EQ(otra.errores,
+            "[aviso] r.csv, fila 2: el cargo AT260001 de «R1» se eliminó después. Para registrarla otra vez, "
+            "dé --otra-vez R1\n");
+        const auto nombrada = programa("registrar --otra-vez R1 r.csv");
+        EXPECT_THAT(nombrada.salida, EndsWith("\n1 registradas, 1 ya lo estaban, 0 rechazadas.\n"));
+        EXPECT_EQ(referencias(nombrada.salida, "  registrada"), std::vector<std::string>{ "R1" });
+        EXPECT_EQ(referencias(programa("registrar r.csv").salida, "ya registrada"),
+            (std::vector<std::string>{ "R1", "R2" }));
     }
 
     TEST_F(RegistrarEnTandas, a_pipe_is_read_like_a_file_and_known_again)
@@ -152,16 +161,17 @@ namespace {
             EndsWith("\n0 registradas, 2 ya lo estaban, 0 rechazadas.\n"));
     }
 
-    TEST_F(RegistrarEnTandas, faults_of_the_file_are_told_before_anything_is_recorded)
+    TEST_F(RegistrarEnTandas, a_row_with_bad_quotes_spoils_its_claim_and_no_other)
     {
         programa.escribe("r.csv",
-            cabecera + reclamacion("R1") + reclamacion("R2") + "R3;1;101;21/11/2026;\"a\"b;;;x;1;1;\n");
+            cabecera + reclamacion("R1") + "R2;1;101;21/11/2026;\"a\"b;;;x;1;1;\n" + reclamacion("R3")
+                + "R3;;;;;;;\"Gas;1;1;\n" + reclamacion("R4"));
         const auto mal_entrecomillado = programa("registrar r.csv");
         EXPECT_EQ(mal_entrecomillado.estado, 1);
         EXPECT_THAT(mal_entrecomillado.errores,
-            testing::StartsWith("atipicos: r.csv, fila 4: las comillas no están bien puestas"));
-        EXPECT_THAT(en_la_base(), IsEmpty());
-        EXPECT_EQ(mal_entrecomillado.salida, "");
+            testing::StartsWith("[error] r.csv, fila 3: las comillas no están bien puestas"));
+        EXPECT_THAT(mal_entrecomillado.errores, HasSubstr("\n[error] r.csv, fila 5: las comillas"));
+        EXPECT_EQ(en_la_base(), (std::set<std::string>{ "R1", "R4" }));
     }
 
     TEST(RegistrarEnTandasEnServidor,

@@ -7,6 +7,7 @@
 #include "engines/sqlite/Instruccion.hpp"
 #include "host/sql/Guiones.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/VersionDos.hpp"
 
 #include <filesystem>
 #include <string>
@@ -37,6 +38,9 @@ namespace anterior {
             { .fichero = aqui / "x.db", .crear = true, .sincronizacion_completa = false });
         auto& sesion = conexion->sesion();
         sql::ejecuta_guion(*conexion, guion);
+        if (prefijo.empty())
+            for (const auto& una : hacia_version_2())
+                sesion.ejecuta(una, nullptr, Donde());
         sesion.ejecuta("PRAGMA wal_autocheckpoint=0", nullptr, Donde());
         sesion.ejecuta("PRAGMA foreign_keys=OFF", nullptr, Donde());
         sesion.ejecuta("ATTACH '" + sqlite::uri(empresa, "ro") + "' AS e", nullptr, Donde());

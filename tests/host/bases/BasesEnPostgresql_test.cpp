@@ -106,7 +106,7 @@ namespace {
         EXPECT_THAT(error_al_abrir(), EndsWith("»: no es una base de datos de este programa."));
         crea(true);
         servidor->psql("empresa", "UPDATE orvalin.Esquema SET Version = 7");
-        const auto otra = "»: tiene la versión 7 de las tablas y este programa llega hasta la 2. Use la "
+        const auto otra = "»: tiene la versión 7 de las tablas y este programa llega hasta la 3. Use la "
                           "última versión del programa.";
         EXPECT_THAT(error_al_abrir(), EndsWith(otra));
         EXPECT_THAT(error_al_crear(), EndsWith(otra));

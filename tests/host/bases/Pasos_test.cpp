@@ -4,6 +4,7 @@
 #include "tests/host/BasesDeMuestra.hpp"
 #include "tests/support/ConexionEspia.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
+#include "tests/support/VersionDos.hpp"
 
 #include <array>
 #include <memory>
@@ -18,14 +19,14 @@ namespace {
     using testing::ElementsAre;
     using testing::HasSubstr;
 
-    // Versions 3 to 5, which the program does not have yet.
-    constexpr std::array<Paso, 4> inventados{ { { .hasta = 2 },
-        { .hasta = 3,
+    // Versions 4 to 6, which the program does not have yet.
+    constexpr std::array<Paso, 4> inventados{ { { .hasta = 3 },
+        { .hasta = 4,
             .orvalin = "ALTER TABLE Proveedores ADD Telefono NVARCHAR(20);"
                        "UPDATE Proveedores SET Telefono ='922 000 ' || Codigo",
             .bexmor = "CREATE TABLE Notas (Codigo INT NOT NULL PRIMARY KEY, Fecha DATETIME NOT NULL)" },
-        { .hasta = 4, .bexmor = "INSERT INTO Notas (Codigo, Fecha) VALUES (7, '21/11/2026')" },
-        { .hasta = 5,
+        { .hasta = 5, .bexmor = "INSERT INTO Notas (Codigo, Fecha) VALUES (7, '21/11/2026')" },
+        { .hasta = 6,
             .orvalin = "CREATE TABLE Notas (Codigo INT NOT NULL PRIMARY KEY);"
                        "INSERT INTO Notas (Codigo) SELECT Codigo + 1 FROM Bexmor.dbo.Notas" } } };
 
@@ -85,8 +86,8 @@ namespace {
 
     TEST_P(Pasos, are_taken_in_order_from_the_version_that_there_is)
     {
-        EXPECT_EQ(da(inventados), 2);
-        EXPECT_THAT(versiones(), ElementsAre("5", "5"));
+        EXPECT_EQ(da(inventados), 3);
+        EXPECT_THAT(versiones(), ElementsAre("6", "6"));
         EXPECT_THAT(
             columna(*bases.orvalin, "SELECT Telefono FROM Proveedores WHERE Cod_Empresa =1 AND Codigo =103"),
             ElementsAre("922 000 103"));
@@ -98,10 +99,10 @@ namespace {
     TEST_P(Pasos, that_have_been_taken_are_not_taken_again)
     {
         da(std::span(inventados).first(3));
-        EXPECT_THAT(versiones(), ElementsAre("4", "4"));
-        EXPECT_EQ(da(inventados), 4);
-        EXPECT_EQ(da(inventados), 5);
         EXPECT_THAT(versiones(), ElementsAre("5", "5"));
+        EXPECT_EQ(da(inventados), 5);
+        EXPECT_EQ(da(inventados), 6);
+        EXPECT_THAT(versiones(), ElementsAre("6", "6"));
         EXPECT_EQ(cuenta(*bases.bexmor, "Notas"), 1);
     }
 
@@ -111,28 +112,55 @@ namespace {
         malos.back().orvalin = "CREATE TABLE Notas (Codigo INT NOT NULL PRIMARY KEY);"
                                "INSERT INTO Notas (Codigo) VALUES (1); INSERT INTO Notas (Codigo) VALUES (1)";
         EXPECT_THAT(error_de([&] { da(malos); }), HasSubstr("línea 1 del guion"));
-        EXPECT_THAT(versiones(), ElementsAre("2", "2"));
+        EXPECT_THAT(versiones(), ElementsAre("3", "3"));
         for (const auto* instruccion : { "SELECT * FROM Notas", "SELECT Telefono FROM Proveedores" })
             EXPECT_NE(error_de([&] { columna(*bases.orvalin, instruccion); }), "no error") << instruccion;
-        EXPECT_EQ(da(inventados), 2);
+        EXPECT_EQ(da(inventados), 3);
     }
 
     TEST_P(Pasos, beyond_which_the_tables_are_are_not_taken)
     {
-        pon_version(6);
+        pon_version(7);
         EXPECT_EQ(error_de([&] { da(inventados); }),
-            "«aquí»: tiene la versión 6 de las tablas y este programa llega hasta la 5. Use la última "
+            "«aquí»: tiene la versión 7 de las tablas y este programa llega hasta la 6. Use la última "
             "versión "
             "del programa.");
-        EXPECT_THAT(versiones(), ElementsAre("6", "6"));
+        EXPECT_THAT(versiones(), ElementsAre("7", "7"));
     }
 
     TEST_P(Pasos, want_both_products_to_have_the_same_version)
     {
         bases.bexmor->Execute("UPDATE Esquema SET Version =1");
         EXPECT_EQ(error_de([&] { da(inventados); }),
-            "«aquí»: las tablas de gestión tienen la versión 2 y las de contabilidad la 1.");
-        EXPECT_THAT(versiones(), ElementsAre("2", "1"));
+            "«aquí»: las tablas de gestión tienen la versión 3 y las de contabilidad la 1.");
+        EXPECT_THAT(versiones(), ElementsAre("3", "1"));
+    }
+
+    TEST_P(Pasos, of_the_program_keep_every_claim_that_is_remembered_and_number_those_of_several_files)
+    {
+        for (const auto& una : pruebas::hacia_version_2())
+            bases.orvalin->Execute(una);
+        pon_version(2);
+        for (const auto* una : { "'f1', 'R1', 1, 1, 2026, 3, 'AT260004'",
+                 "'f1', 'R1', 2, 1, 2026, 3, 'AT260009'", "'f0', 'R1', 1, 1, 2026, 3, 'AT260007'",
+                 "'f0', 'R2', 1, 1, 2025, 2, 'AT250001'", "'f0', 'R1', 1, 2, 2026, 1, 'AT260002'" })
+            bases.orvalin->Execute("INSERT INTO Importaciones (Huella, Referencia, Vez, Cod_Empresa,"
+                                   " Cod_Ejercicio, Cod_Almacen, Codigo) VALUES ("
+                + std::string(una) + ")");
+        EXPECT_EQ(da(pasos()), 2);
+        EXPECT_THAT(columna(*bases.orvalin,
+                        "SELECT Cod_Empresa || ' ' || Referencia || ' ' || Vez || ' ' || Codigo || ' ' ||"
+                        " Huella || ' <' || Contenido || '>' FROM Importaciones"
+                        " ORDER BY Cod_Empresa, Referencia, Vez"),
+            ElementsAre("1 R1 1 AT260004 f1 <>", "1 R1 2 AT260007 f0 <>", "1 R1 3 AT260009 f1 <>",
+                "1 R2 1 AT250001 f0 <>", "2 R1 1 AT260002 f0 <>"));
+        EXPECT_NE(error_de([&] {
+            bases.orvalin->Execute("INSERT INTO Importaciones (Huella, Referencia, Vez, Cod_Empresa,"
+                                   " Cod_Ejercicio, Cod_Almacen, Codigo) VALUES"
+                                   " ('f9', 'R1', 3, 1, 2026, 3, 'AT260020')");
+        }),
+            "no error")
+            << "a time of a reference is one charge, whatever its file";
     }
 
     TEST_P(Pasos, that_another_takes_meanwhile_are_not_taken_again)
@@ -153,13 +181,15 @@ namespace {
     TEST_P(Pasos, of_the_program_itself_end_at_its_version)
     {
         EXPECT_EQ(pasos().back().hasta, guiones::version);
+        for (const auto& una : pruebas::hacia_version_2())
+            bases.orvalin->Execute(una);
         pon_version(1);
         EXPECT_THAT(error_de([&] { static_cast<void>(abre_bases(lugar())); }),
-            HasSubstr("tiene la versión 1 de las tablas y este programa usa la 2. Actualícelas con: atipicos "
+            HasSubstr("tiene la versión 1 de las tablas y este programa usa la 3. Actualícelas con: atipicos "
                       "actualizar "
                 + lugar().opcion()));
         EXPECT_EQ(da(pasos()), 1);
-        EXPECT_THAT(versiones(), ElementsAre("2", "2"));
+        EXPECT_THAT(versiones(), ElementsAre("3", "3"));
         static_cast<void>(abre_bases(lugar()));
     }
 
