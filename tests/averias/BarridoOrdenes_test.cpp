@@ -18,6 +18,7 @@
 #include <iostream>
 #include <iterator>
 #include <map>
+#include <set>
 #include <sstream>
 
 namespace atipicos {
@@ -208,12 +209,50 @@ namespace {
             }
         }
 
+        /// What was printed of each claim is so: it is there with all that hangs on it, or nothing of it is.
+        static void expect_verdad(
+            const Ejecutada& averiada, const bases::Lugar& lugar, std::size_t diferencias)
+        {
+            const auto bases = bases::abre_bases(lugar);
+            const auto hechas = referencias(averiada.salida, "registrada");
+            std::set<std::string> guardadas;
+            auto rs = bases.orvalin->CreateRecordset();
+            rs->Open("SELECT Referencia FROM Importaciones WHERE Referencia LIKE 'S%'",
+                adodb::CursorType::Static, adodb::LockType::ReadOnly);
+            for (; !rs->Eof(); rs->MoveNext())
+                guardadas.insert(CStr(rs->Fields("Referencia").Value()));
+            for (const auto* una : { "S1", "S2" })
+                if (averiada.errores.find(std::string("no se sabe si «") + una + "»") == std::string::npos) {
+                    EXPECT_EQ(hechas.contains(una), guardadas.contains(una))
+                        << una << '\n'
+                        << averiada.salida << averiada.errores;
+                }
+            EXPECT_EQ(filas(lugar, "Proveedores_Cargos_Atipicos"), std::to_string(2 + guardadas.size()));
+            const auto verificacion = app::verifica(bases);
+            EXPECT_EQ(verificacion.diferencias.size(), diferencias) << averiada.errores;
+            EXPECT_EQ(filas(lugar, "Bexmor.dbo.Asientos"), std::to_string(1 + guardadas.size()));
+        }
+
+        /// The references of the lines of a text that end in so.
+        static std::set<std::string> referencias(const std::string& texto, const std::string& final)
+        {
+            std::set<std::string> todas;
+            std::istringstream lineas(texto);
+            for (std::string linea; std::getline(lineas, linea);)
+                if (linea.ends_with(final))
+                    todas.insert(linea.substr(0, linea.find(' ')));
+            return todas;
+        }
+
         void barre(const Orden& orden, Clase clase, bool todas)
         {
             auto muestra = preparada(orden);
             pruebas::averia::prepara(Clase::ninguna, 0);
             const auto entera = ejecuta(muestra->lugar(), orden.palabras);
             expect_entero(orden, muestra->lugar());
+            const auto diferencias = orden.es("registrar")
+                ? app::verifica(bases::abre_bases(muestra->lugar())).diferencias.size()
+                : 0;
             for (std::size_t n = 1;; n += todas ? 1 : orden.paso) {
                 SCOPED_TRACE(std::string(orden.nombre) + ", statement " + std::to_string(n));
                 if (orden.escribe())
@@ -226,6 +265,8 @@ namespace {
                 if (!ocurrida)
                     break;
                 ++averias;
+                if (orden.es("registrar"))
+                    expect_verdad(averiada, muestra->lugar(), diferencias);
                 // Else it did not need the statement, or found its way back.
                 if (averiada.estado != entera.estado || averiada.salida != entera.salida) {
                     EXPECT_EQ(averiada.estado, app::no_hecho);
