@@ -12,11 +12,15 @@ namespace {
 
     // 2: what a save does to both products is committed at once. The two files of a folder become one, and
     //    programs that would commit one after the other find a number that they do not know.
-    // 3: a claim that has been recorded is known by its reference and content.
+    // 3: a claim that has been recorded is known by its reference and content; accounting knows which entries
+    // have
+    //    been reversed.
     const std::array<Paso, 2>& todos()
     {
         static const std::array<Paso, 2> todos{ { { .hasta = 2 },
-            { .hasta = guiones::version, .orvalin = guiones::importaciones_3() } } };
+            { .hasta = guiones::version,
+                .orvalin = guiones::importaciones_3(),
+                .bexmor = guiones::regularizaciones() } } };
         return todos;
     }
 

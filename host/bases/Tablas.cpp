@@ -20,6 +20,7 @@ namespace {
 void crea_tablas_bexmor(adodb::Connection& conexion, bool vacia, Donde donde)
 {
     sql::ejecuta_guion(conexion, guiones::bexmor(), donde);
+    sql::ejecuta_guion(conexion, guiones::regularizaciones(), donde);
     if (!vacia)
         sql::ejecuta_guion(conexion, guiones::muestra_bexmor(), donde);
 }

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// What the accounting database holds, read for people and for checking. Nothing here writes.
@@ -20,6 +21,11 @@ struct ClaveAsiento {
 
     friend auto operator<=>(const ClaveAsiento&, const ClaveAsiento&) = default;
 };
+
+[[nodiscard]] std::string texto(const ClaveAsiento& asiento); ///< "asiento 5 (empresa contable 1, …)"
+[[nodiscard]] std::string nombre_corto(const ClaveAsiento& asiento); ///< company, year and number: "1/2026/5"
+/// The entry that such a name means; nothing when it is none.
+[[nodiscard]] std::optional<ClaveAsiento> de_nombre_corto(std::string_view nombre);
 
 struct ApunteLeido {
     std::int32_t linea = 0;

@@ -16,6 +16,8 @@ namespace {
             return texto_paso
                 + "\n   Sus líneas o su impuesto no están completos: ábralo en el visor con «Modificar», "
                   "complételo\n   y acéptelo; recibirá un asiento nuevo.\n";
+        if (!uno.impedimento.empty())
+            texto_paso += "\n   Antes: " + uno.impedimento;
         return texto_paso
             + "\n   Contabilícelo; recibirá un asiento nuevo, con las previsiones que resulten "
               "de las condiciones\n   del proveedor. Si era de un franquiciado, añada "
@@ -35,6 +37,10 @@ std::string propone(const Verificacion& verificacion, const OpcionesComunes& com
         propuesta += std::to_string(++numero) + ". " + paso(uno, comunes);
     if (const auto otras = verificacion.diferencias.size() - verificacion.sin_asiento.size(); otras > 0)
         propuesta += "Diferencias para las que no hay propuesta: " + std::to_string(otras) + ".\n";
+    if (!verificacion.sin_cargo.empty())
+        propuesta += "Asientos sin cargo: " + std::to_string(verificacion.sin_cargo.size())
+            + ". Véalos, y anule los que sobran, con: atipicos regularizar " + comunes.lugar().opcion()
+            + "\n";
     if (propuesta.empty())
         return "Nada que proponer.\n";
     return "Propuesta (no se ha ejecutado nada):\n" + propuesta

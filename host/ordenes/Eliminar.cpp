@@ -2,28 +2,19 @@
 #include "host/comprobacion/CargoGuardado.hpp"
 #include "host/ordenes/Ordenes.hpp"
 #include "host/sesion/Sesion.hpp"
-#include "host/terminal/Interrupcion.hpp"
+#include "host/terminal/Pregunta.hpp"
 
 #include <iostream>
-#include <unistd.h>
 
 namespace atipicos::app {
 
 namespace {
 
-    /// Asks on the terminal; only "s" or "sí" is a yes.
     bool confirma(std::int32_t asiento)
     {
-        if (isatty(STDIN_FILENO) != 1)
-            throw Error(
-                no_hecho, "atipicos", "No hay un terminal en el que preguntar: repita la orden con --si.");
-        std::cout << "Deberá ir a contabilidad y eliminar manualmente el asiento asociado "
-                  << (asiento > 0 ? std::to_string(asiento) : std::string())
-                  << ".\n\n¿Está seguro que desea eliminar el atípico seleccionado? (s/N) " << std::flush;
-        Interrupcion::espera_entrada();
-        std::string respuesta;
-        std::getline(std::cin, respuesta);
-        return respuesta == "s" || respuesta == "S" || respuesta == "sí" || respuesta == "si";
+        return pregunta("Deberá ir a contabilidad y eliminar manualmente el asiento asociado "
+            + (asiento > 0 ? std::to_string(asiento) : std::string())
+            + ".\n\n¿Está seguro que desea eliminar el atípico seleccionado?");
     }
 
 }
@@ -45,7 +36,9 @@ int eliminar(const OpcionesComunes& comunes, const OpcionesCargo& opciones)
     std::cout << "Eliminado el cargo " << clave.Codigo << ".\n";
     if (asiento > 0)
         std::cout << "Su asiento " << asiento << " de la empresa contable " << cargo->EmpContable
-                  << " sigue en Contabilidad; elimínelo allí con sus previsiones de pago.\n";
+                  << " sigue en Contabilidad; elimínelo allí con sus previsiones de pago, o anúlelo con: "
+                     "atipicos regularizar "
+                  << comunes.lugar().opcion() << '\n';
     return hecho;
 }
 

@@ -34,6 +34,14 @@ namespace {
         },
         "");
 
+    const CLI::Validator asiento(
+        [](std::string& texto) {
+            return de_nombre_corto(texto)
+                ? std::string()
+                : "«" + texto + "» no es un asiento: se escribe EMPRESA/EJERCICIO/NÚMERO, como 1/2026/5.";
+        },
+        "");
+
     const CLI::Validator conexion(
         [](std::string& texto) {
             try {
@@ -89,7 +97,9 @@ namespace {
         if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr)
             return "El valor no es un número admitido: " + tras(texto, ": ");
         if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr)
-            return "No se admiten a la vez --datos y --conexion.";
+            return texto.find("--saldado") != std::string::npos
+                ? "--saldado no va con asientos que anular ni con --fecha."
+                : "No se admiten a la vez --datos y --conexion.";
         if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)
             return "Falta o sobra un valor en " + antes_de(texto, ":") + ".";
         return texto; // from our own checks
@@ -110,6 +120,10 @@ namespace {
         OpcionesListar listar;
         OpcionesCargo cargo;
         OpcionesContabilizar contabilizar;
+        OpcionesRegularizar regularizar;
+        std::vector<std::string> asientos;
+        std::vector<std::string> saldados;
+        std::string fecha;
         OpcionesImprimir imprimir;
         std::filesystem::path copia;
         bool vacia = false;
@@ -175,6 +189,46 @@ namespace {
             falta(opciones.ejercicio == 0 ? "--ejercicio is required" : "--almacen is required");
         if (opciones.salida.empty() == opciones.carpeta.empty())
             throw CLI::ValidationError("--salida", "se da una de las dos, --salida o --carpeta.");
+    }
+
+    void declara_regularizar(CLI::App& app, Todo& todo)
+    {
+        auto* regularizar = comun(app.add_subcommand("regularizar",
+                                      "Anula en Contabilidad los asientos de cargos eliminados o cambiados"),
+            todo.comunes);
+        auto* cuales = regularizar
+                           ->add_option("ASIENTO", todo.asientos,
+                               "Sólo estos asientos sin cargo, como 1/2026/5: empresa contable, ejercicio y "
+                               "número")
+                           ->check(asiento);
+        auto* fecha
+            = regularizar->add_option("--fecha", todo.fecha, "Día de los asientos nuevos (por defecto, hoy)")
+                  ->check(dia)
+                  ->type_name("DD/MM/AAAA");
+        regularizar
+            ->add_option("--saldado", todo.saldados,
+                "En vez de anularlos: estos asientos los ha saldado alguien a mano en Contabilidad")
+            ->check(asiento)
+            ->excludes(cuales)
+            ->excludes(fecha);
+        regularizar->add_flag("--si", todo.regularizar.si, "Sin preguntar");
+    }
+
+    std::vector<ClaveAsiento> asientos_de(const std::vector<std::string>& nombres)
+    {
+        std::vector<ClaveAsiento> asientos;
+        for (const auto& nombre : nombres)
+            asientos.push_back(*de_nombre_corto(nombre));
+        return asientos;
+    }
+
+    int despacha_regularizar(Todo& todo)
+    {
+        todo.regularizar.asientos = asientos_de(todo.asientos);
+        todo.regularizar.saldados = asientos_de(todo.saldados);
+        if (!todo.fecha.empty())
+            todo.regularizar.fecha = Date::de_texto(todo.fecha);
+        return regularizar(todo.comunes, todo.regularizar);
     }
 
     /// What is done to the databases as a whole.
@@ -256,6 +310,8 @@ namespace {
         agrega_cargo(*contabilizar, todo.contabilizar);
         contabilizar->add_flag(
             "--franquiciado", todo.contabilizar.franquiciado, "El cargo es de un franquiciado");
+
+        declara_regularizar(app, todo);
     }
 
     void comprueba(const std::string& valor, std::initializer_list<const char*> admitidos)
@@ -304,6 +360,8 @@ namespace {
             return eliminar(todo.comunes, todo.cargo);
         if (orden == "contabilizar")
             return contabilizar(todo.comunes, todo.contabilizar);
+        if (orden == "regularizar")
+            return despacha_regularizar(todo);
         return verificar(todo.comunes, todo.proponer);
     }
 

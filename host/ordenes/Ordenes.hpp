@@ -1,10 +1,12 @@
 #pragma once
 
+#include "host/comprobacion/LibroContable.hpp"
 #include "host/sesion/OpcionesComunes.hpp"
 #include "runtime/Date.hpp"
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -43,6 +45,13 @@ struct OpcionesContabilizar {
     bool franquiciado = false; ///< which a stored charge does not remember
 };
 
+struct OpcionesRegularizar {
+    std::vector<ClaveAsiento> asientos; ///< empty: all those of which it is certain
+    std::vector<ClaveAsiento> saldados; ///< instead: those that somebody has reversed by hand
+    std::optional<Date> fecha; ///< of the new entries; none: today
+    bool si = false; ///< without asking
+};
+
 struct OpcionesImprimir {
     std::vector<std::string> codigos; ///< with `ejercicio` and `almacen`; empty: those between two dates
     std::int16_t ejercicio = 0;
@@ -64,6 +73,8 @@ int eliminar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
 int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones);
 /// Posts a stored charge that has lost its entry, or never had one; refuses one that has it.
 int contabilizar(const OpcionesComunes& comunes, const OpcionesContabilizar& opciones);
+/// Reverses the entries whose charge was deleted or changed, once.
+int regularizar(const OpcionesComunes& comunes, const OpcionesRegularizar& opciones);
 int verificar(const OpcionesComunes& comunes, bool proponer);
 
 } // namespace atipicos::app

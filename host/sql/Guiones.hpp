@@ -10,6 +10,7 @@ namespace atipicos::guiones {
 [[nodiscard]] std::string_view importaciones_3(); ///< version 3 of the claims that are remembered
 [[nodiscard]] std::string_view muestra_orvalin(); ///< sample company, management side
 [[nodiscard]] std::string_view muestra_bexmor(); ///< sample company, accounting side
+[[nodiscard]] std::string_view regularizaciones(); ///< accounting: what has been reversed
 
 /// Version of both schemas, as their table `Esquema` holds it.
 inline constexpr int version = 3;

@@ -54,7 +54,7 @@ GRANT SELECT ON ALL TABLES IN SCHEMA orvalin, dbo TO atipicos_consulta;
 GRANT INSERT, UPDATE, DELETE ON orvalin.Proveedores_Cargos_Atipicos, orvalin.Proveedores_Cargos_Atipicos_Lineas
     TO atipicos_puesto;
 GRANT INSERT, UPDATE ON orvalin.Contador_Proveedores_Cargos_Atipicos, dbo.Contador_Asientos TO atipicos_puesto;
-GRANT INSERT ON orvalin.Importaciones, dbo.Asientos, dbo.Apuntes, dbo.Registro_Impuestos, dbo.Previsiones
-    TO atipicos_puesto;
+GRANT INSERT ON orvalin.Importaciones, dbo.Asientos, dbo.Apuntes, dbo.Registro_Impuestos, dbo.Previsiones,
+    dbo.Regularizaciones TO atipicos_puesto;
 
 COMMIT;

@@ -36,3 +36,4 @@ GRANT INSERT ON dbo.Asientos TO atipicos_puesto;
 GRANT INSERT ON dbo.Apuntes TO atipicos_puesto;
 GRANT INSERT ON dbo.Registro_Impuestos TO atipicos_puesto;
 GRANT INSERT ON dbo.Previsiones TO atipicos_puesto;
+GRANT INSERT ON dbo.Regularizaciones TO atipicos_puesto;

@@ -43,6 +43,7 @@ public:
     [[nodiscard]] Estado estado() const; ///< read past the spies
     [[nodiscard]] Variant consulta(const std::string& sql) const; ///< first value, management
     [[nodiscard]] const bases::Bases& bases() const noexcept { return m_bases; } ///< the real connections
+    [[nodiscard]] bases::Lugar lugar() const { return m_muestra->lugar(); } ///< of a sample of its own
     [[nodiscard]] std::vector<std::string> titulos() const; ///< of the boxes shown
 
     std::shared_ptr<Parte> parte = std::make_shared<Parte>();

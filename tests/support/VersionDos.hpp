@@ -19,7 +19,7 @@ inline std::string con_version_anterior(int version)
     for (const auto& una : hacia_version_2("orvalin."))
         todo += una + "; ";
     const auto numero = std::to_string(version);
-    return todo + "UPDATE orvalin.Esquema SET Version = " + numero
+    return todo + "DROP TABLE dbo.Regularizaciones; " + "UPDATE orvalin.Esquema SET Version = " + numero
         + "; UPDATE dbo.Esquema SET Version = " + numero;
 }
 

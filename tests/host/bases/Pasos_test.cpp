@@ -19,16 +19,19 @@ namespace {
     using testing::ElementsAre;
     using testing::HasSubstr;
 
-    // Versions 4 to 6, which the program does not have yet.
-    constexpr std::array<Paso, 4> inventados{ { { .hasta = 3 },
-        { .hasta = 4,
+    // Versions that the program does not have yet, after its own.
+    constexpr std::array<Paso, 4> inventados{ { { .hasta = guiones::version },
+        { .hasta = guiones::version + 1,
             .orvalin = "ALTER TABLE Proveedores ADD Telefono NVARCHAR(20);"
                        "UPDATE Proveedores SET Telefono ='922 000 ' || Codigo",
             .bexmor = "CREATE TABLE Notas (Codigo INT NOT NULL PRIMARY KEY, Fecha DATETIME NOT NULL)" },
-        { .hasta = 5, .bexmor = "INSERT INTO Notas (Codigo, Fecha) VALUES (7, '21/11/2026')" },
-        { .hasta = 6,
+        { .hasta = guiones::version + 2,
+            .bexmor = "INSERT INTO Notas (Codigo, Fecha) VALUES (7, '21/11/2026')" },
+        { .hasta = guiones::version + 3,
             .orvalin = "CREATE TABLE Notas (Codigo INT NOT NULL PRIMARY KEY);"
                        "INSERT INTO Notas (Codigo) SELECT Codigo + 1 FROM Bexmor.dbo.Notas" } } };
+
+    std::string numero(int mas) { return std::to_string(guiones::version + mas); }
 
     struct Motor {
         const char* nombre;
@@ -86,8 +89,8 @@ namespace {
 
     TEST_P(Pasos, are_taken_in_order_from_the_version_that_there_is)
     {
-        EXPECT_EQ(da(inventados), 3);
-        EXPECT_THAT(versiones(), ElementsAre("6", "6"));
+        EXPECT_EQ(da(inventados), guiones::version);
+        EXPECT_THAT(versiones(), ElementsAre(numero(3), numero(3)));
         EXPECT_THAT(
             columna(*bases.orvalin, "SELECT Telefono FROM Proveedores WHERE Cod_Empresa =1 AND Codigo =103"),
             ElementsAre("922 000 103"));
@@ -99,10 +102,10 @@ namespace {
     TEST_P(Pasos, that_have_been_taken_are_not_taken_again)
     {
         da(std::span(inventados).first(3));
-        EXPECT_THAT(versiones(), ElementsAre("5", "5"));
-        EXPECT_EQ(da(inventados), 5);
-        EXPECT_EQ(da(inventados), 6);
-        EXPECT_THAT(versiones(), ElementsAre("6", "6"));
+        EXPECT_THAT(versiones(), ElementsAre(numero(2), numero(2)));
+        EXPECT_EQ(da(inventados), guiones::version + 2);
+        EXPECT_EQ(da(inventados), guiones::version + 3);
+        EXPECT_THAT(versiones(), ElementsAre(numero(3), numero(3)));
         EXPECT_EQ(cuenta(*bases.bexmor, "Notas"), 1);
     }
 
@@ -112,34 +115,34 @@ namespace {
         malos.back().orvalin = "CREATE TABLE Notas (Codigo INT NOT NULL PRIMARY KEY);"
                                "INSERT INTO Notas (Codigo) VALUES (1); INSERT INTO Notas (Codigo) VALUES (1)";
         EXPECT_THAT(error_de([&] { da(malos); }), HasSubstr("línea 1 del guion"));
-        EXPECT_THAT(versiones(), ElementsAre("3", "3"));
+        EXPECT_THAT(versiones(), ElementsAre(numero(0), numero(0)));
         for (const auto* instruccion : { "SELECT * FROM Notas", "SELECT Telefono FROM Proveedores" })
             EXPECT_NE(error_de([&] { columna(*bases.orvalin, instruccion); }), "no error") << instruccion;
-        EXPECT_EQ(da(inventados), 3);
+        EXPECT_EQ(da(inventados), guiones::version);
     }
 
     TEST_P(Pasos, beyond_which_the_tables_are_are_not_taken)
     {
-        pon_version(7);
+        pon_version(guiones::version + 4);
         EXPECT_EQ(error_de([&] { da(inventados); }),
-            "«aquí»: tiene la versión 7 de las tablas y este programa llega hasta la 6. Use la última "
-            "versión "
-            "del programa.");
-        EXPECT_THAT(versiones(), ElementsAre("7", "7"));
+            "«aquí»: tiene la versión " + numero(4) + " de las tablas y este programa llega hasta la "
+                + numero(3) + ". Use la última versión del programa.");
+        EXPECT_THAT(versiones(), ElementsAre(numero(4), numero(4)));
     }
 
     TEST_P(Pasos, want_both_products_to_have_the_same_version)
     {
         bases.bexmor->Execute("UPDATE Esquema SET Version =1");
         EXPECT_EQ(error_de([&] { da(inventados); }),
-            "«aquí»: las tablas de gestión tienen la versión 3 y las de contabilidad la 1.");
-        EXPECT_THAT(versiones(), ElementsAre("3", "1"));
+            "«aquí»: las tablas de gestión tienen la versión " + numero(0) + " y las de contabilidad la 1.");
+        EXPECT_THAT(versiones(), ElementsAre(numero(0), "1"));
     }
 
     TEST_P(Pasos, of_the_program_keep_every_claim_that_is_remembered_and_number_those_of_several_files)
     {
         for (const auto& una : pruebas::hacia_version_2())
             bases.orvalin->Execute(una);
+        bases.bexmor->Execute("DROP TABLE Regularizaciones");
         pon_version(2);
         for (const auto* una : { "'f1', 'R1', 1, 1, 2026, 3, 'AT260004'",
                  "'f1', 'R1', 2, 1, 2026, 3, 'AT260009'", "'f0', 'R1', 1, 1, 2026, 3, 'AT260007'",
@@ -169,11 +172,11 @@ namespace {
         bool llegado = false;
         parte->antes = [&](const std::string& dicha) { // he is through when the tables are free again
             if (dicha.find("SET Version =Version") != std::string::npos && !std::exchange(llegado, true))
-                pon_version(5);
+                pon_version(guiones::version + 3);
         };
         const Bases detras{ std::make_shared<pruebas::ConexionEspia>("gestion", bases.orvalin, parte),
             bases.bexmor, bases.transacciones };
-        EXPECT_EQ(da_pasos(detras, inventados, "aquí", Donde::aqui()), 5);
+        EXPECT_EQ(da_pasos(detras, inventados, "aquí", Donde::aqui()), guiones::version + 3);
         EXPECT_TRUE(llegado);
         EXPECT_NE(error_de([&] { columna(*bases.orvalin, "SELECT * FROM Notas"); }), "no error");
     }
@@ -183,13 +186,13 @@ namespace {
         EXPECT_EQ(pasos().back().hasta, guiones::version);
         for (const auto& una : pruebas::hacia_version_2())
             bases.orvalin->Execute(una);
+        bases.bexmor->Execute("DROP TABLE Regularizaciones"); // which the first version did not have
         pon_version(1);
         EXPECT_THAT(error_de([&] { static_cast<void>(abre_bases(lugar())); }),
-            HasSubstr("tiene la versión 1 de las tablas y este programa usa la 3. Actualícelas con: atipicos "
-                      "actualizar "
-                + lugar().opcion()));
+            HasSubstr("tiene la versión 1 de las tablas y este programa usa la " + numero(0)
+                + ". Actualícelas con: atipicos actualizar " + lugar().opcion()));
         EXPECT_EQ(da(pasos()), 1);
-        EXPECT_THAT(versiones(), ElementsAre("3", "3"));
+        EXPECT_THAT(versiones(), ElementsAre(numero(0), numero(0)));
         static_cast<void>(abre_bases(lugar()));
     }
 
