@@ -45,12 +45,46 @@ namespace {
         return puede ? 0 : errno;
     }
 
-    /// How the file is opened. Whoever closes a database last puts into it what is left in its log. A file
-    /// opened for reading alone could not, so a reader that may write it opens it for that.
-    const char* modo_de(const Opciones& opciones, int impedimento)
+    bool sin_permiso_de_nadie(const std::filesystem::path& fichero)
     {
-        if (impedimento == EROFS && !std::filesystem::exists(opciones.fichero.string() + "-wal"))
-            return "ro&immutable=1"; // nobody can change it, nor leave his marks beside it
+        using std::filesystem::perms;
+        std::error_code fallo;
+        const auto permisos = std::filesystem::status(fichero, fallo).permissions();
+        return !fallo
+            && (permisos & (perms::owner_write | perms::group_write | perms::others_write)) == perms::none;
+    }
+
+    /// What stands beside a database that nobody can write, on a protected disk or because nobody is allowed
+    /// to: neither readers nor writers can leave their marks there. Root may still do as he likes.
+    enum class Protegida : std::uint8_t { no, sin_diario, con_diario };
+
+    Protegida proteccion(const std::filesystem::path& fichero, int impedimento)
+    {
+        std::error_code fallo;
+        const std::filesystem::path diario = fichero.string() + "-wal";
+        const auto bytes = std::filesystem::file_size(diario, fallo);
+        const bool hay_diario = !fallo && bytes > 0;
+        const bool nadie = impedimento == EROFS || sin_permiso_de_nadie(fichero)
+            || (sin_permiso_de_nadie(std::filesystem::absolute(fichero).parent_path())
+                && (!std::filesystem::exists(diario, fallo) || sin_permiso_de_nadie(diario)));
+        if (impedimento == 0 || !nadie)
+            return Protegida::no;
+        return hay_diario ? Protegida::con_diario : Protegida::sin_diario;
+    }
+
+    /// How the file is opened. Whoever closes a database last puts into it what is left in its log. A file
+    /// opened for reading alone could not, so a reader that may write it opens it for that. Where nobody can
+    /// write, no locks are needed; a log that was left there is read with its index in memory.
+    const char* modo_de(const Opciones& opciones, int impedimento, Protegida protegida)
+    {
+        switch (protegida) {
+        case Protegida::sin_diario:
+            return "ro&immutable=1";
+        case Protegida::con_diario:
+            return "ro&vfs=unix-none";
+        case Protegida::no:
+            break;
+        }
         return impedimento != 0 ? "ro" : opciones.crear ? "rwc" : "rw";
     }
 
@@ -62,13 +96,15 @@ namespace {
     }
 
     /// The library's answer. Raises an error where that would say too little.
-    int abre_fichero(const Opciones& opciones, sqlite3*& base, Donde donde)
+    int abre_fichero(const Opciones& opciones, sqlite3*& base, Protegida& protegida, Donde donde)
     {
         comprueba_fichero(opciones.fichero, opciones.crear, donde);
         const int impedimento = impedimento_al_escribir(opciones.fichero);
         if (!opciones.solo_lectura && impedimento != 0)
             es_de_solo_lectura(opciones.fichero, donde);
-        return sqlite3_open_v2(uri(opciones.fichero, modo_de(opciones, impedimento)).c_str(), &base,
+        protegida = proteccion(opciones.fichero, impedimento);
+        return sqlite3_open_v2(uri(opciones.fichero, modo_de(opciones, impedimento, protegida)).c_str(),
+            &base,
             SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX
                 | (impedimento == 0 ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY)
                 | (opciones.crear ? SQLITE_OPEN_CREATE : 0),
@@ -103,13 +139,16 @@ Sesion::Sesion(sqlite3* base, bool preparadas)
 std::shared_ptr<Sesion> Sesion::abre(const Opciones& opciones, Donde donde)
 {
     sqlite3* base = nullptr;
-    const int resultado
-        = opciones.en_memoria ? sqlite3_open(":memory:", &base) : abre_fichero(opciones, base, donde);
+    auto protegida = Protegida::no;
+    const int resultado = opciones.en_memoria ? sqlite3_open(":memory:", &base)
+                                              : abre_fichero(opciones, base, protegida, donde);
     std::shared_ptr<Sesion> sesion(
         new Sesion(base, opciones.preparadas)); // closes it, also when opening failed
     nombrando("«" + opciones.fichero.string() + "»", donde, [&] {
         if (resultado != SQLITE_OK)
             throw error_de(base, {}, donde);
+        if (protegida == Protegida::con_diario)
+            sesion->ejecuta("PRAGMA locking_mode=EXCLUSIVE", nullptr, donde); // its index stays in memory
         sesion->prepara(opciones, donde);
     });
     return sesion;
@@ -139,7 +178,8 @@ void Sesion::lee_algo(Donde donde)
         if (error.categoria() != Categoria::solo_lectura)
             throw;
         throw adodb::ErrorBaseDatos(Categoria::solo_lectura, error.fuente(),
-            "quien no puede escribir en su carpeta sólo puede leerla mientras otro la tiene abierta.",
+            "quien no puede escribir en su carpeta sólo puede leerla mientras otro la tiene abierta. Cópiela "
+            "a una carpeta propia.",
             error.instruccion(), donde);
     }
 }

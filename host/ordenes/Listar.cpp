@@ -81,7 +81,7 @@ namespace {
 
 int listar(const OpcionesComunes& comunes, const OpcionesListar& opciones)
 {
-    const Sesion sesion(comunes);
+    const Sesion sesion(comunes, { .solo_lectura = true });
     FiltroAtipicos filtro{ opciones.desde.texto(), opciones.hasta.texto(), opciones.almacen,
         opciones.proveedor };
     std::size_t cuantos = 0;

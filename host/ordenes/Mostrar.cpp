@@ -212,7 +212,7 @@ namespace {
 
 int mostrar(const OpcionesComunes& comunes, const OpcionesCargo& opciones)
 {
-    Sesion sesion(comunes);
+    Sesion sesion(comunes, { .solo_lectura = true });
     const auto expediente = lee(sesion, { opciones.ejercicio, opciones.almacen, opciones.codigo });
     if (opciones.formato == "json")
         std::cout << json_de(expediente).dump(2, ' ', false, Json::error_handler_t::replace) << '\n';

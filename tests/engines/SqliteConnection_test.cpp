@@ -149,9 +149,13 @@ namespace {
         for (const auto* fichero : { "uno.db", "uno.db-wal" })
             std::filesystem::copy_file(carpeta / fichero, carpeta / "disco" / fichero);
         ASSERT_TRUE(disco.protege());
-        EXPECT_EQ(al_abrir({ .fichero = carpeta / "disco" / "uno.db", .solo_lectura = true }).first,
-            Categoria::conexion)
-            << "its last rows are in the log, which cannot be read there";
+        const auto protegida
+            = Connection::Abrir({ .fichero = carpeta / "disco" / "uno.db", .solo_lectura = true });
+        EXPECT_EQ(cuenta(*protegida), 1) << "its last rows are in the log";
+        EXPECT_EQ(
+            cuenta(*Connection::Abrir({ .fichero = carpeta / "disco" / "uno.db", .solo_lectura = true })), 1)
+            << "by two at once";
+        EXPECT_EQ(nombres(carpeta / "disco"), (std::set<std::string>{ "uno.db", "uno.db-wal" }));
     }
 
     TEST_F(Ficheros, commits_are_durable_and_keys_are_real)
