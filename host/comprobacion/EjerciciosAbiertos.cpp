@@ -22,7 +22,7 @@ EjerciciosAbiertos::EjerciciosAbiertos(adodb::Connection& bexmor)
 std::string EjerciciosAbiertos::impedimento(std::int16_t empresa, Date dia) const
 {
     const auto de_la_empresa = " la empresa contable " + std::to_string(empresa);
-    if (!m_empresas.contains(empresa))
+    if (!existe(empresa))
         return "No existe" + de_la_empresa + ": dela de alta en Contabilidad.";
     const auto ejercicio = std::to_string(dia.anio());
     const auto lugar = m_ejercicios.find({ empresa, dia.anio() });

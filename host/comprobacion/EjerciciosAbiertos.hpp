@@ -16,6 +16,8 @@ class EjerciciosAbiertos {
 public:
     explicit EjerciciosAbiertos(adodb::Connection& bexmor);
 
+    [[nodiscard]] bool existe(std::int16_t empresa) const { return m_empresas.contains(empresa); }
+
     /// What keeps an entry of that day out of the books, with what to do; empty: nothing does.
     [[nodiscard]] std::string impedimento(std::int16_t empresa, Date dia) const;
 

@@ -16,6 +16,12 @@ namespace {
             return texto_paso
                 + "\n   Sus líneas o su impuesto no están completos: ábralo en el visor con «Modificar», "
                   "complételo\n   y acéptelo; recibirá un asiento nuevo.\n";
+        if (!uno.admisible)
+            return texto_paso + "\n   No se puede contabilizar: su empresa contable, que es la "
+                + std::to_string(uno.asiento.empresa)
+                + ", no existe, o su importe no\n   cabe en Contabilidad. Corrija el almacén o el cargo, "
+                  "ábralo "
+                  "en el visor con «Modificar» y acéptelo.\n";
         if (!uno.impedimento.empty())
             texto_paso += "\n   Antes: " + uno.impedimento;
         return texto_paso

@@ -1,10 +1,12 @@
 #include "host/comprobacion/Revision.hpp"
 
 #include "charges/Impuesto.hpp"
+#include "host/bexmor/Instrucciones.hpp"
 #include "platform/adodb/campos.hpp"
 #include "runtime/Formato.hpp"
 
 #include <algorithm>
+#include <cstdlib>
 #include <functional>
 #include <tuple>
 #include <utility>
@@ -14,6 +16,28 @@ namespace atipicos::app {
 namespace {
 
     std::string texto_importe(Currency importe) { return texto_pantalla(importe, 2); }
+
+    /// Whether the accounting library takes an amount.
+    bool cabe(Currency importe)
+    {
+        try {
+            bexmor::comprueba_importe(importe, {}, Donde::aqui());
+            return true;
+        } catch (const Error&) {
+            return false;
+        }
+    }
+
+    /// Whether an amount of an entry is that of the charge. The tax of an entry is exact and the one of the
+    /// charge was reckoned in floating point: of large amounts they may be a cent apart.
+    bool coinciden(Currency del_asiento, Currency del_cargo, const CargoLeido& cargo)
+    {
+        constexpr std::int64_t grande = 10'000'000'000 * Currency::escala;
+        constexpr std::int64_t centimo = Currency::escala / 100;
+        const auto aparte = std::abs(del_asiento.crudo() - del_cargo.crudo());
+        const auto importe = cargo.importe.crudo();
+        return aparte == 0 || (aparte == centimo && (importe > grande || importe < -grande));
+    }
 
     void recorre(adodb::Connection& conexion, const std::string& sql,
         const std::function<void(adodb::Recordset&)>& cada)
@@ -267,6 +291,7 @@ void Revision::queda_sin_asiento(CargoLeido& cargo, const std::string& motivo)
     const auto clave = m_cargos->clave(cargo);
     difiere(cargo, motivo);
     m_sin_asiento[clave] = { clave, cargo.asiento, cargo.completo,
+        m_ejercicios.existe(cargo.asiento.empresa) && cabe(cargo.total()),
         m_ejercicios.impedimento(cargo.asiento.empresa, cargo.fecha) };
 }
 
@@ -274,20 +299,20 @@ void Revision::revisa_contabilizacion(const CargoLeido& cargo, const AsientoGuar
 {
     const auto su_asiento = "su " + texto(asiento.clave);
     const auto carga = asiento.apuntes.front().debe;
-    if (carga != cargo.total())
+    if (!coinciden(carga, cargo.total(), cargo))
         difiere(cargo,
             su_asiento + " carga " + texto_importe(carga) + " y el cargo suma " + texto_importe(cargo.total())
                 + ".");
     if (asiento.fecha.solo_dia() != cargo.fecha.solo_dia())
         difiere(cargo, su_asiento + " es del " + asiento.fecha.texto() + ".");
-    if (!asiento.previsiones.empty() && asiento.suma_previsiones() != cargo.total())
+    if (!asiento.previsiones.empty() && !coinciden(asiento.suma_previsiones(), cargo.total(), cargo))
         difiere(cargo,
             "sus previsiones suman " + texto_importe(asiento.suma_previsiones()) + " y el cargo "
                 + texto_importe(cargo.total()) + ".");
     const auto& registros = asiento.registros;
     if (cargo.porcentaje == Currency() ? !registros.empty()
                                        : registros.size() != 1 || registros.front().base != cargo.importe
-                || registros.front().cuota != cargo.impuesto)
+                || !coinciden(registros.front().cuota, cargo.impuesto, cargo))
         difiere(cargo, "el registro de impuesto de " + su_asiento + " no es el suyo.");
 }
 

@@ -16,6 +16,7 @@ struct CargoSinAsiento {
     ClaveContenida cargo;
     ClaveAsiento asiento; ///< the one that it names; number 0: none
     bool contabilizable = true; ///< its lines and its tax are in order, so that it can be posted as it stands
+    bool admisible = true; ///< its accounting company exists and can hold its amount
     std::string impedimento = {}; ///< what is to be done in accounting before it can be posted
 
     friend bool operator==(const CargoSinAsiento&, const CargoSinAsiento&) = default;
