@@ -1,6 +1,6 @@
 #include "engines/odbc/Enlace.hpp"
 
-#include "engines/odbc/Unicode.hpp"
+#include "runtime/Unicode.hpp"
 
 #include <array>
 #include <sqlucode.h>

@@ -1,6 +1,6 @@
 #include "engines/odbc/Instruccion.hpp"
 
-#include "engines/odbc/Unicode.hpp"
+#include "runtime/Unicode.hpp"
 #include "engines/sql/Fechas.hpp"
 #include "engines/sql/Tokens.hpp"
 

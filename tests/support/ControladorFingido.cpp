@@ -2,7 +2,7 @@
 // no database: it writes what it is told into the file that DATABASE names, a line each, keeps count of
 // transactions, and fails as the server does on statements that name one of the accidents below, or on the
 // commit after them. It knows no more calls than the engine makes.
-#include "engines/odbc/Unicode.hpp"
+#include "runtime/Unicode.hpp"
 
 #include <algorithm>
 #include <array>
@@ -85,7 +85,7 @@ std::string valor_de(const std::string& cadena, const std::string& nombre)
 
 void copia(const std::string& texto, SQLWCHAR* destino, std::size_t letras)
 {
-    const auto ancho = atipicos::odbc::a_utf16(texto);
+    const auto ancho = atipicos::a_utf16(texto);
     const auto cuantas = std::min(ancho.size(), letras - 1);
     std::memcpy(destino, ancho.data(), cuantas * sizeof(SQLWCHAR));
     destino[cuantas] = 0;
@@ -150,8 +150,8 @@ SQLRETURN SQLGetInfoW(SQLHDBC asa, SQLUSMALLINT, SQLPOINTER valor, SQLSMALLINT b
 SQLRETURN SQLExecDirectW(SQLHSTMT asa, SQLWCHAR* texto, SQLINTEGER letras)
 {
     auto& suya = *instruccion(asa).linea;
-    const auto sql = atipicos::odbc::a_utf8(
-        { reinterpret_cast<const char16_t*>(texto), static_cast<std::size_t>(letras) });
+    const auto sql
+        = atipicos::a_utf8({ reinterpret_cast<const char16_t*>(texto), static_cast<std::size_t>(letras) });
     std::ofstream(suya.registro, std::ios::app) << sql << '\n';
     suya.fallo = nullptr;
     if (suya.esperado != nullptr && sql.starts_with(suya.esperado->espera_a))
@@ -183,7 +183,7 @@ SQLRETURN SQLPrimaryKeysW(SQLHSTMT asa, SQLWCHAR* catalogo, SQLSMALLINT, SQLWCHA
         std::u16string texto;
         for (const auto* letra = parte; letra != nullptr && *letra != 0; ++letra)
             texto += static_cast<char16_t>(*letra);
-        registro << ' ' << (parte == nullptr ? "-" : atipicos::odbc::a_utf8(texto));
+        registro << ' ' << (parte == nullptr ? "-" : atipicos::a_utf8(texto));
     }
     registro << '\n';
     instruccion(asa).linea->fallo = nullptr;

@@ -1,9 +1,9 @@
-#include "engines/odbc/Unicode.hpp"
+#include "runtime/Unicode.hpp"
 
 #include <cstddef>
 #include <cstdint>
 
-namespace atipicos::odbc {
+namespace atipicos {
 
 namespace {
 
@@ -89,4 +89,4 @@ std::string a_utf8(std::u16string_view utf16)
     return texto;
 }
 
-} // namespace atipicos::odbc
+} // namespace atipicos

@@ -1,8 +1,8 @@
-#include "engines/odbc/Unicode.hpp"
+#include "runtime/Unicode.hpp"
 
 #include <gmock/gmock.h>
 
-namespace atipicos::odbc {
+namespace atipicos {
 namespace {
 
     TEST(Unicode, texts_come_back_as_they_went)
