@@ -30,19 +30,26 @@ namespace {
     constexpr int ancho_selector = 3000; ///< twips
     constexpr std::size_t aviso_cada = 10'000; ///< charges after which the reading shows how far it is
 
+    /// The year is that of the charge's date.
+    ClaveAtipico clave_de(const CargoListado& cargo)
+    {
+        return { CInt(cargo.Fecha.anio()), CInt(cargo.Cod_Almacen), de_qt(a_qt(cargo.Codigo).trimmed()) };
+    }
+
     std::string con_puntos(std::size_t cuantos)
     {
         return texto_pantalla(Currency::de_entero(static_cast<std::int32_t>(cuantos)), 0);
     }
 
-    QString resumen(std::size_t cuantos, Currency importe, Currency impuesto)
+    QString resumen(const TotalesLista& totales)
     {
+        const auto cuantos = totales.cargos();
         if (cuantos == 0)
             return QStringLiteral("No hay atípicos con estas condiciones.");
-        return QStringLiteral("%1 %2     Importe: %3     Impuesto: %4")
-            .arg(a_qt(con_puntos(cuantos)),
-                cuantos == 1 ? QStringLiteral("atípico") : QStringLiteral("atípicos"),
-                a_qt(texto_pantalla(importe, 2)), a_qt(texto_pantalla(impuesto, 2)));
+        std::string texto = con_puntos(cuantos) + (cuantos == 1 ? " atípico" : " atípicos");
+        for (const auto& [columna, suma] : totales.sumas())
+            texto += std::string("     ") + columna->titulo + ": " + texto_pantalla(suma, 2);
+        return a_qt(texto);
     }
 
 }
@@ -118,6 +125,7 @@ void frmCompras_Atipicos_Visor::Form_Load()
 void frmCompras_Atipicos_Visor::empieza_vacio()
 {
     m_ui->vsCab->set_Rows(1);
+    m_cargos.clear();
     m_ui->lblEstado->clear();
     m_ui->Tabs->setCurrentIndex(documentos);
     set_Comandos(false);
@@ -177,30 +185,32 @@ void frmCompras_Atipicos_Visor::txtFechaF_KeyPress()
 /// The list changes when all of it has been read: an error on the way leaves the one that was there.
 void frmCompras_Atipicos_Visor::Cargar_Atipicos()
 {
+    std::vector<CargoListado> cargos;
     std::vector<QByteArray> filas;
     std::string fila;
-    Currency importe;
-    Currency impuesto;
+    TotalesLista totales;
     const FiltroAtipicos buscado = filtro();
     const auto oculta_aviso = qScopeGuard(modMsgOp::Ocultar);
     atipicos::Cargar_Atipicos(buscado, [&](const CargoListado& cargo) {
         fila.clear();
         anexa_fila(fila, cargo);
         filas.push_back(QByteArray::fromStdString(fila));
+        cargos.push_back(cargo);
         if (filas.size() % aviso_cada == 0)
             modMsgOp::Mostrar("Leyendo atípicos: " + con_puntos(filas.size()));
-        importe += cargo.Importe;
-        impuesto += cargo.Impuesto_Importe;
+        totales.suma(cargo);
     });
     auto& rejilla = *m_ui->vsCab;
     rejilla.set_Rows(1);
+    m_cargos = std::move(cargos);
     {
         const SinDibujar sin_dibujar(rejilla);
+        int lugar = 0;
         for (const auto& leida : filas)
-            rejilla.AddItem(leida);
+            rejilla.AddItem(leida, lugar++);
     }
     rejilla.set_Row(1);
-    m_ui->lblEstado->setText(resumen(filas.size(), importe, impuesto));
+    m_ui->lblEstado->setText(resumen(totales));
     m_ui->Tabs->setTabEnabled(detalles, rejilla.Rows() > 1);
     guarda_filtro(buscado);
 }
@@ -230,12 +240,12 @@ void frmCompras_Atipicos_Visor::Tabs_SelectedChanged()
 
 void frmCompras_Atipicos_Visor::Cargar_Cabecera()
 {
-    const auto clave = clave_elegida();
+    const auto& cargo = elegido();
+    const auto clave = clave_de(cargo);
     Ejercicio = clave.Ejercicio;
     Almacen_Inicial = clave.Almacen;
-    Proveedor_Inicial = proveedor_elegido();
-    m_ui->tabDetalles->Cargar_Cabecera(
-        clave, Proveedor_Inicial, m_ui->vsCab->TextMatrix(m_ui->vsCab->Row(), 5));
+    Proveedor_Inicial = cargo.Proveedor;
+    m_ui->tabDetalles->Cargar_Cabecera(clave, Proveedor_Inicial, a_qt(cargo.Fecha.texto()));
     m_ui->tabDetalles->Cargar_Detalles(clave);
 }
 
@@ -291,23 +301,14 @@ void frmCompras_Atipicos_Visor::cmdUltimo_Click()
 
 // Commands
 
-/// The year is that of the charge's date.
-ClaveAtipico frmCompras_Atipicos_Visor::clave_elegida() const
+const CargoListado& frmCompras_Atipicos_Visor::elegido() const
 {
-    const auto& rejilla = *m_ui->vsCab;
-    const int fila = rejilla.Row();
-    const auto celda = [&](int columna) { return de_qt(rejilla.TextMatrix(fila, columna).trimmed()); };
-    return { CInt(CDate(celda(5)).anio()), CInt(celda(1)), celda(0) };
-}
-
-std::int32_t frmCompras_Atipicos_Visor::proveedor_elegido() const
-{
-    return CLng(de_qt(m_ui->vsCab->TextMatrix(m_ui->vsCab->Row(), 3).trimmed()));
+    return m_cargos.at(static_cast<std::size_t>(m_ui->vsCab->RowData(m_ui->vsCab->Row())));
 }
 
 void frmCompras_Atipicos_Visor::cmdExportar_Click()
 {
-    const QString fichero = exporta_vsCab(*m_ui->vsCab, this);
+    const QString fichero = exporta_vsCab(*m_ui->vsCab, m_cargos, this);
     if (!fichero.isEmpty())
         m_ui->lblEstado->setText(QStringLiteral("Exportado a ") + fichero);
 }
@@ -316,8 +317,9 @@ void frmCompras_Atipicos_Visor::cmdImprimir_Click()
 {
     if (m_ui->vsCab->Row() < 1)
         return;
-    const auto clave = clave_elegida();
-    ImprimirAtipico({ clave.Ejercicio, clave.Almacen, clave.Codigo, proveedor_elegido() },
+    const auto& cargo = elegido();
+    const auto clave = clave_de(cargo);
+    ImprimirAtipico({ clave.Ejercicio, clave.Almacen, clave.Codigo, cargo.Proveedor },
         [this] { return frmImpresora::pregunta(modComun::comparte_EmpresaOrvalin(), this); });
 }
 
@@ -325,12 +327,15 @@ void frmCompras_Atipicos_Visor::cmdEliminar_Click()
 {
     auto& rejilla = *m_ui->vsCab;
     const int fila = rejilla.Row();
-    if (fila < 1
-        || !confirma("Deberá ir a contabilidad y eliminar manualmente el asiento asociado "
-            + de_qt(rejilla.TextMatrix(fila, 9).trimmed())
+    if (fila < 1)
+        return;
+    const auto clave = clave_de(elegido());
+    const auto asiento = elegido().Asiento;
+    if (!confirma("Deberá ir a contabilidad y eliminar manualmente el asiento asociado "
+            + (asiento > 0 ? std::to_string(asiento) : std::string())
             + ".\r\n\r\n¿Está seguro que desea eliminar el atípico seleccionado?"))
         return;
-    if (!EliminarAtipico(clave_elegida()))
+    if (!EliminarAtipico(clave))
         return;
     rejilla.RemoveItem(fila);
     if (rejilla.Rows() < 2)
@@ -346,7 +351,7 @@ void frmCompras_Atipicos_Visor::cmdModificar_Click()
             "junto a sus previsiones de pago.\r\n\r\n¿Desea Continuar?"))
         return;
     m_ui->Tabs->setCurrentIndex(documentos);
-    const auto clave = clave_elegida();
+    const auto clave = clave_de(elegido());
     auto& editor = frmCompras_Atipicos::compartido();
     editor.Codigo = clave.Codigo;
     editor.Ejercicio = clave.Ejercicio;

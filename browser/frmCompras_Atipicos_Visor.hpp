@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 class QPushButton;
 
@@ -72,14 +73,14 @@ private:
     void cmdImprimir_Click();
     void cmdModificar_Click();
     void cmdEliminar_Click();
-    [[nodiscard]] ClaveAtipico clave_elegida() const;
-    [[nodiscard]] std::int32_t proveedor_elegido() const;
+    [[nodiscard]] const CargoListado& elegido() const; ///< the charge of the chosen row
 
     using Accion = void (frmCompras_Atipicos_Visor::*)();
     void atrapa(const char* procedimiento, Accion accion);
     void enlaza(QPushButton& boton, const char* procedimiento, Accion accion);
 
     std::unique_ptr<Ui::frmCompras_Atipicos_Visor> m_ui;
+    std::vector<CargoListado> m_cargos; ///< as they were read; the data of a row is its place here
 };
 
 } // namespace atipicos

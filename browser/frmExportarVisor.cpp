@@ -26,24 +26,16 @@ namespace {
         return dialogo.exec() == QDialog::Accepted ? dialogo.selectedFiles().value(0) : QString();
     }
 
-    CargoListado cargo_de(const VSFlexGrid& vsCab, int fila)
-    {
-        QStringList celdas;
-        for (int columna = 0; columna < vsCab.Cols(); ++columna)
-            celdas << vsCab.TextMatrix(fila, columna);
-        return cargo_de_fila(de_qt(celdas.join(u'\t')));
-    }
-
 }
 
-QString exporta_vsCab(const VSFlexGrid& vsCab, QWidget* ventana)
+QString exporta_vsCab(const VSFlexGrid& vsCab, const std::vector<CargoListado>& cargos, QWidget* ventana)
 {
     QString fichero = pide_fichero(ventana);
     if (fichero.isEmpty())
         return {};
     const OrigenLista lista = [&](const CadaCargo& cada) {
         for (int fila = 1; fila < vsCab.Rows(); ++fila)
-            cada(cargo_de(vsCab, fila));
+            cada(cargos.at(static_cast<std::size_t>(vsCab.RowData(fila))));
     };
     SalidaSegura salida(de_qt(fichero));
     if (fichero.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive))

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "browser/ColumnasLista.hpp"
 #include "controls/VSFlexGrid.hpp"
 
 /// The columns of the two grids of the charge browser.
 namespace atipicos {
 
-void prepara_vsCab(VSFlexGrid& rejilla); ///< list: thirteen columns, each orders the rows by its heading
+/// The list: each column orders the rows by its heading.
+void prepara_vsCab(VSFlexGrid& rejilla, ColumnasLista lista = columnas_lista());
 void prepara_vsDetalles(VSFlexGrid& rejilla); ///< lines of a charge: seven columns
 
 } // namespace atipicos

@@ -63,13 +63,20 @@ void ModeloRejilla::set_Rows(int filas)
     publica();
 }
 
-void ModeloRejilla::AddItem(const QByteArray& fila)
+void ModeloRejilla::AddItem(const QByteArray& fila, int dato)
 {
-    m_filas.push_back(fila);
+    m_filas.push_back({ fila, dato });
     publica();
 }
 
-QByteArrayView ModeloRejilla::Fila(int fila) const { return m_filas.at(static_cast<std::size_t>(fila) - 1); }
+const ModeloRejilla::Guardada& ModeloRejilla::guardada(int fila) const
+{
+    return m_filas.at(static_cast<std::size_t>(fila) - 1);
+}
+
+QByteArrayView ModeloRejilla::Fila(int fila) const { return guardada(fila).texto; }
+
+int ModeloRejilla::RowData(int fila) const { return guardada(fila).dato; }
 
 void ModeloRejilla::RemoveItem(int fila)
 {
@@ -90,8 +97,7 @@ QString ModeloRejilla::TextMatrix(int fila, int columna) const
 {
     if (fila < 0 || fila >= Rows() || columna < 0 || columna >= m_titulos.size())
         return {};
-    return fila == 0 ? m_titulos.at(columna)
-                     : QString::fromUtf8(celda(m_filas.at(static_cast<std::size_t>(fila) - 1), columna));
+    return fila == 0 ? m_titulos.at(columna) : QString::fromUtf8(celda(guardada(fila).texto, columna));
 }
 
 void ModeloRejilla::set_TextMatrix(int fila, int columna, const QString& texto)
@@ -105,7 +111,7 @@ void ModeloRejilla::set_TextMatrix(int fila, int columna, const QString& texto)
         emit headerDataChanged(Qt::Horizontal, columna, columna);
         return;
     }
-    auto& destino = m_filas.at(static_cast<std::size_t>(fila) - 1);
+    auto& destino = m_filas.at(static_cast<std::size_t>(fila) - 1).texto;
     QByteArrayList celdas = destino.split('\t');
     celdas.resize(m_titulos.size());
     celdas[columna] = limpio.toUtf8();
@@ -119,11 +125,11 @@ void ModeloRejilla::Ordena(int columna, Clase clase, bool descendente)
     std::vector<QString> celdas;
     celdas.reserve(m_filas.size());
     for (const auto& fila : m_filas)
-        celdas.push_back(QString::fromUtf8(celda(fila, columna)));
+        celdas.push_back(QString::fromUtf8(celda(fila.texto, columna)));
     const auto orden = orden_de(celdas, clase, descendente);
 
     emit layoutAboutToBeChanged({}, VerticalSortHint);
-    std::vector<QByteArray> filas;
+    std::vector<Guardada> filas;
     filas.reserve(m_filas.size());
     std::vector<int> nuevas(m_filas.size()); // where each row has gone
     for (const auto antes : orden) {

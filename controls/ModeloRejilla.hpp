@@ -25,8 +25,10 @@ public:
     [[nodiscard]] int Rows() const noexcept; ///< with the header row
     void set_Rows(
         int filas); ///< fewer: the last ones go; more: empty rows are added. 1 leaves the header alone
-    void AddItem(const QByteArray& fila); ///< UTF-8; short rows are padded, long ones cut
+    /// UTF-8; short rows are padded, long ones cut. `dato` stays with the row wherever it is put.
+    void AddItem(const QByteArray& fila, int dato = 0);
     [[nodiscard]] QByteArrayView Fila(int fila) const; ///< as it was added; `fila` from 1 to `Rows` - 1
+    [[nodiscard]] int RowData(int fila) const; ///< the `dato` of a row; `fila` from 1 to `Rows` - 1
     void RemoveItem(int fila); ///< does nothing outside 1 to `Rows` - 1
 
     [[nodiscard]] QString TextMatrix(int fila, int columna) const; ///< empty outside the grid
@@ -45,11 +47,17 @@ public:
         int seccion, Qt::Orientation orientacion, int papel = Qt::DisplayRole) const override;
 
 private:
+    struct Guardada {
+        QByteArray texto;
+        int dato = 0;
+    };
+
+    [[nodiscard]] const Guardada& guardada(int fila) const;
     void publica();
 
     QStringList m_titulos;
     std::vector<Qt::Alignment> m_alineaciones;
-    std::vector<QByteArray> m_filas;
+    std::vector<Guardada> m_filas;
     int m_publicadas = 0; ///< the view knows the first ones; the rest waits for redrawing
     bool m_dibuja = true;
 };

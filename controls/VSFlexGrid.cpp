@@ -77,11 +77,13 @@ void VSFlexGrid::set_TextMatrix(int fila, int columna, const QString& texto)
 
 void VSFlexGrid::AddItem(const QString& fila) { AddItem(fila.toUtf8()); }
 
-void VSFlexGrid::AddItem(const QByteArray& fila)
+void VSFlexGrid::AddItem(const QByteArray& fila, int dato)
 {
-    m_modelo->AddItem(fila);
+    m_modelo->AddItem(fila, dato);
     ajusta_ancho(Rows() - 1);
 }
+
+int VSFlexGrid::RowData(int fila) const { return m_modelo->RowData(fila); }
 
 void VSFlexGrid::RemoveItem(int fila)
 {

@@ -34,7 +34,9 @@ public:
     [[nodiscard]] QString TextMatrix(int fila, int columna) const; ///< empty outside the grid
     void set_TextMatrix(int fila, int columna, const QString& texto); ///< a tab in `texto` becomes a blank
     void AddItem(const QString& fila);
-    void AddItem(const QByteArray& fila); ///< the same in UTF-8, which is how the rows are kept
+    /// The same in UTF-8, which is how the rows are kept; `dato` stays with the row wherever it is put.
+    void AddItem(const QByteArray& fila, int dato = 0);
+    [[nodiscard]] int RowData(int fila) const; ///< its `dato`; `fila` from 1 to `Rows` - 1
     void RemoveItem(int fila); ///< does nothing outside 1 to `Rows` - 1; the row that moves up is chosen
 
     [[nodiscard]] int ColWidth(int columna) const; ///< pixels

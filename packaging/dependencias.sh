@@ -9,8 +9,8 @@
 #             the component for Windows is built and tried with
 set -euo pipefail
 
-paquetes=(cmake g++ libcli11-dev libcsv-dev libpq-dev libsqlite3-dev libssl-dev libxlsxwriter-dev ninja-build
-    nlohmann-json3-dev pkg-config unixodbc-dev)
+paquetes=(cmake g++ libcli11-dev libcsv-dev libpq-dev libsqlite3-dev libssl-dev ninja-build
+    nlohmann-json3-dev pkg-config unixodbc-dev zlib1g-dev)
 for para in "$@"; do
     case "$para" in
         ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;

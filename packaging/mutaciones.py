@@ -27,7 +27,7 @@ PRUEBAS = {
     "charges": ["Impuesto", "clsAtipico_Devuelve_Codigo", "clsAtipico_Lineas", "clsAtipico"],
     "posting": ["Calendario", "EdicionPrevisiones", "GenerarAsiento", "GenerarPrev"],
     "editor": ["CargoGrabado", "EdicionAtipico", "GuardarAtipico"],
-    "browser": ["DetalleAtipico", "EliminarAtipico", "ExportarLista", "ListaAtipicos"],
+    "browser": ["ColumnasLista", "DetalleAtipico", "EliminarAtipico", "ExportarLista", "LibroXlsx", "ListaAtipicos"],
     "engines/sql": ["Catalogo", "Contrato", "Fechas", "PostgresqlConnection", "Reescritura", "Servidor",
                     "SqliteConnection", "SqliteRecordset", "Tokens"],
 }

@@ -40,6 +40,15 @@ SalidaSegura::~SalidaSegura()
 
 std::ostream& SalidaSegura::flujo() { return m_destino.empty() ? std::cout : m_fichero; }
 
+void SalidaSegura::comprueba()
+{
+    if (flujo())
+        return;
+    if (m_destino.empty())
+        throw Error(1, "atipicos", "No se pudo escribir todo en la salida.");
+    falla(errno == 0 ? "no se pudo escribir entero" : motivo_sistema(errno));
+}
+
 void SalidaSegura::termina()
 {
     if (m_destino.empty())

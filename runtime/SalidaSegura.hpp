@@ -20,6 +20,10 @@ public:
     [[nodiscard]] std::ostream& flujo();
     [[nodiscard]] const std::filesystem::path& provisional() const noexcept { return m_provisional; }
 
+    /// Raises an error when something that was written so far is known not to have arrived: a reader of
+    /// standard output that has gone, a disk that is full. For who writes for long.
+    void comprueba();
+
     /// The end of the writing: raises an error when any of it did not reach the file.
     void termina();
 

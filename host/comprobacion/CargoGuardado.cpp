@@ -30,14 +30,8 @@ std::optional<CargoGuardado> busca_cargo(const ClaveAtipico& clave)
         adodb::CursorType::Static, adodb::LockType::ReadOnly);
     if (rs->Eof())
         return std::nullopt;
-    const auto largo = [&](std::string_view campo) { return CLng(rs->Fields(campo).Value()); };
-    const auto importe = [&](std::string_view campo) { return CCur(rs->Fields(campo).Value()); };
-    const auto texto = [&](std::string_view campo) { return adodb::texto(*rs, campo); };
     CargoGuardado cargo;
-    cargo.cabecera = { texto("Codigo"), largo("Cod_Almacen"), texto("Nombre_Almacen"), largo("Proveedor"),
-        texto("Nombre_Proveedor"), CDate(rs->Fields("Fecha").Value()), importe("Importe"),
-        importe("Impuesto_Importe"), importe("Impuesto"), largo("Asiento"), largo("Usuario"),
-        texto("Nombre_Usuario"), texto("Observ") };
+    LectorLista(*rs).lee(cargo.cabecera);
     cargo.EmpContable = adodb::entero(*rs, "EmpContable");
     cargo.EjContable = adodb::entero(*rs, "EjContable");
     cargo.Hora = CDate(rs->Fields("Hora").Value());

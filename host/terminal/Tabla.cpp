@@ -4,6 +4,7 @@
 #include <clocale>
 #include <cwchar>
 #include <ostream>
+#include <utility>
 
 namespace atipicos::app {
 
@@ -87,7 +88,7 @@ void Tabla::agrega(std::vector<std::string> celdas)
     m_filas.push_back(std::move(celdas));
 }
 
-void Tabla::escribe(std::ostream& salida) const
+void Tabla::escribe_titulos(std::ostream& salida) const
 {
     std::vector<std::string> titulos;
     std::vector<std::string> rayas;
@@ -97,8 +98,22 @@ void Tabla::escribe(std::ostream& salida) const
     }
     escribe_celdas(salida, m_columnas, m_anchos, titulos);
     escribe_celdas(salida, m_columnas, m_anchos, rayas);
+}
+
+void Tabla::escribe(std::ostream& salida) const
+{
+    escribe_titulos(salida);
     for (const auto& fila : m_filas)
         escribe_celdas(salida, m_columnas, m_anchos, fila);
+}
+
+void Tabla::vuelca(std::ostream& salida)
+{
+    if (!std::exchange(m_con_titulos, true))
+        escribe_titulos(salida);
+    for (const auto& fila : m_filas)
+        escribe_celdas(salida, m_columnas, m_anchos, fila);
+    m_filas.clear();
 }
 
 void Tabla::escribe_fila(std::ostream& salida, std::vector<std::string> celdas) const

@@ -23,6 +23,10 @@ public:
     void agrega(std::vector<std::string> celdas); ///< cells by `en_una_linea`
     void escribe(std::ostream& salida) const; ///< titles, a rule, and the rows
 
+    /// Writes the rows, the first time under titles and a rule, and forgets them. Columns keep their width
+    /// for those that come after, or grow: of a list that is written in pieces no more is held than a piece.
+    void vuelca(std::ostream& salida);
+
     /// A row that is not kept, in columns as wide as those of the rows that were; a longer cell pushes the
     /// others.
     void escribe_fila(std::ostream& salida, std::vector<std::string> celdas) const;
@@ -30,9 +34,12 @@ public:
     [[nodiscard]] std::size_t filas() const noexcept { return m_filas.size(); }
 
 private:
+    void escribe_titulos(std::ostream& salida) const;
+
     std::vector<Columna> m_columnas;
     std::vector<std::vector<std::string>> m_filas;
     std::vector<std::size_t> m_anchos;
+    bool m_con_titulos = false; ///< they have been written
 };
 
 /// The text with a blank for each line break, tab or other control character, which a terminal would obey.

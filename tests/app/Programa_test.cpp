@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <sqlite3.h>
 
 #include <algorithm>
 
@@ -289,6 +290,61 @@ namespace {
             EXPECT_EQ(WEXITSTATUS(std::system(orden.c_str())), 1);
             EXPECT_EQ(programa.lee("lleno.txt"), "atipicos: No se pudo escribir todo en la salida.\n");
         }
+    }
+
+    /// So many charges of 3 February 2025, and last in every list one of 2 January that cannot be read.
+    void agrega_cargos(const pruebas::Programa& programa, int cuantos)
+    {
+        const std::string columnas
+            = "INSERT INTO Proveedores_Cargos_Atipicos (Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo, "
+              "Proveedor, Fecha, Importe, Asiento, EmpContable, EjContable, Usuario, Hora, Observ, "
+              "Cod_Compra, "
+              "Documento, Impuesto, Impuesto_Importe, Tipo) ";
+        const std::string sql = columnas
+            + "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
+            + std::to_string(cuantos)
+            + ") SELECT 1, 2025, 2, 'AT' || (300000 + i), 103, '2025-02-03', 12.5 + i, 0, 0, 0, 1, "
+              "'2025-02-03', 'Palé ' || (i * 7919), 0, 0, 7, 0.88, 0 FROM n;"
+            + columnas
+            + "VALUES (1, 2025, 2, 'AT299999', 103, '2025-01-02', 'nada', 0, 0, 0, 1, '2025-01-02', '', 0, "
+              "0, "
+              "7, 0, 0)";
+        sqlite3* base = nullptr; // not through the engine, which would read the dates
+        ASSERT_EQ(sqlite3_open((programa.carpeta / "datos/empresa.db").c_str(), &base), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(base, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(base);
+        sqlite3_close(base);
+    }
+
+    TEST_F(ConMuestra, a_list_is_written_while_it_is_read_and_ends_with_its_reader)
+    {
+        agrega_cargos(programa, 20'000);
+        const std::string listar = "' listar --desde 01/01/2025 --hasta 31/12/2026 --formato ";
+        for (const auto* formato : { "csv", "json", "tabla" }) {
+            const std::string orden = "cd '" + programa.carpeta.ruta().string() + "' && ('" ATIPICOS_PROGRAMA
+                + listar + formato + " 2>errores.txt; echo $? >estado.txt) | head -2 >salida.txt";
+            ASSERT_EQ(std::system(orden.c_str()), 0);
+            EXPECT_EQ(programa.lee("errores.txt"), "atipicos: No se pudo escribir todo en la salida.\n")
+                << formato;
+            EXPECT_EQ(programa.lee("estado.txt"), "1\n") << formato;
+            EXPECT_NE(programa.lee("salida.txt"), "") << formato;
+        }
+        const auto entera = programa("listar --desde 01/01/2025 --hasta 31/12/2026 --formato csv");
+        EXPECT_EQ(entera.estado, 1) << "the last charge cannot be read";
+        EXPECT_GT(std::count(entera.salida.begin(), entera.salida.end(), '\n'), 20'000);
+    }
+
+    TEST_F(ConMuestra, a_book_that_does_not_fit_on_the_disk_is_told_once_and_in_spanish)
+    {
+        const pruebas::DiscoPequeno disco(programa.carpeta / "disco", "100k");
+        if (!disco.montado())
+            GTEST_SKIP() << "mounting a small disk needs root";
+        agrega_cargos(programa, 20'000);
+        const auto ejecucion
+            = programa("listar --desde 03/02/2025 --hasta 31/12/2026 --formato xlsx --salida disco/l.xlsx");
+        EXPECT_EQ(ejecucion.estado, 1);
+        EXPECT_EQ(ejecucion.errores, "atipicos: No se pudo escribir el libro: no queda sitio en el disco.\n");
+        EXPECT_TRUE(std::filesystem::is_empty(programa.carpeta / "disco"));
     }
 
     TEST_F(ConMuestra, mostrar_prints_an_entry_that_balances_from_a_to_e)

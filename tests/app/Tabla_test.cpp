@@ -49,6 +49,28 @@ namespace {
         EXPECT_EQ(tabla.filas(), 1U);
     }
 
+    TEST(Tabla, written_in_pieces_it_says_its_titles_once_and_columns_only_grow)
+    {
+        Tabla tabla({ { "Uno" }, { "Dos", Alineacion::derecha } });
+        std::ostringstream salida;
+        tabla.agrega({ "a", "1234" });
+        tabla.vuelca(salida);
+        EXPECT_EQ(tabla.filas(), 0U);
+        tabla.agrega({ "largo", "1" });
+        tabla.agrega({ "b", "2" });
+        tabla.vuelca(salida);
+        tabla.agrega({ "c", "3" });
+        tabla.vuelca(salida);
+        tabla.vuelca(salida);
+        EXPECT_EQ(salida.str(),
+            "Uno   Dos\n"
+            "---  ----\n"
+            "a    1234\n"
+            "largo     1\n"
+            "b         2\n"
+            "c         3\n");
+    }
+
     TEST(Tabla, without_rows_shows_its_titles)
     {
         std::ostringstream salida;

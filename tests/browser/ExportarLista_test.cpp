@@ -1,5 +1,6 @@
 #include "browser/ExportarLista.hpp"
 
+#include "tests/browser/CatorceColumnas.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
 
@@ -60,7 +61,7 @@ namespace {
 
     TEST(ExportarLista, the_cells_are_those_of_the_list)
     {
-        EXPECT_EQ(celdas_lista(cargo()).size(), titulos_lista.size());
+        EXPECT_EQ(celdas_lista(cargo()).size(), columnas_lista().size());
         EXPECT_EQ(celdas_lista(cargo()).at(6), "1.234,50");
     }
 
@@ -71,14 +72,50 @@ namespace {
         sin_asiento.Asiento = 0;
         exporta_xlsx(carpeta / "l.xlsx", de({ cargo(), sin_asiento }));
         const auto todo = hojas(carpeta / "l.xlsx");
-        for (const auto* titulo : titulos_lista)
-            EXPECT_THAT(todo, HasSubstr(">" + std::string(titulo) + "<"));
+        for (const auto& columna : columnas_lista())
+            EXPECT_THAT(todo, HasSubstr(">" + std::string(columna.nombre) + "<"));
         for (const auto* texto : { "A1\" s", "M1\" s", "A2\" t", "C2\" t", "E2\" t", "L2\" t", "M2\" t" })
             EXPECT_THAT(todo, HasSubstr("<c r=\"" + std::string(texto)));
         EXPECT_THAT(todo, HasSubstr("<c r=\"J2\"><v>5</v></c>"));
         EXPECT_THAT(todo, testing::Not(HasSubstr("r=\"J3\"")));
         EXPECT_THAT(todo, HasSubstr("<v>46347</v>")) << "the day as a sheet counts it";
         EXPECT_THAT(todo, HasSubstr("<v>1234.5</v>"));
+    }
+
+    TEST(ExportarLista, a_fourteenth_column_is_exported_as_what_it_is)
+    {
+        const pruebas::CarpetaTemporal carpeta;
+        const auto catorce = pruebas::catorce_columnas();
+        auto uno = cargo();
+        uno.otros = { std::int32_t{ 41 } };
+        std::ostringstream salida;
+        exporta_csv(salida, de({ uno }), catorce);
+        EXPECT_THAT(salida.str(), HasSubstr(";Observaciones;Empresa contable\r\n"));
+        EXPECT_THAT(salida.str(), testing::EndsWith(";\"uno\r\ndos\";41\r\n"));
+        exporta_xlsx(carpeta / "l.xlsx", de({ uno }), catorce);
+        const auto todo = hojas(carpeta / "l.xlsx");
+        EXPECT_THAT(todo, HasSubstr(">Empresa contable<"));
+        EXPECT_THAT(todo, HasSubstr("<c r=\"N2\"><v>41</v></c>"));
+    }
+
+    TEST(ExportarLista, a_book_that_no_disk_takes_is_given_up_at_once_and_says_why)
+    {
+        if (!std::filesystem::exists("/dev/full"))
+            GTEST_SKIP() << "this system has no /dev/full";
+        std::size_t leidos = 0;
+        try {
+            exporta_xlsx("/dev/full", [&](const CadaCargo& cada) {
+                for (; leidos < 1'000'000; ++leidos) {
+                    auto uno = cargo();
+                    uno.Codigo += std::to_string(leidos * 7919);
+                    cada(uno);
+                }
+            });
+            FAIL() << "written";
+        } catch (const Error& error) {
+            EXPECT_EQ(error.descripcion(), "No se pudo escribir el libro: no queda sitio en el disco.");
+        }
+        EXPECT_LT(leidos, 100'000U);
     }
 
     TEST(ExportarLista, a_text_that_no_cell_can_hold_is_an_error_that_names_its_charge)

@@ -1,6 +1,5 @@
 #include "browser/ListaAtipicos.hpp"
 
-#include "tests/runtime/NumeroDeError.hpp"
 #include "tests/support/Contexto.hpp"
 
 #include <gmock/gmock.h>
@@ -78,29 +77,6 @@ namespace {
         std::string otra;
         anexa_fila(otra, cargo);
         EXPECT_EQ(otra, fila);
-    }
-
-    TEST(ListaAtipicos, a_row_gives_its_charge_back)
-    {
-        CargoListado sin_nada;
-        sin_nada.Codigo = "AT260018";
-        for (const auto& cargo : { un_cargo(), sin_nada }) {
-            std::string fila;
-            anexa_fila(fila, cargo);
-            std::string otra;
-            anexa_fila(otra, cargo_de_fila(fila));
-            EXPECT_EQ(otra, fila);
-        }
-        std::string fila;
-        anexa_fila(fila, un_cargo());
-        EXPECT_EQ(cargo_de_fila(fila).Importe, moneda("1234.5"));
-        EXPECT_EQ(cargo_de_fila(fila).Fecha, dia("21/11/2026"));
-    }
-
-    TEST(ListaAtipicos, a_row_that_the_list_did_not_write_is_refused)
-    {
-        for (const std::string fila : { "AT1\tuno\tA", "AT1\t1\tA\t4 P", "AT1" })
-            EXPECT_EQ(pruebas::numero_de_error([&] { return cargo_de_fila(fila); }), 13) << fila;
     }
 
     TEST(ListaAtipicos, a_tab_in_a_text_becomes_a_blank_and_a_line_break_stays)

@@ -6,6 +6,7 @@
 #include "tests/support/Ventanas.hpp"
 
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -179,6 +180,23 @@ private slots:
         visor.responde(Respuesta::Si);
         visor.clic("cmdEliminar");
         QCOMPARE(visor.listados(), QStringLiteral("AT260001/1 AT260001/2"));
+    }
+
+    void what_the_cells_show_decides_nothing()
+    {
+        ConTresCargos visor;
+        auto& lista = visor.lista();
+        lista.set_Row(3);
+        for (const int columna : { 0, 1, 3, 5, 9 })
+            lista.set_TextMatrix(3, columna, QStringLiteral("otra cosa"));
+        visor.pulsa(Qt::Key_Return);
+        QCOMPARE(visor.c<QLabel>("lblCodigo").text(), QStringLiteral("Código: AT260001"));
+        QCOMPARE(visor.texto("txtFechaDet"), QStringLiteral("21/11/2026"));
+        QCOMPARE(visor.codigo("txtAlmacenDet").text(), QStringLiteral("2"));
+        visor.responde(Respuesta::Si);
+        visor.clic("cmdEliminar");
+        QCOMPARE(visor.banco.avisos->dichos, std::vector{ pregunta_eliminar("2") });
+        QCOMPARE(visor.listados(), QStringLiteral("AT260002/1 AT260001/1"));
     }
 
     void a_failing_deletion_shows_one_box_and_changes_nothing_data()
@@ -363,6 +381,24 @@ private slots:
         QCOMPARE(fichero.readAll().left(comienzo.size()), comienzo);
         QCOMPARE(visor.estado(), QStringLiteral("Exportado a ") + fichero.fileName());
         QVERIFY(visor.banco.titulos().empty());
+    }
+
+    void the_export_has_the_order_of_the_rows_and_the_values_that_were_read()
+    {
+        ConTresCargos visor;
+        auto& lista = visor.lista();
+        emit lista.horizontalHeader()->sectionClicked(9); // by entry: the last one read comes first
+        QCOMPARE(visor.listados(), QStringLiteral("AT260001/1 AT260001/2 AT260002/1"));
+        lista.set_TextMatrix(1, 12, QStringLiteral("otra cosa"));
+        const QTemporaryDir carpeta;
+        QVERIFY(exporta(visor, carpeta.filePath(QStringLiteral("l.csv"))));
+        QFile fichero(carpeta.filePath(QStringLiteral("l.csv")));
+        QVERIFY(fichero.open(QIODevice::ReadOnly));
+        const auto lineas = fichero.readAll().split('\n');
+        QVERIFY(lineas.at(1).startsWith("AT260001;1;"));
+        QVERIFY(lineas.at(1).endsWith(";Palé dañado\r"));
+        QVERIFY(lineas.at(2).startsWith("AT260001;2;"));
+        QVERIFY(lineas.at(3).startsWith("AT260002;1;"));
     }
 
     void giving_the_export_up_writes_nothing()

@@ -1,5 +1,8 @@
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 
+#include "browser/frmRejillasVisor.hpp"
+#include "controls/Twips.hpp"
+#include "tests/browser/CatorceColumnas.hpp"
 #include "tests/browser/EscenaVisor.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -458,6 +461,30 @@ private slots:
         QCOMPARE(visor.lineas().Rows(), 1);
         visor.clic("cmdSiguiente");
         QCOMPARE(visor.lineas().Rows(), 4);
+    }
+
+    // A column more
+
+    void a_fourteenth_column_has_its_heading_width_and_order()
+    {
+        const auto catorce = pruebas::catorce_columnas();
+        VSFlexGrid rejilla;
+        prepara_vsCab(rejilla, catorce);
+        QCOMPARE(rejilla.Cols(), 14);
+        QCOMPARE(rejilla.TextMatrix(0, 13), QStringLiteral("Emp."));
+        QCOMPARE(rejilla.TextMatrix(0, 12), QStringLiteral("Observaciones"));
+        QCOMPARE(rejilla.ColWidth(13), twips_a_pixeles(600, rejilla));
+        CargoListado cargo;
+        for (const std::int32_t empresa : { 20, 3 }) {
+            cargo.otros = { empresa };
+            std::string fila;
+            anexa_fila(fila, cargo, catorce);
+            rejilla.AddItem(QByteArray::fromStdString(fila));
+        }
+        QCOMPARE(rejilla.model()->index(0, 13).data(Qt::TextAlignmentRole).value<Qt::Alignment>(),
+            Qt::AlignRight | Qt::AlignVCenter);
+        emit rejilla.horizontalHeader()->sectionClicked(13);
+        QCOMPARE(rejilla.TextMatrix(1, 13), QStringLiteral("3"));
     }
 
     // Order by heading

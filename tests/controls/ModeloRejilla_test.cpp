@@ -50,6 +50,22 @@ private slots:
         QCOMPARE(modelo.columnCount(modelo.index(0, 0)), 0);
     }
 
+    void the_data_of_a_row_goes_where_the_row_goes()
+    {
+        DosColumnas dos;
+        auto& modelo = dos.modelo;
+        modelo.AddItem(QByteArrayLiteral("1\tb"), 71);
+        modelo.AddItem(QByteArrayLiteral("2\tc"));
+        modelo.AddItem(QByteArrayLiteral("3\ta"), 73);
+        modelo.Ordena(1, atipicos::Clase::texto, false);
+        QCOMPARE(modelo.RowData(1), 73);
+        QCOMPARE(modelo.RowData(2), 71);
+        QCOMPARE(modelo.RowData(3), 0);
+        modelo.set_TextMatrix(2, 1, QStringLiteral("z"));
+        modelo.RemoveItem(1);
+        QCOMPARE(modelo.RowData(1), 71);
+    }
+
     void what_does_not_fit_can_be_read_in_a_hint_as_it_was_written()
     {
         DosColumnas dos;

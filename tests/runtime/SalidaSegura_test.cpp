@@ -146,6 +146,21 @@ namespace {
         EXPECT_FALSE(std::filesystem::exists(carpeta / "x.csv"));
     }
 
+    TEST(SalidaSegura, who_writes_for_long_is_told_in_between)
+    {
+        if (!std::filesystem::exists("/dev/full"))
+            GTEST_SKIP() << "this system has no /dev/full";
+        SalidaSegura salida("/dev/full");
+        EXPECT_NO_THROW(salida.comprueba());
+        salida.flujo() << std::string(100'000, 'x');
+        try {
+            salida.comprueba();
+            FAIL() << "nothing is told";
+        } catch (const Error& fallo) {
+            EXPECT_EQ(fallo.descripcion(), "No se puede escribir «/dev/full»: no queda sitio en el disco.");
+        }
+    }
+
     TEST(SalidaSegura, a_full_disk_is_told_and_nothing_takes_the_name)
     {
         if (!std::filesystem::exists("/dev/full"))
