@@ -84,6 +84,25 @@ namespace {
                 { "listar --desde 01/01/2026 --hasta 02/01/2026 --formato xlsx",
                     "atipicos: --formato: xlsx necesita --salida FICHERO.\n" },
                 { "copiar", "atipicos: Falta DESTINO.\n" },
+                { "--datos x borrar", "atipicos: No se conoce la orden «borrar».\n" },
+                { "listar --datos= --desde 01/01/2026 --hasta 02/01/2026",
+                    "atipicos: Falta el valor de --datos.\n" },
+                { "listar --datos '' --desde 01/01/2026 --hasta 02/01/2026",
+                    "atipicos: Falta el valor de --datos.\n" },
+                { "listar --desde --hasta 02/01/2026", "atipicos: Falta el valor de --desde.\n" },
+                { "verificar --conexion", "atipicos: Falta el valor de --conexion.\n" },
+                { "crear --vacia=no", "atipicos: La opción --vacia no lleva ningún valor.\n" },
+                { "crear --datos uno --datos dos", "atipicos: Se ha dado más de una vez: --datos.\n" },
+                { "copiar uno dos tres", "atipicos: No se esperaba: dos tres\n" },
+                { "mostrar AT1 --ejercicio 2026 --almacen 1 --formato csv",
+                    "atipicos: --formato: no se conoce el formato «csv».\n" },
+                { "imprimir AT1 --ejercicio 2026 --salida x.pdf", "atipicos: Falta --almacen.\n" },
+                { "imprimir --desde 01/01/2026 --salida x.pdf", "atipicos: Falta --hasta.\n" },
+                { "imprimir --salida x.pdf", "atipicos: Falta CODIGO.\n" },
+                { "imprimir AT1 --desde 01/01/2026 --hasta 02/01/2026 --salida x.pdf",
+                    "atipicos: --desde: no va con códigos ni con --ejercicio.\n" },
+                { "imprimir AT1 --ejercicio 2026 --almacen 1",
+                    "atipicos: --salida: se da una de las dos, --salida o --carpeta.\n" },
                 { "verificar --rapido", "atipicos: No se esperaba: --rapido\n" },
                 { "mostrar AT1 --ejercicio 2026", "atipicos: Falta --almacen.\n" } }) {
             const auto ejecucion = programa(argumentos);
@@ -113,6 +132,19 @@ namespace {
         EXPECT_EQ(ejecucion.estado, 0);
         EXPECT_THAT(ejecucion.salida, testing::MatchesRegex("atipicos [0-9]+\\.[0-9]+\\.[0-9]+\n"));
         EXPECT_EQ(ejecucion.errores, "");
+    }
+
+    TEST(Programa, what_it_says_of_itself_is_written_or_its_failure_told)
+    {
+        if (!std::filesystem::exists("/dev/full"))
+            GTEST_SKIP() << "this system has no /dev/full";
+        const pruebas::Programa programa;
+        for (const auto* que : { "--version", "--help", "listar --help" }) {
+            const std::string orden = "cd '" + programa.carpeta.ruta().string()
+                + "' && '" ATIPICOS_PROGRAMA "' " + que + " >/dev/full 2>lleno.txt";
+            EXPECT_EQ(WEXITSTATUS(std::system(orden.c_str())), 1) << que;
+            EXPECT_EQ(programa.lee("lleno.txt"), "atipicos: No se pudo escribir todo en la salida.\n") << que;
+        }
     }
 
     TEST(Programa, crear_refuses_a_folder_that_holds_databases_and_leaves_them)
