@@ -76,6 +76,14 @@ Respuesta Connection::pide(const std::string& sql, Donde donde)
     return m_sesion->pide(m_lado, sql, cambia, false, donde);
 }
 
+Respuesta Connection::pide_para_leer(const std::string& sql, Lectura& lectura, Donde donde)
+{
+    if (!sql::iguales(sql::primera_palabra(sql), "SELECT"))
+        return pide(sql, donde);
+    admite(sql, false, donde);
+    return m_sesion->pide_para_leer(m_lado, sql, lectura, donde);
+}
+
 Respuesta Connection::pide_bloqueando(const std::string& sql, Donde donde)
 {
     admite(sql, true, donde);

@@ -49,6 +49,9 @@ public:
 
     /// Runs one statement, written as SQL Server wants it.
     [[nodiscard]] Respuesta pide(const std::string& sql, Donde donde);
+    /// The same for a query whose rows are read in their order; the answer may hold the first of them alone.
+    [[nodiscard]] Respuesta pide_para_leer(const std::string& sql, Lectura& lectura, Donde donde);
+    [[nodiscard]] Sesion& sesion() const noexcept { return *m_sesion; }
     /// The same for a query whose rows are to stay locked until the transaction ends. The lock holds others
     /// off also when there is no row yet: of two that mean to add it the second one waits, and finds it.
     [[nodiscard]] Respuesta pide_bloqueando(const std::string& sql, Donde donde);

@@ -3,6 +3,7 @@
 #include "engines/postgresql/Direccion.hpp"
 
 #include <algorithm>
+#include <array>
 #include <random>
 #include <utility>
 
@@ -85,6 +86,11 @@ namespace {
             || (es_error(ultima) && PQresultErrorField(ultima.get(), PG_DIAG_SQLSTATE) == nullptr);
     }
 
+    /// A person may read a list with a pager: its rows have longer than the answer of a statement has.
+    constexpr auto mientras_se_lee = "SET LOCAL statement_timeout TO 3600000\n;";
+
+    constexpr int filas_sin_cancelar = 1'000;
+
     void calla(void*, const PGresult*) { } // notices are for whoever administers the server
 
 }
@@ -128,6 +134,7 @@ void Enlace::reanuda(Donde donde)
 std::vector<Respuesta> Enlace::intercambia(
     std::span<const Orden> ordenes, std::string_view instruccion, Donde donde)
 {
+    recoge_lectura();
     // Written into one text they cost the server a third less, but only a statement without a semicolon
     // cannot turn out to be two.
     const bool en_un_texto = std::all_of(ordenes.begin(), ordenes.end(), [](const Orden& orden) {
@@ -266,6 +273,58 @@ void Enlace::olvida_preparadas() noexcept
 {
     ++m_memoria;
     m_sobrantes.clear();
+}
+
+void Enlace::recoge_lectura()
+{
+    if (m_lectura != nullptr)
+        m_lectura->recoge();
+}
+
+Respuesta Enlace::empieza_lectura(const std::string& sql, Lectura& lectura, Donde donde)
+{
+    recoge_lectura();
+    if (PQsendQuery(get(), (std::string(mientras_se_lee) + sql).c_str()) != 1)
+        falla(sql, donde);
+    PQsetSingleRowMode(get());
+    m_lectura = &lectura;
+    if (auto ajuste = Respuesta(PQgetResult(get())); es_error(ajuste)) {
+        m_lectura = nullptr;
+        while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
+        if (cortada(get(), ajuste))
+            falla(sql, donde);
+        return ajuste;
+    }
+    return sigue_lectura(sql, donde);
+}
+
+Respuesta Enlace::sigue_lectura(std::string_view instruccion, Donde donde)
+{
+    Respuesta respuesta(PQgetResult(get()));
+    if (PQresultStatus(respuesta.get()) == PGRES_SINGLE_TUPLE)
+        return respuesta;
+    m_lectura = nullptr;
+    while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
+    if (!respuesta || cortada(get(), respuesta))
+        falla(instruccion, donde);
+    return respuesta;
+}
+
+void Enlace::deja_lectura(const Lectura& lectura) noexcept
+{
+    if (m_lectura != &lectura)
+        return;
+    m_lectura = nullptr;
+    for (int i = 0; i < filas_sin_cancelar;
+         ++i) // what is on its way already comes sooner than a cancellation
+        if (!Respuesta(PQgetResult(get())))
+            return;
+    if (auto* cancelacion = PQgetCancel(get())) {
+        std::array<char, 256> motivo{};
+        PQcancel(cancelacion, motivo.data(), static_cast<int>(motivo.size()));
+        PQfreeCancel(cancelacion);
+    }
+    while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
 }
 
 Preparada::~Preparada() { olvida(); }

@@ -42,6 +42,21 @@ struct Orden {
     Preparada* preparada = nullptr; ///< what the server keeps of it; null: nothing
 };
 
+/// Who reads the rows of a query while the server sends them.
+class Lectura {
+public:
+    Lectura() = default;
+    Lectura(const Lectura&) = delete;
+    Lectura& operator=(const Lectura&) = delete;
+
+    /// Takes the rest of the rows off the line, because something else is to be asked. Raises nothing: a
+    /// failure is told when the rows before it have been read.
+    virtual void recoge() = 0;
+
+protected:
+    ~Lectura() = default;
+};
+
 /// The line to the server: opens it with the settings of the session and exchanges statements for answers.
 class Enlace {
 public:
@@ -53,6 +68,13 @@ public:
     /// when the line is lost, in the name of `instruccion`.
     [[nodiscard]] std::vector<Respuesta> intercambia(
         std::span<const Orden> ordenes, std::string_view instruccion, Donde donde);
+
+    /// Sends a query, one without a semicolon, whose rows come one by one: the answer holds the first of
+    /// them, or is the last one, with no row or an error. The rows are to be asked for until the last answer,
+    /// or left; another exchange has them taken off the line before.
+    [[nodiscard]] Respuesta empieza_lectura(const std::string& sql, Lectura& lectura, Donde donde);
+    [[nodiscard]] Respuesta sigue_lectura(std::string_view instruccion, Donde donde);
+    void deja_lectura(const Lectura& lectura) noexcept; ///< nothing, when it is at its end
 
     [[nodiscard]] bool con_preparadas() const noexcept { return m_con_preparadas; }
     void olvida_preparadas() noexcept; ///< when the server has
@@ -80,6 +102,7 @@ private:
     [[nodiscard]] std::vector<Respuesta> recibe(std::size_t sobrantes, const std::vector<Preparada*>& nuevas,
         std::string_view instruccion, Donde donde);
     [[nodiscard]] Respuesta recibe_una(std::string_view instruccion, Donde donde);
+    void recoge_lectura();
     [[nodiscard]] Preparada* preparada_de(const Orden& orden);
     [[nodiscard]] bool conoce(const Preparada& preparada) const noexcept;
     void avisa(sql::Linea que) const;
@@ -87,6 +110,7 @@ private:
 
     std::unique_ptr<PGconn, Cierra> m_linea;
     sql::AvisoLinea m_avisa;
+    Lectura* m_lectura = nullptr; ///< whose rows are on the line
     bool m_perdido = false;
     bool m_con_preparadas = true;
     std::string m_sello; ///< with which nobody else's names of prepared statements begin

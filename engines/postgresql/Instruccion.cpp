@@ -129,7 +129,8 @@ namespace {
 bool es_error(const Respuesta& respuesta) noexcept
 {
     const auto estado = PQresultStatus(respuesta.get());
-    return estado != PGRES_COMMAND_OK && estado != PGRES_TUPLES_OK && estado != PGRES_EMPTY_QUERY;
+    return estado != PGRES_COMMAND_OK && estado != PGRES_TUPLES_OK && estado != PGRES_SINGLE_TUPLE
+        && estado != PGRES_EMPTY_QUERY;
 }
 
 std::string_view codigo_de(const Respuesta& respuesta) noexcept

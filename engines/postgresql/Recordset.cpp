@@ -14,7 +14,10 @@ Recordset::~Recordset() { suelta(); }
 
 bool Recordset::abre(const std::string& sql, bool bloquea, Donde donde)
 {
-    m_respuesta = bloquea ? m_conexion.pide_bloqueando(sql, donde) : m_conexion.pide(sql, donde);
+    m_respuesta = bloquea      ? m_conexion.pide_bloqueando(sql, donde)
+        : solo_hacia_delante() ? m_conexion.pide_para_leer(sql, *this, donde)
+                               : m_conexion.pide(sql, donde);
+    m_por_filas = PQresultStatus(m_respuesta.get()) == PGRES_SINGLE_TUPLE;
     for (int i = 0; i < PQnfields(m_respuesta.get()); ++i)
         m_tipos.push_back(m_conexion.tablas().tipo_de_columna(m_respuesta.get(), i));
     m_actual = 0;
@@ -29,10 +32,57 @@ std::vector<sql::Filas::Columna> Recordset::columnas() const
     return todas;
 }
 
-bool Recordset::avanza(Donde) { return ++m_actual < PQntuples(m_respuesta.get()); }
+bool Recordset::avanza(Donde donde)
+{
+    if (!m_por_filas)
+        return ++m_actual < PQntuples(m_respuesta.get());
+    if (!m_recogidas)
+        return avanza_por_la_linea(donde);
+    m_en_recogidas = m_recogidas->avanza();
+    if (!m_en_recogidas && m_fallo)
+        std::rethrow_exception(m_fallo);
+    return m_en_recogidas;
+}
+
+bool Recordset::avanza_por_la_linea(Donde donde)
+{
+    auto respuesta = m_conexion.sesion().sigue_lectura(instruccion(), donde);
+    if (es_error(respuesta))
+        throw error_de(respuesta, instruccion(), donde);
+    if (PQntuples(respuesta.get()) == 0)
+        return false;
+    m_respuesta = std::move(respuesta);
+    return true;
+}
+
+void Recordset::recoge()
+{
+    m_recogidas.emplace();
+    try {
+        for (;;) {
+            const auto respuesta = m_conexion.sesion().sigue_lectura(instruccion(), Donde{});
+            if (es_error(respuesta))
+                throw error_de(respuesta, instruccion(), Donde{});
+            if (PQntuples(respuesta.get()) == 0)
+                return;
+            m_recogidas->agrega(respuesta.get());
+        }
+    } catch (...) {
+        m_fallo = std::current_exception();
+        m_conexion.sesion().deja_lectura(*this);
+    }
+}
+
+bool Recordset::es_nulo(std::size_t columna) const
+{
+    return m_en_recogidas ? m_recogidas->es_nulo(columna)
+                          : PQgetisnull(m_respuesta.get(), m_actual, static_cast<int>(columna)) != 0;
+}
 
 std::string_view Recordset::texto(std::size_t columna) const
 {
+    if (m_en_recogidas)
+        return m_recogidas->texto(columna);
     const auto i = static_cast<int>(columna);
     return { PQgetvalue(m_respuesta.get(), m_actual, i),
         static_cast<std::size_t>(PQgetlength(m_respuesta.get(), m_actual, i)) };
@@ -40,7 +90,7 @@ std::string_view Recordset::texto(std::size_t columna) const
 
 Variant Recordset::lee(std::size_t columna, Donde donde) const
 {
-    if (PQgetisnull(m_respuesta.get(), m_actual, static_cast<int>(columna)) != 0)
+    if (es_nulo(columna))
         return Nulo{};
     return valor_de(texto(columna), m_tipos[columna], donde);
 }
@@ -55,6 +105,10 @@ void Recordset::anexa(std::size_t columna, std::string& destino) const
 
 void Recordset::cierra() noexcept
 {
+    m_conexion.sesion().deja_lectura(*this);
+    m_recogidas.reset();
+    m_fallo = nullptr;
+    m_en_recogidas = m_por_filas = false;
     m_respuesta.reset();
     m_tipos.clear();
 }

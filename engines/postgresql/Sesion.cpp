@@ -79,6 +79,27 @@ Respuesta Sesion::pide(sql::Lado lado, const std::string& sql, bool cambia, bool
     return ejecuta({ texto.c_str() }, cambia, donde);
 }
 
+Respuesta Sesion::pide_para_leer(sql::Lado lado, const std::string& sql, Lectura& lectura, Donde donde)
+{
+    if (m_enlace.con_preparadas())
+        if (auto respuesta = pide_preparada(lado, sql, false, false, donde))
+            return *std::move(respuesta);
+    const auto texto = reescribe(lado, sql, donde);
+    if (m_transacciones.abierta() || !sql::no_cambia_nada(texto) || texto.find(';') != std::string::npos)
+        return ejecuta({ texto.c_str() }, false, donde);
+    asegura_enlace(donde);
+    Respuesta primera;
+    try {
+        primera = m_enlace.empieza_lectura(texto, lectura, donde);
+    } catch (const ErrorBaseDatos&) { // a line that went dead while it was idle
+        asegura_enlace(donde);
+        primera = m_enlace.empieza_lectura(texto, lectura, donde);
+    }
+    if (es_error(primera))
+        throw error_de(primera, texto, donde);
+    return primera;
+}
+
 /// Nothing when the statement is to go as a text: because it is not prepared, because the server no longer
 /// has what was, or because the text alone says exactly what is wrong with a value.
 std::optional<Respuesta> Sesion::pide_preparada(

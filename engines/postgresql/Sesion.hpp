@@ -36,6 +36,15 @@ public:
     /// the rows of the query.
     [[nodiscard]] Respuesta pide(
         sql::Lado lado, const std::string& sql, bool cambia, bool bloquea, Donde donde);
+    /// The same for a query whose rows are read in their order: outside a transaction, and where it is not
+    /// prepared, the answer is that of `Enlace::empieza_lectura`.
+    [[nodiscard]] Respuesta pide_para_leer(
+        sql::Lado lado, const std::string& sql, Lectura& lectura, Donde donde);
+    [[nodiscard]] Respuesta sigue_lectura(std::string_view instruccion, Donde donde)
+    {
+        return m_enlace.sigue_lectura(instruccion, donde);
+    }
+    void deja_lectura(const Lectura& lectura) noexcept { m_enlace.deja_lectura(lectura); }
     /// The same for one of the engine's own.
     [[nodiscard]] Respuesta ejecuta(const Orden& orden, bool cambia, Donde donde);
     [[nodiscard]] Preparada* preparada(std::string_view propia) ///< that the session keeps of such a one

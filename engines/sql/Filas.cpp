@@ -88,13 +88,14 @@ Filas::Filas(adodb::Connection& conexion, const char* fuente)
 
 Filas::~Filas() = default;
 
-void Filas::Open(
-    const std::string& sql, adodb::CursorType, adodb::LockType bloqueo, adodb::CommandType, Donde donde)
+void Filas::Open(const std::string& sql, adodb::CursorType cursor, adodb::LockType bloqueo,
+    adodb::CommandType, Donde donde)
 {
     if (m_abierto)
         falla("El conjunto de filas ya está abierto.", donde);
     m_sql = sql;
     const bool editable = bloqueo == adodb::LockType::Pessimistic;
+    m_solo_hacia_delante = cursor == adodb::CursorType::ForwardOnly && !editable;
     if (editable && !en_transaccion()) {
         m_conexion.BeginTrans(donde);
         m_transaccion_propia = true;

@@ -49,6 +49,8 @@ protected:
     Filas(adodb::Connection& conexion, const char* fuente);
 
     [[nodiscard]] const std::string& instruccion() const noexcept { return m_sql; }
+    /// Whether the rows were asked for to be read once and in their order: they may come as they are read.
+    [[nodiscard]] bool solo_hacia_delante() const noexcept { return m_solo_hacia_delante; }
     [[noreturn]] void falla(std::string descripcion, Donde donde) const;
 
     /// Appends the value of the row stood on as `Field::anexa_texto` does.
@@ -88,6 +90,7 @@ private:
     std::vector<std::vector<Variant>> m_filas; ///< those in memory
     std::size_t m_fila = 0;
     std::string m_sql;
+    bool m_solo_hacia_delante = false;
     bool m_abierto = false;
     bool m_fin = true;
     bool m_en_memoria = false;
