@@ -34,7 +34,8 @@ permitidas() {
         host/terminal/*) echo runtime platform host/terminal ;;
         host/sesion/*) echo runtime platform context host/bases host/orvalin host/bexmor host/terminal host/sesion ;;
         host/comprobacion/*)
-            echo runtime platform context charges browser host/sql host/bases host/terminal host/sesion host/comprobacion ;;
+            echo runtime platform context charges browser host/sql host/bases host/bexmor host/terminal host/sesion \
+                host/comprobacion ;;
         host/reclamaciones/*)
             echo runtime platform context charges posting editor browser engines host/sql host/bases host/orvalin \
                 host/bexmor host/terminal host/sesion host/comprobacion host/reclamaciones ;;

@@ -1,8 +1,8 @@
 #include "engines/odbc/Instruccion.hpp"
 
-#include "runtime/Unicode.hpp"
 #include "engines/sql/Fechas.hpp"
 #include "engines/sql/Tokens.hpp"
+#include "runtime/Unicode.hpp"
 
 #include <algorithm>
 #include <array>
