@@ -1,5 +1,6 @@
 #include "host/comprobacion/EjerciciosAbiertos.hpp"
 
+#include "host/bexmor/Instrucciones.hpp"
 #include "platform/adodb/campos.hpp"
 
 namespace atipicos::app {
@@ -19,10 +20,20 @@ EjerciciosAbiertos::EjerciciosAbiertos(adodb::Connection& bexmor)
             = { CDate(rs->Fields("Inicio").Value()), CDate(rs->Fields("Fin").Value()) };
 }
 
+bool EjerciciosAbiertos::admite(std::int16_t empresa, Currency importe) const
+{
+    try {
+        bexmor::comprueba_importe(importe, {}, Donde::aqui());
+        return m_empresas.contains(empresa);
+    } catch (const Error&) {
+        return false;
+    }
+}
+
 std::string EjerciciosAbiertos::impedimento(std::int16_t empresa, Date dia) const
 {
     const auto de_la_empresa = " la empresa contable " + std::to_string(empresa);
-    if (!existe(empresa))
+    if (!m_empresas.contains(empresa))
         return "No existe" + de_la_empresa + ": dela de alta en Contabilidad.";
     const auto ejercicio = std::to_string(dia.anio());
     const auto lugar = m_ejercicios.find({ empresa, dia.anio() });

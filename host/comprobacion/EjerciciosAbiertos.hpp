@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/adodb/Connection.hpp"
+#include "runtime/Currency.hpp"
 #include "runtime/Date.hpp"
 
 #include <cstdint>
@@ -16,7 +17,8 @@ class EjerciciosAbiertos {
 public:
     explicit EjerciciosAbiertos(adodb::Connection& bexmor);
 
-    [[nodiscard]] bool existe(std::int16_t empresa) const { return m_empresas.contains(empresa); }
+    /// Whether the company exists and an amount fits into its books.
+    [[nodiscard]] bool admite(std::int16_t empresa, Currency importe) const;
 
     /// What keeps an entry of that day out of the books, with what to do; empty: nothing does.
     [[nodiscard]] std::string impedimento(std::int16_t empresa, Date dia) const;

@@ -1,7 +1,6 @@
 #include "host/comprobacion/Revision.hpp"
 
 #include "charges/Impuesto.hpp"
-#include "host/bexmor/Instrucciones.hpp"
 #include "platform/adodb/campos.hpp"
 #include "runtime/Formato.hpp"
 
@@ -16,17 +15,6 @@ namespace atipicos::app {
 namespace {
 
     std::string texto_importe(Currency importe) { return texto_pantalla(importe, 2); }
-
-    /// Whether the accounting library takes an amount.
-    bool cabe(Currency importe)
-    {
-        try {
-            bexmor::comprueba_importe(importe, {}, Donde::aqui());
-            return true;
-        } catch (const Error&) {
-            return false;
-        }
-    }
 
     /// Whether an amount of an entry is that of the charge. The tax of an entry is exact and the one of the
     /// charge was reckoned in floating point: of large amounts they may be a cent apart.
@@ -218,14 +206,15 @@ bool Revision::asigna(const AsientoGuardado& asiento)
     if (candidatos.empty())
         return false;
     const auto regularizado = m_regularizados.motivo(asiento.clave);
-    auto* suyo = regularizado.empty() ? dueno(asiento, candidatos) : nullptr;
-    const auto otro = suyo == nullptr ? std::nullopt : de_otro_proveedor(*suyo, asiento);
+    auto* suyo = regularizado.empty() ? m_pertenencia.dueno(asiento, candidatos, *m_cargos) : nullptr;
+    const auto otro = suyo == nullptr ? std::nullopt : m_pertenencia.otro_proveedor(*suyo, asiento);
     for (const auto i : candidatos) {
         auto& cargo = m_cargos->todos()[i];
         cargo.asiento_visto = true;
         const auto su_asiento = "su " + texto(asiento.clave) + " ";
-        const auto es_de = su_asiento + "es del documento " + asiento.documento();
-        if (asiento.documento() != m_cargos->codigo(cargo))
+        const auto es_de = su_asiento
+            + (asiento.apuntes.empty() ? "no tiene apuntes" : "es del documento " + asiento.documento());
+        if (asiento.apuntes.empty() || asiento.documento() != m_cargos->codigo(cargo))
             queda_sin_asiento(cargo, es_de + ".");
         else if (!regularizado.empty())
             queda_sin_asiento(cargo, su_asiento + regularizado + ".");
@@ -242,57 +231,13 @@ bool Revision::asigna(const AsientoGuardado& asiento)
     return true;
 }
 
-/// Of the charges that name an entry, the one that it was made for. Codes are unique in a warehouse only, so
-/// several may bear its document: amount and day tell them apart, then whose the accounts are, the lines and
-/// the warehouse. Should all that be the same, it is the one saved last: a number is given again only after
-/// the save that had it first was lost.
-CargoLeido* Revision::dueno(const AsientoGuardado& asiento, std::span<const std::uint32_t> candidatos)
-{
-    const auto documento = asiento.documento();
-    HuellaImportes ingresos;
-    for (std::size_t i = 1; i < asiento.fin_de_ingresos(); ++i)
-        ingresos.agrega(asiento.apuntes[i].haber);
-    const auto merito = [&](const CargoLeido& cargo) {
-        const auto& primero = asiento.apuntes.front();
-        const bool mismo
-            = cargo.total() == primero.debe && cargo.fecha.solo_dia() == asiento.fecha.solo_dia();
-        return std::tuple(mismo,
-            m_cuentas.es_suya(cargo.empresa, asiento.clave.empresa, cargo.proveedor, primero.cuenta),
-            cargo.lineas == ingresos.valor(), m_almacenes.ingresa(cargo.empresa, cargo.almacen, asiento),
-            cargo.hora);
-    };
-    CargoLeido* mejor = nullptr;
-    for (const auto i : candidatos) {
-        auto& cargo = m_cargos->todos()[i];
-        if (m_cargos->codigo(cargo) != documento)
-            continue;
-        if (mejor == nullptr || (candidatos.size() > 1 && merito(*mejor) < merito(cargo)))
-            mejor = &cargo;
-    }
-    return mejor;
-}
-
-/// The supplier whose accounts the entry bears, when they are certainly not those of the charge's.
-std::optional<std::int32_t> Revision::de_otro_proveedor(
-    const CargoLeido& cargo, const AsientoGuardado& asiento) const
-{
-    const auto& apuntes = asiento.apuntes;
-    const auto es_suya = [&](const std::string& cuenta) {
-        return m_cuentas.es_suya(cargo.empresa, asiento.clave.empresa, cargo.proveedor, cuenta);
-    };
-    if (apuntes.size() < 2 || es_suya(apuntes.front().cuenta) || es_suya(apuntes[apuntes.size() - 2].cuenta))
-        return std::nullopt;
-    return m_cuentas.de_quien(
-        cargo.empresa, asiento.clave.empresa, apuntes.front().cuenta, apuntes[apuntes.size() - 2].cuenta);
-}
-
 void Revision::queda_sin_asiento(CargoLeido& cargo, const std::string& motivo)
 {
     const auto clave = m_cargos->clave(cargo);
     difiere(cargo, motivo);
-    m_sin_asiento[clave] = { clave, cargo.asiento, cargo.completo,
-        m_ejercicios.existe(cargo.asiento.empresa) && cabe(cargo.total()),
-        m_ejercicios.impedimento(cargo.asiento.empresa, cargo.fecha) };
+    m_sin_asiento[clave]
+        = { clave, cargo.asiento, cargo.completo, m_ejercicios.admite(cargo.asiento.empresa, cargo.total()),
+              m_ejercicios.impedimento(cargo.asiento.empresa, cargo.fecha) };
 }
 
 void Revision::revisa_contabilizacion(const CargoLeido& cargo, const AsientoGuardado& asiento)

@@ -4,6 +4,7 @@
 #include "host/comprobacion/CargosLeidos.hpp"
 #include "host/comprobacion/CuentasProveedores.hpp"
 #include "host/comprobacion/EjerciciosAbiertos.hpp"
+#include "host/comprobacion/Pertenencia.hpp"
 #include "host/comprobacion/Regularizados.hpp"
 #include "host/comprobacion/SinCargo.hpp"
 #include "host/comprobacion/Verificacion.hpp"
@@ -12,7 +13,6 @@
 #include <map>
 #include <optional>
 #include <set>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -51,10 +51,6 @@ private:
     void revisa_apuntes(const AsientoGuardado& asiento);
     [[nodiscard]] bool asigna(const AsientoGuardado& asiento);
     void revisa_contabilizacion(const CargoLeido& cargo, const AsientoGuardado& asiento);
-    [[nodiscard]] CargoLeido* dueno(
-        const AsientoGuardado& asiento, std::span<const std::uint32_t> candidatos);
-    [[nodiscard]] std::optional<std::int32_t> de_otro_proveedor(
-        const CargoLeido& cargo, const AsientoGuardado& asiento) const;
     void queda_sin_asiento(CargoLeido& cargo, const std::string& motivo);
     void revisa_sin_visitar();
 
@@ -70,6 +66,7 @@ private:
     Almacenes m_almacenes;
     std::map<std::pair<std::int16_t, std::int16_t>, std::int32_t> m_contadores; ///< of entries, by year
     CuentasProveedores m_cuentas;
+    Pertenencia m_pertenencia{ m_cuentas, m_almacenes };
     EjerciciosAbiertos m_ejercicios;
     Regularizados m_regularizados;
     std::optional<CargosLeidos> m_cargos;

@@ -1,6 +1,7 @@
 #include "host/comprobacion/Verificacion.hpp"
 
 #include "host/comprobacion/Revision.hpp"
+#include "runtime/Formato.hpp"
 
 #include <algorithm>
 #include <chrono>
@@ -14,6 +15,21 @@ namespace {
 
     std::string cuantos(std::size_t n, const char* que) { return std::to_string(n) + " " + que; }
 
+    constexpr std::size_t saldos_que_se_escriben = 20;
+
+    /// The accounts on which deleted and changed charges have left something.
+    std::string de_saldos(const std::vector<SaldoQueSobra>& saldos)
+    {
+        std::string lineas;
+        for (std::size_t i = 0; i < saldos.size() && i < saldos_que_se_escriben; ++i)
+            lineas += "Cuenta " + saldos[i].cuenta + " (empresa contable " + std::to_string(saldos[i].empresa)
+                + "): el saldo de los cargos que existen y " + texto_pantalla(saldos[i].importe, 2)
+                + " que sobran.\n";
+        if (saldos.size() > saldos_que_se_escriben)
+            lineas += "Y " + cuantos(saldos.size() - saldos_que_se_escriben, "cuentas más.\n");
+        return lineas;
+    }
+
     std::string de_contabilidad(const Verificacion& verificacion)
     {
         std::string lineas;
@@ -23,9 +39,7 @@ namespace {
             lineas += "Asientos sin cargo: " + std::to_string(todos) + ", de ellos " + std::to_string(sobran)
                 + " de cargos eliminados o cambiados. Véalos y anúlelos con: atipicos regularizar\n";
         }
-        if (const auto cuentas = verificacion.saldos.size(); cuentas > 0)
-            lineas
-                += "Cuentas cuyo saldo no es el de los cargos que existen: " + std::to_string(cuentas) + '\n';
+        lineas += de_saldos(verificacion.saldos);
         if (verificacion.regularizados + verificacion.saldados > 0)
             lineas += "Asientos regularizados: " + std::to_string(verificacion.regularizados)
                 + "; saldados a mano: " + std::to_string(verificacion.saldados) + '\n';

@@ -37,8 +37,7 @@ int eliminar(const OpcionesComunes& comunes, const OpcionesCargo& opciones)
     if (asiento > 0)
         std::cout << "Su asiento " << asiento << " de la empresa contable " << cargo->EmpContable
                   << " sigue en Contabilidad; elimínelo allí con sus previsiones de pago, o anúlelo con: "
-                     "atipicos regularizar "
-                  << comunes.lugar().opcion() << '\n';
+                     "atipicos regularizar\n";
     return hecho;
 }
 

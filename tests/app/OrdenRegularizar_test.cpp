@@ -60,8 +60,8 @@ namespace {
         const auto verificado = programa("verificar --proponer").salida;
         EXPECT_THAT(verificado, HasSubstr(" 3 asientos, "));
         EXPECT_THAT(verificado,
-            HasSubstr("Cuenta 40000104 (empresa contable 1): su saldo es 70,74 más que el de los cargos que "
-                      "existen.\n"));
+            HasSubstr("Cuenta 40000104 (empresa contable 1): el saldo de los cargos que existen y 70,74 que "
+                      "sobran.\n"));
         EXPECT_THAT(verificado,
             HasSubstr("Asientos sin cargo: 1. Véalos, y anule los que sobran, con: atipicos regularizar "
                       "--datos datos\n"));
@@ -150,7 +150,7 @@ namespace {
             "Eliminado el cargo AT260002.\n"
             "Su asiento 2 de la empresa contable 1 sigue en Contabilidad; elimínelo allí con sus previsiones "
             "de "
-            "pago, o anúlelo con: atipicos regularizar --datos datos\n");
+            "pago, o anúlelo con: atipicos regularizar\n");
     }
 
     /// Somebody who may not write where he is not allowed to; root may everywhere.
