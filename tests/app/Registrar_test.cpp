@@ -10,8 +10,10 @@
 #include <fcntl.h>
 #include <random>
 #include <spawn.h>
+#include <string_view>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace atipicos {
 namespace {
@@ -317,8 +319,16 @@ namespace {
         posix_spawn_file_actions_init(&acciones);
         posix_spawn_file_actions_addopen(&acciones, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
         posix_spawn_file_actions_addopen(&acciones, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+        // Killed, it can leave a file of SQLite's among the temporary ones.
+        auto temporales = "TMPDIR=" + programa.carpeta.ruta().string();
+        std::vector<char*> entorno{ temporales.data() };
+        for (char** variable = environ; *variable != nullptr; ++variable)
+            if (!std::string_view(*variable).starts_with("TMPDIR="))
+                entorno.push_back(*variable);
+        entorno.push_back(nullptr);
         pid_t proceso = 0;
-        EXPECT_EQ(posix_spawn(&proceso, ATIPICOS_PROGRAMA, &acciones, nullptr, argumentos, environ), 0);
+        EXPECT_EQ(
+            posix_spawn(&proceso, ATIPICOS_PROGRAMA, &acciones, nullptr, argumentos, entorno.data()), 0);
         posix_spawn_file_actions_destroy(&acciones);
         std::this_thread::sleep_for(cuando);
         kill(proceso, SIGKILL);

@@ -121,7 +121,7 @@ std::string ServidorPostgresql::direccion(const std::string& base, const std::st
 std::string ServidorPostgresql::cadena_odbc(const std::string& base) const
 {
     return "DRIVER={PostgreSQL Unicode};SERVER=" + m_carpeta.string()
-        + ";UID=atipicos;PROTOCOL=7.4-0;CommLog=0;DATABASE=" + base;
+        + ";UID=atipicos;PROTOCOL=7.4-0;DATABASE=" + base;
 }
 
 fs::path ServidorPostgresql::enchufe() const { return m_carpeta / ".s.PGSQL.5432"; }
