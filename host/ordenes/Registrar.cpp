@@ -1,7 +1,7 @@
 #include "host/ordenes/Ordenes.hpp"
 #include "host/reclamaciones/FicheroPorTrozos.hpp"
 #include "host/reclamaciones/Registrador.hpp"
-#include "host/reclamaciones/Revision.hpp"
+#include "host/reclamaciones/RevisionReclamaciones.hpp"
 #include "host/terminal/Interrupcion.hpp"
 #include "host/terminal/Tabla.hpp"
 
@@ -113,7 +113,7 @@ namespace {
             Progreso progreso("Comprobando");
             Contabilizable contabilizable(
                 m_sesion.catalogos, *m_sesion.biblioteca, *m_sesion.bases.bexmor, m_avisos);
-            Revision revision(m_importaciones, m_cargos, contabilizable,
+            RevisionReclamaciones revision(m_importaciones, m_cargos, contabilizable,
                 { m_otra_vez, m_opciones.sin_asiento }, [&](const char* que, const Reparo& reparo) {
                     progreso.aparta();
                     di(que, reparo);

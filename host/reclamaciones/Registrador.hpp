@@ -4,7 +4,7 @@
 #include "host/reclamaciones/ConexionConAnotacion.hpp"
 #include "host/reclamaciones/FicheroReclamaciones.hpp"
 #include "host/reclamaciones/Importaciones.hpp"
-#include "host/reclamaciones/Revision.hpp"
+#include "host/reclamaciones/RevisionReclamaciones.hpp"
 #include "host/reclamaciones/TablaReclamaciones.hpp"
 #include "host/reclamaciones/Tanda.hpp"
 #include "host/sesion/AvisosRecogidos.hpp"
@@ -26,7 +26,7 @@ namespace atipicos::app {
 /// undone whole. While a commit is pending nothing is written anywhere, which could keep the others waiting.
 class Registrador {
 public:
-    using Dice = Revision::Dice;
+    using Dice = RevisionReclamaciones::Dice;
 
     struct Opciones {
         Revisadas revisadas; ///< what is known of the claims of the file

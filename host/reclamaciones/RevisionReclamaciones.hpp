@@ -29,7 +29,7 @@ struct Revisadas {
 /// Goes through the claims of a file before anything is written, and tells what is wrong with them: what the
 /// catalogues and accounting do not have, and what has been recorded already with other contents. It asks for
 /// the references of many claims at once, and keeps of each only whether it may be recorded.
-class Revision {
+class RevisionReclamaciones {
 public:
     struct Opciones {
         std::set<std::string> otra_vez; ///< references that are to be recorded again
@@ -37,8 +37,8 @@ public:
     };
     using Dice = std::function<void(const char* que, const Reparo&)>; ///< "error" or "aviso"
 
-    Revision(const Importaciones& importaciones, CargosReclamados& cargos, Contabilizable& contabilizable,
-        const Opciones& opciones, Dice dice);
+    RevisionReclamaciones(const Importaciones& importaciones, CargosReclamados& cargos,
+        Contabilizable& contabilizable, const Opciones& opciones, Dice dice);
 
     void mira(Reclamacion una);
     Revisadas termina();

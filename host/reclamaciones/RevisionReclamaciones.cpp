@@ -1,4 +1,4 @@
-#include "host/reclamaciones/Revision.hpp"
+#include "host/reclamaciones/RevisionReclamaciones.hpp"
 
 #include "host/bases/Palabra.hpp"
 
@@ -30,7 +30,7 @@ std::string con_otro_contenido(const std::string& referencia, const ClaveAtipico
         + con_otra_vez(referencia);
 }
 
-Revision::Revision(const Importaciones& importaciones, CargosReclamados& cargos,
+RevisionReclamaciones::RevisionReclamaciones(const Importaciones& importaciones, CargosReclamados& cargos,
     Contabilizable& contabilizable, const Opciones& opciones, Dice dice)
     : m_importaciones(importaciones)
     , m_cargos(cargos)
@@ -40,7 +40,7 @@ Revision::Revision(const Importaciones& importaciones, CargosReclamados& cargos,
 {
 }
 
-void Revision::mira(Reclamacion una)
+void RevisionReclamaciones::mira(Reclamacion una)
 {
     if (una.repetida)
         juzga_bloque(); // what is known of its first part
@@ -50,13 +50,13 @@ void Revision::mira(Reclamacion una)
         juzga_bloque();
 }
 
-Revisadas Revision::termina()
+Revisadas RevisionReclamaciones::termina()
 {
     juzga_bloque();
     return std::move(m_revisadas);
 }
 
-void Revision::juzga_bloque()
+void RevisionReclamaciones::juzga_bloque()
 {
     std::vector<std::string> referencias;
     for (const auto& una : m_bloque)
@@ -71,7 +71,7 @@ void Revision::juzga_bloque()
     m_lineas = 0;
 }
 
-void Revision::juzga(Reclamacion& una, const Veces& veces)
+void RevisionReclamaciones::juzga(Reclamacion& una, const Veces& veces)
 {
     m_revisadas.total += una.repetida ? 0 : 1;
     const bool nombrada = m_opciones.otra_vez.contains(una.referencia);
@@ -104,7 +104,7 @@ void Revision::juzga(Reclamacion& una, const Veces& veces)
 }
 
 /// What stands against saving it, and against posting it.
-void Revision::comprueba(Reclamacion& una, const CargoTecleado& tecleado)
+void RevisionReclamaciones::comprueba(Reclamacion& una, const CargoTecleado& tecleado)
 {
     if (una.fecha < Date::de_dia(2000, 1, 1))
         return repara(una, una.fila, "fecha",
@@ -127,7 +127,7 @@ void Revision::comprueba(Reclamacion& una, const CargoTecleado& tecleado)
                 + "» no se puede contabilizar; para guardarla sin asiento, dé --sin-asiento.");
 }
 
-void Revision::rechaza(const Reclamacion& una)
+void RevisionReclamaciones::rechaza(const Reclamacion& una)
 {
     di_todo(una);
     if (una.referencia.empty()) {
@@ -141,7 +141,7 @@ void Revision::rechaza(const Reclamacion& una)
     m_revisadas.ya_registradas -= m_iguales.erase(resumen);
 }
 
-void Revision::di_todo(const Reclamacion& una) const
+void RevisionReclamaciones::di_todo(const Reclamacion& una) const
 {
     for (const auto& nota : una.notas)
         m_dice("aviso", nota);
