@@ -153,6 +153,7 @@ std::vector<Respuesta> Enlace::intercambia_texto(
         texto.append(texto.empty() ? "" : "\n;").append(orden.sql); // a comment ends with its line
     if (PQsendQuery(get(), texto.c_str()) != 1)
         falla(instruccion, donde);
+    m_una_a_una = false;
     std::vector<Respuesta> respuestas;
     while (auto respuesta = Respuesta(PQgetResult(get())))
         respuestas.push_back(std::move(respuesta));
@@ -166,7 +167,8 @@ std::vector<Respuesta> Enlace::intercambia_en_fila(
 {
     if (PQenterPipelineMode(get()) != 1)
         falla(instruccion, donde);
-    const auto sobrantes = envia_sobrantes(instruccion, donde);
+    auto sobrantes = envia_vacia(instruccion, donde);
+    sobrantes += envia_sobrantes(instruccion, donde);
     std::vector<Preparada*> nuevas(ordenes.size()); // what each one prepares
     for (std::size_t i = 0; i < ordenes.size(); ++i)
         if (!envia(ordenes[i], nuevas[i]))
@@ -253,6 +255,17 @@ Preparada* Enlace::preparada_de(const Orden& orden)
     return &(conocida != m_palabras.end() ? conocida : m_palabras.try_emplace(orden.sql).first)->second;
 }
 
+/// The first statement of a pipeline would inherit the mode of a reading before it, and give its first row
+/// for the whole answer: one that says nothing goes before it. Gives how many have been sent.
+std::size_t Enlace::envia_vacia(std::string_view instruccion, Donde donde)
+{
+    if (!std::exchange(m_una_a_una, false))
+        return 0;
+    if (PQsendQueryParams(get(), "", 0, nullptr, nullptr, nullptr, nullptr, 0) != 1)
+        falla(instruccion, donde);
+    return 1;
+}
+
 std::size_t Enlace::envia_sobrantes(std::string_view instruccion, Donde donde)
 {
     const auto sobrantes = std::exchange(m_sobrantes, {});
@@ -287,6 +300,7 @@ Respuesta Enlace::empieza_lectura(const std::string& sql, Lectura& lectura, Dond
     if (PQsendQuery(get(), (std::string(mientras_se_lee) + sql).c_str()) != 1)
         falla(sql, donde);
     PQsetSingleRowMode(get());
+    m_una_a_una = true;
     m_lectura = &lectura;
     if (auto ajuste = Respuesta(PQgetResult(get())); es_error(ajuste)) {
         m_lectura = nullptr;

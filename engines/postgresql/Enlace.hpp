@@ -98,6 +98,7 @@ private:
     [[nodiscard]] bool envia(const Orden& orden, Preparada*& nueva);
     [[nodiscard]] bool envia_preparada(
         const Orden& orden, const std::vector<const char*>& valores, Preparada& preparada, Preparada*& nueva);
+    [[nodiscard]] std::size_t envia_vacia(std::string_view instruccion, Donde donde);
     [[nodiscard]] std::size_t envia_sobrantes(std::string_view instruccion, Donde donde);
     [[nodiscard]] std::vector<Respuesta> recibe(std::size_t sobrantes, const std::vector<Preparada*>& nuevas,
         std::string_view instruccion, Donde donde);
@@ -111,6 +112,7 @@ private:
     std::unique_ptr<PGconn, Cierra> m_linea;
     sql::AvisoLinea m_avisa;
     Lectura* m_lectura = nullptr; ///< whose rows are on the line
+    bool m_una_a_una = false; ///< the rows of the last statement came so: the client library remembers it
     bool m_perdido = false;
     bool m_con_preparadas = true;
     std::string m_sello; ///< with which nobody else's names of prepared statements begin

@@ -196,6 +196,23 @@ namespace {
         }
     }
 
+    TEST_F(PostgresqlLectura, what_is_prepared_already_comes_whole_behind_a_reading)
+    {
+        const std::string sql = "SELECT n FROM generate_series(1, 10) AS s (n) WHERE n > 4";
+        for (int vez = 0; vez < 3; ++vez)
+            EXPECT_EQ(resto(*lee(sql, CursorType::Static)), "45 6");
+        for (const bool hasta_el_final : { true, false }) {
+            auto rs = lee(std::string("SELECT n") + (hasta_el_final ? "" : ", 5 AS otra")
+                + " FROM generate_series(1, 10) AS s (n)");
+            EXPECT_TRUE(en_la_linea());
+            if (hasta_el_final) {
+                EXPECT_EQ(resto(*rs), "55 10");
+            }
+            EXPECT_EQ(resto(*lee(sql, CursorType::Static)), "45 6") << hasta_el_final;
+            EXPECT_EQ(resto(*lee(sql, CursorType::Static)), "45 6") << hasta_el_final;
+        }
+    }
+
     TEST_F(PostgresqlLectura, a_reader_has_longer_than_a_statement)
     {
         EXPECT_EQ(CStr(lee("SELECT current_setting('statement_timeout') AS n")->Fields(0).Value()), "1h");
