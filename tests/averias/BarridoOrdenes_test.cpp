@@ -89,8 +89,10 @@ namespace {
     {
         const auto bases = bases::abre_bases(lugar);
         auto filas = pruebas::vuelca(*bases.orvalin, guiones::orvalin());
-        const auto otras = pruebas::vuelca(*bases.bexmor, guiones::bexmor());
-        filas.insert(filas.end(), otras.begin(), otras.end());
+        for (const auto guion : { guiones::bexmor(), guiones::regularizaciones() }) {
+            const auto otras = pruebas::vuelca(*bases.bexmor, guion);
+            filas.insert(filas.end(), otras.begin(), otras.end());
+        }
         return filas;
     }
 
@@ -129,6 +131,7 @@ namespace {
                 { "eliminar", con("eliminar", { "--si" }), 6 },
                 { "contabilizar", { "contabilizar", "AT260002", "--ejercicio", "2026", "--almacen", "1" },
                     6 },
+                { "regularizar", { "regularizar", "--si", "--fecha", "25/11/2026" }, 6 },
                 { "listar",
                     { "listar", "--desde", "01/01/2026", "--hasta", "31/12/2026", "--formato", "csv" } },
                 { "mostrar", con("mostrar") }, { "verificar", { "verificar", "--proponer" } } };
@@ -141,7 +144,8 @@ namespace {
 
         [[nodiscard]] std::filesystem::path impresos() const { return carpeta / "impresos"; }
 
-        /// For `crear` nothing; for the others two charges of a file, the second of which has lost its entry.
+        /// For `crear` nothing; for the others two charges of a file, the second of which has lost its entry,
+        /// or for `regularizar` the first of which was deleted.
         [[nodiscard]] std::unique_ptr<pruebas::Muestra> preparada(const Orden& orden) const
         {
             std::filesystem::remove_all(impresos());
@@ -150,6 +154,13 @@ namespace {
                 return GetParam().por_crear();
             auto muestra = GetParam().muestra();
             EXPECT_EQ(ejecuta(muestra->lugar(), { "registrar", (carpeta / "uno.csv").string() }).estado, 0);
+            if (orden.es("regularizar")) {
+                EXPECT_EQ(ejecuta(muestra->lugar(),
+                              { "eliminar", "AT260001", "--ejercicio", "2026", "--almacen", "1", "--si" })
+                              .estado,
+                    0);
+                return muestra;
+            }
             const auto bases = bases::abre_bases(muestra->lugar());
             for (const auto* tabla : { "Previsiones", "Registro_Impuestos", "Apuntes" })
                 bases.bexmor->Execute(std::string("DELETE FROM ") + tabla + " WHERE Asiento = 2");
@@ -186,6 +197,10 @@ namespace {
             } else if (orden.es("eliminar")) {
                 EXPECT_EQ(filas(lugar, "Proveedores_Cargos_Atipicos"), "1");
                 EXPECT_EQ(filas(lugar, "Proveedores_Cargos_Atipicos_Lineas"), "1");
+            } else if (orden.es("regularizar")) {
+                EXPECT_EQ(filas(lugar, "Bexmor.dbo.Regularizaciones"), "1") << "once: " << otra_vez.errores;
+                EXPECT_EQ(filas(lugar, "Bexmor.dbo.Asientos"), "3");
+                EXPECT_THAT(app::verifica(bases::abre_bases(lugar)).saldos, testing::IsEmpty());
             } else if (orden.es("contabilizar")) {
                 EXPECT_THAT(app::verifica(bases::abre_bases(lugar)).diferencias, testing::IsEmpty());
             } else {
