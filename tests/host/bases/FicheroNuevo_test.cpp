@@ -79,11 +79,14 @@ namespace {
 
     TEST_F(FicheroNuevo, leaves_nothing_when_it_does_not_fit)
     {
-        const pruebas::DiscoLleno lleno(100'000);
-        EXPECT_EQ(pruebas::error_de([&] { static_cast<void>(escribe_nuevo(carpeta / "a.db", contenido)); }),
-            "«" + (carpeta / "a.db").string()
-                + "»: no se puede crear el fichero: el fichero es demasiado grande.");
-        EXPECT_EQ(entradas(), 0U);
+        for (const rlim_t bytes : { 100'000U, 280'000U }) { // the last block fits in part
+            const pruebas::DiscoLleno lleno(bytes);
+            EXPECT_EQ(
+                pruebas::error_de([&] { static_cast<void>(escribe_nuevo(carpeta / "a.db", contenido)); }),
+                "«" + (carpeta / "a.db").string()
+                    + "»: no se puede crear el fichero: el fichero es demasiado grande.");
+            EXPECT_EQ(entradas(), 0U);
+        }
     }
 
     TEST_F(FicheroNuevo, where_nothing_can_be_written_says_so)
