@@ -46,7 +46,7 @@ namespace {
 
     void escribe(const Abierto& abierto, std::string_view contenido, const fs::path& fichero, Donde donde)
     {
-        constexpr std::size_t trozo = 64 * 1024;
+        constexpr auto trozo = std::size_t{ 64 } * 1024;
         while (!contenido.empty()) {
             const auto escritos
                 = write(abierto.numero(), contenido.data(), std::min(contenido.size(), trozo));
