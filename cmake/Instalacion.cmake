@@ -30,6 +30,7 @@ set(muestra "${PROJECT_BINARY_DIR}/muestra")
 add_custom_command(OUTPUT "${muestra}/empresa.db"
     COMMAND "${CMAKE_COMMAND}" -E rm -rf "${muestra}"
     COMMAND atipicos crear --datos "${muestra}"
+    DEPENDS "$<TARGET_FILE:atipicos>"
     COMMENT "Making the sample company"
     VERBATIM)
 add_custom_target(muestra ALL DEPENDS "${muestra}/empresa.db")
