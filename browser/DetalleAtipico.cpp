@@ -7,7 +7,7 @@
 
 namespace atipicos {
 
-std::string instruccion_detalle(const ClaveAtipico& clave, std::int16_t empresa)
+std::string instruccion_detalle(const ClaveCargo& clave, std::int16_t empresa)
 {
     return " SELECT pcl.*"
            "   FROM Proveedores_Cargos_Atipicos_Lineas pcl"
@@ -34,7 +34,7 @@ void anexa_fila(std::string& destino, const LineaDetalle& linea, int decimales_p
     anexa_celda(destino, linea.Observ);
 }
 
-void Cargar_Detalles(const ClaveAtipico& clave, const std::function<void(const LineaDetalle&)>& cada)
+void Cargar_Detalles(const ClaveCargo& clave, const std::function<void(const LineaDetalle&)>& cada)
 {
     const auto empresa = modComun::EmpresaOrvalin().Codigo();
     auto rs = modComun::ConexionOrvalin().CreateRecordset();

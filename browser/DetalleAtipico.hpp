@@ -1,5 +1,6 @@
 #pragma once
 
+#include "charges/ClaveCargo.hpp"
 #include "runtime/Currency.hpp"
 
 #include <cstdint>
@@ -7,13 +8,6 @@
 #include <string>
 
 namespace atipicos {
-
-/// Which charge of the current company is meant.
-struct ClaveAtipico {
-    std::int16_t Ejercicio = 0;
-    std::int16_t Almacen = 0;
-    std::string Codigo;
-};
 
 /// One stored line of a charge, with the amount that is shown for it.
 struct LineaDetalle {
@@ -26,12 +20,12 @@ struct LineaDetalle {
     std::string Observ;
 };
 
-[[nodiscard]] std::string instruccion_detalle(const ClaveAtipico& clave, std::int16_t empresa);
+[[nodiscard]] std::string instruccion_detalle(const ClaveCargo& clave, std::int16_t empresa);
 
 /// Appends the seven cells of the details grid, separated by tabs. `decimales_precio`: 0 to 4.
 void anexa_fila(std::string& destino, const LineaDetalle& linea, int decimales_precio);
 
 /// Hands over the lines of the charge in order of line number. Errors of the database reach the caller.
-void Cargar_Detalles(const ClaveAtipico& clave, const std::function<void(const LineaDetalle&)>& cada);
+void Cargar_Detalles(const ClaveCargo& clave, const std::function<void(const LineaDetalle&)>& cada);
 
 } // namespace atipicos

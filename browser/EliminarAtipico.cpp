@@ -7,7 +7,7 @@
 
 namespace atipicos {
 
-bool EliminarAtipico(const ClaveAtipico& clave)
+bool EliminarAtipico(const ClaveCargo& clave)
 {
     bool eliminado = false;
     trap("frmCompras_Atipicos_Visor:cmdEliminar_Click", [&] {

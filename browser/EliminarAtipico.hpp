@@ -8,6 +8,6 @@ namespace atipicos {
 /// entry stays: it is deleted by hand in the accounting product. Returns true when the charge is gone.
 /// A failure inside the deletion has been shown by it and is rolled back; errors of the transaction itself
 /// are rolled back and shown under "frmCompras_Atipicos_Visor:cmdEliminar_Click".
-[[nodiscard]] bool EliminarAtipico(const ClaveAtipico& clave);
+[[nodiscard]] bool EliminarAtipico(const ClaveCargo& clave);
 
 } // namespace atipicos

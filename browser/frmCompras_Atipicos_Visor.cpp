@@ -1,9 +1,9 @@
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 
 #include "browser/EliminarAtipico.hpp"
-#include "browser/frmExportarVisor.hpp"
-#include "browser/frmRejillasVisor.hpp"
-#include "browser/frmUltimoFiltro.hpp"
+#include "browser/ExportarVisorQt.hpp"
+#include "browser/RejillasVisorQt.hpp"
+#include "browser/UltimoFiltroQt.hpp"
 #include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "context/modMsgOp.hpp"
@@ -31,7 +31,7 @@ namespace {
     constexpr std::size_t aviso_cada = 10'000; ///< charges after which the reading shows how far it is
 
     /// The year is that of the charge's date.
-    ClaveAtipico clave_de(const CargoListado& cargo)
+    ClaveCargo clave_de(const CargoListado& cargo)
     {
         return { CInt(cargo.Fecha.anio()), CInt(cargo.Cod_Almacen), de_qt(a_qt(cargo.Codigo).trimmed()) };
     }
@@ -168,8 +168,11 @@ bool frmCompras_Atipicos_Visor::espera_fecha(qvMaskEdBox& caja)
     return false;
 }
 
-/// The search, as Enter in the last box starts it; errors of the database reach the caller.
-void frmCompras_Atipicos_Visor::txtFechaF_KeyPress()
+void frmCompras_Atipicos_Visor::txtFechaF_KeyPress() { busca(); }
+
+/// What Enter in the last box starts, and what follows a deletion or a change; errors of the database reach
+/// the caller.
+void frmCompras_Atipicos_Visor::busca()
 {
     if (!espera_fecha(*m_ui->txtFechaI) || !espera_fecha(*m_ui->txtFechaF))
         return;
@@ -340,7 +343,7 @@ void frmCompras_Atipicos_Visor::cmdEliminar_Click()
     rejilla.RemoveItem(fila);
     if (rejilla.Rows() < 2)
         set_Comandos(false);
-    txtFechaF_KeyPress();
+    busca();
 }
 
 void frmCompras_Atipicos_Visor::cmdModificar_Click()
@@ -357,7 +360,7 @@ void frmCompras_Atipicos_Visor::cmdModificar_Click()
     editor.Ejercicio = clave.Ejercicio;
     editor.Almacen = clave.Almacen;
     editor.Show(1, this);
-    txtFechaF_KeyPress();
+    busca();
 }
 
 void frmCompras_Atipicos_Visor::keyPressEvent(QKeyEvent* tecla)

@@ -51,6 +51,7 @@ private:
     void empieza_vacio();
     void pone_filtros();
     void txtFechaF_KeyPress();
+    void busca();
     [[nodiscard]] static bool espera_fecha(qvMaskEdBox& caja);
     void Cargar_Atipicos();
     [[nodiscard]] FiltroAtipicos filtro() const;

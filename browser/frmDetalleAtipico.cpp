@@ -1,6 +1,6 @@
 #include "browser/frmDetalleAtipico.hpp"
 
-#include "browser/frmRejillasVisor.hpp"
+#include "browser/RejillasVisorQt.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
 #include "controls/SinDibujar.hpp"
@@ -33,8 +33,7 @@ void frmDetalleAtipico::Prepara()
     m_ui->vsDetalles->set_Rows(1);
 }
 
-void frmDetalleAtipico::Cargar_Cabecera(
-    const ClaveAtipico& clave, std::int32_t proveedor, const QString& fecha)
+void frmDetalleAtipico::Cargar_Cabecera(const ClaveCargo& clave, std::int32_t proveedor, const QString& fecha)
 {
     m_ui->lblCodigo->setText(QStringLiteral("Código: ") + a_qt(clave.Codigo));
     m_ui->txtAlmacenDet->set_Codigo(clave.Almacen);
@@ -44,7 +43,7 @@ void frmDetalleAtipico::Cargar_Cabecera(
     m_ui->txtFechaDet->setText(fecha);
 }
 
-void frmDetalleAtipico::Cargar_Detalles(const ClaveAtipico& clave)
+void frmDetalleAtipico::Cargar_Detalles(const ClaveCargo& clave)
 {
     trap("frmCompras_Atipicos_Visor:Cargar_Detalles", [&] {
         auto& rejilla = *m_ui->vsDetalles;

@@ -23,10 +23,10 @@ public:
     void Prepara(); ///< for the company and connection of the context; empty afterwards
 
     /// Shows the header; `fecha` as the list has it.
-    void Cargar_Cabecera(const ClaveAtipico& clave, std::int32_t proveedor, const QString& fecha);
+    void Cargar_Cabecera(const ClaveCargo& clave, std::int32_t proveedor, const QString& fecha);
 
     /// Reads the lines. A failure is shown, and leaves those that came before it.
-    void Cargar_Detalles(const ClaveAtipico& clave);
+    void Cargar_Detalles(const ClaveCargo& clave);
 
 private:
     std::unique_ptr<Ui::frmDetalleAtipico> m_ui;

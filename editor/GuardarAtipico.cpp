@@ -2,7 +2,6 @@
 
 #include "charges/Impuesto.hpp"
 #include "context/Cajas.hpp"
-#include "context/claves.hpp"
 #include "context/modComun.hpp"
 #include "context/Transaccion.hpp"
 #include "context/trap.hpp"
@@ -39,7 +38,7 @@ namespace {
         datos.Fecha = tecleado.Fecha;
         datos.EmpresaContable = empresa_contable(tecleado.Almacen);
         datos.Importe = total_a_pagar(tecleado.Total);
-        datos.GenerarPrevisiones = CBool(modComun::EmpresaOrvalin().Parametro(claves::GenerarPrevPagos));
+        datos.GenerarPrevisiones = genera_previsiones();
         return datos;
     }
 

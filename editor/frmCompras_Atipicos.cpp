@@ -8,7 +8,7 @@
 #include "controls/SinComillas.hpp"
 #include "controls/Texto.hpp"
 #include "editor/frmEditor_Comentarios.hpp"
-#include "editor/frmRejillaAtipico.hpp"
+#include "editor/RejillaAtipicoQt.hpp"
 #include "posting/frmCompras_Atipicos_Contabilizar.hpp"
 #include "printing/frmImpresora.hpp"
 #include "printing/ImprimirAtipico.hpp"
@@ -164,8 +164,8 @@ void frmCompras_Atipicos::Cargar_Atipico()
             m_ui->txtObservaciones->setPlainText(a_qt(cabecera->Observ));
             m_edicion.cargo().Impuesto = cabecera->Impuesto;
         }
-        lee_lineas(clave, [this](const LineaGrabada& grabada) {
-            m_edicion.Cargar_Linea(grabada.linea, grabada.Num_Linea, grabada.CtaAtipicos);
+        lee_lineas(clave, [this](const LineaAbierta& abierta) {
+            m_edicion.Cargar_Linea(abierta.linea, abierta.Num_Linea, abierta.CtaAtipicos);
             m_ui->vsCargos->AddItem(a_qt(m_edicion.filas().back().texto(decimales_costo())));
             muestra_total();
         });

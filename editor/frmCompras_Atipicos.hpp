@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/FormularioCargable.hpp"
-#include "editor/CargoGrabado.hpp"
+#include "editor/CargoAbierto.hpp"
 #include "editor/EdicionAtipico.hpp"
 
 #include <memory>

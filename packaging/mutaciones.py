@@ -26,7 +26,7 @@ PRUEBAS = {
     "context": ["claves", "modComun", "Transaccion", "trap"],
     "charges": ["Impuesto", "clsAtipico_Devuelve_Codigo", "clsAtipico_Lineas", "clsAtipico"],
     "posting": ["Calendario", "EdicionPrevisiones", "GenerarAsiento", "GenerarPrev"],
-    "editor": ["CargoGrabado", "EdicionAtipico", "GuardarAtipico"],
+    "editor": ["CargoAbierto", "EdicionAtipico", "GuardarAtipico"],
     "browser": ["ColumnasLista", "DetalleAtipico", "EliminarAtipico", "ExportarLista", "LibroXlsx", "ListaAtipicos"],
     "engines/sql": ["Catalogo", "Contrato", "Fechas", "PostgresqlConnection", "Reescritura", "Servidor",
                     "SqliteConnection", "SqliteRecordset", "Tokens"],

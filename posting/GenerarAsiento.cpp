@@ -5,6 +5,7 @@
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
 #include "platform/adodb/campos.hpp"
+#include "posting/GenerarPrev.hpp"
 
 #include <memory>
 #include <string_view>
@@ -211,7 +212,7 @@ namespace {
 
         void previsiones()
         {
-            if (!CBool(modComun::EmpresaOrvalin().Parametro(claves::GenerarPrevPagos)))
+            if (!genera_previsiones())
                 return;
             const auto prevision = m_biblioteca.NuevaPrevision(*m_empresa);
             prevision->Asiento = m_asiento->Numero;

@@ -145,6 +145,11 @@ namespace {
 
 }
 
+bool genera_previsiones(Donde donde)
+{
+    return CBool(modComun::EmpresaOrvalin(donde).Parametro(claves::GenerarPrevPagos, donde), donde);
+}
+
 Propuesta GenerarPrev(const Contabilizacion& datos)
 {
     Propuesta propuesta;

@@ -32,6 +32,9 @@ struct Propuesta {
     bool GenerarPrev = true; ///< whether the payment method produces forecasts
 };
 
+/// Whether the company is configured to forecast its payments. Error 13 when it says neither yes nor no.
+[[nodiscard]] bool genera_previsiones(Donde donde = Donde::aqui());
+
 /// Proposes the payment forecasts from the supplier's terms or, where it has none, the company's: as many
 /// instalments as the terms say, the last one taking the rest, so that they add up to the amount exactly.
 /// No terms, terms without forecasts or an amount of 0 give none. An error is shown and cleared; the

@@ -3,7 +3,7 @@
 #include "context/Transaccion.hpp"
 #include "host/bexmor/Asiento.hpp"
 #include "host/bexmor/Biblioteca.hpp"
-#include "host/comprobacion/AsientoGuardado.hpp"
+#include "host/comprobacion/AsientoContabilizado.hpp"
 #include "host/sql/Literal.hpp"
 #include "host/terminal/Interrupcion.hpp"
 
@@ -32,7 +32,7 @@ namespace {
         {
         }
 
-        ClaveAsiento anula(const AsientoGuardado& original, Donde donde)
+        ClaveAsiento anula(const AsientoContabilizado& original, Donde donde)
         {
             const auto& empresa = empresa_de(original.clave.empresa, donde);
             bexmor::Asiento asiento(empresa);
@@ -137,7 +137,7 @@ namespace {
 
     /// What stands in the way of reversing an entry, read in the transaction that does it; empty: nothing.
     std::string estorbo(
-        const bases::Bases& bases, const ClaveAsiento& clave, const std::optional<AsientoGuardado>& asiento)
+        const bases::Bases& bases, const ClaveAsiento& clave, const std::optional<AsientoContabilizado>& asiento)
     {
         if (!asiento)
             return "ya no está en Contabilidad";
@@ -159,7 +159,7 @@ namespace {
         }
     }
 
-    using Contraria = std::function<ClaveAsiento(const AsientoGuardado&)>; ///< number 0: made by hand
+    using Contraria = std::function<ClaveAsiento(const AsientoContabilizado&)>; ///< number 0: made by hand
 
     ResultadoRegularizar de_una_vez(const bases::Bases& bases, std::span<const ClaveAsiento> asientos,
         const Regularizador& quien, const Contraria& contraria, Donde donde)
@@ -214,7 +214,7 @@ ResultadoRegularizar regulariza(const bases::Bases& bases, std::span<const Clave
         bases, asientos, quien,
         [&]() -> Contraria {
             return [contador = std::make_shared<Contador>(bases, quien), donde](
-                       const AsientoGuardado& asiento) { return contador->anula(asiento, donde); };
+                       const AsientoContabilizado& asiento) { return contador->anula(asiento, donde); };
         },
         donde);
 }
@@ -225,7 +225,7 @@ ResultadoRegularizar da_por_saldados(const bases::Bases& bases, std::span<const 
     return hasta_conseguirlo(
         bases, asientos, quien,
         [] {
-            return [](const AsientoGuardado& asiento) { return ClaveAsiento{ asiento.clave.empresa, 0, 0 }; };
+            return [](const AsientoContabilizado& asiento) { return ClaveAsiento{ asiento.clave.empresa, 0, 0 }; };
         },
         donde);
 }

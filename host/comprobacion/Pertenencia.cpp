@@ -5,7 +5,7 @@
 namespace atipicos::app {
 
 CargoLeido* Pertenencia::dueno(
-    const AsientoGuardado& asiento, std::span<const std::uint32_t> candidatos, CargosLeidos& cargos) const
+    const AsientoContabilizado& asiento, std::span<const std::uint32_t> candidatos, CargosLeidos& cargos) const
 {
     if (asiento.apuntes.empty())
         return nullptr;
@@ -34,7 +34,7 @@ CargoLeido* Pertenencia::dueno(
 }
 
 std::optional<std::int32_t> Pertenencia::otro_proveedor(
-    const CargoLeido& cargo, const AsientoGuardado& asiento) const
+    const CargoLeido& cargo, const AsientoContabilizado& asiento) const
 {
     const auto& apuntes = asiento.apuntes;
     const auto es_suya = [&](const std::string& cuenta) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/comprobacion/AsientoGuardado.hpp"
+#include "host/comprobacion/AsientoContabilizado.hpp"
 #include "host/comprobacion/CargosLeidos.hpp"
 #include "host/comprobacion/CuentasProveedores.hpp"
 #include "host/comprobacion/SinCargo.hpp"
@@ -24,12 +24,12 @@ public:
     /// Codes are unique in a warehouse only, so several may: amount and day tell them apart, then whose the
     /// accounts are, the lines and the warehouse. Should all that be the same, it is the one saved last: a
     /// number is given again only after the save that had it first was lost.
-    [[nodiscard]] CargoLeido* dueno(const AsientoGuardado& asiento, std::span<const std::uint32_t> candidatos,
+    [[nodiscard]] CargoLeido* dueno(const AsientoContabilizado& asiento, std::span<const std::uint32_t> candidatos,
         CargosLeidos& cargos) const;
 
     /// The supplier whose accounts the entry bears, when they are certainly not those of the charge's.
     [[nodiscard]] std::optional<std::int32_t> otro_proveedor(
-        const CargoLeido& cargo, const AsientoGuardado& asiento) const;
+        const CargoLeido& cargo, const AsientoContabilizado& asiento) const;
 
 private:
     const CuentasProveedores& m_cuentas;

@@ -24,7 +24,7 @@ namespace {
 
 }
 
-std::uint64_t huella_de_cuentas(const AsientoGuardado& asiento)
+std::uint64_t huella_de_cuentas(const AsientoContabilizado& asiento)
 {
     std::uint64_t suma = 0;
     for (const auto& uno : asiento.apuntes)
@@ -32,7 +32,7 @@ std::uint64_t huella_de_cuentas(const AsientoGuardado& asiento)
     return suma;
 }
 
-std::uint64_t huella_de_saldos(const AsientoGuardado& asiento)
+std::uint64_t huella_de_saldos(const AsientoContabilizado& asiento)
 {
     auto suma = huella_de_cuentas(asiento);
     for (const auto& uno : asiento.apuntes) // to whose account it is put down
@@ -58,7 +58,7 @@ Regularizados::Regularizados(adodb::Connection& bexmor)
     });
 }
 
-bool Regularizados::encuentra(const AsientoGuardado& asiento)
+bool Regularizados::encuentra(const AsientoContabilizado& asiento)
 {
     const auto original = m_parejas.find(asiento.clave);
     if (original != m_parejas.end()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/comprobacion/AsientoGuardado.hpp"
+#include "host/comprobacion/AsientoContabilizado.hpp"
 #include "host/comprobacion/Regularizaciones.hpp"
 
 #include <map>
@@ -11,10 +11,10 @@ namespace atipicos::app {
 
 /// What an entry does to accounts, tax register and forecasts, in one number. The numbers of two entries of
 /// which one undoes the other add up to 0; those of others hardly ever do.
-[[nodiscard]] std::uint64_t huella_de_saldos(const AsientoGuardado& asiento);
+[[nodiscard]] std::uint64_t huella_de_saldos(const AsientoContabilizado& asiento);
 
 /// The same of the accounts alone.
-[[nodiscard]] std::uint64_t huella_de_cuentas(const AsientoGuardado& asiento);
+[[nodiscard]] std::uint64_t huella_de_cuentas(const AsientoContabilizado& asiento);
 
 /// The entries that have been reversed, each with the one that does it, as both are met among all entries.
 class Regularizados {
@@ -22,7 +22,7 @@ public:
     explicit Regularizados(adodb::Connection& bexmor);
 
     /// Takes note of an entry, if it is one of them. True when it is.
-    bool encuentra(const AsientoGuardado& asiento);
+    bool encuentra(const AsientoContabilizado& asiento);
 
     /// Why the entry cannot be that of a charge: "se anuló con el asiento 9", …; empty: it can.
     [[nodiscard]] std::string motivo(const ClaveAsiento& asiento) const;

@@ -153,7 +153,7 @@ void Revision::revisa_cabecera(CargoLeido& cargo)
         difiere(cargo, "el contador de su serie no ha llegado a ese número.");
 }
 
-void Revision::revisa_apuntes(const AsientoGuardado& asiento)
+void Revision::revisa_apuntes(const AsientoContabilizado& asiento)
 {
     const auto debe = asiento.debe();
     const auto haber = asiento.haber();
@@ -174,7 +174,7 @@ void Revision::revisa_apuntes(const AsientoGuardado& asiento)
         difiere(texto(asiento.clave) + ": el contador de asientos no ha llegado a ese número.");
 }
 
-void Revision::revisa_asiento(const AsientoGuardado& asiento)
+void Revision::revisa_asiento(const AsientoContabilizado& asiento)
 {
     ++m_resultado.asientos;
     m_resultado.apuntes += asiento.apuntes.size();
@@ -200,7 +200,7 @@ void Revision::revisa_asiento(const AsientoGuardado& asiento)
 
 /// Gives the entry to the charge that it is of, and tells the others that name it that it is not theirs.
 /// False: it is no charge's.
-bool Revision::asigna(const AsientoGuardado& asiento)
+bool Revision::asigna(const AsientoContabilizado& asiento)
 {
     const auto candidatos = m_cargos->nombran(asiento.clave);
     if (candidatos.empty())
@@ -240,7 +240,7 @@ void Revision::queda_sin_asiento(CargoLeido& cargo, const std::string& motivo)
               m_ejercicios.impedimento(cargo.asiento.empresa, cargo.fecha) };
 }
 
-void Revision::revisa_contabilizacion(const CargoLeido& cargo, const AsientoGuardado& asiento)
+void Revision::revisa_contabilizacion(const CargoLeido& cargo, const AsientoContabilizado& asiento)
 {
     const auto su_asiento = "su " + texto(asiento.clave);
     const auto carga = asiento.apuntes.front().debe;

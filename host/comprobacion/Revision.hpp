@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/comprobacion/AsientoGuardado.hpp"
+#include "host/comprobacion/AsientoContabilizado.hpp"
 #include "host/comprobacion/CargosLeidos.hpp"
 #include "host/comprobacion/CuentasProveedores.hpp"
 #include "host/comprobacion/EjerciciosAbiertos.hpp"
@@ -47,10 +47,10 @@ private:
     void revisa_suma(CargoLeido& cargo, const LineasEnCurso& lineas);
     void revisa_cabecera(CargoLeido& cargo);
 
-    void revisa_asiento(const AsientoGuardado& asiento);
-    void revisa_apuntes(const AsientoGuardado& asiento);
-    [[nodiscard]] bool asigna(const AsientoGuardado& asiento);
-    void revisa_contabilizacion(const CargoLeido& cargo, const AsientoGuardado& asiento);
+    void revisa_asiento(const AsientoContabilizado& asiento);
+    void revisa_apuntes(const AsientoContabilizado& asiento);
+    [[nodiscard]] bool asigna(const AsientoContabilizado& asiento);
+    void revisa_contabilizacion(const CargoLeido& cargo, const AsientoContabilizado& asiento);
     void queda_sin_asiento(CargoLeido& cargo, const std::string& motivo);
     void revisa_sin_visitar();
 

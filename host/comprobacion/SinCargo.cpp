@@ -35,7 +35,7 @@ Almacenes::Almacenes(adodb::Connection& orvalin)
             = CLng(rs->Fields("Numero").Value());
 }
 
-bool Almacenes::ingresa(std::int16_t empresa, std::int16_t almacen, const AsientoGuardado& asiento) const
+bool Almacenes::ingresa(std::int16_t empresa, std::int16_t almacen, const AsientoContabilizado& asiento) const
 {
     const auto lugar = m_almacenes.find({ empresa, almacen });
     if (lugar == m_almacenes.end() || asiento.apuntes.empty())
@@ -44,7 +44,7 @@ bool Almacenes::ingresa(std::int16_t empresa, std::int16_t almacen, const Asient
         [&](const auto& uno) { return uno.cuenta == lugar->second.ingresos; });
 }
 
-std::vector<ClaveSerie> Almacenes::series_de(const AsientoGuardado& asiento) const
+std::vector<ClaveSerie> Almacenes::series_de(const AsientoContabilizado& asiento) const
 {
     std::vector<ClaveSerie> con_su_cuenta;
     std::vector<ClaveSerie> todas;
@@ -64,7 +64,7 @@ std::int64_t Almacenes::contador(const ClaveSerie& serie) const
     return lugar == m_contadores.end() ? 0 : lugar->second;
 }
 
-void SinCargo::suma(const AsientoGuardado& asiento)
+void SinCargo::suma(const AsientoContabilizado& asiento)
 {
     for (const auto& uno : asiento.apuntes) {
         auto& saldo = m_saldos[{ asiento.clave.empresa, uno.cuenta }];
@@ -73,7 +73,7 @@ void SinCargo::suma(const AsientoGuardado& asiento)
     }
 }
 
-void SinCargo::agrega(const AsientoGuardado& asiento)
+void SinCargo::agrega(const AsientoContabilizado& asiento)
 {
     suma(asiento);
     const auto& primero = asiento.apuntes.front();
@@ -82,12 +82,12 @@ void SinCargo::agrega(const AsientoGuardado& asiento)
         primero.cuenta, huella_de_cuentas(asiento), m_almacenes.series_de(asiento) });
 }
 
-void SinCargo::agrega_ajeno(const AsientoGuardado& asiento)
+void SinCargo::agrega_ajeno(const AsientoContabilizado& asiento)
 {
     m_ajenos[{ asiento.clave.empresa, huella_de_cuentas(asiento) }] = asiento.clave;
 }
 
-void SinCargo::agrega_regularizado(const AsientoGuardado& asiento) { suma(asiento); }
+void SinCargo::agrega_regularizado(const AsientoContabilizado& asiento) { suma(asiento); }
 
 /// The charge that bears the code now: in the one series that it can be of, or of the same supplier.
 const CargoLeido* SinCargo::cargo_de_ahora(const Pendiente& pendiente) const

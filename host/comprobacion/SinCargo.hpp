@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/comprobacion/AsientoGuardado.hpp"
+#include "host/comprobacion/AsientoContabilizado.hpp"
 #include "host/comprobacion/AsientoSinCargo.hpp"
 #include "host/comprobacion/CargosLeidos.hpp"
 #include "host/comprobacion/CuentasProveedores.hpp"
@@ -18,11 +18,11 @@ public:
 
     /// Whether the income account of a warehouse is among those of the entry.
     [[nodiscard]] bool ingresa(
-        std::int16_t empresa, std::int16_t almacen, const AsientoGuardado& asiento) const;
+        std::int16_t empresa, std::int16_t almacen, const AsientoContabilizado& asiento) const;
 
     /// The series that the charge of an entry may be of: those of the warehouses whose income account it
     /// bears, else of all that are posted to its company.
-    [[nodiscard]] std::vector<ClaveSerie> series_de(const AsientoGuardado& asiento) const;
+    [[nodiscard]] std::vector<ClaveSerie> series_de(const AsientoContabilizado& asiento) const;
 
     [[nodiscard]] std::int64_t contador(const ClaveSerie& serie) const; ///< 0: none
 
@@ -46,9 +46,9 @@ public:
     {
     }
 
-    void agrega(const AsientoGuardado& asiento); ///< one that a charge was posted with
-    void agrega_ajeno(const AsientoGuardado& asiento); ///< any other
-    void agrega_regularizado(const AsientoGuardado& asiento); ///< reversed, or reversing another
+    void agrega(const AsientoContabilizado& asiento); ///< one that a charge was posted with
+    void agrega_ajeno(const AsientoContabilizado& asiento); ///< any other
+    void agrega_regularizado(const AsientoContabilizado& asiento); ///< reversed, or reversing another
 
     [[nodiscard]] std::vector<AsientoSinCargo> clasificados() const;
 
@@ -63,7 +63,7 @@ private:
         std::vector<ClaveSerie> series;
     };
 
-    void suma(const AsientoGuardado& asiento);
+    void suma(const AsientoContabilizado& asiento);
     void clasifica(const Pendiente& pendiente, AsientoSinCargo& asiento) const;
     [[nodiscard]] const CargoLeido* cargo_de_ahora(const Pendiente& pendiente) const;
 

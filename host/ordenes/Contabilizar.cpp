@@ -1,8 +1,8 @@
 #include "charges/Impuesto.hpp"
 #include "context/modComun.hpp"
 #include "context/Transaccion.hpp"
-#include "editor/CargoGrabado.hpp"
-#include "host/comprobacion/CargoGuardado.hpp"
+#include "editor/CargoAbierto.hpp"
+#include "host/comprobacion/CargoConsultado.hpp"
 #include "host/comprobacion/Verificacion.hpp"
 #include "host/ordenes/Ordenes.hpp"
 #include "host/reclamaciones/PrevisionesPropuestas.hpp"
@@ -21,7 +21,7 @@ namespace {
     [[noreturn]] void rehusa(const std::string& motivo) { throw Error(no_hecho, "atipicos", motivo); }
 
     /// A second entry for a charge that has one would claim the money twice.
-    void exige_sin_asiento(const Sesion& sesion, std::int16_t empresa, const ClaveAtipico& clave)
+    void exige_sin_asiento(const Sesion& sesion, std::int16_t empresa, const ClaveCargo& clave)
     {
         const ClaveContenida buscado{ empresa, clave.Ejercicio, clave.Almacen, clave.Codigo };
         const auto verificacion = verifica(sesion.bases);
@@ -47,12 +47,12 @@ namespace {
 
     /// The stored charge as the save hands it over to be posted.
     DatosAsiento datos_de(
-        const Sesion& sesion, const CargoGuardado& cargo, const ClaveAtipico& clave, bool franquiciado)
+        const Sesion& sesion, const CargoConsultado& cargo, const ClaveCargo& clave, bool franquiciado)
     {
         const auto& cabecera = cargo.cabecera;
         DatosAsiento datos{ cabecera.Fecha, cabecera.Proveedor, cabecera.Nombre_Proveedor, clave.Almacen,
             cabecera.Importe, {}, franquiciado, {} };
-        lee_lineas({ clave.Ejercicio, clave.Almacen, clave.Codigo }, [&](const LineaGrabada& linea) {
+        lee_lineas({ clave.Ejercicio, clave.Almacen, clave.Codigo }, [&](const LineaAbierta& linea) {
             datos.Cargos.push_back(
                 { importe_linea(linea.linea.Unidades, linea.linea.Costo), linea.CtaAtipicos });
         });
@@ -70,8 +70,7 @@ namespace {
     }
 
     /// Gives the stored charge its new entry, unless somebody has changed it meanwhile.
-    void apunta_asiento(
-        std::int16_t empresa, const ClaveAtipico& clave, std::int32_t antes, std::int32_t ahora)
+    void apunta_asiento(std::int16_t empresa, const ClaveCargo& clave, std::int32_t antes, std::int32_t ahora)
     {
         std::int32_t afectadas = 0;
         modComun::ConexionOrvalin().Execute("UPDATE Proveedores_Cargos_Atipicos SET Asiento ="
@@ -90,7 +89,7 @@ namespace {
 int contabilizar(const OpcionesComunes& comunes, const OpcionesContabilizar& opciones)
 {
     const Sesion sesion(comunes);
-    const ClaveAtipico clave{ opciones.ejercicio, opciones.almacen, opciones.codigo };
+    const ClaveCargo clave{ opciones.ejercicio, opciones.almacen, opciones.codigo };
     const auto cargo = busca_cargo(clave);
     if (!cargo)
         no_existe(clave);

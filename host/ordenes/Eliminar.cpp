@@ -1,5 +1,5 @@
 #include "browser/EliminarAtipico.hpp"
-#include "host/comprobacion/CargoGuardado.hpp"
+#include "host/comprobacion/CargoConsultado.hpp"
 #include "host/ordenes/Ordenes.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/terminal/Pregunta.hpp"
@@ -22,7 +22,7 @@ namespace {
 int eliminar(const OpcionesComunes& comunes, const OpcionesCargo& opciones)
 {
     const Sesion sesion(comunes);
-    const ClaveAtipico clave{ opciones.ejercicio, opciones.almacen, opciones.codigo };
+    const ClaveCargo clave{ opciones.ejercicio, opciones.almacen, opciones.codigo };
     const auto cargo = busca_cargo(clave);
     if (!cargo)
         no_existe(clave);

@@ -1,7 +1,7 @@
 #include "browser/ListaAtipicos.hpp"
 #include "controls/EscritorPdf.hpp"
 #include "controls/LienzoQt.hpp"
-#include "host/comprobacion/CargoGuardado.hpp"
+#include "host/comprobacion/CargoConsultado.hpp"
 #include "host/documento/DocumentoCargo.hpp"
 #include "host/ordenes/Ordenes.hpp"
 #include "host/orvalin/Fichas.hpp"
@@ -21,9 +21,9 @@ namespace {
 
     namespace fs = std::filesystem;
 
-    std::vector<ClaveAtipico> pedidos(const OpcionesImprimir& opciones)
+    std::vector<ClaveCargo> pedidos(const OpcionesImprimir& opciones)
     {
-        std::vector<ClaveAtipico> claves;
+        std::vector<ClaveCargo> claves;
         for (const auto& codigo : opciones.codigos)
             claves.push_back({ opciones.ejercicio, opciones.almacen, codigo });
         if (!claves.empty())
@@ -47,7 +47,7 @@ namespace {
         {
         }
 
-        [[nodiscard]] std::shared_ptr<const Report> documento(const ClaveAtipico& clave)
+        [[nodiscard]] std::shared_ptr<const Report> documento(const ClaveCargo& clave)
         {
             const auto cargo = orvalin::CargoImpreso::lee(
                 *m_sesion.bases.orvalin, *m_sesion.empresa, clave.Ejercicio, clave.Almacen, clave.Codigo);
@@ -117,8 +117,7 @@ namespace {
         EscritorPdf m_pdf;
     };
 
-    void en_un_fichero(
-        const std::vector<ClaveAtipico>& claves, Documentos& documentos, const fs::path& destino)
+    void en_un_fichero(const std::vector<ClaveCargo>& claves, Documentos& documentos, const fs::path& destino)
     {
         auto documento = documentos.documento(claves.front());
         FicheroPdf pdf(destino,
@@ -136,7 +135,7 @@ namespace {
     }
 
     /// "AT260001-2026-4.pdf": a code is given anew in every year and warehouse.
-    fs::path nombre_fichero(const ClaveAtipico& clave)
+    fs::path nombre_fichero(const ClaveCargo& clave)
     {
         auto nombre = clave.Codigo + "-" + std::to_string(clave.Ejercicio) + "-"
             + std::to_string(clave.Almacen) + ".pdf";
@@ -145,7 +144,7 @@ namespace {
     }
 
     void en_una_carpeta(
-        const std::vector<ClaveAtipico>& claves, Documentos& documentos, const fs::path& carpeta)
+        const std::vector<ClaveCargo>& claves, Documentos& documentos, const fs::path& carpeta)
     {
         fs::create_directories(carpeta);
         Progreso progreso("Imprimiendo", claves.size());

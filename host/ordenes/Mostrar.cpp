@@ -1,5 +1,5 @@
 #include "engines/sql/Fechas.hpp"
-#include "host/comprobacion/CargoGuardado.hpp"
+#include "host/comprobacion/CargoConsultado.hpp"
 #include "host/ordenes/Ordenes.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/terminal/Tabla.hpp"
@@ -17,7 +17,7 @@ namespace {
 
     /// A charge with everything that hangs on it.
     struct Expediente {
-        CargoGuardado cargo;
+        CargoConsultado cargo;
         std::vector<LineaDetalle> lineas;
         bool asiento_existe = false;
         std::vector<ApunteLeido> apuntes;
@@ -25,7 +25,7 @@ namespace {
         std::vector<PrevisionLeida> previsiones;
     };
 
-    Expediente lee(Sesion& sesion, const ClaveAtipico& clave)
+    Expediente lee(Sesion& sesion, const ClaveCargo& clave)
     {
         auto cargo = busca_cargo(clave);
         if (!cargo)
@@ -61,7 +61,7 @@ namespace {
         return indice + 2 == apuntes ? 'D' : 'C';
     }
 
-    void escribe_cabecera(const CargoGuardado& cargo, int decimales)
+    void escribe_cabecera(const CargoConsultado& cargo, int decimales)
     {
         const auto& c = cargo.cabecera;
         std::cout << "Cargo " << c.Codigo << " del " << c.Fecha.texto() << "\n  Almacén        "

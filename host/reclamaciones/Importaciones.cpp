@@ -1,6 +1,6 @@
 #include "host/reclamaciones/Importaciones.hpp"
 
-#include "host/comprobacion/CargoGuardado.hpp"
+#include "host/comprobacion/CargoConsultado.hpp"
 #include "host/sesion/OpcionesComunes.hpp"
 #include "host/sql/Literal.hpp"
 #include "platform/adodb/campos.hpp"
@@ -13,7 +13,7 @@ namespace atipicos::app {
 namespace {
 
     /// Whether the charge, as it is stored, could be of that claim.
-    bool es_su_cargo(const ClaveAtipico& clave, const CargoTecleado& tecleado)
+    bool es_su_cargo(const ClaveCargo& clave, const CargoTecleado& tecleado)
     {
         const auto cargo = busca_cargo(clave);
         return !cargo
@@ -73,7 +73,7 @@ const Importada* Importaciones::la_misma(
 }
 
 void Importaciones::anota(adodb::Connection& conexion, const std::string& referencia,
-    const std::string& contenido, std::int16_t vez, const ClaveAtipico& clave) const
+    const std::string& contenido, std::int16_t vez, const ClaveCargo& clave) const
 {
     try {
         conexion.Execute("INSERT INTO Importaciones (Huella, Referencia, Vez, Cod_Empresa, Cod_Ejercicio, "

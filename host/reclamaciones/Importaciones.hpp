@@ -15,7 +15,7 @@ namespace atipicos::app {
 /// A reference that has become a charge.
 struct Importada {
     std::int16_t vez = 0; ///< 1, and one more each time it is recorded again on purpose
-    ClaveAtipico clave;
+    ClaveCargo clave;
     std::string huella; ///< of the file in which it came
     std::string contenido; ///< of the claim; empty: an earlier program knew the file alone
 };
@@ -48,7 +48,7 @@ public:
     /// Remembers the charge on `conexion`, inside the transaction that saves it. Raises an error that says so
     /// when another process has recorded the reference since it was looked up.
     void anota(adodb::Connection& conexion, const std::string& referencia, const std::string& contenido,
-        std::int16_t vez, const ClaveAtipico& clave) const;
+        std::int16_t vez, const ClaveCargo& clave) const;
 
 private:
     std::shared_ptr<adodb::Connection> m_conexion;

@@ -1,7 +1,5 @@
 #include "host/reclamaciones/PrevisionesPropuestas.hpp"
 
-#include "context/claves.hpp"
-#include "context/modComun.hpp"
 #include "host/sesion/OpcionesComunes.hpp"
 #include "runtime/Formato.hpp"
 
@@ -24,8 +22,6 @@ namespace {
     }
 
 }
-
-bool genera_previsiones() { return CBool(modComun::EmpresaOrvalin().Parametro(claves::GenerarPrevPagos)); }
 
 std::vector<Prevision> previsiones_propuestas(const Contabilizacion& datos, AvisosRecogidos& avisos)
 {

@@ -7,8 +7,6 @@
 
 namespace atipicos::app {
 
-[[nodiscard]] bool genera_previsiones(); ///< whether the company is configured to forecast its payments
-
 /// The forecasts that the terms propose, as a clerk accepts them unchanged; none when none are wanted, and
 /// when the terms give none. Raises an error that says so when they cannot be worked out, which `avisos` has
 /// to be collecting, and when they do not add up to the amount: the dialog would not accept those either.

@@ -12,7 +12,7 @@ namespace {
 
     constexpr std::size_t sin_previsiones_dichas = 10;
 
-    ClaveAtipico clave_de(const clsAtipico& cargo)
+    ClaveCargo clave_de(const clsAtipico& cargo)
     {
         return { cargo.Cod_Ejercicio, cargo.Cod_Almacen, cargo.Codigo };
     }

@@ -72,7 +72,7 @@ private:
         std::string referencia;
         int fila = 0;
         std::int16_t vez = 0;
-        ClaveAtipico clave;
+        ClaveCargo clave;
         bool nueva = false; ///< saved in this run
         bool sin_previsiones = false; ///< its terms give none
     };

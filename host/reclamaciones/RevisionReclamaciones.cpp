@@ -21,7 +21,7 @@ std::string con_otra_vez(const std::string& referencia)
     return "--otra-vez " + bases::como_palabra(escrita);
 }
 
-std::string con_otro_contenido(const std::string& referencia, const ClaveAtipico& clave)
+std::string con_otro_contenido(const std::string& referencia, const ClaveCargo& clave)
 {
     return "«" + referencia + "» ya se registró como " + clave.Codigo + " (ejercicio "
         + std::to_string(clave.Ejercicio) + ", almacén " + std::to_string(clave.Almacen)

@@ -71,6 +71,6 @@ private:
 [[nodiscard]] std::string con_otra_vez(const std::string& referencia);
 
 /// What is said of a claim whose reference has become a charge with other contents.
-[[nodiscard]] std::string con_otro_contenido(const std::string& referencia, const ClaveAtipico& clave);
+[[nodiscard]] std::string con_otro_contenido(const std::string& referencia, const ClaveCargo& clave);
 
 } // namespace atipicos::app

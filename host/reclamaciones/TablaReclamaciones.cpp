@@ -1,6 +1,6 @@
 #include "host/reclamaciones/TablaReclamaciones.hpp"
 
-#include "host/comprobacion/CargoGuardado.hpp"
+#include "host/comprobacion/CargoConsultado.hpp"
 #include "runtime/Formato.hpp"
 
 #include <ostream>
@@ -23,7 +23,7 @@ namespace {
     constexpr auto eliminada = "eliminada después";
 
     std::vector<std::string> celdas(
-        const std::string& referencia, const ClaveAtipico& clave, const std::string& estado)
+        const std::string& referencia, const ClaveCargo& clave, const std::string& estado)
     {
         const auto cargo = busca_cargo(clave);
         if (!cargo)
@@ -44,7 +44,7 @@ TablaReclamaciones::TablaReclamaciones(std::ostream& salida)
 }
 
 bool TablaReclamaciones::agrega(
-    const std::string& referencia, const ClaveAtipico& clave, const std::string& estado)
+    const std::string& referencia, const ClaveCargo& clave, const std::string& estado)
 {
     std::vector<std::string> fila;
     try {

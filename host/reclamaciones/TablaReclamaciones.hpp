@@ -16,7 +16,7 @@ public:
 
     /// Reads the charge, which has to be committed. `estado` is what is said of it as long as it is there;
     /// false: it is gone.
-    bool agrega(const std::string& referencia, const ClaveAtipico& clave, const std::string& estado);
+    bool agrega(const std::string& referencia, const ClaveCargo& clave, const std::string& estado);
 
     /// Whether the next row is written at once.
     [[nodiscard]] bool escribe_al_paso() const noexcept;

@@ -1,5 +1,6 @@
 #include "host/ventanas/VentanaPrincipal.hpp"
 
+#include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "controls/MsgBoxQt.hpp"
 #include "controls/SalidaQt.hpp"
@@ -68,7 +69,7 @@ namespace {
         const auto respuesta = avisos.mostrar(
             { "No hay ninguna base de datos en la carpeta «" + std::filesystem::absolute(carpeta).string()
                     + "».\r\n\r\n¿Desea crear en ella la empresa de muestra?",
-                "¡ Atención !", Icono::pregunta, Botones::SiNo, Respuesta::No });
+                atencion, Icono::pregunta, Botones::SiNo, Respuesta::No });
         if (respuesta == Respuesta::No)
             return false;
         bases::crea_bases(carpeta, false);

@@ -1,5 +1,6 @@
 #include "host/ventanas/frmPrincipal.hpp"
 
+#include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "controls/Texto.hpp"
 
@@ -173,7 +174,7 @@ void frmPrincipal::closeEvent(QCloseEvent* evento)
 {
     if (m_editor.sin_guardar()
         && modComun::Avisos().mostrar(
-               { "Hay un cargo sin guardar. Si sale ahora se pierde.\r\n\r\n¿Desea salir?", "¡ Atención !",
+               { "Hay un cargo sin guardar. Si sale ahora se pierde.\r\n\r\n¿Desea salir?", atencion,
                    Icono::pregunta, Botones::SiNo, Respuesta::No })
             == Respuesta::No) {
         evento->ignore();

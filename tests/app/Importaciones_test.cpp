@@ -11,7 +11,7 @@ namespace {
 
     struct ImportacionesDeMuestra : pruebas::Suite {
         Importaciones importaciones{ bases.orvalin, 1, "h" };
-        const ClaveAtipico cargo{ 2026, 3, "AT260004" };
+        const ClaveCargo cargo{ 2026, 3, "AT260004" };
         const CargoTecleado tecleado;
     };
 

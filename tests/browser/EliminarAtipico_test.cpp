@@ -12,7 +12,7 @@ namespace {
     using testing::SizeIs;
     using testing::StartsWith;
 
-    const ClaveAtipico clave{ 2026, 3, "AT260017" };
+    const ClaveCargo clave{ 2026, 3, "AT260017" };
 
     TEST(EliminarAtipico, deletes_lines_and_header_in_one_transaction)
     {

@@ -1,6 +1,6 @@
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 
-#include "browser/frmRejillasVisor.hpp"
+#include "browser/RejillasVisorQt.hpp"
 #include "controls/Twips.hpp"
 #include "tests/browser/CatorceColumnas.hpp"
 #include "tests/browser/EscenaVisor.hpp"

@@ -9,7 +9,7 @@ namespace {
 
     using pruebas::Banco;
 
-    ClaveAtipico guardado(Banco& banco)
+    ClaveCargo guardado(Banco& banco)
     {
         const auto codigo = banco.guarda().Codigo;
         banco.parte->dichas.clear();

@@ -3,7 +3,7 @@
 #include "browser/DetalleAtipico.hpp"
 #include "browser/EliminarAtipico.hpp"
 #include "browser/ListaAtipicos.hpp"
-#include "editor/CargoGrabado.hpp"
+#include "editor/CargoAbierto.hpp"
 #include "host/documento/CargoImpreso.hpp"
 #include "host/documento/DocumentoCargo.hpp"
 #include "host/orvalin/Biblioteca.hpp"
@@ -46,7 +46,7 @@ namespace {
         return articulo == 1003 ? "75900010" : articulo == 1025 ? "75900011" : "";
     }
 
-    ClaveAtipico clave_de(const CargoModelo& cargo)
+    ClaveCargo clave_de(const CargoModelo& cargo)
     {
         return { static_cast<std::int16_t>(cargo.fecha.anio()), cargo.almacen, cargo.codigo };
     }
@@ -226,7 +226,7 @@ Oficina::Diferencia Oficina::abre(Oficinista& quien, const Paso& paso)
         || cabecera->Observ != cargo->observaciones)
         return "the header of " + clave.Codigo + " is not the one that was stored";
     quien.edicion.Nuevo_Atipico();
-    lee_lineas({ clave.Ejercicio, clave.Almacen, clave.Codigo }, [&](const LineaGrabada& leida) {
+    lee_lineas({ clave.Ejercicio, clave.Almacen, clave.Codigo }, [&](const LineaAbierta& leida) {
         quien.edicion.Cargar_Linea(leida.linea, leida.Num_Linea, leida.CtaAtipicos);
     });
     quien.borrador = *cargo;

@@ -1,4 +1,4 @@
-#include "editor/CargoGrabado.hpp"
+#include "editor/CargoAbierto.hpp"
 
 #include "tests/integracion/Banco.hpp"
 
@@ -10,7 +10,7 @@ namespace {
     using pruebas::dia;
     using pruebas::moneda;
 
-    TEST(CargoGrabado, the_statements_letter_by_letter)
+    TEST(CargoAbierto, the_statements_letter_by_letter)
     {
         const ClaveCargo clave{ 2026, 4, "AT260001" };
         EXPECT_EQ(instruccion_cabecera(clave, 1),
@@ -25,7 +25,7 @@ namespace {
             "lin.Codigo ='AT260001' ORDER BY lin.Num_Linea");
     }
 
-    TEST(CargoGrabado, reads_what_was_stored)
+    TEST(CargoAbierto, reads_what_was_stored)
     {
         pruebas::Banco banco;
         const ClaveCargo clave{ 2026, 1, banco.guarda().Codigo };
@@ -36,7 +36,7 @@ namespace {
         EXPECT_EQ(cabecera->Observ, "Palé dañado");
         EXPECT_EQ(cabecera->Impuesto, moneda("7"));
         std::vector<Currency> costos;
-        lee_lineas(clave, [&](const LineaGrabada& linea) {
+        lee_lineas(clave, [&](const LineaAbierta& linea) {
             costos.push_back(linea.linea.Costo);
             EXPECT_EQ(linea.Num_Linea, static_cast<std::int32_t>(costos.size()));
             EXPECT_EQ(linea.linea.Cod_Articulo, 1006);
@@ -45,7 +45,7 @@ namespace {
         EXPECT_THAT(costos, testing::ElementsAre(moneda("5.6325"), moneda("1.1975"), moneda("12.5")));
     }
 
-    TEST(CargoGrabado, lines_come_in_order_with_the_account_of_their_article)
+    TEST(CargoAbierto, lines_come_in_order_with_the_account_of_their_article)
     {
         pruebas::Banco banco;
         const ClaveCargo clave{ 2026, 1, banco.guarda().Codigo };
@@ -57,13 +57,13 @@ namespace {
             "UPDATE Proveedores_Cargos_Atipicos_Lineas SET Cod_Articulo =9999 WHERE Num_Linea =8");
         std::vector<std::pair<std::int32_t, std::string>> leidas;
         lee_lineas(clave,
-            [&](const LineaGrabada& linea) { leidas.emplace_back(linea.Num_Linea, linea.CtaAtipicos); });
+            [&](const LineaAbierta& linea) { leidas.emplace_back(linea.Num_Linea, linea.CtaAtipicos); });
         EXPECT_THAT(leidas,
             testing::ElementsAre(std::pair{ 6, std::string() }, std::pair{ 7, std::string("75900010") },
                 std::pair{ 8, std::string() }));
     }
 
-    TEST(CargoGrabado, null_texts_are_empty)
+    TEST(CargoAbierto, null_texts_are_empty)
     {
         pruebas::Banco banco;
         const ClaveCargo clave{ 2026, 1, banco.guarda().Codigo };
@@ -71,13 +71,13 @@ namespace {
         banco.bases().orvalin->Execute(
             "UPDATE Proveedores_Cargos_Atipicos_Lineas SET Observ = NULL, Descripcion = NULL");
         EXPECT_EQ(lee_cabecera(clave).value().Observ, "");
-        lee_lineas(clave, [](const LineaGrabada& linea) {
+        lee_lineas(clave, [](const LineaAbierta& linea) {
             EXPECT_EQ(linea.linea.Descripcion, "");
             EXPECT_EQ(linea.linea.Observaciones, "");
         });
     }
 
-    TEST(CargoGrabado, null_numbers_and_dates_are_empty)
+    TEST(CargoAbierto, null_numbers_and_dates_are_empty)
     {
         const pruebas::Contexto contexto; // no database of ours stores them, a host's may
         const Variant nulo = Nulo{};
@@ -93,7 +93,7 @@ namespace {
         EXPECT_EQ(cabecera.Observ, "");
         EXPECT_EQ(cabecera.Impuesto, Currency());
         int lineas = 0;
-        lee_lineas(clave, [&](const LineaGrabada& leida) {
+        lee_lineas(clave, [&](const LineaAbierta& leida) {
             ++lineas;
             EXPECT_EQ(leida.Num_Linea, 0);
             EXPECT_EQ(leida.linea.Cod_Articulo, 0);
@@ -104,12 +104,12 @@ namespace {
         EXPECT_EQ(lineas, 1);
     }
 
-    TEST(CargoGrabado, a_charge_that_is_not_there_has_no_header_and_no_lines)
+    TEST(CargoAbierto, a_charge_that_is_not_there_has_no_header_and_no_lines)
     {
         const pruebas::Banco banco;
         const ClaveCargo clave{ 2026, 1, "AT269999" };
         EXPECT_FALSE(lee_cabecera(clave).has_value());
-        lee_lineas(clave, [](const LineaGrabada&) { FAIL() << "a line of no charge"; });
+        lee_lineas(clave, [](const LineaAbierta&) { FAIL() << "a line of no charge"; });
     }
 
 }

@@ -1,4 +1,4 @@
-#include "editor/frmRejillaAtipico.hpp"
+#include "editor/RejillaAtipicoQt.hpp"
 
 #include "controls/Anclaje.hpp"
 #include "controls/Texto.hpp"

@@ -1,4 +1,4 @@
-#include "host/comprobacion/CargoGuardado.hpp"
+#include "host/comprobacion/CargoConsultado.hpp"
 
 #include "context/modComun.hpp"
 #include "host/sesion/OpcionesComunes.hpp"
@@ -7,12 +7,12 @@
 
 namespace atipicos::app {
 
-ClaveAsiento CargoGuardado::asiento() const
+ClaveAsiento CargoConsultado::asiento() const
 {
     return { EmpContable, static_cast<std::int16_t>(cabecera.Fecha.anio()), cabecera.Asiento };
 }
 
-std::optional<CargoGuardado> busca_cargo(const ClaveAtipico& clave)
+std::optional<CargoConsultado> busca_cargo(const ClaveCargo& clave)
 {
     auto& empresa = modComun::EmpresaOrvalin();
     auto rs = modComun::ConexionOrvalin().CreateRecordset();
@@ -30,15 +30,14 @@ std::optional<CargoGuardado> busca_cargo(const ClaveAtipico& clave)
         adodb::CursorType::Static, adodb::LockType::ReadOnly);
     if (rs->Eof())
         return std::nullopt;
-    CargoGuardado cargo;
+    CargoConsultado cargo;
     LectorLista(*rs).lee(cargo.cabecera);
     cargo.EmpContable = adodb::entero(*rs, "EmpContable");
-    cargo.EjContable = adodb::entero(*rs, "EjContable");
     cargo.Hora = CDate(rs->Fields("Hora").Value());
     return cargo;
 }
 
-void no_existe(const ClaveAtipico& clave)
+void no_existe(const ClaveCargo& clave)
 {
     throw Error(no_hecho, "atipicos",
         "No existe el cargo " + clave.Codigo + " del ejercicio " + std::to_string(clave.Ejercicio)

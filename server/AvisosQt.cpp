@@ -1,6 +1,6 @@
 #include "controls/MsgBoxQt.hpp"
+#include "server/AplicacionQt.hpp"
 #include "server/Avisos.hpp"
-#include "server/frmAplicacion.hpp"
 
 namespace atipicos::server {
 

@@ -2,9 +2,9 @@
 #include "context/frmclsComprasAtipVisor.hpp"
 #include "printing/clsView.hpp"
 #include "printing/frmclsCopiasImpresion.hpp"
+#include "server/AplicacionQt.hpp"
 #include "server/Contexto.hpp"
 #include "server/Declara.hpp"
-#include "server/frmAplicacion.hpp"
 #include "server/ReportAnfitrion.hpp"
 
 namespace atipicos::server {

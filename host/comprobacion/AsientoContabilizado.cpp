@@ -1,4 +1,4 @@
-#include "host/comprobacion/AsientoGuardado.hpp"
+#include "host/comprobacion/AsientoContabilizado.hpp"
 
 #include "host/comprobacion/CodigoCargo.hpp"
 #include "host/terminal/Interrupcion.hpp"
@@ -55,7 +55,7 @@ namespace {
         {
         }
 
-        std::vector<AsientoGuardado> lee()
+        std::vector<AsientoContabilizado> lee()
         {
             lee_cabeceras();
             lee_apuntes();
@@ -105,7 +105,7 @@ namespace {
                 ? ", ConceptoAutomatico, Concepto, TipoImpuesto, PorcentajeImpuesto, BaseImpuesto"
                 : "";
             recorre("Linea, Cuenta, Documento, Departamento, Debe, Haber" + resto, "Apuntes", "Linea",
-                [&](AsientoGuardado& asiento, const std::vector<adodb::Field*>& campos) {
+                [&](AsientoContabilizado& asiento, const std::vector<adodb::Field*>& campos) {
                     auto& uno = asiento.apuntes.emplace_back();
                     uno.linea = largo(*campos[1]);
                     uno.cuenta = texto(*campos[2]);
@@ -127,7 +127,7 @@ namespace {
         {
             recorre("Linea, Clase, Indicador, Documento, Base, TipoImpuesto, Cuota, TotalImpuesto",
                 "Registro_Impuestos", "Linea",
-                [](AsientoGuardado& asiento, const std::vector<adodb::Field*>& campos) {
+                [](AsientoContabilizado& asiento, const std::vector<adodb::Field*>& campos) {
                     asiento.registros.push_back({ largo(*campos[1]), corto(*campos[2]), corto(*campos[3]),
                         texto(*campos[4]), importe(*campos[5]), corto(*campos[6]), importe(*campos[7]),
                         importe(*campos[8]) });
@@ -137,7 +137,7 @@ namespace {
         void lee_previsiones()
         {
             recorre("Numero, Cuenta, Departamento, Importe, TipoDoc, Vencimiento, Banco", "Previsiones",
-                "Numero", [](AsientoGuardado& asiento, const std::vector<adodb::Field*>& campos) {
+                "Numero", [](AsientoContabilizado& asiento, const std::vector<adodb::Field*>& campos) {
                     asiento.previsiones.push_back(
                         { largo(*campos[1]), texto(*campos[2]), texto(*campos[3]), importe(*campos[4]),
                             corto(*campos[5]), CDate(campos[6]->Value()), texto(*campos[7]) });
@@ -146,7 +146,7 @@ namespace {
 
         adodb::Connection& m_bexmor;
         Tramo m_tramo;
-        std::vector<AsientoGuardado> m_asientos;
+        std::vector<AsientoContabilizado> m_asientos;
     };
 
     /// The first number after another one; nothing when that was the last.
@@ -172,7 +172,7 @@ namespace {
 
 }
 
-Currency AsientoGuardado::debe() const
+Currency AsientoContabilizado::debe() const
 {
     Currency suma;
     for (const auto& uno : apuntes)
@@ -180,7 +180,7 @@ Currency AsientoGuardado::debe() const
     return suma;
 }
 
-Currency AsientoGuardado::haber() const
+Currency AsientoContabilizado::haber() const
 {
     Currency suma;
     for (const auto& uno : apuntes)
@@ -188,7 +188,7 @@ Currency AsientoGuardado::haber() const
     return suma;
 }
 
-Currency AsientoGuardado::suma_previsiones() const
+Currency AsientoContabilizado::suma_previsiones() const
 {
     Currency suma;
     for (const auto& una : previsiones)
@@ -196,18 +196,18 @@ Currency AsientoGuardado::suma_previsiones() const
     return suma;
 }
 
-std::string AsientoGuardado::documento() const
+std::string AsientoContabilizado::documento() const
 {
     return apuntes.empty() ? std::string() : apuntes.front().documento;
 }
 
-std::size_t AsientoGuardado::fin_de_ingresos() const noexcept
+std::size_t AsientoContabilizado::fin_de_ingresos() const noexcept
 {
     const std::size_t otras = 2 + std::min<std::size_t>(registros.size(), 1);
     return apuntes.size() > otras ? apuntes.size() - otras : 0;
 }
 
-bool AsientoGuardado::es_de_un_cargo() const
+bool AsientoContabilizado::es_de_un_cargo() const
 {
     if (fin_de_ingresos() < 2 || registros.size() > 1 || numero_de(documento()) == 0)
         return false;
@@ -222,7 +222,7 @@ bool AsientoGuardado::es_de_un_cargo() const
             [&](const auto& uno) { return uno.linea == ++linea && uno.documento == primero.documento; });
 }
 
-void recorre_asientos(adodb::Connection& bexmor, const std::function<void(const AsientoGuardado&)>& cada)
+void recorre_asientos(adodb::Connection& bexmor, const std::function<void(const AsientoContabilizado&)>& cada)
 {
     for (auto tramo : ejercicios(bexmor)) {
         tramo.hasta = std::numeric_limits<std::int32_t>::min() - std::int64_t{ 1 };
@@ -238,7 +238,7 @@ void recorre_asientos(adodb::Connection& bexmor, const std::function<void(const 
     }
 }
 
-std::optional<AsientoGuardado> lee_asiento(adodb::Connection& bexmor, const ClaveAsiento& clave)
+std::optional<AsientoContabilizado> lee_asiento(adodb::Connection& bexmor, const ClaveAsiento& clave)
 {
     auto leidos = Lectura(bexmor, { clave.empresa, clave.ejercicio, clave.numero, clave.numero, true }).lee();
     return leidos.empty() ? std::nullopt : std::optional(std::move(leidos.front()));

@@ -1,4 +1,4 @@
-#include "browser/frmExportarVisor.hpp"
+#include "browser/ExportarVisorQt.hpp"
 
 #include "browser/ExportarLista.hpp"
 #include "controls/Texto.hpp"

@@ -1,4 +1,4 @@
-#include "browser/frmUltimoFiltro.hpp"
+#include "browser/UltimoFiltroQt.hpp"
 
 #include "context/claves.hpp"
 #include "context/modComun.hpp"

@@ -1,4 +1,4 @@
-#include "browser/frmRejillasVisor.hpp"
+#include "browser/RejillasVisorQt.hpp"
 
 #include "controls/Anclaje.hpp"
 #include "controls/Texto.hpp"

@@ -1,4 +1,4 @@
-#include "editor/CargoGrabado.hpp"
+#include "editor/CargoAbierto.hpp"
 
 #include "context/modComun.hpp"
 #include "platform/adodb/campos.hpp"
@@ -43,12 +43,12 @@ std::string instruccion_lineas(const ClaveCargo& clave, std::int16_t empresa)
         + std::to_string(clave.Almacen) + " AND lin.Codigo ='" + clave.Codigo + "' ORDER BY lin.Num_Linea";
 }
 
-std::optional<CabeceraGrabada> lee_cabecera(const ClaveCargo& clave)
+std::optional<CabeceraAbierta> lee_cabecera(const ClaveCargo& clave)
 {
     const auto rs = abre(instruccion_cabecera(clave, modComun::EmpresaOrvalin().Codigo()));
     if (rs->Eof())
         return std::nullopt;
-    CabeceraGrabada cabecera;
+    CabeceraAbierta cabecera;
     cabecera.Fecha = CDate(valor(*rs, "Fecha"));
     cabecera.Proveedor = CLng(valor(*rs, "Proveedor"));
     cabecera.Observ = adodb::texto(*rs, "Observ");
@@ -57,11 +57,11 @@ std::optional<CabeceraGrabada> lee_cabecera(const ClaveCargo& clave)
     return cabecera;
 }
 
-void lee_lineas(const ClaveCargo& clave, const std::function<void(const LineaGrabada&)>& cada)
+void lee_lineas(const ClaveCargo& clave, const std::function<void(const LineaAbierta&)>& cada)
 {
     const auto rs = abre(instruccion_lineas(clave, modComun::EmpresaOrvalin().Codigo()));
     for (; !rs->Eof(); rs->MoveNext()) {
-        LineaGrabada leida;
+        LineaAbierta leida;
         leida.linea.Cod_Articulo = CLng(valor(*rs, "Cod_Articulo"));
         leida.linea.Descripcion = adodb::texto(*rs, "Descripcion");
         leida.linea.Observaciones = adodb::texto(*rs, "Observ");

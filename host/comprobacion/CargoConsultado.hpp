@@ -8,11 +8,10 @@
 
 namespace atipicos::app {
 
-/// The header of a stored charge as a command needs it; the names are those of the catalogues.
-struct CargoGuardado {
+/// The header of a stored charge as a command asks for it; the names are those of the catalogues.
+struct CargoConsultado {
     CargoListado cabecera;
     std::int16_t EmpContable = 0;
-    std::int16_t EjContable = 0;
     Date Hora;
 
     /// Where its entry stands: the accounting year is that of its date.
@@ -20,9 +19,9 @@ struct CargoGuardado {
 };
 
 /// The charge of that key in the current company, or nothing when there is none.
-[[nodiscard]] std::optional<CargoGuardado> busca_cargo(const ClaveAtipico& clave);
+[[nodiscard]] std::optional<CargoConsultado> busca_cargo(const ClaveCargo& clave);
 
 /// Raises the error that says that there is no such charge.
-[[noreturn]] void no_existe(const ClaveAtipico& clave);
+[[noreturn]] void no_existe(const ClaveCargo& clave);
 
 } // namespace atipicos::app

@@ -46,7 +46,7 @@ struct PrevisionGuardada {
 };
 
 /// An entry with its lines, tax records and forecasts, each in its order.
-struct AsientoGuardado {
+struct AsientoContabilizado {
     ClaveAsiento clave;
     Date fecha;
     std::vector<ApunteGuardado> apuntes;
@@ -70,10 +70,10 @@ struct AsientoGuardado {
 
 /// All entries of all companies and years in order, a few thousand in memory at a time. Of their lines the
 /// concepts and the data of their tax are left out.
-void recorre_asientos(adodb::Connection& bexmor, const std::function<void(const AsientoGuardado&)>& cada);
+void recorre_asientos(adodb::Connection& bexmor, const std::function<void(const AsientoContabilizado&)>& cada);
 
 /// One entry with everything that it holds; nothing when there is none.
-[[nodiscard]] std::optional<AsientoGuardado> lee_asiento(
+[[nodiscard]] std::optional<AsientoContabilizado> lee_asiento(
     adodb::Connection& bexmor, const ClaveAsiento& clave);
 
 } // namespace atipicos::app

@@ -1,4 +1,4 @@
-#include "server/frmAplicacion.hpp"
+#include "server/AplicacionQt.hpp"
 
 #include "runtime/Error.hpp"
 #include "server/Clase.hpp"
