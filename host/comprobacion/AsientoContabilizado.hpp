@@ -70,7 +70,8 @@ struct AsientoContabilizado {
 
 /// All entries of all companies and years in order, a few thousand in memory at a time. Of their lines the
 /// concepts and the data of their tax are left out.
-void recorre_asientos(adodb::Connection& bexmor, const std::function<void(const AsientoContabilizado&)>& cada);
+void recorre_asientos(
+    adodb::Connection& bexmor, const std::function<void(const AsientoContabilizado&)>& cada);
 
 /// One entry with everything that it holds; nothing when there is none.
 [[nodiscard]] std::optional<AsientoContabilizado> lee_asiento(

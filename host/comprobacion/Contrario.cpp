@@ -136,8 +136,8 @@ namespace {
     }
 
     /// What stands in the way of reversing an entry, read in the transaction that does it; empty: nothing.
-    std::string estorbo(
-        const bases::Bases& bases, const ClaveAsiento& clave, const std::optional<AsientoContabilizado>& asiento)
+    std::string estorbo(const bases::Bases& bases, const ClaveAsiento& clave,
+        const std::optional<AsientoContabilizado>& asiento)
     {
         if (!asiento)
             return "ya no está en Contabilidad";
@@ -225,7 +225,9 @@ ResultadoRegularizar da_por_saldados(const bases::Bases& bases, std::span<const 
     return hasta_conseguirlo(
         bases, asientos, quien,
         [] {
-            return [](const AsientoContabilizado& asiento) { return ClaveAsiento{ asiento.clave.empresa, 0, 0 }; };
+            return [](const AsientoContabilizado& asiento) {
+                return ClaveAsiento{ asiento.clave.empresa, 0, 0 };
+            };
         },
         donde);
 }

@@ -4,8 +4,8 @@
 
 namespace atipicos::app {
 
-CargoLeido* Pertenencia::dueno(
-    const AsientoContabilizado& asiento, std::span<const std::uint32_t> candidatos, CargosLeidos& cargos) const
+CargoLeido* Pertenencia::dueno(const AsientoContabilizado& asiento, std::span<const std::uint32_t> candidatos,
+    CargosLeidos& cargos) const
 {
     if (asiento.apuntes.empty())
         return nullptr;

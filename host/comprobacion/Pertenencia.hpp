@@ -24,8 +24,8 @@ public:
     /// Codes are unique in a warehouse only, so several may: amount and day tell them apart, then whose the
     /// accounts are, the lines and the warehouse. Should all that be the same, it is the one saved last: a
     /// number is given again only after the save that had it first was lost.
-    [[nodiscard]] CargoLeido* dueno(const AsientoContabilizado& asiento, std::span<const std::uint32_t> candidatos,
-        CargosLeidos& cargos) const;
+    [[nodiscard]] CargoLeido* dueno(const AsientoContabilizado& asiento,
+        std::span<const std::uint32_t> candidatos, CargosLeidos& cargos) const;
 
     /// The supplier whose accounts the entry bears, when they are certainly not those of the charge's.
     [[nodiscard]] std::optional<std::int32_t> otro_proveedor(
