@@ -16,9 +16,7 @@ std::unique_ptr<adodb::Recordset> FuenteFichas::consulta(const std::string& sql,
 {
     if (!m_conexion)
         throw Error::de_ejecucion(numero_error::objeto_no_establecido, donde);
-    auto rs = m_conexion->CreateRecordset();
-    rs->Open(sql, adodb::CursorType::ForwardOnly, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
-    return rs;
+    return adodb::flujo(*m_conexion, sql, donde);
 }
 
 std::optional<std::string> FuenteFichas::nombre(const std::string& codigo, Donde donde) const

@@ -12,9 +12,6 @@ namespace atipicos {
 
 namespace {
 
-    constexpr int decimales_unidades = 2;
-    constexpr int decimales_importe = 2;
-
     /// Of a row that there is, or of the one behind the last.
     std::int16_t posicion(std::int32_t fila)
     {
@@ -23,7 +20,7 @@ namespace {
         return static_cast<std::int16_t>(fila);
     }
 
-    void escribe(clsAtipico_Linea& destino, const LineaTecleada& linea)
+    void escribe_linea(clsAtipico_Linea& destino, const LineaTecleada& linea)
     {
         destino.Cod_Articulo = linea.Cod_Articulo;
         destino.Descripcion = linea.Descripcion;
@@ -104,7 +101,7 @@ void EdicionAtipico::cambia(const LineaTecleada& linea, FilaCargo nueva)
     nueva.Cuenta = antigua.Cuenta; // only the six visible cells are rewritten
     const auto del_cargo = m_cargo.Lineas->Item(posicion(m_intLineaActual));
     const Currency total = Calcular_Total() - antigua.Importe + nueva.Importe;
-    escribe(*del_cargo, linea);
+    escribe_linea(*del_cargo, linea);
     antigua = std::move(nueva);
     m_total = total;
 }
@@ -117,7 +114,7 @@ void EdicionAtipico::agrega(const LineaTecleada& linea, FilaCargo fila, std::int
     try {
         const auto del_cargo = m_cargo.Lineas->Add();
         del_cargo->NumLinea = Num_Linea;
-        escribe(*del_cargo, linea);
+        escribe_linea(*del_cargo, linea);
     } catch (...) {
         m_filas.pop_back();
         throw;

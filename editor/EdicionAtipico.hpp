@@ -10,6 +10,9 @@
 
 namespace atipicos {
 
+inline constexpr int decimales_unidades = 2; ///< that are shown; more may be typed
+inline constexpr int decimales_importe = 2;
+
 /// One line as it stands in the entry fields.
 struct LineaTecleada {
     std::int32_t Cod_Articulo = 0; ///< 0: no article

@@ -67,7 +67,7 @@ namespace {
     }
 
     /// From the first BeginTrans to the last CommitTrans.
-    void escribe(clsAtipico& cargo, const CargoTecleado& tecleado, std::int16_t contable,
+    void escribe_cabecera(clsAtipico& cargo, const CargoTecleado& tecleado, std::int16_t contable,
         const DatosAsiento& datos, ResultadoGuardado& resultado)
     {
         // Declared first so that, when an error leaves this block, management is rolled back first.
@@ -113,7 +113,7 @@ ResultadoGuardado GuardarAtipico(
             resultado.estado = Estado::NoAceptado;
             return;
         }
-        escribe(cargo, tecleado, a_contabilizar.EmpresaContable,
+        escribe_cabecera(cargo, tecleado, a_contabilizar.EmpresaContable,
             datos_asiento(tecleado, std::move(*previsiones)), resultado);
         resultado.estado = Estado::Guardado;
     });

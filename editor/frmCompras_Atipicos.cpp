@@ -22,8 +22,6 @@ namespace atipicos {
 
 namespace {
 
-    constexpr int decimales_importe = 2;
-
     QString titulo() { return QStringLiteral("Reclamaciones a Proveedores"); }
 
 }

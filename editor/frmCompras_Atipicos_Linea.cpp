@@ -10,13 +10,6 @@
 
 namespace atipicos {
 
-namespace {
-
-    constexpr int decimales_unidades = 2; // shown; more may be typed
-    constexpr int decimales_importe = 2;
-
-}
-
 frmCompras_Atipicos_Linea::frmCompras_Atipicos_Linea(QWidget* parent)
     : QFrame(parent)
     , m_ui(std::make_unique<Ui::frmCompras_Atipicos_Linea>())

@@ -19,8 +19,6 @@ namespace {
         return Currency::de_crudo(static_cast<std::int64_t>(*diezmilesimas));
     }
 
-    constexpr int decimales = 4;
-
 }
 
 Currency Currency::de_texto(std::string_view texto, Donde donde)
@@ -28,7 +26,7 @@ Currency Currency::de_texto(std::string_view texto, Donde donde)
     const auto decimal = lee_decimal(texto, '.');
     if (!decimal)
         throw Error::de_ejecucion(numero_error::tipos_no_coinciden, donde);
-    return comprobada(en_unidades(*decimal, decimales), donde);
+    return comprobada(en_unidades(*decimal, Currency::decimales), donde);
 }
 
 Currency Currency::de_double(double valor, Donde donde)
@@ -40,7 +38,8 @@ Currency Currency::de_double(double valor, Donde donde)
     const double entero = std::nearbyint(diezmilesimas);
     if (std::fabs(diezmilesimas) < limite_rapido && std::fabs(diezmilesimas - entero) < 0.25)
         return de_crudo(static_cast<std::int64_t>(entero));
-    return comprobada(en_unidades(decimal_leido(valor, decimales, donde), decimales), donde);
+    return comprobada(
+        en_unidades(decimal_leido(valor, Currency::decimales, donde), Currency::decimales), donde);
 }
 
 double Currency::a_double() const noexcept
@@ -61,7 +60,7 @@ std::string Currency::texto() const
         = negativo ? 0 - static_cast<std::uint64_t>(m_crudo) : static_cast<std::uint64_t>(m_crudo);
     const auto decimal = std::to_string(positivo % escala);
     return (negativo ? "-" : "") + std::to_string(positivo / escala) + "."
-        + std::string(decimales - decimal.size(), '0') + decimal;
+        + std::string(Currency::decimales - decimal.size(), '0') + decimal;
 }
 
 Currency operator+(Currency a, Operando b)

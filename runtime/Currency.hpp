@@ -17,6 +17,7 @@ namespace atipicos {
 /// Nothing converts from or to `double` silently: `de_double` and `a_double` say so by name.
 class Currency {
 public:
+    static constexpr int decimales = 4;
     static constexpr std::int64_t escala = 10'000;
 
     constexpr Currency() noexcept = default; ///< zero

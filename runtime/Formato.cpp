@@ -13,7 +13,6 @@ namespace atipicos {
 
 namespace {
 
-    constexpr int decimales_de_currency = 4;
     constexpr int decimales_maximos = 15;
 
     void comprueba_decimales(int decimales, Donde donde)
@@ -90,10 +89,10 @@ namespace {
 
 Currency Redondear(Currency valor, int decimales, Donde donde)
 {
-    if (decimales >= decimales_de_currency)
+    if (decimales >= Currency::decimales)
         return valor;
     comprueba_decimales(decimales, donde);
-    const auto unidad = potencia_de_10<std::int64_t>(decimales_de_currency - decimales);
+    const auto unidad = potencia_de_10<std::int64_t>(Currency::decimales - decimales);
     std::int64_t redondo = 0;
     if (__builtin_mul_overflow(redondea_cociente(valor.crudo(), unidad), unidad, &redondo))
         throw Error::de_ejecucion(numero_error::desbordamiento, donde);
@@ -140,12 +139,12 @@ std::string texto_pantalla(double valor, int decimales, Donde donde)
 void anexa_pantalla(std::string& destino, Currency valor, int decimales, Donde donde)
 {
     comprueba_decimales(decimales, donde);
-    if (decimales < decimales_de_currency)
+    if (decimales < Currency::decimales)
         anexa_unidades(destino,
-            redondea_cociente(valor.crudo(), potencia_de_10<std::int64_t>(decimales_de_currency - decimales)),
+            redondea_cociente(valor.crudo(), potencia_de_10<std::int64_t>(Currency::decimales - decimales)),
             decimales);
     else
-        anexa_unidades(destino, valor.crudo() * potencia_de_10(decimales - decimales_de_currency), decimales);
+        anexa_unidades(destino, valor.crudo() * potencia_de_10(decimales - Currency::decimales), decimales);
 }
 
 std::optional<std::string> cifras_de_pantalla(std::string_view texto)

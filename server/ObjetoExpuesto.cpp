@@ -12,7 +12,7 @@ namespace atipicos::server {
 
 namespace {
 
-    std::mutex cerrojo; ///< of the faces in use, and of giving the last hold on one up
+    std::mutex cerrojo_de_caras; ///< of the faces in use, and of giving the last hold on one up
     std::unordered_map<const void*, ObjetoExpuesto*>& expuestos()
     {
         static std::unordered_map<const void*, ObjetoExpuesto*> todos;
@@ -54,7 +54,7 @@ namespace {
 
 ObjetoExpuesto* ObjetoExpuesto::de(const Clase& clase, std::shared_ptr<void> objeto)
 {
-    const std::lock_guard guarda(cerrojo);
+    const std::lock_guard guarda(cerrojo_de_caras);
     auto& cara = expuestos()[objeto.get()];
     if (cara == nullptr)
         cara = new ObjetoExpuesto(clase, std::move(objeto));
@@ -91,7 +91,7 @@ ULONG ObjetoExpuesto::AddRef() { return ++m_referencias; }
 ULONG ObjetoExpuesto::Release()
 {
     {
-        const std::lock_guard guarda(cerrojo);
+        const std::lock_guard guarda(cerrojo_de_caras);
         if (const ULONG quedan = --m_referencias; quedan != 0)
             return quedan;
         expuestos().erase(m_nativo.get());

@@ -15,8 +15,6 @@ namespace {
     using adodb::ErrorBaseDatos;
     using sql::Lado;
 
-    constexpr auto fuente = "ODBC";
-
     bool solo_lee(const std::string& sql) { return sql::iguales(sql::primera_palabra(sql), "SELECT"); }
 
 }

@@ -28,7 +28,7 @@ Enlace::Enlace(Opciones opciones, Donde donde)
     , m_servidor(&odbc::servidor({}))
 {
     if (const Cadena cadena(m_opciones.cadena); cadena.tiene("PWD") || cadena.tiene("PASSWORD"))
-        throw ErrorBaseDatos(Categoria::conexion, "ODBC",
+        throw ErrorBaseDatos(Categoria::conexion, fuente,
             "La contraseña no se escribe en la cadena de conexión, donde otros la verían.", {}, donde);
     SQLHANDLE entorno = SQL_NULL_HANDLE;
     SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &entorno);
@@ -77,7 +77,7 @@ void Enlace::conecta(Donde donde)
     const auto resultado = SQLDriverConnect(m_linea.get(), nullptr, reinterpret_cast<SQLCHAR*>(cadena.data()),
         static_cast<SQLSMALLINT>(cadena.size()), nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(resultado))
-        throw ErrorBaseDatos(Categoria::conexion, "ODBC",
+        throw ErrorBaseDatos(Categoria::conexion, fuente,
             "No se puede conectar con el servidor de la base de datos ("
                 + error_de(SQL_HANDLE_DBC, m_linea.get(), servidor(), {}, donde).descripcion() + ").",
             {}, donde);
@@ -137,7 +137,7 @@ void Enlace::explica(const ErrorBaseDatos& error, const std::string& sql, Donde 
     if (!m_perdido)
         throw error;
     avisa(sql::Linea::perdida);
-    throw ErrorBaseDatos(Categoria::conexion, "ODBC",
+    throw ErrorBaseDatos(Categoria::conexion, fuente,
         "Se ha perdido la conexión con el servidor de la base de datos. La próxima operación volverá a "
         "conectar. "
             + error.descripcion(),

@@ -11,6 +11,8 @@
 
 namespace atipicos::odbc {
 
+inline constexpr auto fuente = "ODBC"; ///< what errors name as their source
+
 /// Statements with which a session begins, each time that the line to that product is opened.
 using AlAbrir = std::function<std::vector<std::string>(const Servidor&)>;
 

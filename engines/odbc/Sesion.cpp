@@ -11,8 +11,6 @@ namespace {
     using adodb::Categoria;
     using adodb::ErrorBaseDatos;
 
-    constexpr auto fuente = "ODBC";
-
 }
 
 Sesion::Sesion(const Opciones& opciones, Donde donde)

@@ -15,7 +15,6 @@ namespace {
     using adodb::ErrorBaseDatos;
     using Parametros = std::map<std::string, std::string>;
 
-    constexpr auto fuente = "PostgreSQL";
     constexpr int version_minima = 130'000; // ISNULL needs its "anycompatible" types
 
     std::string en_una_linea(const char* texto)
@@ -27,7 +26,7 @@ namespace {
         return linea;
     }
 
-    [[noreturn]] void no_vale(std::string descripcion, Donde donde)
+    [[noreturn]] void no_conecta(std::string descripcion, Donde donde)
     {
         throw ErrorBaseDatos(Categoria::conexion, fuente, std::move(descripcion), {}, donde);
     }
@@ -112,11 +111,11 @@ Enlace::Enlace(const Opciones& opciones, Donde donde)
 void Enlace::comprueba_abierta(Donde donde)
 {
     if (PQstatus(get()) != CONNECTION_OK)
-        no_vale("No se puede conectar con el servidor de la base de datos ("
+        no_conecta("No se puede conectar con el servidor de la base de datos ("
                 + en_una_linea(PQerrorMessage(get())) + ").",
             donde);
     if (PQserverVersion(get()) < version_minima)
-        no_vale("El servidor de la base de datos es PostgreSQL "
+        no_conecta("El servidor de la base de datos es PostgreSQL "
                 + std::to_string(PQserverVersion(get()) / 10'000) + " y se necesita el 13 o posterior.",
             donde);
     PQsetNoticeReceiver(get(), &calla, nullptr);

@@ -33,6 +33,8 @@ struct Opciones {
     bool preparadas = true; ///< off only to compare; the address says it too
 };
 
+inline constexpr auto fuente = "PostgreSQL"; ///< what errors name as their source
+
 using Texto = std::optional<std::string>; ///< a value as it travels to the server; nothing for null
 
 /// A statement to send, with the values of its `$1`, `$2` …

@@ -57,7 +57,7 @@ namespace {
         return texto == nullptr ? std::string() : texto;
     }
 
-    struct Texto {
+    struct AlServidor {
         Donde donde;
 
         std::optional<std::string> operator()(std::monostate) const { return std::nullopt; }
@@ -159,7 +159,7 @@ adodb::ErrorBaseDatos error_de(const Respuesta& respuesta, std::string_view inst
 
 std::optional<std::string> texto_de(const Variant& valor, Donde donde)
 {
-    return std::visit(Texto{ donde }, valor.valor());
+    return std::visit(AlServidor{ donde }, valor.valor());
 }
 
 bool es_fecha(Oid tipo) noexcept { return tipo == oid_date || tipo == oid_timestamp; }

@@ -14,7 +14,6 @@ namespace {
     using adodb::Categoria;
     using adodb::ErrorBaseDatos;
 
-    constexpr auto fuente = "PostgreSQL";
     constexpr auto con_la_conexion = "La transacción se ha perdido con la conexión: sólo se puede deshacer.";
     constexpr auto al_confirmar
         = "La transacción se ha perdido porque no se ha podido confirmar: sólo se puede deshacer.";

@@ -1,5 +1,7 @@
 #include "engines/sql/Esqueleto.hpp"
 
+#include "engines/sql/Tokens.hpp"
+
 #include <charconv>
 #include <cstring>
 #include <limits>
@@ -21,7 +23,7 @@ namespace {
         dudoso,
     };
 
-    constexpr auto tipos = [] {
+    constexpr auto tipo_de_cada = [] {
         std::array<Tipo, 256> tabla{};
         tabla.fill(Tipo::dudoso);
         const auto pon = [&](std::string_view cuales, Tipo tipo) {
@@ -42,9 +44,8 @@ namespace {
         return tabla;
     }();
 
-    constexpr Tipo tipo_de(char c) noexcept { return tipos[static_cast<unsigned char>(c)]; }
+    constexpr Tipo tipo_de(char c) noexcept { return tipo_de_cada[static_cast<unsigned char>(c)]; }
     constexpr bool se_pasa(Tipo tipo) noexcept { return tipo <= Tipo::signo; }
-    constexpr bool es_cifra(char c) noexcept { return c >= '0' && c <= '9'; }
     constexpr bool es_de_palabra(char c) noexcept { return tipo_de(c) == Tipo::llano || es_cifra(c); }
 
     /// The marks of the classes, which no statement holds: control characters stand for something doubtful.

@@ -9,7 +9,7 @@ namespace atipicos::sql {
 
 namespace {
 
-    constexpr std::array<TipoEscrito, 6> tipos{ {
+    constexpr std::array<TipoEscrito, 6> tipos_escritos{ {
         { "AS", "SMALLINT GENERATED ALWAYS AS", " STORED" }, // every computed column is of this type
         { "BIT", tipo_bit_postgresql },
         { "DATETIME", "TIMESTAMP(3)" },
@@ -20,7 +20,7 @@ namespace {
 
 }
 
-Dialecto dialecto_postgresql() noexcept { return { .isnull = "ISNULL", .tipos = tipos }; }
+Dialecto dialecto_postgresql() noexcept { return { .isnull = "ISNULL", .tipos = tipos_escritos }; }
 
 void crea_esquema_postgresql(adodb::Connection& conexion, std::string_view nombre, Donde donde)
 {

@@ -11,7 +11,6 @@ namespace {
     {
         return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
     }
-    bool es_cifra(char c) { return c >= '0' && c <= '9'; }
     bool es_letra(char c) // bytes of UTF-8 letters belong to names as well
     {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '@' || c == '#'

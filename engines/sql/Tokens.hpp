@@ -24,6 +24,8 @@ struct Token {
     std::string_view texto; ///< as it stands in the statement, quotes included
 };
 
+[[nodiscard]] constexpr bool es_cifra(char c) noexcept { return c >= '0' && c <= '9'; }
+
 /// The tokens of a statement in order; put together they are the statement again, byte for byte.
 /// They refer to `sql`, which must stay alive. Never fails: what is no token is a symbol.
 [[nodiscard]] std::vector<Token> separa(std::string_view sql);

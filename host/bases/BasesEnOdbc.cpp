@@ -14,7 +14,7 @@ namespace {
 
     namespace fs = std::filesystem;
 
-    constexpr auto base = "DATABASE";
+    constexpr auto parametro_base = "DATABASE";
 
     odbc::Opciones opciones_de(std::string cadena, const OpcionesBases& opciones, Donde donde)
     {
@@ -72,7 +72,7 @@ namespace {
 
 std::optional<fs::path> carpeta_de_odbc(const std::string& cadena)
 {
-    const fs::path fichero(odbc::Cadena(cadena).valor(base));
+    const fs::path fichero(odbc::Cadena(cadena).valor(parametro_base));
     return fichero.filename() == fichero_empresa ? std::optional(fichero.parent_path()) : std::nullopt;
 }
 

@@ -2,20 +2,9 @@
 
 #include "engines/sql/Guion.hpp"
 #include "host/sql/Guiones.hpp"
+#include "platform/adodb/campos.hpp"
 
 namespace atipicos::bases {
-
-namespace {
-
-    std::unique_ptr<adodb::Recordset> consulta(
-        adodb::Connection& conexion, const std::string& sql, Donde donde)
-    {
-        auto rs = conexion.CreateRecordset();
-        rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
-        return rs;
-    }
-
-}
 
 void crea_tablas_bexmor(adodb::Connection& conexion, bool vacia, Donde donde)
 {
@@ -35,8 +24,8 @@ void crea_tablas_orvalin(adodb::Connection& conexion, bool vacia, Donde donde)
 std::vector<std::string> nombres_de_bexmor(adodb::Connection& bexmor, Donde donde)
 {
     std::vector<std::string> nombres;
-    const auto rs
-        = consulta(bexmor, "SELECT DISTINCT Valor FROM Parametros WHERE Clave ='ODBCBaseDatos'", donde);
+    const auto rs = adodb::consulta(
+        bexmor, "SELECT DISTINCT Valor FROM Parametros WHERE Clave ='ODBCBaseDatos'", donde);
     for (; !rs->Eof(); rs->MoveNext(donde))
         nombres.push_back(CStr(rs->Fields("Valor", donde).Value(donde), donde));
     return nombres;
@@ -44,7 +33,7 @@ std::vector<std::string> nombres_de_bexmor(adodb::Connection& bexmor, Donde dond
 
 std::vector<Variant> primera_fila(adodb::Connection& conexion, const std::string& sql, Donde donde)
 {
-    const auto rs = consulta(conexion, sql, donde);
+    const auto rs = adodb::consulta(conexion, sql, donde);
     std::vector<Variant> valores;
     for (std::size_t i = 0; i < rs->Count(); ++i)
         valores.push_back(rs->Fields(i, donde).Value(donde));

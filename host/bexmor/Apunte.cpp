@@ -7,7 +7,7 @@ namespace atipicos::bexmor {
 
 namespace {
 
-    constexpr auto fuente = "QVBXEMP:Apunte";
+    constexpr auto fuente_apunte = "QVBXEMP:Apunte";
 
 }
 
@@ -31,10 +31,10 @@ bool Apunte::Guardar(Donde donde)
 void Apunte::comprueba(Donde donde) const
 {
     if (Asiento == 0)
-        throw Error(
-            error_contable, fuente, "El apunte no pertenece a ningún asiento. Cree antes el asiento.", donde);
-    comprueba_importe(Debe, fuente, donde);
-    comprueba_importe(Haber, fuente, donde);
+        throw Error(error_contable, fuente_apunte,
+            "El apunte no pertenece a ningún asiento. Cree antes el asiento.", donde);
+    comprueba_importe(Debe, fuente_apunte, donde);
+    comprueba_importe(Haber, fuente_apunte, donde);
 }
 
 void Apunte::inserta(Donde donde) const
@@ -53,7 +53,7 @@ void Apunte::inserta(Donde donde) const
         conexion(m_empresa, donde).Execute(sql, nullptr, adodb::CommandType::Text, donde);
     } catch (const adodb::ErrorBaseDatos& error) {
         // Foreign keys guard the plan, so that a good line costs one statement; only a bad one costs more.
-        explica_rechazo(error, m_empresa, Asiento, Cuenta, fuente, donde);
+        explica_rechazo(error, m_empresa, Asiento, Cuenta, fuente_apunte, donde);
     }
 }
 

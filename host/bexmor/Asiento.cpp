@@ -9,7 +9,7 @@ namespace atipicos::bexmor {
 
 namespace {
 
-    constexpr auto fuente = "QVBXEMP:Asiento";
+    constexpr auto fuente_asiento = "QVBXEMP:Asiento";
     constexpr auto ultimo_numero = std::numeric_limits<std::int32_t>::max();
 
 }
@@ -60,7 +60,7 @@ void Asiento::comprueba_ejercicio(Donde donde) const
             + " AND Ejercicio =" + ejercicio,
         donde);
     if (rs->Eof())
-        throw Error(error_contable, fuente,
+        throw Error(error_contable, fuente_asiento,
             "El ejercicio " + ejercicio + " no está abierto en la empresa contable "
                 + std::to_string(m_empresa.Codigo) + ".",
             donde);
@@ -68,7 +68,7 @@ void Asiento::comprueba_ejercicio(Donde donde) const
     const auto fin = CDate(rs->Fields("Fin", donde).Value(donde), donde);
     rs->Close(donde);
     if (Fecha.solo_dia() < inicio || Fecha.solo_dia() > fin)
-        throw Error(error_contable, fuente,
+        throw Error(error_contable, fuente_asiento,
             "La fecha " + Fecha.texto() + " está fuera del ejercicio " + ejercicio
                 + " de la empresa contable " + std::to_string(m_empresa.Codigo) + ".",
             donde);

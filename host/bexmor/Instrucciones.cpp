@@ -47,9 +47,7 @@ std::string nombre(const qvbxemp::Empresa& empresa)
 std::unique_ptr<adodb::Recordset> consulta(
     const qvbxemp::Empresa& empresa, const std::string& sql, Donde donde)
 {
-    auto rs = conexion(empresa, donde).CreateRecordset();
-    rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
-    return rs;
+    return adodb::consulta(conexion(empresa, donde), sql, donde);
 }
 
 qvbxemp::TipoImpuesto lee_tipo_impuesto(adodb::Recordset& rs, Donde donde)

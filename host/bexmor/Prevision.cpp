@@ -7,7 +7,7 @@ namespace atipicos::bexmor {
 
 namespace {
 
-    constexpr auto fuente = "QVBXEMP:Prevision";
+    constexpr auto fuente_prevision = "QVBXEMP:Prevision";
 
 }
 
@@ -18,7 +18,7 @@ Prevision::Prevision(const qvbxemp::Empresa& empresa)
 
 void Prevision::Guardar(Donde donde)
 {
-    comprueba_importe(Importe, fuente, donde);
+    comprueba_importe(Importe, fuente_prevision, donde);
     const auto asiento = std::to_string(Asiento);
     // The database numbers it in the statement that stores it: a number remembered here could be another's.
     const auto sql = "INSERT INTO Previsiones (Cod_Empresa, Cod_Ejercicio, Asiento, Numero, Cuenta, "
@@ -31,7 +31,7 @@ void Prevision::Guardar(Donde donde)
     try {
         conexion(m_empresa, donde).Execute(sql, nullptr, adodb::CommandType::Text, donde);
     } catch (const adodb::ErrorBaseDatos& error) {
-        explica_rechazo(error, m_empresa, Asiento, Cuenta, fuente, donde);
+        explica_rechazo(error, m_empresa, Asiento, Cuenta, fuente_prevision, donde);
     }
 }
 

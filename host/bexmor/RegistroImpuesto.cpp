@@ -7,7 +7,7 @@ namespace atipicos::bexmor {
 
 namespace {
 
-    constexpr auto fuente = "QVBXEMP:RegistroImpuesto";
+    constexpr auto fuente_registro = "QVBXEMP:RegistroImpuesto";
 
 }
 
@@ -19,7 +19,7 @@ RegistroImpuesto::RegistroImpuesto(const qvbxemp::Empresa& empresa)
 void RegistroImpuesto::Guardar(Donde donde)
 {
     for (const auto importe : { Base, Cuota, TotalImpuesto })
-        comprueba_importe(importe, fuente, donde);
+        comprueba_importe(importe, fuente_registro, donde);
     conexion(m_empresa, donde)
         .Execute(
             "INSERT INTO Registro_Impuestos (Cod_Empresa, Cod_Ejercicio, Asiento, Linea, Clase, Indicador, "

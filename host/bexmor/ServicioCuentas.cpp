@@ -8,7 +8,7 @@ namespace atipicos::bexmor {
 
 namespace {
 
-    constexpr auto fuente = "QVBXEMP:ServicioCuentas";
+    constexpr auto fuente_cuentas = "QVBXEMP:ServicioCuentas";
 
 }
 
@@ -22,15 +22,15 @@ std::string ServicioCuentas::FormarCuenta(
 {
     const auto cifras = std::to_string(codigo);
     if (raiz.empty())
-        throw Error(error_contable, fuente,
+        throw Error(error_contable, fuente_cuentas,
             "No hay raíz con la que formar la cuenta del código " + cifras + ". Revise la configuración.",
             donde);
     if (codigo < 0)
-        throw Error(error_contable, fuente,
+        throw Error(error_contable, fuente_cuentas,
             "El código " + cifras + " es negativo y no puede formar una cuenta.", donde);
     const auto ocupadas = raiz.size() + cifras.size();
     if (longitud < 0 || ocupadas > static_cast<std::size_t>(longitud))
-        throw Error(error_contable, fuente,
+        throw Error(error_contable, fuente_cuentas,
             "La raíz " + raiz + " y el código " + cifras + " no caben en una cuenta de "
                 + std::to_string(longitud) + " cifras.",
             donde);
@@ -55,7 +55,7 @@ qvbxemp::TipoImpuesto ServicioCuentas::LeerTipoImpuesto(std::int16_t tipo, Donde
             + std::to_string(m_empresa.Codigo) + " AND Codigo =" + std::to_string(tipo),
         donde);
     if (rs->Eof())
-        throw Error(error_contable, fuente,
+        throw Error(error_contable, fuente_cuentas,
             "No existe el tipo de impuesto " + std::to_string(tipo) + " en la empresa contable "
                 + std::to_string(m_empresa.Codigo) + ".",
             donde);

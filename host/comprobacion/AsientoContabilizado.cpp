@@ -2,6 +2,7 @@
 
 #include "host/comprobacion/CodigoCargo.hpp"
 #include "host/terminal/Interrupcion.hpp"
+#include "platform/adodb/campos.hpp"
 
 #include <algorithm>
 #include <limits>
@@ -21,13 +22,6 @@ namespace {
         std::int64_t hasta = 0;
         bool entero = false; ///< with concepts and the data of the tax
     };
-
-    std::unique_ptr<adodb::Recordset> consulta(adodb::Connection& bexmor, const std::string& sql)
-    {
-        auto rs = bexmor.CreateRecordset();
-        rs->Open(sql, adodb::CursorType::ForwardOnly, adodb::LockType::ReadOnly);
-        return rs;
-    }
 
     std::string donde_esta(const Tramo& tramo, const char* numero)
     {
@@ -67,7 +61,7 @@ namespace {
     private:
         void lee_cabeceras()
         {
-            const auto rs = consulta(m_bexmor,
+            const auto rs = adodb::flujo(m_bexmor,
                 "SELECT Numero, Fecha FROM Asientos" + donde_esta(m_tramo, "Numero") + " ORDER BY Numero");
             const auto& numero = rs->Fields(std::size_t{ 0 });
             const auto& fecha = rs->Fields(1);
@@ -82,7 +76,7 @@ namespace {
         template <class Cada>
         void recorre(const std::string& columnas, const std::string& tabla, const char* orden, Cada cada)
         {
-            const auto rs = consulta(m_bexmor,
+            const auto rs = adodb::flujo(m_bexmor,
                 "SELECT Asiento, " + columnas + " FROM " + tabla + donde_esta(m_tramo, "Asiento")
                     + " ORDER BY Asiento, " + orden);
             std::vector<adodb::Field*> campos;
@@ -152,7 +146,7 @@ namespace {
     /// The first number after another one; nothing when that was the last.
     std::optional<std::int64_t> siguiente(adodb::Connection& bexmor, const Tramo& tramo)
     {
-        const auto rs = consulta(bexmor,
+        const auto rs = adodb::flujo(bexmor,
             "SELECT MIN(Numero) AS Primero FROM Asientos WHERE Cod_Empresa =" + std::to_string(tramo.empresa)
                 + " AND Cod_Ejercicio =" + std::to_string(tramo.ejercicio) + " AND Numero >"
                 + std::to_string(tramo.hasta));
@@ -163,7 +157,7 @@ namespace {
     std::vector<Tramo> ejercicios(adodb::Connection& bexmor)
     {
         std::vector<Tramo> todos;
-        const auto rs = consulta(bexmor,
+        const auto rs = adodb::flujo(bexmor,
             "SELECT DISTINCT Cod_Empresa, Cod_Ejercicio FROM Asientos ORDER BY Cod_Empresa, Cod_Ejercicio");
         for (; !rs->Eof(); rs->MoveNext())
             todos.push_back({ corto(rs->Fields("Cod_Empresa")), corto(rs->Fields("Cod_Ejercicio")) });

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "host/comprobacion/LibroContable.hpp"
+#include "host/comprobacion/ClaveAsiento.hpp"
+#include "platform/adodb/Connection.hpp"
+#include "runtime/Currency.hpp"
+#include "runtime/Date.hpp"
 
 #include <functional>
 #include <optional>

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "host/comprobacion/LibroContable.hpp"
+#include "host/comprobacion/ClaveAsiento.hpp"
+#include "runtime/Currency.hpp"
+#include "runtime/Date.hpp"
 
 #include <cstdint>
 #include <string>

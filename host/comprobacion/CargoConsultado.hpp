@@ -2,7 +2,8 @@
 
 #include "browser/DetalleAtipico.hpp"
 #include "browser/ListaAtipicos.hpp"
-#include "host/comprobacion/LibroContable.hpp"
+#include "host/comprobacion/ClaveAsiento.hpp"
+#include "runtime/Date.hpp"
 
 #include <optional>
 

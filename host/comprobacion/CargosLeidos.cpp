@@ -2,6 +2,7 @@
 
 #include "charges/Impuesto.hpp"
 #include "host/terminal/Interrupcion.hpp"
+#include "platform/adodb/campos.hpp"
 
 #include <algorithm>
 #include <array>
@@ -10,13 +11,6 @@
 namespace atipicos::app {
 
 namespace {
-
-    std::unique_ptr<adodb::Recordset> consulta(adodb::Connection& orvalin, const std::string& sql)
-    {
-        auto rs = orvalin.CreateRecordset();
-        rs->Open(sql, adodb::CursorType::ForwardOnly, adodb::LockType::ReadOnly);
-        return rs;
-    }
 
     auto orden(const CargoLeido& cargo)
     {
@@ -51,8 +45,8 @@ CargosLeidos::CargosLeidos(adodb::Connection& orvalin)
 {
     const std::string tabla = "Proveedores_Cargos_Atipicos";
     m_cargos.reserve(static_cast<std::size_t>(
-        CLng(consulta(orvalin, "SELECT COUNT(*) AS Cuantos FROM " + tabla)->Fields("Cuantos").Value())));
-    const auto rs = consulta(orvalin,
+        CLng(adodb::flujo(orvalin, "SELECT COUNT(*) AS Cuantos FROM " + tabla)->Fields("Cuantos").Value())));
+    const auto rs = adodb::flujo(orvalin,
         "SELECT Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo, Proveedor, Fecha, Hora, Importe, Impuesto,"
         " Impuesto_Importe, EmpContable, Asiento FROM "
             + tabla + " ORDER BY Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo");
@@ -159,7 +153,7 @@ void lee_lineas_de(CargosLeidos& cargos, adodb::Connection& orvalin,
     const std::function<void(CargoLeido&, const LineaLeida&)>& cada,
     const std::function<void(const ClaveContenida&)>& suelta)
 {
-    const auto rs = consulta(orvalin,
+    const auto rs = adodb::flujo(orvalin,
         "SELECT Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo, Num_Linea, Unidades, Precio"
         " FROM Proveedores_Cargos_Atipicos_Lineas"
         " ORDER BY Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo, Num_Linea");

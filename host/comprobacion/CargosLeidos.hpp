@@ -1,7 +1,10 @@
 #pragma once
 
+#include "host/comprobacion/ClaveAsiento.hpp"
 #include "host/comprobacion/CodigoCargo.hpp"
-#include "host/comprobacion/LibroContable.hpp"
+#include "platform/adodb/Connection.hpp"
+#include "runtime/Currency.hpp"
+#include "runtime/Date.hpp"
 
 #include <functional>
 #include <optional>

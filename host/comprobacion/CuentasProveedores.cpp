@@ -18,13 +18,6 @@ namespace {
         return std::find(cuentas.begin(), cuentas.end(), cuenta) != cuentas.end();
     }
 
-    std::unique_ptr<adodb::Recordset> consulta(adodb::Connection& conexion, const std::string& sql)
-    {
-        auto rs = conexion.CreateRecordset();
-        rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly);
-        return rs;
-    }
-
     /// The account as posting forms it; empty when it cannot be formed.
     std::string forma(const std::string& raiz, std::int32_t proveedor, int longitud)
     {
@@ -41,18 +34,18 @@ namespace {
 
 CuentasProveedores::CuentasProveedores(const bases::Bases& bases)
 {
-    for (const auto rs = consulta(*bases.orvalin, "SELECT Codigo, RaizProveedores FROM Empresas"); !rs->Eof();
-         rs->MoveNext())
+    for (const auto rs = adodb::consulta(*bases.orvalin, "SELECT Codigo, RaizProveedores FROM Empresas");
+         !rs->Eof(); rs->MoveNext())
         m_raices[adodb::entero(*rs, "Codigo")].push_back(CStr(rs->Fields("RaizProveedores").Value()));
     for (const auto clave : { claves::Raiz_ProveedoresDeudor, claves::Raiz_ProveedoresDeudaCortoPlazo })
-        for (const auto rs = consulta(*bases.orvalin,
+        for (const auto rs = adodb::consulta(*bases.orvalin,
                  "SELECT Cod_Empresa, Valor FROM Parametros WHERE Clave =" + sql::literal(clave));
              !rs->Eof(); rs->MoveNext())
             m_raices[adodb::entero(*rs, "Cod_Empresa")].push_back(adodb::texto(*rs, "Valor"));
-    for (const auto rs = consulta(*bases.bexmor, "SELECT Codigo, LongitudCuenta FROM Empresas"); !rs->Eof();
-         rs->MoveNext())
+    for (const auto rs = adodb::consulta(*bases.bexmor, "SELECT Codigo, LongitudCuenta FROM Empresas");
+         !rs->Eof(); rs->MoveNext())
         m_longitudes[adodb::entero(*rs, "Codigo")] = adodb::entero(*rs, "LongitudCuenta");
-    for (const auto rs = consulta(*bases.orvalin,
+    for (const auto rs = adodb::consulta(*bases.orvalin,
              "SELECT Cod_Empresa, Codigo, Cta_Proveedor, Cta_Deudor, Cta_DeudaCortoPlazo FROM Proveedores");
          !rs->Eof(); rs->MoveNext()) {
         auto& propias = m_propias[{ adodb::entero(*rs, "Cod_Empresa"), CLng(rs->Fields("Codigo").Value()) }];

@@ -7,15 +7,11 @@ namespace atipicos::app {
 
 EjerciciosAbiertos::EjerciciosAbiertos(adodb::Connection& bexmor)
 {
-    const auto consulta = [&](const char* sql) {
-        auto rs = bexmor.CreateRecordset();
-        rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly);
-        return rs;
-    };
-    for (const auto rs = consulta("SELECT Codigo FROM Empresas"); !rs->Eof(); rs->MoveNext())
+    for (const auto rs = adodb::consulta(bexmor, "SELECT Codigo FROM Empresas"); !rs->Eof(); rs->MoveNext())
         m_empresas.insert(adodb::entero(*rs, "Codigo"));
-    for (const auto rs = consulta("SELECT Cod_Empresa, Ejercicio, Inicio, Fin FROM Ejercicios"); !rs->Eof();
-         rs->MoveNext())
+    for (const auto rs
+         = adodb::consulta(bexmor, "SELECT Cod_Empresa, Ejercicio, Inicio, Fin FROM Ejercicios");
+         !rs->Eof(); rs->MoveNext())
         m_ejercicios[{ adodb::entero(*rs, "Cod_Empresa"), adodb::entero(*rs, "Ejercicio") }]
             = { CDate(rs->Fields("Inicio").Value()), CDate(rs->Fields("Fin").Value()) };
 }

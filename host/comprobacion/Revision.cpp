@@ -27,15 +27,6 @@ namespace {
         return aparte == 0 || (aparte == centimo && (importe > grande || importe < -grande));
     }
 
-    void recorre(adodb::Connection& conexion, const std::string& sql,
-        const std::function<void(adodb::Recordset&)>& cada)
-    {
-        const auto rs = conexion.CreateRecordset();
-        rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly);
-        for (; !rs->Eof(); rs->MoveNext())
-            cada(*rs);
-    }
-
 }
 
 Revision::Revision(const bases::Bases& bases)
@@ -61,18 +52,20 @@ Verificacion Revision::revisa()
 
 void Revision::lee_catalogos()
 {
-    recorre(*m_bases.orvalin, "SELECT Codigo, DecimalesImporte, EnlaceContable FROM Empresas", [&](auto& rs) {
-        m_empresas[adodb::entero(rs, "Codigo")]
-            = { adodb::entero(rs, "DecimalesImporte"), CLng(rs.Fields("EnlaceContable").Value()) };
-    });
-    recorre(*m_bases.bexmor, "SELECT Codigo FROM Tipos_Doc",
-        [&](auto& rs) { m_tipos_doc.insert(adodb::entero(rs, "Codigo")); });
+    for (const auto rs
+         = adodb::consulta(*m_bases.orvalin, "SELECT Codigo, DecimalesImporte, EnlaceContable FROM Empresas");
+         !rs->Eof(); rs->MoveNext())
+        m_empresas[adodb::entero(*rs, "Codigo")]
+            = { adodb::entero(*rs, "DecimalesImporte"), CLng(rs->Fields("EnlaceContable").Value()) };
+    for (const auto rs = adodb::consulta(*m_bases.bexmor, "SELECT Codigo FROM Tipos_Doc"); !rs->Eof();
+         rs->MoveNext())
+        m_tipos_doc.insert(adodb::entero(*rs, "Codigo"));
     m_tipos_doc.insert(0); // none
-    recorre(
-        *m_bases.bexmor, "SELECT Cod_Empresa, Cod_Ejercicio, Numero FROM Contador_Asientos", [&](auto& rs) {
-            m_contadores[{ adodb::entero(rs, "Cod_Empresa"), adodb::entero(rs, "Cod_Ejercicio") }]
-                = CLng(rs.Fields("Numero").Value());
-        });
+    for (const auto rs = adodb::consulta(
+             *m_bases.bexmor, "SELECT Cod_Empresa, Cod_Ejercicio, Numero FROM Contador_Asientos");
+         !rs->Eof(); rs->MoveNext())
+        m_contadores[{ adodb::entero(*rs, "Cod_Empresa"), adodb::entero(*rs, "Cod_Ejercicio") }]
+            = CLng(rs->Fields("Numero").Value());
 }
 
 void Revision::difiere(const CargoLeido& cargo, const std::string& que)

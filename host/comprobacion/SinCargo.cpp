@@ -8,25 +8,14 @@
 
 namespace atipicos::app {
 
-namespace {
-
-    std::unique_ptr<adodb::Recordset> consulta(adodb::Connection& conexion, const char* sql)
-    {
-        auto rs = conexion.CreateRecordset();
-        rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly);
-        return rs;
-    }
-
-}
-
 Almacenes::Almacenes(adodb::Connection& orvalin)
 {
-    for (const auto rs
-         = consulta(orvalin, "SELECT Cod_Empresa, Codigo, EmpContable, CtaIngresosAtipicos FROM Almacenes");
+    for (const auto rs = adodb::consulta(
+             orvalin, "SELECT Cod_Empresa, Codigo, EmpContable, CtaIngresosAtipicos FROM Almacenes");
          !rs->Eof(); rs->MoveNext())
         m_almacenes[{ adodb::entero(*rs, "Cod_Empresa"), adodb::entero(*rs, "Codigo") }]
             = { adodb::entero(*rs, "EmpContable"), adodb::texto(*rs, "CtaIngresosAtipicos") };
-    for (const auto rs = consulta(orvalin,
+    for (const auto rs = adodb::consulta(orvalin,
              "SELECT Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Numero"
              " FROM Contador_Proveedores_Cargos_Atipicos");
          !rs->Eof(); rs->MoveNext())

@@ -2,8 +2,8 @@
 
 #include "host/bases/Bases.hpp"
 #include "host/comprobacion/AsientoSinCargo.hpp"
+#include "host/comprobacion/ClaveAsiento.hpp"
 #include "host/comprobacion/CodigoCargo.hpp"
-#include "host/comprobacion/LibroContable.hpp"
 
 #include <string>
 #include <vector>

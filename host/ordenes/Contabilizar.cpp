@@ -18,8 +18,6 @@ namespace atipicos::app {
 
 namespace {
 
-    [[noreturn]] void rehusa(const std::string& motivo) { throw Error(no_hecho, "atipicos", motivo); }
-
     /// A second entry for a charge that has one would claim the money twice.
     void exige_sin_asiento(const Sesion& sesion, std::int16_t empresa, const ClaveCargo& clave)
     {

@@ -1,4 +1,5 @@
 #include "engines/sql/Fechas.hpp"
+#include "host/comprobacion/AsientoConsultado.hpp"
 #include "host/comprobacion/CargoConsultado.hpp"
 #include "host/ordenes/Ordenes.hpp"
 #include "host/sesion/Sesion.hpp"
@@ -19,10 +20,7 @@ namespace {
     struct Expediente {
         CargoConsultado cargo;
         std::vector<LineaDetalle> lineas;
-        bool asiento_existe = false;
-        std::vector<ApunteLeido> apuntes;
-        std::vector<RegistroLeido> registros;
-        std::vector<PrevisionLeida> previsiones;
+        AsientoConsultado asiento;
     };
 
     Expediente lee(Sesion& sesion, const ClaveCargo& clave)
@@ -33,18 +31,8 @@ namespace {
         Expediente expediente;
         expediente.cargo = *std::move(cargo);
         Cargar_Detalles(clave, [&](const LineaDetalle& linea) { expediente.lineas.push_back(linea); });
-        if (expediente.cargo.cabecera.Asiento <= 0)
-            return expediente;
-        auto& bexmor = *sesion.bases.bexmor;
-        const Unico asiento = expediente.cargo.asiento();
-        lee_asientos(
-            bexmor, [&](const auto&, Date) { expediente.asiento_existe = true; }, asiento);
-        lee_apuntes(
-            bexmor, [&](const auto&, const auto& uno) { expediente.apuntes.push_back(uno); }, asiento);
-        lee_registros(
-            bexmor, [&](const auto&, const auto& uno) { expediente.registros.push_back(uno); }, asiento);
-        lee_previsiones(
-            bexmor, [&](const auto&, const auto& uno) { expediente.previsiones.push_back(uno); }, asiento);
+        if (expediente.cargo.cabecera.Asiento > 0)
+            expediente.asiento = consulta_asiento(*sesion.bases.bexmor, expediente.cargo.asiento());
         return expediente;
     }
 
@@ -95,7 +83,7 @@ namespace {
         const auto clave = expediente.cargo.asiento();
         std::cout << "\nAsiento " << clave.numero << " de la empresa contable " << clave.empresa
                   << ", ejercicio " << clave.ejercicio << '\n';
-        if (!expediente.asiento_existe) {
+        if (!expediente.asiento.existe) {
             std::cout << "  No existe en Contabilidad. Compruébelo con: atipicos verificar\n";
             return;
         }
@@ -104,14 +92,15 @@ namespace {
             { "Debe", derecha }, { "Haber", derecha } });
         Currency debe;
         Currency haber;
-        for (std::size_t i = 0; i < expediente.apuntes.size(); ++i) {
-            const auto& apunte = expediente.apuntes[i];
+        for (std::size_t i = 0; i < expediente.asiento.apuntes.size(); ++i) {
+            const auto& apunte = expediente.asiento.apuntes[i];
             const auto importe = [](Currency valor) {
                 return valor == Currency() ? std::string() : texto_pantalla(valor, 2);
             };
-            tabla.agrega({ std::string(1, letra(i, expediente.apuntes.size(), expediente.lineas.size())),
-                apunte.cuenta, apunte.nombre, apunte.concepto, apunte.documento, apunte.departamento,
-                importe(apunte.debe), importe(apunte.haber) });
+            tabla.agrega(
+                { std::string(1, letra(i, expediente.asiento.apuntes.size(), expediente.lineas.size())),
+                    apunte.cuenta, apunte.nombre, apunte.concepto, apunte.documento, apunte.departamento,
+                    importe(apunte.debe), importe(apunte.haber) });
             debe += apunte.debe;
             haber += apunte.haber;
         }
@@ -120,7 +109,7 @@ namespace {
         tabla.escribe(std::cout);
     }
 
-    void escribe_registros(const std::vector<RegistroLeido>& registros)
+    void escribe_registros(const std::vector<RegistroConsultado>& registros)
     {
         const auto derecha = Alineacion::derecha;
         Tabla tabla({ { "Registro de impuesto: apunte", derecha }, { "Documento" }, { "Tipo", derecha },
@@ -132,7 +121,7 @@ namespace {
         tabla.escribe(std::cout);
     }
 
-    void escribe_previsiones(const std::vector<PrevisionLeida>& previsiones)
+    void escribe_previsiones(const std::vector<PrevisionConsultada>& previsiones)
     {
         const auto derecha = Alineacion::derecha;
         Tabla tabla({ { "Previsión", derecha }, { "Vencimiento" }, { "Importe", derecha }, { "Documento" },
@@ -158,13 +147,13 @@ namespace {
             return;
         }
         escribe_asiento(expediente);
-        if (!expediente.registros.empty())
-            escribe_registros(expediente.registros);
-        if (!expediente.previsiones.empty())
-            escribe_previsiones(expediente.previsiones);
+        if (!expediente.asiento.registros.empty())
+            escribe_registros(expediente.asiento.registros);
+        if (!expediente.asiento.previsiones.empty())
+            escribe_previsiones(expediente.asiento.previsiones);
     }
 
-    Json json_de(const ApunteLeido& uno)
+    Json json_de(const ApunteConsultado& uno)
     {
         return { { "linea", uno.linea }, { "cuenta", uno.cuenta }, { "nombre", uno.nombre },
             { "concepto", uno.concepto }, { "documento", uno.documento },
@@ -187,20 +176,20 @@ namespace {
                     { "unidades", linea.Unidades.a_double() }, { "precio", linea.Precio.a_double() },
                     { "importe", linea.Importe.a_double() }, { "observaciones", linea.Observ } });
         json["asiento"] = nullptr;
-        if (!expediente.asiento_existe)
+        if (!expediente.asiento.existe)
             return json;
         const auto clave = expediente.cargo.asiento();
         Json asiento{ { "empresa", clave.empresa }, { "ejercicio", clave.ejercicio },
             { "numero", clave.numero } };
         asiento["apuntes"] = Json::array();
-        for (const auto& uno : expediente.apuntes)
+        for (const auto& uno : expediente.asiento.apuntes)
             asiento["apuntes"].push_back(json_de(uno));
         asiento["impuestos"] = Json::array();
-        for (const auto& uno : expediente.registros)
+        for (const auto& uno : expediente.asiento.registros)
             asiento["impuestos"].push_back({ { "linea", uno.linea }, { "tipo", uno.tipo },
                 { "base", uno.base.a_double() }, { "cuota", uno.cuota.a_double() } });
         asiento["previsiones"] = Json::array();
-        for (const auto& una : expediente.previsiones)
+        for (const auto& una : expediente.asiento.previsiones)
             asiento["previsiones"].push_back(
                 { { "importe", una.importe.a_double() }, { "vencimiento", sql::texto_iso(una.vencimiento) },
                     { "documento", una.tipo_doc }, { "cuenta", una.cuenta }, { "banco", una.banco } });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/comprobacion/LibroContable.hpp"
+#include "host/comprobacion/ClaveAsiento.hpp"
 #include "host/sesion/OpcionesComunes.hpp"
 #include "runtime/Date.hpp"
 

@@ -76,11 +76,10 @@ namespace {
 
         [[noreturn]] void ha_cambiado(const std::string& y) const
         {
-            throw Error(no_hecho, "atipicos",
-                m_nombre
-                    + " ha cambiado mientras se registraba. Regístrelo otra vez cuando no lo esté "
-                      "escribiendo nadie."
-                    + y);
+            rehusa(m_nombre
+                + " ha cambiado mientras se registraba. Regístrelo otra vez cuando no lo esté "
+                  "escribiendo nadie."
+                + y);
         }
 
         /// The digest of the whole file.
@@ -103,7 +102,7 @@ namespace {
                     if (!cada(*una))
                         break;
             } catch (const ErrorDeContenido& error) {
-                throw Error(no_hecho, "atipicos", m_nombre + ", " + error.descripcion());
+                rehusa(m_nombre + ", " + error.descripcion());
             }
             return m_fichero.huella();
         }
@@ -135,7 +134,7 @@ namespace {
                 ha_cambiado(" No se ha registrado nada.");
             for (const auto& una : m_otra_vez)
                 if (!revision.tiene(una))
-                    throw Error(no_hecho, "atipicos",
+                    rehusa(
                         "--otra-vez: «" + una + "» no está en " + m_nombre + ". No se ha registrado nada.");
             return revisadas;
         }

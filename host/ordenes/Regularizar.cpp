@@ -19,8 +19,6 @@ namespace {
 
     using Lista = std::vector<AsientoSinCargo>;
 
-    [[noreturn]] void rehusa(const std::string& motivo) { throw Error(no_hecho, "atipicos", motivo); }
-
     void escribe(const Lista& lista)
     {
         const auto derecha = Alineacion::derecha;

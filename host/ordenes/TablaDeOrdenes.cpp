@@ -1,6 +1,6 @@
 #include "host/ordenes/TablaDeOrdenes.hpp"
 
-#include "host/comprobacion/LibroContable.hpp"
+#include "host/comprobacion/ClaveAsiento.hpp"
 #include "host/ordenes/Argumentos.hpp"
 #include "host/ordenes/Ordenes.hpp"
 
@@ -187,7 +187,7 @@ namespace {
         };
     }
 
-    constexpr std::array todas{
+    constexpr std::array tabla{
         Orden{ "crear", "Crea las bases de datos con la empresa de muestra", &declara_crear },
         Orden{ "copiar", "Copia la base de datos tal como está, mientras otros trabajan con ella",
             &declara_copiar },
@@ -207,6 +207,6 @@ namespace {
 
 }
 
-std::span<const Orden> ordenes() noexcept { return todas; }
+std::span<const Orden> ordenes() noexcept { return tabla; }
 
 } // namespace atipicos::app

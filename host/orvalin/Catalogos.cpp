@@ -59,9 +59,7 @@ std::unique_ptr<adodb::Recordset> Catalogos::consulta(const std::string& sql, Do
 {
     if (!m_conexion)
         throw Error::de_ejecucion(numero_error::objeto_no_establecido, donde);
-    auto rs = m_conexion->CreateRecordset();
-    rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
-    return rs;
+    return adodb::consulta(*m_conexion, sql, donde);
 }
 
 std::unique_ptr<adodb::Recordset> Catalogos::ficha(const char* tabla, std::int32_t codigo, Donde donde) const

@@ -35,9 +35,7 @@ std::unique_ptr<adodb::Recordset> Empresa::consulta(const std::string& sql, Dond
 {
     if (!m_conexion)
         throw Error::de_ejecucion(numero_error::objeto_no_establecido, donde);
-    auto rs = m_conexion->CreateRecordset();
-    rs->Open(sql, adodb::CursorType::Static, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
-    return rs;
+    return adodb::consulta(*m_conexion, sql, donde);
 }
 
 void Empresa::lee_empresa(Datos& datos, Donde donde) const

@@ -22,7 +22,7 @@ namespace {
 
     /// What is known under the code, asked for once.
     template <class Codigo, class Ficha, class Pregunta>
-    const Ficha& conocida(std::map<Codigo, Ficha>& conocidas, Codigo codigo, Pregunta pregunta)
+    const Ficha& preguntada(std::map<Codigo, Ficha>& conocidas, Codigo codigo, Pregunta pregunta)
     {
         const auto lugar = conocidas.find(codigo);
         return lugar != conocidas.end() ? lugar->second
@@ -59,7 +59,7 @@ std::vector<Reparo> Contabilizable::reparos(const Reclamacion& reclamacion, cons
 {
     if (modComun::EmpresaOrvalin().EnlaceContable() != 1)
         return {};
-    const auto& almacen = conocida(m_almacenes, tecleado.Almacen,
+    const auto& almacen = preguntada(m_almacenes, tecleado.Almacen,
         [&](auto codigo) { return m_catalogos.almacen(codigo).value_or(orvalin::Almacen{}); });
     Examen examen{ reclamacion, tecleado, almacen,
         ejercicio({ almacen.EmpContable, CInt(tecleado.Fecha.anio()) }) };
@@ -130,7 +130,7 @@ void Contabilizable::mira_ejercicio(Examen& examen)
 void Contabilizable::mira_cuenta(Examen& examen, int fila, const char* columna, const std::string& cuenta)
 {
     auto& ejercicio = examen.ejercicio;
-    const bool esta = conocida(ejercicio.cuentas, cuenta,
+    const bool esta = preguntada(ejercicio.cuentas, cuenta,
         [&](const std::string& una) { return ejercicio.servicio->ExisteCuenta(una); });
     if (!esta)
         examen.agrega(fila, columna,
@@ -142,7 +142,7 @@ void Contabilizable::mira_cuenta(Examen& examen, int fila, const char* columna, 
 void Contabilizable::mira_proveedor(Examen& examen)
 {
     const auto codigo = examen.tecleado.Proveedor;
-    auto cuentas = conocida(m_cuentas, codigo,
+    auto cuentas = preguntada(m_cuentas, codigo,
         [&](auto uno) { return m_catalogos.cuentas_proveedor(uno).value_or(orvalin::CuentasProveedor{}); });
     const auto forma = [&](std::string& cuenta, const std::string& raiz) {
         if (cuenta.empty())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/bases/Lugar.hpp"
+#include "runtime/Error.hpp"
 
 #include <cstdint>
 #include <filesystem>
@@ -12,6 +13,9 @@ namespace atipicos::app {
 inline constexpr int hecho = 0;
 inline constexpr int no_hecho = 1; ///< refused or failed; standard error says why
 inline constexpr int mal_usado = 2;
+
+/// Ends a command that was refused, with a sentence that says why.
+[[noreturn]] inline void rehusa(const std::string& motivo) { throw Error(no_hecho, "atipicos", motivo); }
 
 struct OpcionesComunes {
     std::filesystem::path datos = "datos";

@@ -2,6 +2,20 @@
 
 namespace atipicos::adodb {
 
+std::unique_ptr<Recordset> consulta(Connection& conexion, const std::string& sql, Donde donde)
+{
+    auto rs = conexion.CreateRecordset();
+    rs->Open(sql, CursorType::Static, LockType::ReadOnly, CommandType::Text, donde);
+    return rs;
+}
+
+std::unique_ptr<Recordset> flujo(Connection& conexion, const std::string& sql, Donde donde)
+{
+    auto rs = conexion.CreateRecordset();
+    rs->Open(sql, CursorType::ForwardOnly, LockType::ReadOnly, CommandType::Text, donde);
+    return rs;
+}
+
 std::string texto(Recordset& rs, std::string_view campo, Donde donde)
 {
     const Variant valor = rs.Fields(campo, donde).Value(donde);

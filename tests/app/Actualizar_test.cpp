@@ -14,8 +14,6 @@ namespace {
     using testing::EndsWith;
     using testing::HasSubstr;
 
-    const std::string muestra = "'" ATIPICOS_FUENTES "/host/datos/reclamaciones.csv'";
-
     /// The sample company with its charges: as it is today in `hoy`, as it was in `datos`.
     struct Actualizar : testing::Test {
         pruebas::Programa programa;
@@ -24,7 +22,7 @@ namespace {
         Actualizar()
         {
             EXPECT_EQ(programa("crear --datos hoy").estado, 0);
-            EXPECT_EQ(programa("registrar --datos hoy " + muestra).estado, 0);
+            EXPECT_EQ(programa("registrar --datos hoy " + pruebas::muestra).estado, 0);
             verificado = programa("verificar --datos hoy").salida;
             pruebas::hace_formato_anterior(programa.carpeta / "hoy/empresa.db", programa.carpeta / "datos");
         }
@@ -71,7 +69,7 @@ namespace {
         EXPECT_EQ(
             entradas(), (std::set<std::string>{ "bexmor.db.anterior", "empresa.db", "orvalin.db.anterior" }));
         EXPECT_EQ(programa("verificar").salida, verificado);
-        EXPECT_THAT(programa("registrar " + muestra).salida,
+        EXPECT_THAT(programa("registrar " + pruebas::muestra).salida,
             EndsWith("\n0 registradas, 74 ya lo estaban, 0 rechazadas.\n"));
         const std::string lista = "listar --desde 01/01/2025 --hasta 31/12/2026 --formato csv";
         EXPECT_EQ(programa(lista).salida, programa(lista + " --datos hoy").salida);

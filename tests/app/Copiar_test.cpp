@@ -15,8 +15,6 @@ namespace {
     using testing::EndsWith;
     using testing::HasSubstr;
 
-    const std::string muestra = "'" ATIPICOS_FUENTES "/host/datos/reclamaciones.csv'";
-
     struct Copiar : testing::Test {
         pruebas::Programa programa;
 
@@ -44,14 +42,14 @@ namespace {
 
     TEST_F(Copiar, makes_a_company_to_work_with_and_tells_what_is_in_it)
     {
-        ASSERT_EQ(programa("registrar " + muestra).estado, 0);
+        ASSERT_EQ(programa("registrar " + pruebas::muestra).estado, 0);
         const auto copiada = programa("copiar copias/");
         EXPECT_EQ(copiada.estado, 0);
         EXPECT_EQ(copiada.salida, "Copiada datos en copias/empresa.db.\n" + programa("verificar").salida);
         EXPECT_EQ(copiada.errores, "");
         EXPECT_EQ(entradas("copias"), std::set<std::string>{ "empresa.db" });
         EXPECT_EQ(programa("verificar --datos copias").salida, programa("verificar").salida);
-        EXPECT_THAT(programa("registrar --datos copias " + muestra).salida,
+        EXPECT_THAT(programa("registrar --datos copias " + pruebas::muestra).salida,
             EndsWith("\n0 registradas, 74 ya lo estaban, 0 rechazadas.\n"));
     }
 
@@ -80,7 +78,7 @@ namespace {
 
     TEST_F(Copiar, of_a_company_that_differs_is_made_and_said_to)
     {
-        ASSERT_EQ(programa("registrar " + muestra).estado, 0);
+        ASSERT_EQ(programa("registrar " + pruebas::muestra).estado, 0);
         ASSERT_EQ(std::system(("sqlite3 '" + (programa.carpeta / "datos/empresa.db").string()
                       + "' 'UPDATE Bexmor_Apuntes SET Debe = Debe + 1 WHERE Asiento = 1 AND Linea = 1'")
                                   .c_str()),

@@ -1,5 +1,6 @@
 #include "host/reclamaciones/FicheroReclamaciones.hpp"
 
+#include "tests/app/Reclamaciones.hpp"
 #include "tests/app/ReclamacionesLeidas.hpp"
 
 #include <gmock/gmock.h>
@@ -12,10 +13,6 @@ namespace {
     using testing::ElementsAre;
     using testing::IsEmpty;
     using testing::SizeIs;
-
-    const std::string cabecera
-        = "referencia;almacen;proveedor;fecha;observaciones;franquiciado;articulo;descripcion;"
-          "unidades;costo;observaciones_linea\n";
 
     std::vector<std::string> textos(const std::vector<Reparo>& reparos)
     {
@@ -37,7 +34,7 @@ namespace {
 
     TEST(FicheroReclamaciones, consecutive_rows_with_one_reference_are_one_charge)
     {
-        const auto leidas = lee_reclamaciones(cabecera
+        const auto leidas = lee_reclamaciones(pruebas::cabecera
             + "R1;3;101;21/11/2026;Palé dañado;S;1001;Agua;2,5;1.234,5678;lote 1\n"
               "R1;;;;;;;Portes;-1;0,5;\n"
               "\n"
@@ -109,7 +106,7 @@ namespace {
         int pedidos = 0;
         std::string trozo;
         LectorReclamaciones lector([&]() -> std::string_view {
-            trozo = pedidos == 0 ? cabecera : fila(pedidos);
+            trozo = pedidos == 0 ? pruebas::cabecera : fila(pedidos);
             ++pedidos;
             return trozo;
         });
@@ -121,7 +118,7 @@ namespace {
 
     TEST(FicheroReclamaciones, quoted_fields_hold_separators_quotes_and_line_breaks)
     {
-        const auto leidas = lee_reclamaciones(cabecera
+        const auto leidas = lee_reclamaciones(pruebas::cabecera
             + "R1;1;101;21/11/2026;\"uno; \"\"dos\"\"\ntres\";N;;Agua;1;1;\n"
               "R2;1;101;31/02/2026;;N;;Agua;1;1;\n");
         EXPECT_EQ(leidas.todas.at(0).observaciones, "uno; \"dos\"\ntres");
@@ -132,7 +129,8 @@ namespace {
 
     TEST(FicheroReclamaciones, a_quote_becomes_an_acute_accent_and_is_told)
     {
-        const auto leidas = lee_reclamaciones(cabecera + "R1;1;101;21/11/2026;;;;Peña d'Or;1;1;l'any\n");
+        const auto leidas
+            = lee_reclamaciones(pruebas::cabecera + "R1;1;101;21/11/2026;;;;Peña d'Or;1;1;l'any\n");
         EXPECT_EQ(leidas.todas.at(0).lineas.at(0).descripcion, "Peña d´Or");
         EXPECT_THAT(textos(leidas.notas),
             ElementsAre("2 descripcion: el apóstrofo (') se ha cambiado por un acento (´).",
@@ -151,8 +149,8 @@ namespace {
 
     TEST_P(FilaMala, is_told_with_its_place_and_reason_and_spoils_its_charge_only)
     {
-        const auto leidas = lee_reclamaciones(cabecera + "A;1;101;21/11/2026;;;;x;1;1;\n" + GetParam().fila
-            + "\nC;1;101;21/11/2026;;;;x;1;1;\n");
+        const auto leidas = lee_reclamaciones(pruebas::cabecera + "A;1;101;21/11/2026;;;;x;1;1;\n"
+            + GetParam().fila + "\nC;1;101;21/11/2026;;;;x;1;1;\n");
         EXPECT_THAT(textos(leidas.errores), ElementsAre(GetParam().error));
         ASSERT_THAT(leidas.todas, SizeIs(3));
         EXPECT_TRUE(leidas.todas[0].valida);
@@ -203,8 +201,8 @@ namespace {
 
     TEST(FicheroReclamaciones, a_further_row_that_contradicts_the_first_is_told)
     {
-        const auto leidas
-            = lee_reclamaciones(cabecera + "R1;1;101;21/11/2026;;;;x;1;1;\nR1;1;102;21/11/2026;;;;x;1;1;\n");
+        const auto leidas = lee_reclamaciones(
+            pruebas::cabecera + "R1;1;101;21/11/2026;;;;x;1;1;\nR1;1;102;21/11/2026;;;;x;1;1;\n");
         EXPECT_THAT(textos(leidas.errores),
             ElementsAre("3 proveedor: «102» no es lo que dice la primera fila de «R1» («101»)."));
         EXPECT_FALSE(leidas.todas.at(0).valida);
@@ -215,7 +213,7 @@ namespace {
         const auto fila = [](const char* referencia) {
             return std::string(referencia) + ";1;101;21/11/2026;;;;x;1;1;\n";
         };
-        const auto leidas = lee_reclamaciones(cabecera + fila("R1") + fila("R2") + fila("R1"));
+        const auto leidas = lee_reclamaciones(pruebas::cabecera + fila("R1") + fila("R2") + fila("R1"));
         EXPECT_THAT(textos(leidas.errores),
             ElementsAre("4 referencia: «R1» ya ha salido antes; sus filas han de ir seguidas."));
     }
@@ -251,7 +249,8 @@ namespace {
     TEST(FicheroReclamaciones, quotes_out_of_place_spoil_their_row_and_the_next_line_is_read)
     {
         for (const auto* mala : { "\"a\"b", "\"a", "\"a\nb;\"c\"d", "a\"b" }) {
-            const auto contenido = cabecera + fila("R1") + fila("R2", mala) + fila("R3") + fila("R4");
+            const auto contenido
+                = pruebas::cabecera + fila("R1") + fila("R2", mala) + fila("R3") + fila("R4");
             const auto leidas = lee_reclamaciones(contenido);
             EXPECT_EQ(textos(leidas.errores).at(0), "3 : " + comillas) << mala;
             const std::vector<std::string> esperadas{ "R1", "R3", "R4" };
@@ -262,27 +261,28 @@ namespace {
 
     TEST(FicheroReclamaciones, a_badly_quoted_row_spoils_the_charge_to_which_it_belongs)
     {
-        EXPECT_THAT(
-            buenas(cabecera + fila("R1") + fila("R2") + fila("R2", "\"a\"b") + fila("R2") + fila("R3")),
+        EXPECT_THAT(buenas(pruebas::cabecera + fila("R1") + fila("R2") + fila("R2", "\"a\"b") + fila("R2")
+                        + fila("R3")),
             ElementsAre("R1", "R3"));
     }
 
     TEST(FicheroReclamaciones, a_badly_quoted_row_of_unknown_reference_spoils_both_its_neighbours)
     {
         const auto leidas = lee_reclamaciones(
-            cabecera + fila("R1") + fila("R2") + fila("\"R2\"x") + fila("R3") + fila("R4"));
+            pruebas::cabecera + fila("R1") + fila("R2") + fila("\"R2\"x") + fila("R3") + fila("R4"));
         EXPECT_THAT(textos(leidas.errores),
             ElementsAre("4 : " + comillas
                     + " No se sabe de qué cargo es: ni el anterior ni el siguiente se registran.",
                 "5 : «R3» no se registra, porque la fila 4 podría ser suya."));
-        EXPECT_THAT(buenas(cabecera + fila("R1") + fila("R2") + fila("\"R2\"x") + fila("R3") + fila("R4")),
+        EXPECT_THAT(
+            buenas(pruebas::cabecera + fila("R1") + fila("R2") + fila("\"R2\"x") + fila("R3") + fila("R4")),
             ElementsAre("R1", "R4"));
-        EXPECT_THAT(buenas(cabecera + fila("\"R1\"x") + fila("R2") + fila("R3")), ElementsAre("R3"));
+        EXPECT_THAT(buenas(pruebas::cabecera + fila("\"R1\"x") + fila("R2") + fila("R3")), ElementsAre("R3"));
     }
 
     TEST(FicheroReclamaciones, a_file_full_of_bad_quotes_is_given_up)
     {
-        std::string contenido = cabecera;
+        std::string contenido = pruebas::cabecera;
         for (int i = 0; i < 101; ++i)
             contenido += fila("R" + std::to_string(i), "\"a\"b");
         EXPECT_EQ(rechazo(contenido),
@@ -314,8 +314,8 @@ namespace {
         };
         const auto errores_de = [&](const std::string& referencia, const std::string& observaciones,
                                     const std::string& descripcion, const std::string& de_linea) {
-            return textos(lee_reclamaciones(cabecera + referencia + ";1;101;21/11/2026;" + observaciones
-                + ";;;" + descripcion + ";1;1;" + de_linea + "\n")
+            return textos(lee_reclamaciones(pruebas::cabecera + referencia + ";1;101;21/11/2026;"
+                + observaciones + ";;;" + descripcion + ";1;1;" + de_linea + "\n")
                               .errores);
         };
         EXPECT_THAT(
@@ -331,7 +331,7 @@ namespace {
 
     TEST(FicheroReclamaciones, of_a_charge_with_more_lines_than_fit_no_more_are_kept)
     {
-        std::string contenido = cabecera;
+        std::string contenido = pruebas::cabecera;
         for (int i = 0; i < 40'000; ++i)
             contenido += fila("R1");
         const auto leidas = lee_reclamaciones(contenido + fila("R2"));
@@ -344,7 +344,7 @@ namespace {
 
     TEST(FicheroReclamaciones, of_a_charge_with_many_faults_the_first_are_told)
     {
-        std::string contenido = cabecera;
+        std::string contenido = pruebas::cabecera;
         for (int i = 0; i < 1000; ++i)
             contenido += "R1;1;101;21/11/2026;;;;x;uno;1;\n";
         const auto leidas = lee_reclamaciones(contenido);
@@ -355,7 +355,7 @@ namespace {
     TEST(FicheroReclamaciones, what_a_charge_says_has_one_digest_however_it_is_written)
     {
         const auto de = [](const std::string& filas) {
-            return contenido_de(lee_reclamaciones(cabecera + filas).todas.at(0));
+            return contenido_de(lee_reclamaciones(pruebas::cabecera + filas).todas.at(0));
         };
         const auto uno = de("R1;1;101;21/11/2026;ob;N;;x;1;1.000;y\n");
         EXPECT_EQ(de("R9;01;101;21/11/2026;ob;;;x;1,00;1000,0;y\n"), uno) << "the reference is told apart";
@@ -371,7 +371,7 @@ namespace {
 
     TEST(FicheroReclamaciones, only_headings_are_no_charges)
     {
-        EXPECT_THAT(lee_reclamaciones(cabecera).todas, IsEmpty());
+        EXPECT_THAT(lee_reclamaciones(pruebas::cabecera).todas, IsEmpty());
     }
 
 }

@@ -40,7 +40,7 @@ namespace {
         return salida.str();
     }
 
-    std::vector<std::string> lineas(const std::string& texto)
+    std::vector<std::string> renglones(const std::string& texto)
     {
         std::istringstream flujo(texto);
         std::vector<std::string> todas;
@@ -83,7 +83,7 @@ namespace {
     TEST(FormatosDeLista, a_table_has_its_totals_below)
     {
         const auto tabla = como(lista_en_tabla, { cargo(881), cargo(0) });
-        const auto filas = lineas(tabla);
+        const auto filas = renglones(tabla);
         ASSERT_EQ(filas.size(), 5U);
         EXPECT_THAT(filas[0], StartsWith("Código    Almacén  Nombre del almacén"));
         EXPECT_THAT(filas[2], HasSubstr("03/02/2025  1.234,50     86,42      7,00 %      881"));
@@ -98,7 +98,7 @@ namespace {
     {
         std::vector<CargoListado> cargos(filas_por_bloque + 2, cargo(5));
         cargos[filas_por_bloque].Nombre_Almacen = "Un almacén con un nombre bien largo";
-        const auto filas = lineas(como(lista_en_tabla, cargos));
+        const auto filas = renglones(como(lista_en_tabla, cargos));
         ASSERT_EQ(filas.size(), cargos.size() + 3);
         const auto lugar = [&](std::size_t fila) {
             return ancho(std::string_view(filas[fila]).substr(0, filas[fila].find("Ñandú")));
@@ -137,7 +137,7 @@ namespace {
         uno.otros = { std::int32_t{ 41 } };
         EXPECT_THAT(
             como(lista_en_json, { uno }, catorce), EndsWith("\",\n    \"empresa_contable\": 41\n  }\n]\n"));
-        const auto filas = lineas(como(lista_en_tabla, { uno }, catorce));
+        const auto filas = renglones(como(lista_en_tabla, { uno }, catorce));
         EXPECT_THAT(filas[0], EndsWith("  Empresa contable"));
         EXPECT_THAT(filas[2], EndsWith("  41"));
     }

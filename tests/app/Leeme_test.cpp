@@ -20,17 +20,11 @@ namespace {
         return lineas;
     }
 
-    std::string lee(const std::string& fichero)
-    {
-        std::ostringstream texto;
-        texto << std::ifstream(ATIPICOS_FUENTES "/" + fichero, std::ios::binary).rdbuf();
-        return texto.str();
-    }
-
     /// The lines below "$ ORDEN" in a block of the file.
     std::vector<std::string> salida_en_leeme(const std::string& orden)
     {
-        const auto leeme = lineas_de(lee("README.md"));
+        const auto leeme = lineas_de(pruebas::lee_fichero(ATIPICOS_FUENTES "/"
+                                                                           "README.md"));
         auto linea = std::ranges::find(leeme, "$ " + orden);
         std::vector<std::string> salida;
         if (linea != leeme.end())
@@ -94,7 +88,8 @@ namespace {
 
     TEST_F(Leeme, shows_the_first_session_as_it_is)
     {
-        const auto run = lee("run");
+        const auto run = pruebas::lee_fichero(ATIPICOS_FUENTES "/"
+                                                               "run");
         std::vector<std::string> del_programa;
         for (const auto& linea : salida_en_leeme("./run"))
             if (linea.starts_with("==> ")) {
@@ -117,7 +112,8 @@ namespace {
     TEST_F(Leeme, shows_no_other_output_of_the_program)
     {
         std::vector<std::string> mostradas;
-        for (const auto& linea : lineas_de(lee("README.md")))
+        for (const auto& linea : lineas_de(pruebas::lee_fichero(ATIPICOS_FUENTES "/"
+                                                                                 "README.md")))
             if (linea.starts_with("$ "))
                 mostradas.push_back(linea.substr(2));
         std::vector<std::string> comprobadas{ "./run" };

@@ -14,21 +14,13 @@
 namespace atipicos {
 namespace {
 
-    const std::string muestra = "'" ATIPICOS_FUENTES "/host/datos/reclamaciones.csv'";
     const std::string guardados = ATIPICOS_FUENTES "/tests/datos/libros.txt";
-
-    std::string lee(const std::string& fichero)
-    {
-        std::ostringstream texto;
-        texto << std::ifstream(fichero, std::ios::binary).rdbuf();
-        return texto.str();
-    }
 
     /// The books after the program has made the sample company at a place and recorded its claims.
     std::string libros_en(const bases::Lugar& lugar)
     {
         const pruebas::Programa programa;
-        for (const auto& orden : { std::string("crear "), "registrar " + muestra + " " }) {
+        for (const auto& orden : { std::string("crear "), "registrar " + pruebas::muestra + " " }) {
             const auto ejecucion = programa(orden + lugar.opcion());
             EXPECT_EQ(ejecucion.estado, 0) << ejecucion.errores;
         }
@@ -41,7 +33,7 @@ namespace {
         const auto hallados = libros_en(carpeta.ruta() / "datos");
         if (const char* fichero = std::getenv("ATIPICOS_LIBROS_NUEVOS"))
             std::ofstream(fichero, std::ios::binary) << hallados;
-        const auto esperados = lee(guardados);
+        const auto esperados = pruebas::lee_fichero(guardados);
         EXPECT_EQ(pruebas::bloques(esperados).size(), 74U) << "the charges of the sample claims";
         EXPECT_EQ(pruebas::diferencias(esperados, hallados), "")
             << "- as kept in " << guardados << ", + as the program makes them now";
@@ -54,8 +46,8 @@ namespace {
             GTEST_SKIP() << falta;
         const pruebas::ServidorPostgresql servidor;
         servidor.crea_base("empresa");
-        EXPECT_EQ(pruebas::diferencias(
-                      lee(guardados), libros_en(bases::Lugar::de_conexion(servidor.direccion("empresa")))),
+        EXPECT_EQ(pruebas::diferencias(pruebas::lee_fichero(guardados),
+                      libros_en(bases::Lugar::de_conexion(servidor.direccion("empresa")))),
             "");
     }
 

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "tests/app/Reclamaciones.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
-#include <sstream>
 #include <string>
 #include <sys/wait.h>
 
@@ -32,13 +31,7 @@ public:
             lee("errores.txt") };
     }
 
-    [[nodiscard]] std::string lee(const std::string& fichero) const
-    {
-        std::ifstream flujo(carpeta / fichero, std::ios::binary);
-        std::ostringstream contenido_leido;
-        contenido_leido << flujo.rdbuf();
-        return contenido_leido.str();
-    }
+    [[nodiscard]] std::string lee(const std::string& fichero) const { return lee_fichero(carpeta / fichero); }
 
     void escribe(const std::string& fichero, const std::string& contenido) const
     {

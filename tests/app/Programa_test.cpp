@@ -17,15 +17,13 @@ namespace {
     using testing::HasSubstr;
     using testing::StartsWith;
 
-    const std::string muestra = "'" ATIPICOS_FUENTES "/host/datos/reclamaciones.csv'";
-
     struct ConMuestra : testing::Test {
         pruebas::Programa programa;
 
         ConMuestra()
         {
             EXPECT_EQ(programa("crear").estado, 0);
-            EXPECT_EQ(programa("registrar " + muestra).estado, 0);
+            EXPECT_EQ(programa("registrar " + pruebas::muestra).estado, 0);
         }
     };
 
@@ -194,7 +192,7 @@ namespace {
             GTEST_SKIP() << "mounting a small disk needs root";
         ASSERT_EQ(programa("crear --datos disco/d").estado, 0);
         ASSERT_TRUE(disco.protege());
-        const auto ejecucion = programa("registrar " + muestra + " --datos disco/d");
+        const auto ejecucion = programa("registrar " + pruebas::muestra + " --datos disco/d");
         EXPECT_EQ(ejecucion.estado, 1);
         EXPECT_EQ(ejecucion.errores,
             "atipicos: «disco/d/empresa.db»: la base de datos o su carpeta es de sólo lectura.\n");
@@ -263,7 +261,7 @@ namespace {
     {
         for (const auto& orden : std::vector<std::string>{ "listar --desde 01/01/2026 --hasta 31/12/2026",
                  "mostrar AT260001 --ejercicio 2026 --almacen 4", "verificar",
-                 "eliminar AT260001 --ejercicio 2026 --almacen 4 --si", "registrar " + muestra }) {
+                 "eliminar AT260001 --ejercicio 2026 --almacen 4 --si", "registrar " + pruebas::muestra }) {
             EXPECT_EQ(programa(orden).estado, 0) << orden;
             const std::filesystem::directory_iterator datos(programa.carpeta / "datos");
             EXPECT_EQ(std::distance(datos, std::filesystem::directory_iterator()), 1) << orden;

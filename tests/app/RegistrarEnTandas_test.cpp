@@ -17,10 +17,6 @@ namespace {
     using testing::IsEmpty;
     using testing::Not;
 
-    const std::string cabecera
-        = "referencia;almacen;proveedor;fecha;observaciones;franquiciado;articulo;descripcion;"
-          "unidades;costo;observaciones_linea\n";
-
     std::string reclamacion(const std::string& referencia, int almacen = 1, const char* fecha = "21/11/2026")
     {
         return referencia + ";" + std::to_string(almacen) + ";101;" + fecha + ";;;;Agua;1;10;\n";
@@ -61,7 +57,7 @@ namespace {
 
     TEST_F(RegistrarEnTandas, a_claim_that_fails_is_undone_alone)
     {
-        std::string fichero = cabecera;
+        std::string fichero = pruebas::cabecera;
         for (int i = 0; i < 12; ++i)
             fichero += reclamacion("R" + std::to_string(i));
         base()->Execute("CREATE TRIGGER no AFTER INSERT ON Importaciones WHEN NEW.Referencia IN ('R5', 'R8')"
@@ -85,7 +81,7 @@ namespace {
         base()->Execute("CREATE TABLE Tope (n INT REFERENCES Nada (n) DEFERRABLE INITIALLY DEFERRED)");
         base()->Execute("CREATE TRIGGER tope AFTER INSERT ON Importaciones WHEN NEW.Referencia = 'R20'"
                         " BEGIN INSERT INTO Tope VALUES (1); END");
-        std::string fichero = cabecera;
+        std::string fichero = pruebas::cabecera;
         std::set<std::string> todas;
         for (int i = 0; i < 40; ++i)
             fichero += reclamacion(*todas.insert("R" + std::to_string(i)).first, 1 + i % 4);
@@ -116,7 +112,7 @@ namespace {
 
     TEST_F(RegistrarEnTandas, the_table_of_a_long_file_has_every_claim_once_and_in_its_order)
     {
-        std::string fichero = cabecera;
+        std::string fichero = pruebas::cabecera;
         std::vector<std::string> todas;
         for (int i = 0; i < 1003; ++i)
             fichero += reclamacion(todas.emplace_back("R" + std::to_string(i)));
@@ -133,7 +129,7 @@ namespace {
 
     TEST_F(RegistrarEnTandas, what_was_deleted_meanwhile_is_told)
     {
-        programa.escribe("r.csv", cabecera + reclamacion("R1") + reclamacion("R2"));
+        programa.escribe("r.csv", pruebas::cabecera + reclamacion("R1") + reclamacion("R2"));
         EXPECT_EQ(programa("registrar r.csv").estado, 0);
         EXPECT_EQ(programa("eliminar AT260001 --ejercicio 2026 --almacen 1 --si").estado, 0);
         const auto otra = programa("registrar r.csv");
@@ -153,7 +149,7 @@ namespace {
 
     TEST_F(RegistrarEnTandas, a_pipe_is_read_like_a_file_and_known_again)
     {
-        programa.escribe("r.csv", cabecera + reclamacion("R1") + reclamacion("R2", 2));
+        programa.escribe("r.csv", pruebas::cabecera + reclamacion("R1") + reclamacion("R2", 2));
         const auto por_tuberia = programa("registrar tuberia", "mkfifo tuberia; cat r.csv >tuberia &");
         EXPECT_EQ(por_tuberia.estado, 0) << por_tuberia.errores;
         EXPECT_THAT(por_tuberia.salida, EndsWith("\n2 registradas, 0 ya lo estaban, 0 rechazadas.\n"));
@@ -164,8 +160,8 @@ namespace {
     TEST_F(RegistrarEnTandas, a_row_with_bad_quotes_spoils_its_claim_and_no_other)
     {
         programa.escribe("r.csv",
-            cabecera + reclamacion("R1") + "R2;1;101;21/11/2026;\"a\"b;;;x;1;1;\n" + reclamacion("R3")
-                + "R3;;;;;;;\"Gas;1;1;\n" + reclamacion("R4"));
+            pruebas::cabecera + reclamacion("R1") + "R2;1;101;21/11/2026;\"a\"b;;;x;1;1;\n"
+                + reclamacion("R3") + "R3;;;;;;;\"Gas;1;1;\n" + reclamacion("R4"));
         const auto mal_entrecomillado = programa("registrar r.csv");
         EXPECT_EQ(mal_entrecomillado.estado, 1);
         EXPECT_THAT(mal_entrecomillado.errores,
@@ -184,8 +180,8 @@ namespace {
         servidor.crea_base("empresa");
         const auto conexion = " --conexion '" + servidor.direccion("empresa") + "' ";
         ASSERT_EQ(programa("crear" + conexion).estado, 0);
-        std::string uno = cabecera;
-        std::string otro = cabecera;
+        std::string uno = pruebas::cabecera;
+        std::string otro = pruebas::cabecera;
         for (int i = 0; i < 120; ++i) {
             uno += reclamacion("U" + std::to_string(i), 1 + i / 3 % 4);
             otro += reclamacion("O" + std::to_string(i), 4 - i / 3 % 4);

@@ -17,10 +17,6 @@ namespace {
     using testing::Not;
     using testing::StartsWith;
 
-    const std::string cabecera
-        = "referencia;almacen;proveedor;fecha;observaciones;franquiciado;articulo;descripcion;"
-          "unidades;costo;observaciones_linea\n";
-
     struct Motor {
         const char* nombre;
         bool con_servidor;
@@ -66,7 +62,7 @@ namespace {
         [[nodiscard]] pruebas::Ejecucion registra(
             const std::string& filas, const std::string& opciones = {}) const
         {
-            programa.escribe("r.csv", cabecera + filas);
+            programa.escribe("r.csv", pruebas::cabecera + filas);
             return programa("registrar r.csv " + opciones + donde());
         }
         [[nodiscard]] std::string verificado() const { return programa("verificar" + donde()).salida; }
@@ -102,7 +98,7 @@ namespace {
         }
     };
 
-    struct Mala {
+    struct Rehusada {
         const char* nombre;
         const char* gestion; ///< done before
         const char* contabilidad;
@@ -110,7 +106,7 @@ namespace {
         std::string error; ///< begins so
     };
 
-    std::vector<Mala> malas()
+    std::vector<Rehusada> malas()
     {
         std::string muchas;
         for (int i = 0; i < 32'768; ++i)

@@ -22,11 +22,6 @@ namespace {
     using testing::HasSubstr;
     using testing::StartsWith;
 
-    const std::string muestra = ATIPICOS_FUENTES "/host/datos/reclamaciones.csv";
-    const std::string cabecera
-        = "referencia;almacen;proveedor;fecha;observaciones;franquiciado;articulo;descripcion;"
-          "unidades;costo;observaciones_linea\n";
-
     struct Registrar : testing::Test {
         pruebas::Programa programa;
         Registrar() { EXPECT_EQ(programa("crear").estado, 0); }
@@ -49,7 +44,7 @@ namespace {
 
     TEST_F(Registrar, the_sample_file_is_recorded_once_however_often_it_is_given)
     {
-        const auto primera = programa("registrar '" + muestra + "'");
+        const auto primera = programa("registrar " + pruebas::muestra);
         EXPECT_EQ(primera.estado, 0);
         const auto cargos = CLng(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos"));
         EXPECT_GE(cargos, 60);
@@ -58,7 +53,7 @@ namespace {
             EndsWith("\n" + std::to_string(cargos) + " registradas, 0 ya lo estaban, 0 rechazadas.\n"));
         EXPECT_EQ(primera.errores, "");
 
-        const auto segunda = programa("registrar '" + muestra + "'");
+        const auto segunda = programa("registrar " + pruebas::muestra);
         EXPECT_EQ(segunda.estado, 0);
         EXPECT_THAT(segunda.salida,
             EndsWith("\n0 registradas, " + std::to_string(cargos) + " ya lo estaban, 0 rechazadas.\n"));
@@ -68,7 +63,7 @@ namespace {
 
     TEST_F(Registrar, the_same_contents_under_another_name_are_known_and_recorded_again_only_on_purpose)
     {
-        const auto fichero = cabecera + "R1;1;101;21/11/2026;;;;Agua;1;10;\n";
+        const auto fichero = pruebas::cabecera + "R1;1;101;21/11/2026;;;;Agua;1;10;\n";
         EXPECT_EQ(registra(fichero).estado, 0);
         programa.escribe("otro.csv", fichero);
         EXPECT_THAT(programa("registrar otro.csv").salida, HasSubstr("0 registradas, 1 ya lo estaban"));
@@ -81,7 +76,7 @@ namespace {
 
     TEST_F(Registrar, a_bad_charge_is_told_and_the_good_ones_of_the_file_are_recorded)
     {
-        const auto ejecucion = registra(cabecera
+        const auto ejecucion = registra(pruebas::cabecera
             + "R1;1;101;21/11/2026;;;;Agua;1;10;\n"
               "R2;1;101;21/11/2026;;;;Agua;dos;10;\n"
               "R3;9;999;21/11/2026;;;7777;Agua;1;10;\n"
@@ -122,7 +117,7 @@ namespace {
         sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/empresa.db" })
             ->Execute("CREATE TRIGGER no BEFORE INSERT ON Proveedores_Cargos_Atipicos_Lineas"
                       " WHEN NEW.Num_Linea = 2 BEGIN SELECT RAISE(ABORT, 'línea no admitida'); END");
-        const auto ejecucion = registra(cabecera
+        const auto ejecucion = registra(pruebas::cabecera
             + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR1;;;;;;;Gas;1;10;\nR2;1;101;21/11/2026;;;;Agua;1;10;\n");
         EXPECT_EQ(ejecucion.estado, 1);
         EXPECT_EQ(ejecucion.errores, "[error] r.csv, fila 2: «R1» no se ha registrado: línea no admitida\n");
@@ -138,7 +133,7 @@ namespace {
         sqlite::Connection::Abrir({ .fichero = programa.carpeta / "datos/empresa.db" })
             ->Execute("CREATE TRIGGER no BEFORE INSERT ON Proveedores_Cargos_Atipicos"
                       " WHEN NEW.Observ = 'mala' BEGIN SELECT RAISE(ABORT, 'cargo no admitido'); END");
-        const auto ejecucion = registra(cabecera
+        const auto ejecucion = registra(pruebas::cabecera
             + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR2;1;101;21/11/2026;mala;;;Agua;1;10;\n"
               "R3;1;101;21/11/2026;;;;Agua;1;10;\n");
         EXPECT_EQ(ejecucion.estado, 1);
@@ -154,7 +149,7 @@ namespace {
         if (!disco.montado())
             GTEST_SKIP() << "mounting a small disk needs root";
         ASSERT_EQ(programa("crear --datos disco/d").estado, 0);
-        const auto ejecucion = programa("registrar '" + muestra + "' --datos disco/d");
+        const auto ejecucion = programa("registrar " + pruebas::muestra + " --datos disco/d");
         EXPECT_EQ(ejecucion.estado, 1);
         EXPECT_THAT(ejecucion.errores,
             testing::MatchesRegex(
@@ -170,14 +165,14 @@ namespace {
     {
         if (geteuid() == 0)
             GTEST_SKIP() << "root may read everything";
-        programa.escribe("r.csv", cabecera);
+        programa.escribe("r.csv", pruebas::cabecera);
         std::filesystem::permissions(programa.carpeta / "r.csv", std::filesystem::perms::none);
         EXPECT_THAT(programa("registrar r.csv").errores, StartsWith("atipicos: No se puede leer «r.csv»: "));
     }
 
     TEST_F(Registrar, a_date_in_a_year_that_is_not_open_is_refused_and_kept_without_entry_when_asked_to)
     {
-        const auto fichero = cabecera + "R1;1;101;21/11/2031;;;;Agua;1;10;\n";
+        const auto fichero = pruebas::cabecera + "R1;1;101;21/11/2031;;;;Agua;1;10;\n";
         const auto ejecucion = registra(fichero);
         EXPECT_EQ(ejecucion.estado, 1);
         EXPECT_EQ(ejecucion.errores,
@@ -200,9 +195,9 @@ namespace {
 
     TEST_F(Registrar, what_can_be_posted_is_posted_also_when_it_need_not)
     {
-        const auto ejecucion
-            = registra(cabecera + "R1;1;101;21/11/2031;;;;Agua;1;10;\nR2;2;102;21/11/2026;;;;Vino;1;10;\n",
-                "--sin-asiento");
+        const auto ejecucion = registra(
+            pruebas::cabecera + "R1;1;101;21/11/2031;;;;Agua;1;10;\nR2;2;102;21/11/2026;;;;Vino;1;10;\n",
+            "--sin-asiento");
         EXPECT_EQ(ejecucion.estado, 0);
         EXPECT_EQ(
             consulta("SELECT Asiento FROM Proveedores_Cargos_Atipicos WHERE Cod_Almacen = 2"), Variant(1));
@@ -210,7 +205,7 @@ namespace {
 
     TEST_F(Registrar, a_date_before_2000_is_refused_because_it_cannot_be_numbered)
     {
-        const auto ejecucion = registra(cabecera + "R1;1;101;31/12/1999;;;;Agua;1;10;\n");
+        const auto ejecucion = registra(pruebas::cabecera + "R1;1;101;31/12/1999;;;;Agua;1;10;\n");
         EXPECT_EQ(ejecucion.estado, 1);
         EXPECT_EQ(ejecucion.errores,
             "[error] r.csv, fila 2, columna «fecha»: los cargos se numeran desde el 01/01/2000 y el "
@@ -222,8 +217,8 @@ namespace {
 
     TEST_F(Registrar, two_processes_at_once_give_unique_and_consecutive_codes)
     {
-        std::string uno = cabecera;
-        std::string otro = cabecera;
+        std::string uno = pruebas::cabecera;
+        std::string otro = pruebas::cabecera;
         for (int i = 0; i < 40; ++i) {
             uno += "U" + std::to_string(i) + ";1;101;21/11/2026;;;;Agua;1;10;\n";
             otro += "O" + std::to_string(i) + ";1;102;21/11/2026;;;;Vino;2;10;\n";
@@ -242,7 +237,7 @@ namespace {
 
     TEST_F(Registrar, one_file_given_to_two_processes_at_once_is_recorded_once)
     {
-        std::string fichero = cabecera;
+        std::string fichero = pruebas::cabecera;
         for (int i = 0; i < 60; ++i)
             fichero += "R" + std::to_string(i) + ";1;101;21/11/2026;;;;Agua;1;10;\n";
         programa.escribe("r.csv", fichero);
@@ -261,7 +256,7 @@ namespace {
 
     TEST_F(Registrar, what_is_being_recorded_meanwhile_is_no_difference_for_verificar)
     {
-        std::string fichero = cabecera;
+        std::string fichero = pruebas::cabecera;
         for (int i = 0; i < 300; ++i)
             fichero += "R" + std::to_string(i) + ";1;101;21/11/2026;;;;Agua;1;10;\n";
         programa.escribe("r.csv", fichero);
@@ -284,8 +279,8 @@ namespace {
             ->Execute("CREATE TRIGGER otro AFTER INSERT ON Importaciones WHEN NEW.Referencia = 'R1' BEGIN"
                       " INSERT INTO Importaciones SELECT NEW.Huella, 'R2', 1, NEW.Cod_Empresa,"
                       " NEW.Cod_Ejercicio, NEW.Cod_Almacen, NEW.Codigo, NEW.Contenido; END");
-        const auto ejecucion
-            = registra(cabecera + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR2;1;101;21/11/2026;;;;Agua;1;10;\n");
+        const auto ejecucion = registra(
+            pruebas::cabecera + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR2;1;101;21/11/2026;;;;Agua;1;10;\n");
         EXPECT_EQ(ejecucion.estado, 0);
         EXPECT_EQ(ejecucion.errores,
             "[aviso] r.csv, fila 3: Otro proceso acaba de registrar «R2» como AT260001.\n");
@@ -298,7 +293,7 @@ namespace {
         const auto fila = [](const char* referencia) {
             return std::string(referencia) + ";1;101;21/11/2026;;;;Agua;1;10;\n";
         };
-        const auto fichero = cabecera + fila("R1") + fila("R2") + fila("R1");
+        const auto fichero = pruebas::cabecera + fila("R1") + fila("R2") + fila("R1");
         EXPECT_THAT(registra(fichero).salida, EndsWith("\n1 registradas, 0 ya lo estaban, 1 rechazadas.\n"))
             << "also its first part";
         const auto segunda = registra(fichero);
@@ -312,7 +307,7 @@ namespace {
         const auto datos = (programa.carpeta / "datos").string();
         std::string programa_ruta = ATIPICOS_PROGRAMA;
         std::string orden = "registrar";
-        std::string fichero = muestra;
+        std::string fichero = ATIPICOS_FUENTES "/host/datos/reclamaciones.csv";
         std::string opcion = "--datos=" + datos;
         char* argumentos[]{ programa_ruta.data(), orden.data(), fichero.data(), opcion.data(), nullptr };
         posix_spawn_file_actions_t acciones;
@@ -343,7 +338,7 @@ namespace {
         int matadas = 0;
         for (int vez = 0; vez < 12; ++vez)
             matadas += registra_y_mata(programa, std::chrono::milliseconds(20 + azar() % 60)) ? 1 : 0;
-        const auto acabada = programa("registrar '" + muestra + "'");
+        const auto acabada = programa("registrar " + pruebas::muestra);
         EXPECT_EQ(acabada.estado, 0);
         const auto cargos = CLng(consulta("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos"));
         EXPECT_EQ(consulta("SELECT COUNT(*) FROM Importaciones"), Variant(cargos));

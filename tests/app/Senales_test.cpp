@@ -19,10 +19,6 @@ namespace {
     using testing::EndsWith;
     using testing::HasSubstr;
 
-    const std::string cabecera
-        = "referencia;almacen;proveedor;fecha;observaciones;franquiciado;articulo;descripcion;"
-          "unidades;costo;observaciones_linea\n";
-
     /// The program in the folder of `programa`, still running.
     class EnMarcha {
     public:
@@ -79,7 +75,7 @@ namespace {
 
         void escribe_reclamaciones(int cuantas, const std::string& observaciones = {}) const
         {
-            std::string texto = cabecera;
+            std::string texto = pruebas::cabecera;
             for (int i = 0; i < cuantas; ++i)
                 texto += "R" + std::to_string(i) + ";1;101;21/11/2026;" + observaciones + ";;;Agua;1;10;\n";
             programa.escribe("r.csv", texto);

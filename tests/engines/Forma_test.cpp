@@ -15,7 +15,7 @@
 namespace atipicos::sql {
 namespace {
 
-    Catalogo catalogo()
+    Catalogo catalogo_con_prefijo()
     {
         Catalogo c;
         c.agrega_fecha("Cargos", "Fecha", 1);
@@ -25,12 +25,12 @@ namespace {
     }
 
     /// The shape and the values of a statement; "-" when it has none.
-    std::string en(const std::string& sql, Numeros numeros = Numeros::segun_valor)
+    std::string forma_y_valores(const std::string& sql, Numeros numeros = Numeros::segun_valor)
     {
         Esqueleto esqueleto(numeros);
         if (!esqueleto.lee(sql))
             return "-";
-        const auto plantilla = forma_de(sql, esqueleto.literales(), numeros, catalogo());
+        const auto plantilla = forma_de(sql, esqueleto.literales(), numeros, catalogo_con_prefijo());
         if (!plantilla)
             return "-";
         std::string texto = plantilla->forma.texto;
@@ -42,45 +42,49 @@ namespace {
         return texto;
     }
 
-    std::string con_tipo(const std::string& sql) { return en(sql, Numeros::con_tipo); }
+    std::string con_tipo(const std::string& sql) { return forma_y_valores(sql, Numeros::con_tipo); }
 
     TEST(Forma, the_values_of_an_insert_travel_each_standing_alone)
     {
-        EXPECT_EQ(en("INSERT INTO t (a, b) VALUES (7, 'x'), (-2.5, NULL)"),
+        EXPECT_EQ(forma_y_valores("INSERT INTO t (a, b) VALUES (7, 'x'), (-2.5, NULL)"),
             "INSERT INTO t (a, b) VALUES (?, ?), (?, NULL)|7|x|-2.5");
         EXPECT_EQ(con_tipo("INSERT INTO t VALUES (7, -2.5, 'it''s')"),
             "INSERT INTO t VALUES ($1, $2, $3)|7|-2.5|it's");
-        EXPECT_EQ(en("INSERT INTO t VALUES (f(7, 'x'), 1 + 2, 'a' || 'b', (3), - 4, 5)"),
+        EXPECT_EQ(forma_y_valores("INSERT INTO t VALUES (f(7, 'x'), 1 + 2, 'a' || 'b', (3), - 4, 5)"),
             "INSERT INTO t VALUES (f(7, 'x'), 1 + 2, 'a' || 'b', (3), - 4, ?)|5");
-        EXPECT_EQ(
-            en("INSERT INTO Bexmor.dbo.t (a) VALUES ('x')"), "INSERT INTO \"Bexmor_t\" (a) VALUES (?)|x");
-        EXPECT_EQ(
-            en("INSERT INTO t (a, b) VALUES (7, (SELECT ISNULL(MAX(b), 0) + 1 FROM t WHERE a =7 AND b < 9)), "
-               "(8, (SELECT 5 FROM u WHERE c ='x' AND f(3) = 4 OR d IN (6, 2)))"),
+        EXPECT_EQ(forma_y_valores("INSERT INTO Bexmor.dbo.t (a) VALUES ('x')"),
+            "INSERT INTO \"Bexmor_t\" (a) VALUES (?)|x");
+        EXPECT_EQ(forma_y_valores("INSERT INTO t (a, b) VALUES (7, (SELECT ISNULL(MAX(b), 0) + 1 FROM t "
+                                  "WHERE a =7 AND b < 9)), "
+                                  "(8, (SELECT 5 FROM u WHERE c ='x' AND f(3) = 4 OR d IN (6, 2)))"),
             "INSERT INTO t (a, b) VALUES (?, (SELECT IFNULL(MAX(b), 0) + 1 FROM t WHERE a =? AND b < ?)), "
             "(?, (SELECT 5 FROM u WHERE c =? AND f(3) = 4 OR d IN (?, ?)))|7|7|9|8|x|6|2");
-        EXPECT_EQ(en("INSERT INTO t (a) VALUES (1) ON CONFLICT (a) DO UPDATE SET b = 2 WHERE c = 3"),
+        EXPECT_EQ(
+            forma_y_valores("INSERT INTO t (a) VALUES (1) ON CONFLICT (a) DO UPDATE SET b = 2 WHERE c = 3"),
             "INSERT INTO t (a) VALUES (?) ON CONFLICT (a) DO UPDATE SET b = 2 WHERE c = 3|1");
     }
 
     TEST(Forma, the_values_that_an_update_sets_travel)
     {
-        EXPECT_EQ(en("UPDATE t SET a = 5, b = 'x', c = c + 1, d = (2), e = -3 WHERE f = 9"),
+        EXPECT_EQ(forma_y_valores("UPDATE t SET a = 5, b = 'x', c = c + 1, d = (2), e = -3 WHERE f = 9"),
             "UPDATE t SET a = ?, b = ?, c = c + 1, d = (2), e = ? WHERE f = ?|5|x|-3|9");
-        EXPECT_EQ(en("UPDATE t SET (a, b) = (5, 6)"), "UPDATE t SET (a, b) = (5, 6)");
+        EXPECT_EQ(forma_y_valores("UPDATE t SET (a, b) = (5, 6)"), "UPDATE t SET (a, b) = (5, 6)");
     }
 
     TEST(Forma, what_is_compared_with_a_column_travels)
     {
-        EXPECT_EQ(en("SELECT * FROM t WHERE a =5 AND t.b = 'x' AND NOT c <> 7 OR (d >= 2.5 AND 'y' < e)"),
+        EXPECT_EQ(forma_y_valores(
+                      "SELECT * FROM t WHERE a =5 AND t.b = 'x' AND NOT c <> 7 OR (d >= 2.5 AND 'y' < e)"),
             "SELECT * FROM t WHERE a =? AND t.b = ? AND NOT c <> ? OR (d >= ? AND ? < e)|5|x|7|2.5|y");
-        EXPECT_EQ(en("DELETE FROM t WHERE a IN (5, 'x') AND b NOT IN (7) AND c BETWEEN 3 AND d AND e NOT "
-                     "BETWEEN f AND 4 ORDER BY 2"),
+        EXPECT_EQ(forma_y_valores(
+                      "DELETE FROM t WHERE a IN (5, 'x') AND b NOT IN (7) AND c BETWEEN 3 AND d AND e NOT "
+                      "BETWEEN f AND 4 ORDER BY 2"),
             "DELETE FROM t WHERE a IN (?, ?) AND b NOT IN (?) AND c BETWEEN ? AND d AND e NOT BETWEEN f AND "
             "? "
             "ORDER BY 2|5|x|7|3|4");
-        EXPECT_EQ(en("SELECT * FROM t LEFT JOIN u ON u.a =5 AND u.b = t.b WHERE t.c IN (SELECT 8 FROM v "
-                     "WHERE d = 9)"),
+        EXPECT_EQ(forma_y_valores(
+                      "SELECT * FROM t LEFT JOIN u ON u.a =5 AND u.b = t.b WHERE t.c IN (SELECT 8 FROM v "
+                      "WHERE d = 9)"),
             "SELECT * FROM t LEFT JOIN u ON u.a =? AND u.b = t.b WHERE t.c IN (SELECT 8 FROM v WHERE d = "
             "?)|5|9");
     }
@@ -97,24 +101,25 @@ namespace {
                 "SELECT * FROM t WHERE CASE WHEN a = 5 THEN 6 ELSE 7 END = 8 AND a BETWEEN 5 + 1 AND 6 * 2",
                 "SELECT * FROM t HAVING a = 5", "SELECT * FROM (SELECT a = 5 FROM t) AS x",
                 "INSERT INTO t (a) SELECT 5, 'x' FROM u", "INSERT OR IGNORE INTO t VALUES (5)" })
-            EXPECT_EQ(en(sql), sql);
-        EXPECT_EQ(en("SELECT * FROM t WHERE a = 5 )) ("), "SELECT * FROM t WHERE a = ? )) (|5");
+            EXPECT_EQ(forma_y_valores(sql), sql);
+        EXPECT_EQ(forma_y_valores("SELECT * FROM t WHERE a = 5 )) ("), "SELECT * FROM t WHERE a = ? )) (|5");
     }
 
     TEST(Forma, only_queries_and_changes_of_rows_have_one)
     {
         for (const std::string sql : { "CREATE TABLE t (a INT DEFAULT 5)", "PRAGMA user_version = 5", "BEGIN",
                  "WITH x AS (SELECT 5) SELECT * FROM x", "REPLACE INTO t VALUES (5)", "" })
-            EXPECT_EQ(en(sql), "-") << sql;
+            EXPECT_EQ(forma_y_valores(sql), "-") << sql;
     }
 
     TEST(Forma, sqlite_is_told_0_and_1_in_the_text_where_it_weighs_them)
     {
         EXPECT_EQ(
-            en("SELECT * FROM t WHERE a = 0 AND b = 1 AND c = -1 AND d IN (1, 2) AND e < 1 AND f = '1'"),
+            forma_y_valores(
+                "SELECT * FROM t WHERE a = 0 AND b = 1 AND c = -1 AND d IN (1, 2) AND e < 1 AND f = '1'"),
             "SELECT * FROM t WHERE a = 0 AND b = 1 AND c = -1 AND d IN (1, ?) AND e < ? AND f = ?|2|1|1");
-        EXPECT_EQ(
-            en("UPDATE t SET a = 0, b = 1 WHERE c = 10"), "UPDATE t SET a = ?, b = ? WHERE c = ?|0|1|10");
+        EXPECT_EQ(forma_y_valores("UPDATE t SET a = 0, b = 1 WHERE c = 10"),
+            "UPDATE t SET a = ?, b = ? WHERE c = ?|0|1|10");
     }
 
     TEST(Forma, a_server_that_plans_by_the_limits_of_a_range_is_told_them_in_the_text)
@@ -130,22 +135,23 @@ namespace {
 
     TEST(Forma, dates_travel_as_the_database_keeps_them)
     {
-        EXPECT_EQ(en("INSERT INTO Cargos VALUES ('21/11/2026', '21/11/2026')"),
+        EXPECT_EQ(forma_y_valores("INSERT INTO Cargos VALUES ('21/11/2026', '21/11/2026')"),
             "INSERT INTO Cargos VALUES (?, ?)|21/11/2026|2026-11-21");
-        EXPECT_EQ(en("UPDATE Cargos SET Fecha = '21/11/2026 9:05:03' WHERE '' <= Fecha"),
+        EXPECT_EQ(forma_y_valores("UPDATE Cargos SET Fecha = '21/11/2026 9:05:03' WHERE '' <= Fecha"),
             "UPDATE Cargos SET Fecha = ? WHERE ? <= Fecha|2026-11-21 09:05:03|1900-01-01");
-        EXPECT_EQ(en("INSERT INTO Bexmor.dbo.Asientos (Dia) VALUES ('1:00:00')"),
+        EXPECT_EQ(forma_y_valores("INSERT INTO Bexmor.dbo.Asientos (Dia) VALUES ('1:00:00')"),
             "INSERT INTO \"Bexmor_Asientos\" (Dia) VALUES (?)|1900-01-01 01:00:00");
-        EXPECT_EQ(en("INSERT INTO Cargos (n, Fecha) SELECT n, '21/11/2026' FROM x WHERE a = 'x'"),
+        EXPECT_EQ(
+            forma_y_valores("INSERT INTO Cargos (n, Fecha) SELECT n, '21/11/2026' FROM x WHERE a = 'x'"),
             "INSERT INTO Cargos (n, Fecha) SELECT n, '2026-11-21' FROM x WHERE a = ?|x");
-        EXPECT_EQ(en("SELECT * FROM Cargos WHERE '21/11/2026' BETWEEN Fecha AND Fecha"),
+        EXPECT_EQ(forma_y_valores("SELECT * FROM Cargos WHERE '21/11/2026' BETWEEN Fecha AND Fecha"),
             "SELECT * FROM Cargos WHERE '2026-11-21' BETWEEN Fecha AND Fecha");
     }
 
     TEST(Forma, the_first_statement_of_a_shape_raises_the_errors_of_the_rewriting)
     {
         try {
-            static_cast<void>(en("UPDATE Cargos SET Fecha = '31/02/2026'"));
+            static_cast<void>(forma_y_valores("UPDATE Cargos SET Fecha = '31/02/2026'"));
             FAIL();
         } catch (const adodb::ErrorBaseDatos& error) {
             EXPECT_EQ(
@@ -185,11 +191,11 @@ namespace {
     }
 
     /// Pieces from which statements are thrown together, most of them nonsense.
-    constexpr std::array<std::string_view, 52> piezas{ "SELECT", "INSERT", "INTO", "Cargos", "(", ")",
-        "Fecha", ",", "VALUES", "'01/02/2026'", "'x''y'", "''", "'", "\"", "[", "]", "--", "/*", "*/", "\n",
-        " ", ".", "dbo", "Bexmor", "ISNULL", "=", "BETWEEN", "AND", "NOT", "IN", "UPDATE", "SET", "FROM",
-        "JOIN", "pc", "1.5e", "\xc3\xb1", ";", "1", "-5", "2.50", "WHERE", "ON", "DELETE", "<", "OR", "-",
-        "a", "7", "'z'", "CASE", "LIMIT" };
+    constexpr std::array<std::string_view, 52> piezas_de_forma{ "SELECT", "INSERT", "INTO", "Cargos", "(",
+        ")", "Fecha", ",", "VALUES", "'01/02/2026'", "'x''y'", "''", "'", "\"", "[", "]", "--", "/*", "*/",
+        "\n", " ", ".", "dbo", "Bexmor", "ISNULL", "=", "BETWEEN", "AND", "NOT", "IN", "UPDATE", "SET",
+        "FROM", "JOIN", "pc", "1.5e", "\xc3\xb1", ";", "1", "-5", "2.50", "WHERE", "ON", "DELETE", "<", "OR",
+        "-", "a", "7", "'z'", "CASE", "LIMIT" };
 
     std::string al_azar(std::mt19937& azar)
     {
@@ -199,7 +205,8 @@ namespace {
             "" };
         std::string sql(comienzos[azar() % comienzos.size()]);
         for (auto n = 1 + azar() % 12; n > 0; --n)
-            sql += std::string(piezas[azar() % piezas.size()]) + (azar() % 3 == 0 ? "" : " ");
+            sql += std::string(piezas_de_forma[azar() % piezas_de_forma.size()])
+                + (azar() % 3 == 0 ? "" : " ");
         return sql;
     }
 
@@ -208,7 +215,7 @@ namespace {
         const char* pedidas = std::getenv("ATIPICOS_TEXTOS_AL_AZAR");
         const int cuantas = pedidas != nullptr ? std::atoi(pedidas) : 100'000;
         std::mt19937 azar(20261121); // NOLINT: the same statements in every run
-        const Catalogo con_fechas = catalogo();
+        const Catalogo con_fechas = catalogo_con_prefijo();
         int con_valores = 0;
         for (int vez = 0; vez < cuantas; ++vez) {
             const auto numeros = vez % 2 == 0 ? Numeros::con_tipo : Numeros::segun_valor;

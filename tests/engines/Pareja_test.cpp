@@ -28,28 +28,28 @@ namespace {
     using testing::HasSubstr;
 
     /// A database of the test's own with the tables below, to be opened as often as wanted.
-    struct Sitio {
-        Sitio() = default;
-        Sitio(const Sitio&) = delete;
-        Sitio& operator=(const Sitio&) = delete;
-        virtual ~Sitio() = default;
+    struct SitioDePares {
+        SitioDePares() = default;
+        SitioDePares(const SitioDePares&) = delete;
+        SitioDePares& operator=(const SitioDePares&) = delete;
+        virtual ~SitioDePares() = default;
         virtual sql::Pareja abre() const = 0;
     };
 
-    struct Motor {
+    struct MotorDePares {
         std::string nombre;
         std::string falta; ///< what there is to install or to set before it can be tested; empty: nothing
-        std::function<std::unique_ptr<Sitio>()> crea;
+        std::function<std::unique_ptr<SitioDePares>()> crea;
         bool con_diferidas = true; ///< it knows conditions that are looked at in the commit
     };
-    void PrintTo(const Motor& motor, std::ostream* salida) { *salida << motor.nombre; }
+    void PrintTo(const MotorDePares& motor, std::ostream* salida) { *salida << motor.nombre; }
 
-    constexpr auto de_gestion = R"(
+    constexpr auto tablas_de_gestion = R"(
         CREATE TABLE Empresas (Codigo INT NOT NULL PRIMARY KEY, Nombre NVARCHAR(40));
         INSERT INTO Empresas (Codigo, Nombre) VALUES (7, 'de gestión');
         CREATE TABLE Cargos (Id INT NOT NULL PRIMARY KEY, Fecha DATETIME, Importe MONEY))";
 
-    constexpr auto de_contabilidad = R"(
+    constexpr auto tablas_de_contabilidad = R"(
         CREATE TABLE Empresas (Codigo INT NOT NULL PRIMARY KEY, Nombre NVARCHAR(40));
         INSERT INTO Empresas (Codigo, Nombre) VALUES (8, 'contable');
         CREATE TABLE Contador (Empresa INT NOT NULL PRIMARY KEY, Numero INT NOT NULL);
@@ -58,14 +58,14 @@ namespace {
     constexpr auto con_diferida = "CREATE TABLE Firmas (Id INT NOT NULL PRIMARY KEY, Empresa INT NOT NULL "
                                   "REFERENCES Empresas (Codigo) DEFERRABLE INITIALLY DEFERRED)";
 
-    class SitioSqlite final : public Sitio {
+    class SitioSqlite final : public SitioDePares {
     public:
         SitioSqlite()
         {
             const auto pareja
                 = sqlite::Connection::AbrirPareja({ .fichero = m_carpeta / "empresa.db", .crear = true });
-            sql::ejecuta_guion(*pareja.gestion, de_gestion);
-            sql::ejecuta_guion(*pareja.contabilidad, de_contabilidad);
+            sql::ejecuta_guion(*pareja.gestion, tablas_de_gestion);
+            sql::ejecuta_guion(*pareja.contabilidad, tablas_de_contabilidad);
             sql::ejecuta_guion(*pareja.contabilidad, con_diferida);
         }
 
@@ -80,8 +80,8 @@ namespace {
 
     void llena(const sql::Pareja& pareja, bool con_diferidas = true)
     {
-        sql::ejecuta_guion(*pareja.gestion, de_gestion);
-        sql::ejecuta_guion(*pareja.contabilidad, de_contabilidad);
+        sql::ejecuta_guion(*pareja.gestion, tablas_de_gestion);
+        sql::ejecuta_guion(*pareja.contabilidad, tablas_de_contabilidad);
         if (con_diferidas)
             sql::ejecuta_guion(*pareja.contabilidad, con_diferida);
     }
@@ -91,7 +91,7 @@ namespace {
         return [sql](const auto&) { return std::vector<std::string>{ sql }; };
     }
 
-    class SitioOdbcSqlite final : public Sitio {
+    class SitioOdbcSqlite final : public SitioDePares {
     public:
         SitioOdbcSqlite() { llena(abre()); }
 
@@ -113,7 +113,7 @@ namespace {
         return unico;
     }
 
-    class SitioPostgresql final : public Sitio {
+    class SitioPostgresql final : public SitioDePares {
     public:
         SitioPostgresql()
         {
@@ -122,9 +122,9 @@ namespace {
                 { .direccion = servidor().direccion(base), .esquema = "dbo" });
             conexion->BeginTrans();
             sql::crea_esquema_postgresql(*conexion, "propio");
-            sql::ejecuta_guion(*conexion, de_gestion);
+            sql::ejecuta_guion(*conexion, tablas_de_gestion);
             sql::crea_esquema_postgresql(*conexion, "dbo");
-            sql::ejecuta_guion(*conexion, de_contabilidad);
+            sql::ejecuta_guion(*conexion, tablas_de_contabilidad);
             sql::ejecuta_guion(*conexion, con_diferida);
             conexion->CommitTrans();
         }
@@ -140,7 +140,7 @@ namespace {
         static constexpr auto base = "pareja";
     };
 
-    class SitioOdbcPostgresql final : public Sitio {
+    class SitioOdbcPostgresql final : public SitioDePares {
     public:
         SitioOdbcPostgresql()
         {
@@ -165,7 +165,7 @@ namespace {
         std::string m_base = "odbc_" + std::to_string(++s_bases);
     };
 
-    class SitioSqlServer final : public Sitio {
+    class SitioSqlServer final : public SitioDePares {
     public:
         SitioSqlServer()
         {
@@ -187,7 +187,7 @@ namespace {
         }
     };
 
-    std::vector<Motor> motores()
+    std::vector<MotorDePares> motores_de_pares()
     {
         return { { "sqlite", "", std::make_unique<SitioSqlite> },
             { "postgresql", pruebas::ServidorPostgresql::falta(), std::make_unique<SitioPostgresql> },
@@ -200,8 +200,8 @@ namespace {
             { "odbc_sqlserver", pruebas::sqlserver::falta(), std::make_unique<SitioSqlServer>, false } };
     }
 
-    struct Pareja : testing::TestWithParam<Motor> {
-        std::unique_ptr<Sitio> sitio;
+    struct Pareja : testing::TestWithParam<MotorDePares> {
+        std::unique_ptr<SitioDePares> sitio;
         sql::Pareja pareja;
         sql::Pareja otra; ///< of another user
         std::shared_ptr<adodb::Connection> gestion;
@@ -260,7 +260,7 @@ namespace {
 
     using Par = std::pair<std::size_t, std::size_t>;
 
-    template <class Uso> std::string error_de(Uso uso, std::optional<Categoria> categoria = std::nullopt)
+    template <class Uso> std::string error_en(Uso uso, std::optional<Categoria> categoria = std::nullopt)
     {
         try {
             uso();
@@ -271,7 +271,7 @@ namespace {
         return "no error";
     }
 
-    constexpr auto la_otra
+    constexpr auto deshecha_por_la_otra
         = "La otra conexión ha deshecho la transacción de las dos: sólo se puede deshacer.";
 
     TEST_P(Pareja, plain_names_are_those_of_the_own_product)
@@ -293,9 +293,9 @@ namespace {
     {
         for (const auto* sql :
             { "SELECT Id FROM Apuntes", "INSERT INTO Contador (Empresa, Numero) VALUES (1, 1)" })
-            EXPECT_NE(error_de([&] { gestion->Execute(sql); }, Categoria::instruccion), "no error") << sql;
+            EXPECT_NE(error_en([&] { gestion->Execute(sql); }, Categoria::instruccion), "no error") << sql;
         for (const auto* sql : { "SELECT Id FROM Cargos", "DELETE FROM Cargos" })
-            EXPECT_NE(error_de([&] { contabilidad->Execute(sql); }, Categoria::instruccion), "no error")
+            EXPECT_NE(error_en([&] { contabilidad->Execute(sql); }, Categoria::instruccion), "no error")
                 << sql;
     }
 
@@ -346,7 +346,7 @@ namespace {
         apunte(2);
         gestion.reset();
         pareja.gestion.reset();
-        EXPECT_EQ(error_de([&] { apunte(3); }), la_otra);
+        EXPECT_EQ(error_en([&] { apunte(3); }), deshecha_por_la_otra);
         contabilidad->RollbackTrans();
         apunte(4);
         EXPECT_EQ(visto_por_otro(), Par(0, 1));
@@ -387,11 +387,12 @@ namespace {
             apunte(2);
             una.RollbackTrans();
             EXPECT_EQ(visto_por_otro(), Par(0, 0));
-            EXPECT_EQ(error_de([&] { la_segunda.Execute("DELETE FROM Empresas"); }), la_otra);
-            EXPECT_EQ(error_de([&] { lee(la_segunda, "SELECT Codigo FROM Empresas"); }), la_otra);
-            EXPECT_EQ(error_de([&] { la_segunda.CommitTrans(); }), la_otra);
+            EXPECT_EQ(error_en([&] { la_segunda.Execute("DELETE FROM Empresas"); }), deshecha_por_la_otra);
+            EXPECT_EQ(
+                error_en([&] { lee(la_segunda, "SELECT Codigo FROM Empresas"); }), deshecha_por_la_otra);
+            EXPECT_EQ(error_en([&] { la_segunda.CommitTrans(); }), deshecha_por_la_otra);
             la_segunda.RollbackTrans();
-            EXPECT_EQ(error_de([&] { la_segunda.RollbackTrans(); }),
+            EXPECT_EQ(error_en([&] { la_segunda.RollbackTrans(); }),
                 "No hay ninguna transacción abierta en esta conexión.");
         }
         guarda(3);
@@ -404,10 +405,10 @@ namespace {
         cargo(1);
         apunte(2);
         gestion->CommitTrans();
-        EXPECT_EQ(error_de([&] { cargo(9); }, Categoria::instruccion),
+        EXPECT_EQ(error_en([&] { cargo(9); }, Categoria::instruccion),
             "La otra conexión tiene una transacción abierta y esta no: antes de escribir, empiécela.");
         gestion->RollbackTrans();
-        EXPECT_EQ(error_de([&] { contabilidad->CommitTrans(); }), la_otra);
+        EXPECT_EQ(error_en([&] { contabilidad->CommitTrans(); }), deshecha_por_la_otra);
         contabilidad->RollbackTrans();
         EXPECT_EQ(visto_por_otro(), Par(0, 0));
     }
@@ -417,8 +418,8 @@ namespace {
         gestion->BeginTrans();
         cargo(1);
         EXPECT_THAT(lee(*contabilidad, "SELECT Codigo FROM Empresas"), ElementsAre("8"));
-        EXPECT_NE(error_de([&] { lee(*contabilidad, "SELECT Nada FROM Empresas"); }), "no error");
-        EXPECT_NE(error_de([&] { apunte(2); }, Categoria::instruccion), "no error");
+        EXPECT_NE(error_en([&] { lee(*contabilidad, "SELECT Nada FROM Empresas"); }), "no error");
+        EXPECT_NE(error_en([&] { apunte(2); }, Categoria::instruccion), "no error");
         gestion->CommitTrans();
         EXPECT_EQ(visto_por_otro(), Par(1, 0));
     }
@@ -428,11 +429,11 @@ namespace {
         guarda(1);
         empieza();
         cargo(2);
-        EXPECT_NE(error_de([&] { apunte(1); }, Categoria::restriccion), "no error");
-        EXPECT_NE(error_de([&] { cargo(1); }, Categoria::restriccion), "no error");
+        EXPECT_NE(error_en([&] { apunte(1); }, Categoria::restriccion), "no error");
+        EXPECT_NE(error_en([&] { cargo(1); }, Categoria::restriccion), "no error");
         apunte(3);
         gestion->CommitTrans();
-        EXPECT_NE(error_de([&] { apunte(1); }, Categoria::restriccion), "no error")
+        EXPECT_NE(error_en([&] { apunte(1); }, Categoria::restriccion), "no error")
             << "also behind a promise";
         apunte(4);
         contabilidad->CommitTrans();
@@ -488,7 +489,7 @@ namespace {
         cargo(1);
         contabilidad->Execute("INSERT INTO Firmas (Id, Empresa) VALUES (1, 99)");
         gestion->CommitTrans();
-        EXPECT_NE(error_de([&] { contabilidad->CommitTrans(); }, Categoria::restriccion), "no error");
+        EXPECT_NE(error_en([&] { contabilidad->CommitTrans(); }, Categoria::restriccion), "no error");
         contabilidad->RollbackTrans();
         gestion->RollbackTrans();
         EXPECT_EQ(visto_por_otro(), Par(0, 0));
@@ -516,7 +517,7 @@ namespace {
         guarda(2);
         empieza();
         cargo(3);
-        EXPECT_NE(error_de([&] { apunte(2); }, Categoria::restriccion), "no error");
+        EXPECT_NE(error_en([&] { apunte(2); }, Categoria::restriccion), "no error");
         apunte(3);
         gestion->RollbackTrans();
         contabilidad->RollbackTrans();
@@ -557,8 +558,8 @@ namespace {
         EXPECT_EQ(visto_por_otro(), Par(1, 1));
     }
 
-    INSTANTIATE_TEST_SUITE_P(
-        motores, Pareja, testing::ValuesIn(motores()), [](const auto& uno) { return uno.param.nombre; });
+    INSTANTIATE_TEST_SUITE_P(motores_de_pares, Pareja, testing::ValuesIn(motores_de_pares()),
+        [](const auto& uno) { return uno.param.nombre; });
 
 }
 }

@@ -21,12 +21,12 @@ namespace {
         return c;
     }
 
-    std::string en(const std::string& sql) { return reescribe(sql, catalogo()); }
+    std::string reescrita(const std::string& sql) { return reescribe(sql, catalogo()); }
 
-    std::string error_de(const std::string& sql)
+    std::string error_al_reescribir(const std::string& sql)
     {
         try {
-            return "no error: " + en(sql);
+            return "no error: " + reescrita(sql);
         } catch (const adodb::ErrorBaseDatos& error) {
             EXPECT_EQ(error.categoria(), adodb::Categoria::instruccion);
             EXPECT_EQ(error.instruccion(), sql);
@@ -36,7 +36,7 @@ namespace {
 
     TEST(Reescritura, isnull_becomes_ifnull_only_as_a_function)
     {
-        EXPECT_EQ(en("SELECT ISNULL(a,'') , isnull (b, 0), c ISNULL, 'ISNULL(a,b)' FROM t"),
+        EXPECT_EQ(reescrita("SELECT ISNULL(a,'') , isnull (b, 0), c ISNULL, 'ISNULL(a,b)' FROM t"),
             "SELECT IFNULL(a,'') , IFNULL (b, 0), c ISNULL, 'ISNULL(a,b)' FROM t");
     }
 
@@ -53,39 +53,43 @@ namespace {
         EXPECT_EQ(
             reescribe("ALTER TABLE t ADD Importe MONEY", otro), "ALTER TABLE t ADD Importe NUMERIC(19,4)");
         EXPECT_EQ(reescribe("SELECT Money money, x BIT FROM t", otro), "SELECT Money money, x BIT FROM t");
-        EXPECT_EQ(en("CREATE TABLE t (x MONEY)"), "CREATE TABLE t (x MONEY)");
+        EXPECT_EQ(reescrita("CREATE TABLE t (x MONEY)"), "CREATE TABLE t (x MONEY)");
     }
 
     TEST(Reescritura, three_part_names_of_known_bases_go_to_their_schema)
     {
         EXPECT_EQ(
-            en("SELECT * FROM bexmor.dbo.Cuentas c, [Bexmor].[dbo].[Tipos] WHERE x='Bexmor.dbo.Cuentas'"),
+            reescrita(
+                "SELECT * FROM bexmor.dbo.Cuentas c, [Bexmor].[dbo].[Tipos] WHERE x='Bexmor.dbo.Cuentas'"),
             "SELECT * FROM \"Bexmor\".Cuentas c, \"Bexmor\".[Tipos] WHERE x='Bexmor.dbo.Cuentas'");
-        EXPECT_EQ(en("SELECT * FROM Otra.dbo.Cuentas"), "SELECT * FROM Otra.dbo.Cuentas");
+        EXPECT_EQ(reescrita("SELECT * FROM Otra.dbo.Cuentas"), "SELECT * FROM Otra.dbo.Cuentas");
     }
 
     TEST(Reescritura, dates_that_an_insert_puts_into_date_columns)
     {
         EXPECT_EQ(
-            en("INSERT INTO Cargos (Codigo, Fecha, Observ, Hora) VALUES ('AT1', '21/11/2026','21/11/2026', "
-               "'9:05:03')"),
+            reescrita(
+                "INSERT INTO Cargos (Codigo, Fecha, Observ, Hora) VALUES ('AT1', '21/11/2026','21/11/2026', "
+                "'9:05:03')"),
             "INSERT INTO Cargos (Codigo, Fecha, Observ, Hora) VALUES ('AT1', '2026-11-21','21/11/2026', "
             "'1900-01-01 09:05:03')");
-        EXPECT_EQ(en("INSERT INTO Cargos(Fecha, n) VALUES('01/02/2026', f(1, '01/02/2026')), (NULL, 2), "
-                     "('02/02/2026', 3)"),
+        EXPECT_EQ(
+            reescrita("INSERT INTO Cargos(Fecha, n) VALUES('01/02/2026', f(1, '01/02/2026')), (NULL, 2), "
+                      "('02/02/2026', 3)"),
             "INSERT INTO Cargos(Fecha, n) VALUES('2026-02-01', f(1, '01/02/2026')), (NULL, 2), "
             "('2026-02-02', 3)");
-        EXPECT_EQ(
-            en("INSERT INTO Bexmor.dbo.Asientos (n, Dia) SELECT n, '01/02/2026' FROM x WHERE a='01/02/2026'"),
+        EXPECT_EQ(reescrita("INSERT INTO Bexmor.dbo.Asientos (n, Dia) SELECT n, '01/02/2026' FROM x WHERE "
+                            "a='01/02/2026'"),
             "INSERT INTO \"Bexmor\".Asientos (n, Dia) SELECT n, '2026-02-01' FROM x WHERE a='01/02/2026'");
     }
 
     TEST(Reescritura, dates_that_an_insert_puts_by_place_or_from_several_selects)
     {
-        EXPECT_EQ(en("INSERT INTO Cargos VALUES ('01/02/2026', '01/02/2026')"),
+        EXPECT_EQ(reescrita("INSERT INTO Cargos VALUES ('01/02/2026', '01/02/2026')"),
             "INSERT INTO Cargos VALUES ('01/02/2026', '2026-02-01')");
-        EXPECT_EQ(en("INSERT INTO Cargos (n, Fecha) SELECT (SELECT '01/02/2026'), '01/02/2026' UNION ALL "
-                     "SELECT '01/02/2026', '' AS x"),
+        EXPECT_EQ(
+            reescrita("INSERT INTO Cargos (n, Fecha) SELECT (SELECT '01/02/2026'), '01/02/2026' UNION ALL "
+                      "SELECT '01/02/2026', '' AS x"),
             "INSERT INTO Cargos (n, Fecha) SELECT (SELECT '01/02/2026'), '2026-02-01' UNION ALL "
             "SELECT '01/02/2026', '1900-01-01' AS x");
     }
@@ -97,24 +101,26 @@ namespace {
                  "SELECT 1 FROM Cargos WHERE Fecha = 'x' + '01/01/2026'",
                  "SELECT 1 FROM Cargos WHERE '01/01/2026' < Fecha || Observ",
                  "SELECT 1 FROM Cargos WHERE Fecha = '01/01/20267" })
-            EXPECT_EQ(en(sql), sql);
+            EXPECT_EQ(reescrita(sql), sql);
     }
 
     TEST(Reescritura, dates_between_columns_and_in_joins_within_parentheses)
     {
-        EXPECT_EQ(en("SELECT 1 FROM (Cargos c INNER JOIN Otra o ON 1=1) WHERE c.Fecha BETWEEN o.Dia AND "
-                     "'01/02/2026' AND o.Dia BETWEEN c.Fecha AND '01/02/2026'"),
+        EXPECT_EQ(
+            reescrita("SELECT 1 FROM (Cargos c INNER JOIN Otra o ON 1=1) WHERE c.Fecha BETWEEN o.Dia AND "
+                      "'01/02/2026' AND o.Dia BETWEEN c.Fecha AND '01/02/2026'"),
             "SELECT 1 FROM (Cargos c INNER JOIN Otra o ON 1=1) WHERE c.Fecha BETWEEN o.Dia AND "
             "'2026-02-01' AND o.Dia BETWEEN c.Fecha AND '01/02/2026'");
-        EXPECT_EQ(en("SELECT 1 FROM Cargos WHERE Fecha IN (NULL, Hora, '01/02/2026')"),
+        EXPECT_EQ(reescrita("SELECT 1 FROM Cargos WHERE Fecha IN (NULL, Hora, '01/02/2026')"),
             "SELECT 1 FROM Cargos WHERE Fecha IN (NULL, Hora, '2026-02-01')");
     }
 
     TEST(Reescritura, dates_that_an_update_sets)
     {
-        EXPECT_EQ(en(" UPDATE Cargos  SET Proveedor = 1, Fecha = '21/11/2026', Observ ='21/11/2026', Hora "
-                     "='21/11/2026 "
-                     "9:05:03' WHERE Codigo ='01/01/2026'"),
+        EXPECT_EQ(
+            reescrita(" UPDATE Cargos  SET Proveedor = 1, Fecha = '21/11/2026', Observ ='21/11/2026', Hora "
+                      "='21/11/2026 "
+                      "9:05:03' WHERE Codigo ='01/01/2026'"),
             " UPDATE Cargos  SET Proveedor = 1, Fecha = '2026-11-21', Observ ='21/11/2026', Hora "
             "='2026-11-21 "
             "09:05:03' WHERE Codigo ='01/01/2026'");
@@ -123,16 +129,17 @@ namespace {
     TEST(Reescritura, dates_compared_with_date_columns_under_any_alias)
     {
         EXPECT_EQ(
-            en("SELECT * FROM Cargos pc LEFT JOIN Otra o ON o.Fecha = '01/01/2026' WHERE pc.Fecha BETWEEN "
-               "'01/01/2026' AND '31/12/2026' AND o.Fecha='01/01/2026' AND '02/01/2026' <= PC.fecha"),
+            reescrita(
+                "SELECT * FROM Cargos pc LEFT JOIN Otra o ON o.Fecha = '01/01/2026' WHERE pc.Fecha BETWEEN "
+                "'01/01/2026' AND '31/12/2026' AND o.Fecha='01/01/2026' AND '02/01/2026' <= PC.fecha"),
             "SELECT * FROM Cargos pc LEFT JOIN Otra o ON o.Fecha = '01/01/2026' WHERE pc.Fecha BETWEEN "
             "'2026-01-01' AND '2026-12-31' AND o.Fecha='01/01/2026' AND '2026-01-02' <= PC.fecha");
-        EXPECT_EQ(en("SELECT * FROM Cargos AS c WHERE c.Fecha NOT IN ('01/01/2026', '02/01/2026') OR "
-                     "Hora<>'1:00:00'"),
+        EXPECT_EQ(reescrita("SELECT * FROM Cargos AS c WHERE c.Fecha NOT IN ('01/01/2026', '02/01/2026') OR "
+                            "Hora<>'1:00:00'"),
             "SELECT * FROM Cargos AS c WHERE c.Fecha NOT IN ('2026-01-01', '2026-01-02') OR "
             "Hora<>'1900-01-01 01:00:00'");
-        EXPECT_EQ(en("DELETE FROM Cargos WHERE [Fecha] < '01/01/2026' AND Cargos.Fecha NOT BETWEEN "
-                     "'01/01/2020' AND ''"),
+        EXPECT_EQ(reescrita("DELETE FROM Cargos WHERE [Fecha] < '01/01/2026' AND Cargos.Fecha NOT BETWEEN "
+                            "'01/01/2020' AND ''"),
             "DELETE FROM Cargos WHERE [Fecha] < '2026-01-01' AND Cargos.Fecha NOT BETWEEN '2020-01-01' AND "
             "'1900-01-01'");
     }
@@ -140,37 +147,38 @@ namespace {
     TEST(Reescritura, a_date_asked_to_lie_between_two_date_columns)
     {
         EXPECT_EQ(
-            en("SELECT 1 FROM Cargos WHERE '01/02/2026' BETWEEN Fecha AND Hora AND 'x' BETWEEN a AND Fecha"),
+            reescrita(
+                "SELECT 1 FROM Cargos WHERE '01/02/2026' BETWEEN Fecha AND Hora AND 'x' BETWEEN a AND Fecha"),
             "SELECT 1 FROM Cargos WHERE '2026-02-01' BETWEEN Fecha AND Hora AND 'x' BETWEEN a AND Fecha");
     }
 
     TEST(Reescritura, a_date_asked_not_to_lie_between_two_date_columns)
     {
-        EXPECT_EQ(en("SELECT 1 FROM Cargos WHERE '01/02/2026' NOT BETWEEN Fecha AND Hora"),
+        EXPECT_EQ(reescrita("SELECT 1 FROM Cargos WHERE '01/02/2026' NOT BETWEEN Fecha AND Hora"),
             "SELECT 1 FROM Cargos WHERE '2026-02-01' NOT BETWEEN Fecha AND Hora");
-        EXPECT_EQ(en("SELECT 1 FROM Cargos WHERE NOT '01/02/2026' BETWEEN Fecha AND Hora"),
+        EXPECT_EQ(reescrita("SELECT 1 FROM Cargos WHERE NOT '01/02/2026' BETWEEN Fecha AND Hora"),
             "SELECT 1 FROM Cargos WHERE NOT '2026-02-01' BETWEEN Fecha AND Hora");
     }
 
     TEST(Reescritura, what_is_no_date_is_refused_where_a_date_is_wanted)
     {
-        EXPECT_EQ(error_de("SELECT * FROM Cargos WHERE Fecha = '31/02/2026'"),
+        EXPECT_EQ(error_al_reescribir("SELECT * FROM Cargos WHERE Fecha = '31/02/2026'"),
             "La conversión del texto '31/02/2026' en una fecha no es posible.");
-        EXPECT_EQ(error_de("UPDATE Cargos SET Fecha='it''s'"),
+        EXPECT_EQ(error_al_reescribir("UPDATE Cargos SET Fecha='it''s'"),
             "La conversión del texto 'it''s' en una fecha no es posible.");
     }
 
     TEST(Reescritura, a_second_statement_is_refused)
     {
         const auto* motivo = "Sólo se admite una instrucción en cada ejecución.";
-        EXPECT_EQ(error_de("DELETE FROM a; DELETE FROM b"), motivo);
-        EXPECT_EQ(error_de("SELECT 'x' ;;"), motivo);
-        EXPECT_EQ(en("DELETE FROM a ; -- the end\n"), "DELETE FROM a ; -- the end\n");
-        EXPECT_EQ(en("SELECT ';' FROM a -- ; x"), "SELECT ';' FROM a -- ; x");
+        EXPECT_EQ(error_al_reescribir("DELETE FROM a; DELETE FROM b"), motivo);
+        EXPECT_EQ(error_al_reescribir("SELECT 'x' ;;"), motivo);
+        EXPECT_EQ(reescrita("DELETE FROM a ; -- the end\n"), "DELETE FROM a ; -- the end\n");
+        EXPECT_EQ(reescrita("SELECT ';' FROM a -- ; x"), "SELECT ';' FROM a -- ; x");
         const std::string disparador
             = "CREATE TRIGGER x AFTER INSERT ON a BEGIN DELETE FROM b; SELECT 1; END";
-        EXPECT_EQ(en(disparador + ";"), disparador + ";");
-        EXPECT_EQ(error_de(disparador + "; SELECT 1"), motivo);
+        EXPECT_EQ(reescrita(disparador + ";"), disparador + ";");
+        EXPECT_EQ(error_al_reescribir(disparador + "; SELECT 1"), motivo);
     }
 
     /// Pieces from which statements are thrown together, most of them nonsense.
@@ -180,7 +188,7 @@ namespace {
         "JOIN", "pc", "1.5e", "\xc3\xb1", ";", "Hora", "\t" };
 
     /// The quoted texts of a statement, found by hand: whatever the tokeniser thinks of it.
-    std::vector<std::string_view> textos(std::string_view sql)
+    std::vector<std::string_view> textos_citados(std::string_view sql)
     {
         std::vector<std::string_view> resultado;
         for (std::size_t i = 0; i < sql.size(); ++i) {
@@ -220,7 +228,7 @@ namespace {
                 static_cast<void>(reescribe(sql, con_fechas));
                 const auto otra = reescribe(sql, sin_fechas);
                 cambiadas += otra != sql ? 1 : 0;
-                ASSERT_EQ(textos(otra), textos(sql)) << sql;
+                ASSERT_EQ(textos_citados(otra), textos_citados(sql)) << sql;
             } catch (const adodb::ErrorBaseDatos&) { // NOLINT(bugprone-empty-catch): refused is fine
             }
         }

@@ -3,6 +3,7 @@
 
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/DiscoPequeno.hpp"
+#include "tests/support/ErrorDe.hpp"
 
 #include <gmock/gmock.h>
 
@@ -35,16 +36,6 @@ namespace {
             return { Categoria::otra, "opened" };
         }
     };
-
-    template <class Uso> std::string error_de(Uso uso)
-    {
-        try {
-            uso();
-        } catch (const adodb::ErrorBaseDatos& error) {
-            return error.descripcion();
-        }
-        return "no error";
-    }
 
     std::int32_t cuenta(Connection& conexion)
     {
@@ -194,9 +185,9 @@ namespace {
         rs->Fields("Id").Value(5);
         EXPECT_THROW(conexion->Execute("INSERT OR ROLLBACK INTO t (Id) VALUES (1)"), adodb::ErrorBaseDatos);
         const auto* motivo = "La transacción se ha perdido por un error anterior: sólo se puede deshacer.";
-        EXPECT_EQ(error_de([&] { conexion->Execute("INSERT INTO t (Id) VALUES (2)"); }), motivo);
-        EXPECT_EQ(error_de([&] { rs->Update(); }), motivo);
-        EXPECT_EQ(error_de([&] { conexion->CommitTrans(); }), motivo);
+        EXPECT_EQ(pruebas::error_de([&] { conexion->Execute("INSERT INTO t (Id) VALUES (2)"); }), motivo);
+        EXPECT_EQ(pruebas::error_de([&] { rs->Update(); }), motivo);
+        EXPECT_EQ(pruebas::error_de([&] { conexion->CommitTrans(); }), motivo);
         EXPECT_EQ(cuenta(*Connection::Abrir({ .fichero = carpeta / "uno.db" })), 0);
         conexion->RollbackTrans();
         conexion->Execute("INSERT INTO t (Id) VALUES (3)");
@@ -210,11 +201,11 @@ namespace {
         conexion->Execute("CREATE TABLE Textos (x TEXT)");
         conexion->BeginTrans();
         conexion->Execute("INSERT INTO t (Id) VALUES (1)");
-        EXPECT_THAT(error_de([&] {
+        EXPECT_THAT(pruebas::error_de([&] {
             conexion->Execute("INSERT INTO Textos VALUES ('" + std::string(99999, 'x') + "')");
         }),
             HasSubstr("No queda sitio en el disco"));
-        EXPECT_NE(error_de([&] { conexion->CommitTrans(); }), "no error");
+        EXPECT_NE(pruebas::error_de([&] { conexion->CommitTrans(); }), "no error");
         conexion->RollbackTrans();
         EXPECT_EQ(cuenta(*conexion), 0);
     }
@@ -228,14 +219,15 @@ namespace {
         pareja.gestion->BeginTrans();
         pareja.contabilidad->BeginTrans();
         pareja.gestion->Execute("INSERT INTO Cargos VALUES (1)");
-        EXPECT_THAT(error_de([&] {
+        EXPECT_THAT(pruebas::error_de([&] {
             pareja.contabilidad->Execute("INSERT INTO Textos VALUES ('" + std::string(99999, 'x') + "')");
         }),
             HasSubstr("No queda sitio en el disco"));
         const auto* motivo = "La transacción se ha perdido por un error anterior: sólo se puede deshacer.";
-        EXPECT_EQ(error_de([&] { pareja.gestion->Execute("INSERT INTO Cargos VALUES (2)"); }), motivo);
-        EXPECT_EQ(error_de([&] { pareja.gestion->CommitTrans(); }), motivo);
-        EXPECT_EQ(error_de([&] { pareja.contabilidad->CommitTrans(); }), motivo);
+        EXPECT_EQ(
+            pruebas::error_de([&] { pareja.gestion->Execute("INSERT INTO Cargos VALUES (2)"); }), motivo);
+        EXPECT_EQ(pruebas::error_de([&] { pareja.gestion->CommitTrans(); }), motivo);
+        EXPECT_EQ(pruebas::error_de([&] { pareja.contabilidad->CommitTrans(); }), motivo);
         pareja.gestion->RollbackTrans();
         pareja.contabilidad->RollbackTrans();
         std::int32_t borradas = -1;
@@ -271,7 +263,7 @@ namespace {
             " INSERT INTO t (Id) VALUES (CASE WHEN new.Id > 4 THEN 9 ELSE new.Id + 5 END);"
             " DELETE FROM t WHERE Id = 0; END;\n INSERT INTO t (Id) VALUES (1);;");
         EXPECT_EQ(cuenta(*conexion), 2) << "1 and 6";
-        EXPECT_EQ(error_de([&] {
+        EXPECT_EQ(pruebas::error_de([&] {
             conexion->Execute("CREATE TRIGGER x AFTER DELETE ON t BEGIN SELECT 1; END; DELETE FROM t");
         }),
             "Sólo se admite una instrucción en cada ejecución.");

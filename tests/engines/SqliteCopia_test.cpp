@@ -57,12 +57,12 @@ namespace {
         }
     };
 
-    using Filas = std::map<std::string, std::int64_t>;
+    using FilasPorTabla = std::map<std::string, std::int64_t>;
 
     TEST_F(Copia, holds_what_the_original_held_also_what_its_log_still_had)
     {
         copia_a("b.db");
-        EXPECT_EQ(filas("b.db"), (Filas{ { "t", 1000 }, { "vacia", 0 } }));
+        EXPECT_EQ(filas("b.db"), (FilasPorTabla{ { "t", 1000 }, { "vacia", 0 } }));
         EXPECT_GE(avisos, 3) << "in steps";
     }
 

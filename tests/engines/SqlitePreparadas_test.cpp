@@ -59,7 +59,7 @@ namespace {
     };
 
     /// An error with everything that it says.
-    template <class Uso> std::string error_de(Uso uso)
+    template <class Uso> std::string error_entero_de(Uso uso)
     {
         try {
             uso();
@@ -139,15 +139,15 @@ namespace {
                  "SELECT NoHay FROM u", "INSERT INTO u VALUES (2 'b')",
                  "DELETE FROM u WHERE NoHay = 'x' AND Id = 3",
                  "UPDATE t SET Fecha = '31/02/2026' WHERE NoHay = 5", "DELETE FROM u; DELETE FROM u" }) {
-            const auto esperado = error_de([&] { texto->Execute(sql); });
+            const auto esperado = error_entero_de([&] { texto->Execute(sql); });
             EXPECT_NE(esperado, "no error") << sql;
             for (int vez = 0; vez < 2; ++vez) {
-                EXPECT_EQ(error_de([&] { conexion->Execute(sql); }), esperado);
-                EXPECT_EQ(error_de([&] { static_cast<void>(lee(sql)); }), esperado);
+                EXPECT_EQ(error_entero_de([&] { conexion->Execute(sql); }), esperado);
+                EXPECT_EQ(error_entero_de([&] { static_cast<void>(lee(sql)); }), esperado);
             }
         }
         conexion->Execute("UPDATE t SET Fecha = '28/02/2026'");
-        EXPECT_EQ(error_de([&] { conexion->Execute("UPDATE t SET Fecha = '29/02/2026'"); }),
+        EXPECT_EQ(error_entero_de([&] { conexion->Execute("UPDATE t SET Fecha = '29/02/2026'"); }),
             "0 La conversión del texto '29/02/2026' en una fecha no es posible. in UPDATE t SET Fecha = "
             "'29/02/2026'");
     }
@@ -176,8 +176,8 @@ namespace {
         EXPECT_EQ(lee("SELECT * FROM t WHERE Dinero = 2.5")->Fields("Dinero").Value(), Variant(2.5))
             << "no longer money";
         otro->Execute("DROP TABLE t");
-        EXPECT_EQ(error_de([&] { conexion->Execute("INSERT INTO t (Id, Dinero) VALUES (7, 2.5)"); }),
-            error_de([&] { abre(false)->Execute("INSERT INTO t (Id, Dinero) VALUES (7, 2.5)"); }));
+        EXPECT_EQ(error_entero_de([&] { conexion->Execute("INSERT INTO t (Id, Dinero) VALUES (7, 2.5)"); }),
+            error_entero_de([&] { abre(false)->Execute("INSERT INTO t (Id, Dinero) VALUES (7, 2.5)"); }));
     }
 
     TEST_F(LasPreparadas, tables_that_the_session_itself_changes_are_looked_at_anew)

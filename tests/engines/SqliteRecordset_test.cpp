@@ -2,6 +2,7 @@
 #include "engines/sqlite/Connection.hpp"
 
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/ErrorDe.hpp"
 
 #include <gmock/gmock.h>
 
@@ -53,16 +54,6 @@ namespace {
             return junto;
         }
     };
-
-    template <class Uso> std::string error_de(Uso uso)
-    {
-        try {
-            uso();
-        } catch (const ErrorBaseDatos& error) {
-            return error.descripcion();
-        }
-        return "no error";
-    }
 
     TEST_F(Filas, rows_left_unread_do_not_stand_in_the_way_of_a_write_after_another_user)
     {
@@ -116,12 +107,12 @@ namespace {
         const auto rs = lee("SELECT * FROM t");
         rs->Close();
         EXPECT_TRUE(rs->Eof());
-        EXPECT_EQ(
-            error_de([&] { static_cast<void>(rs->Fields("Id")); }), "El conjunto de filas está cerrado.");
-        EXPECT_EQ(error_de([&] { rs->MoveNext(); }), "El conjunto de filas está cerrado.");
-        EXPECT_EQ(error_de([&] { rs->Update(); }), "El conjunto de filas está cerrado.");
+        EXPECT_EQ(pruebas::error_de([&] { static_cast<void>(rs->Fields("Id")); }),
+            "El conjunto de filas está cerrado.");
+        EXPECT_EQ(pruebas::error_de([&] { rs->MoveNext(); }), "El conjunto de filas está cerrado.");
+        EXPECT_EQ(pruebas::error_de([&] { rs->Update(); }), "El conjunto de filas está cerrado.");
         rs->Open("SELECT * FROM t", CursorType::Static, LockType::ReadOnly);
-        EXPECT_EQ(error_de([&] { rs->Open("SELECT 1", CursorType::Static, LockType::ReadOnly); }),
+        EXPECT_EQ(pruebas::error_de([&] { rs->Open("SELECT 1", CursorType::Static, LockType::ReadOnly); }),
             "El conjunto de filas ya está abierto.");
     }
 
@@ -129,10 +120,10 @@ namespace {
     {
         const auto rs = edita("SELECT * FROM t WHERE Id = 99");
         EXPECT_TRUE(rs->Eof());
-        EXPECT_EQ(error_de([&] { static_cast<void>(rs->Fields("Id").Value()); }),
+        EXPECT_EQ(pruebas::error_de([&] { static_cast<void>(rs->Fields("Id").Value()); }),
             "No hay ninguna fila de la que leer el campo «Id».");
         EXPECT_THROW(rs->Fields("Id").Value(1), ErrorBaseDatos);
-        EXPECT_EQ(error_de([&] { rs->Update(); }), "No hay ninguna fila que guardar.");
+        EXPECT_EQ(pruebas::error_de([&] { rs->Update(); }), "No hay ninguna fila que guardar.");
     }
 
     TEST_F(Filas, dates_money_and_texts_are_written_as_statements_write_them)
@@ -146,7 +137,7 @@ namespace {
         EXPECT_EQ(textos("SELECT Fecha || ' ' || Texto FROM t WHERE Dinero = -0.0001"), "|1900-01-01 d'Or €");
         rs = edita("SELECT * FROM t WHERE Id = 3");
         rs->Fields("Fecha").Value(*Date::de_dia(2026, 2, 1));
-        EXPECT_EQ(error_de([&] { rs->Fields("Fecha").Value("31/02/2026"); }),
+        EXPECT_EQ(pruebas::error_de([&] { rs->Fields("Fecha").Value("31/02/2026"); }),
             "La conversión del texto '31/02/2026' en una fecha no es posible.");
         rs->Update();
         EXPECT_EQ(textos("SELECT Fecha || '' FROM t WHERE Id = 3"), "|2026-02-01");
@@ -174,14 +165,15 @@ namespace {
     {
         auto rs = edita("SELECT Texto FROM t WHERE Id = 1");
         rs->Fields("Texto").Value("x");
-        EXPECT_EQ(error_de([&] { rs->Update(); }), "La fila no se puede guardar: falta el campo clave «Id».");
+        EXPECT_EQ(pruebas::error_de([&] { rs->Update(); }),
+            "La fila no se puede guardar: falta el campo clave «Id».");
         rs->Close();
         conexion->BeginTrans();
         rs = edita("SELECT * FROM t WHERE Id = 1");
         conexion->Execute("DELETE FROM t WHERE Id = 1");
         rs->Fields("Texto").Value("x");
-        EXPECT_EQ(
-            error_de([&] { rs->Update(); }), "La fila no se puede guardar: ya no está en la tabla «t».");
+        EXPECT_EQ(pruebas::error_de([&] { rs->Update(); }),
+            "La fila no se puede guardar: ya no está en la tabla «t».");
         rs->AddNew();
         EXPECT_NO_THROW(rs->Update()) << "a row of nothing but defaults";
         conexion->RollbackTrans();

@@ -13,7 +13,7 @@ namespace {
     using testing::ElementsAre;
     using testing::HasSubstr;
 
-    using Filas = std::vector<std::string>;
+    using Renglones = std::vector<std::string>;
 
     /// Two files whose tables have the same names.
     struct Traslado : testing::Test {
@@ -52,9 +52,9 @@ namespace {
         {
             traslada(origen, *ambos, prefijo, [this] { ++filas; });
         }
-        static Filas pide(Sesion& sesion, const std::string& sql)
+        static Renglones pide(Sesion& sesion, const std::string& sql)
         {
-            Filas todas;
+            Renglones todas;
             Instruccion consulta(sesion.base(), sql, Donde());
             while (consulta.avanza(Donde())) {
                 std::string fila;

@@ -14,7 +14,7 @@ namespace {
     const pruebas::MedidorFijo medidor;
 
     // A type of 7.2 points is 2.54 mm high, its line 3.3 mm, and a character half of it wide.
-    std::string plantilla(const std::string& cuerpo, const std::string& alto = "30")
+    std::string plantilla_de(const std::string& cuerpo, const std::string& alto = "30")
     {
         return R"({ "ancho": 100, "alto": 60, "letra": "Fija", "separacion": 0, "cuerpo_hasta": )" + alto
             + R"(,
@@ -27,7 +27,7 @@ namespace {
 
     Documento documento(const std::string& cuerpo, const DatosDocumento& datos)
     {
-        return { "Prueba", datos, Plantilla::de_texto(plantilla(cuerpo), "mía.json"), medidor };
+        return { "Prueba", datos, Plantilla::de_texto(plantilla_de(cuerpo), "mía.json"), medidor };
     }
 
     const std::string tabla
@@ -112,15 +112,15 @@ namespace {
             }
         };
         const auto parrafo = [](const std::string& texto) {
-            return plantilla(
+            return plantilla_de(
                 R"({ "tipo": "parrafo", "x": 0, "ancho": 90, "texto": [["normal", ")" + texto + "\"]] }");
         };
         EXPECT_EQ(error_de(parrafo("{iban}")), "La plantilla pide el dato «iban», que no existe.");
         EXPECT_EQ(error_de(parrafo("a {iban")), "La plantilla tiene una llave sin cerrar: «{iban».");
-        EXPECT_EQ(error_de(plantilla("", "20")), "La plantilla no deja sitio en la página.");
+        EXPECT_EQ(error_de(plantilla_de("", "20")), "La plantilla no deja sitio en la página.");
         auto otra = tabla;
         otra.replace(otra.find("lineas"), 6, "cargos");
-        EXPECT_EQ(error_de(plantilla(otra)), "La plantilla pide la lista «cargos», que no existe.");
+        EXPECT_EQ(error_de(plantilla_de(otra)), "La plantilla pide la lista «cargos», que no existe.");
     }
 
     TEST(Documento, a_text_is_found_whatever_its_case_with_page_and_place)

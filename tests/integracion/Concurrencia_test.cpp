@@ -19,7 +19,7 @@ namespace {
     using pruebas::Banco;
 
     constexpr int puestos = 8;
-    constexpr auto guardar = "frmCompras_Atipicos:cmdAceptar_Click";
+    constexpr auto titulo_de_guardar = "frmCompras_Atipicos:cmdAceptar_Click";
 
     int cargos_por_puesto() { return std::getenv("ATIPICOS_PRUEBA_LARGA") != nullptr ? 250 : 12; }
 
@@ -60,7 +60,7 @@ namespace {
     {
         while (banco.guarda({}, almacen).estado != ResultadoGuardado::Estado::Guardado) {
             const auto& aviso = banco.avisos->dichos.back();
-            if (aviso.titulo != guardar
+            if (aviso.titulo != titulo_de_guardar
                 || aviso.texto.find("bloqueada por otro usuario") == std::string::npos) {
                 std::cerr << aviso.titulo << ": " << aviso.texto << '\n';
                 return false;

@@ -26,23 +26,24 @@ namespace {
     constexpr std::size_t pasos_de_sobra = 20;
 
     /// What a workstation does; true when it was done without an error being shown.
-    struct Tarea {
+    struct Hacer {
         std::string nombre;
         void (*hace)(Banco&, const std::string& quien);
     };
-    const Tarea guardar{ "save", [](Banco& banco, const std::string& quien) { banco.guarda({}, 1, quien); } };
-    const Tarea modificar{ "modify",
+    const Hacer hacer_guardar{ "save",
+        [](Banco& banco, const std::string& quien) { banco.guarda({}, 1, quien); } };
+    const Hacer hacer_modificar{ "modify",
         [](Banco& banco, const std::string& quien) { banco.guarda(codigo_base, 1, quien); } };
-    const Tarea modificar_sin_asiento{ "modify without entry",
+    const Hacer modificar_sin_asiento{ "modify without entry",
         [](Banco& banco, const std::string& quien) { banco.guarda(codigo_base, 5, quien); } };
-    const Tarea eliminar{ "delete", [](Banco&, const std::string&) {
-                             static_cast<void>(EliminarAtipico({ 2026, 1, codigo_base }));
-                         } };
+    const Hacer hacer_eliminar{ "delete", [](Banco&, const std::string&) {
+                                   static_cast<void>(EliminarAtipico({ 2026, 1, codigo_base }));
+                               } };
 
     struct Pareja {
         std::string nombre;
-        Tarea una;
-        Tarea otra;
+        Hacer una;
+        Hacer otra;
         std::int16_t almacen = 1; ///< of the charge that is there before; 0: none, and no counters either
     };
     void PrintTo(const Pareja& pareja, std::ostream* salida) { *salida << pareja.nombre; }
@@ -67,7 +68,7 @@ namespace {
     public:
         enum class Estado { parado, acabado, fallido };
 
-        Puesto(const bases::Lugar& lugar, const Tarea& tarea, const std::string& nombre)
+        Puesto(const bases::Lugar& lugar, const Hacer& tarea, const std::string& nombre)
         {
             int ida[2];
             int vuelta[2];
@@ -133,7 +134,7 @@ namespace {
         }
 
         [[noreturn]] static void trabaja(
-            const bases::Lugar& lugar, const Tarea& tarea, const std::string& nombre, int ordenes, int avisos)
+            const bases::Lugar& lugar, const Hacer& tarea, const std::string& nombre, int ordenes, int avisos)
         {
             const auto espera = [&] {
                 char orden = 0;
@@ -290,9 +291,11 @@ namespace {
 
     std::vector<Pareja> parejas()
     {
-        return { { "save_save", guardar, guardar }, { "save_save_without_counter", guardar, guardar, 0 },
-            { "save_delete", guardar, eliminar }, { "modify_delete", modificar, eliminar },
-            { "modify_modify", modificar, modificar },
+        return { { "save_save", hacer_guardar, hacer_guardar },
+            { "save_save_without_counter", hacer_guardar, hacer_guardar, 0 },
+            { "save_delete", hacer_guardar, hacer_eliminar },
+            { "modify_delete", hacer_modificar, hacer_eliminar },
+            { "modify_modify", hacer_modificar, hacer_modificar },
             { "modify_modify_without_entry", modificar_sin_asiento, modificar_sin_asiento, 5 } };
     }
 

@@ -17,8 +17,8 @@ namespace {
     using pruebas::numero_de_error;
 
     using Limites = std::numeric_limits<double>;
-    constexpr auto maximo = Currency::de_crudo(std::numeric_limits<std::int64_t>::max());
-    constexpr auto minimo = Currency::de_crudo(std::numeric_limits<std::int64_t>::min());
+    constexpr auto mayor = Currency::de_crudo(std::numeric_limits<std::int64_t>::max());
+    constexpr auto menor = Currency::de_crudo(std::numeric_limits<std::int64_t>::min());
 
     Currency moneda(const char* texto) { return Currency::de_texto(texto); }
 
@@ -61,13 +61,13 @@ namespace {
     TEST(Redondear, of_money_beyond_the_limits_is_error_6)
     {
         for (const int decimales : { 0, 1, 3 }) { // ….5807 goes up to ….581, ….6 and …78
-            EXPECT_EQ(numero_de_error([&] { return Redondear(maximo, decimales); }), 6) << decimales;
-            EXPECT_EQ(numero_de_error([&] { return Redondear(minimo, decimales); }), 6) << decimales;
+            EXPECT_EQ(numero_de_error([&] { return Redondear(mayor, decimales); }), 6) << decimales;
+            EXPECT_EQ(numero_de_error([&] { return Redondear(menor, decimales); }), 6) << decimales;
         }
-        EXPECT_EQ(Redondear(maximo, 2).texto(), "922337203685477.5800");
-        EXPECT_EQ(Redondear(minimo, 2).texto(), "-922337203685477.5800");
-        EXPECT_EQ(Redondear(minimo, 4), minimo);
-        EXPECT_EQ(linea_de_error([] { return Redondear(maximo, 0); }), __LINE__);
+        EXPECT_EQ(Redondear(mayor, 2).texto(), "922337203685477.5800");
+        EXPECT_EQ(Redondear(menor, 2).texto(), "-922337203685477.5800");
+        EXPECT_EQ(Redondear(menor, 4), menor);
+        EXPECT_EQ(linea_de_error([] { return Redondear(mayor, 0); }), __LINE__);
     }
 
     TEST(Redondear, decimals_out_of_range_are_error_5)
@@ -192,9 +192,9 @@ namespace {
         }
         EXPECT_EQ(texto_pantalla(-0.0, 2), "0,00");
         EXPECT_EQ(texto_pantalla(1.005, 2), "1,01");
-        EXPECT_EQ(texto_pantalla(minimo, 4), "-922.337.203.685.477,5808");
-        EXPECT_EQ(texto_pantalla(maximo, 0), "922.337.203.685.478"); // text has room where an amount has not
-        EXPECT_EQ(texto_pantalla(minimo, 15), "-922.337.203.685.477,580800000000000");
+        EXPECT_EQ(texto_pantalla(menor, 4), "-922.337.203.685.477,5808");
+        EXPECT_EQ(texto_pantalla(mayor, 0), "922.337.203.685.478"); // text has room where an amount has not
+        EXPECT_EQ(texto_pantalla(menor, 15), "-922.337.203.685.477,580800000000000");
     }
 
     TEST(texto_pantalla, agrees_with_the_oracle)

@@ -16,9 +16,8 @@ namespace {
     using pruebas::linea_de_error;
     using pruebas::numero_de_error;
 
-    using Limites = std::numeric_limits<double>;
+    using LimitesDouble = std::numeric_limits<double>;
 
-    Currency moneda(const char* texto) { return Currency::de_texto(texto); }
     Date fecha(const char* texto) { return Date::de_texto(texto).value(); }
     Variant objeto() { return Variant(std::make_shared<Objeto>()); }
 
@@ -106,7 +105,7 @@ namespace {
     {
         for (const Variant& valor : { Variant(true), Variant(1), Variant(-1), Variant(0.001), Variant("1"),
                  Variant("-1,5"), Variant("Verdadero"), Variant("TRUE"), Variant("verdadero"),
-                 Variant("True"), Variant(moneda("0.0001")), Variant(fecha("21/11/2026")) })
+                 Variant("True"), Variant(Currency::de_texto("0.0001")), Variant(fecha("21/11/2026")) })
             EXPECT_TRUE(CBool(valor)) << CStr(valor);
         for (const Variant& valor : { Variant(false), Variant(0), Variant(0.0), Variant("0"), Variant("0,00"),
                  Variant("Falso"), Variant("FALSE"), Variant("falso"), Variant(Currency()), Variant(Date()) })
@@ -116,9 +115,10 @@ namespace {
     TEST(CLng, rounds_half_away_from_zero_whatever_the_kind)
     {
         const std::pair<Variant, std::int32_t> valores[] = { { 7, 7 }, { 2.5, 3 }, { -2.5, -3 }, { 3.5, 4 },
-            { 0.5, 1 }, { -0.5, -1 }, { 2.49, 2 }, { 2.4999999999999996, 3 }, { moneda("2.5"), 3 },
-            { moneda("-2.5"), -3 }, { moneda("2.4999"), 2 }, { "2,5", 3 }, { "-2,5", -3 },
-            { "1.234,4", 1234 }, { true, -1 }, { false, 0 }, { fecha("21/11/2026"), 46347 } };
+            { 0.5, 1 }, { -0.5, -1 }, { 2.49, 2 }, { 2.4999999999999996, 3 },
+            { Currency::de_texto("2.5"), 3 }, { Currency::de_texto("-2.5"), -3 },
+            { Currency::de_texto("2.4999"), 2 }, { "2,5", 3 }, { "-2,5", -3 }, { "1.234,4", 1234 },
+            { true, -1 }, { false, 0 }, { fecha("21/11/2026"), 46347 } };
         for (const auto& [valor, esperado] : valores) {
             EXPECT_EQ(CLng(valor), esperado) << CStr(valor);
             if (esperado < 40'000) {
@@ -146,10 +146,11 @@ namespace {
         EXPECT_EQ(CLng("2.147.483.647"), 2147483647);
         for (const Variant& valor :
             { Variant(32768), Variant(-32769), Variant(32767.5), Variant(-32768.5), Variant("32768"),
-                Variant(moneda("32767.5")), Variant(1e300), Variant(Limites::quiet_NaN()) })
+                Variant(Currency::de_texto("32767.5")), Variant(1e300), Variant(LimitesDouble::quiet_NaN()) })
             EXPECT_EQ(numero_de_error([&] { return CInt(valor); }), 6);
         for (const Variant& valor : { Variant(2147483647.5), Variant(-2147483648.5), Variant("2147483648"),
-                 Variant(moneda("2147483647.5")), Variant(Limites::infinity()), Variant(-1e20) })
+                 Variant(Currency::de_texto("2147483647.5")), Variant(LimitesDouble::infinity()),
+                 Variant(-1e20) })
             EXPECT_EQ(numero_de_error([&] { return CLng(valor); }), 6);
     }
 
@@ -176,7 +177,7 @@ namespace {
         EXPECT_EQ(CDbl(true), -1.0);
         EXPECT_EQ(CDbl(-7), -7.0);
         EXPECT_EQ(CDbl(0.1), 0.1);
-        EXPECT_EQ(CDbl(moneda("-1234.5678")), -1234.5678);
+        EXPECT_EQ(CDbl(Currency::de_texto("-1234.5678")), -1234.5678);
         EXPECT_EQ(CDbl(Date::de_automatizacion(-1.25)), -1.25);
         EXPECT_EQ(CDbl("-1.234,5"), -1234.5);
     }
@@ -192,12 +193,12 @@ namespace {
 
     TEST(CCur, is_exact_for_amounts_and_texts_and_rounds_doubles)
     {
-        EXPECT_EQ(CCur(moneda("922337203685477.5807")).texto(), "922337203685477.5807");
+        EXPECT_EQ(CCur(Currency::de_texto("922337203685477.5807")).texto(), "922337203685477.5807");
         EXPECT_EQ(CCur("922.337.203.685.477,5807").texto(), "922337203685477.5807");
-        EXPECT_EQ(CCur(0.00005), moneda("0.0001"));
-        EXPECT_EQ(CCur(-0.00005), moneda("-0.0001"));
-        EXPECT_EQ(CCur(std::numeric_limits<std::int32_t>::min()), moneda("-2147483648"));
-        EXPECT_EQ(CCur(true), moneda("-1"));
+        EXPECT_EQ(CCur(0.00005), Currency::de_texto("0.0001"));
+        EXPECT_EQ(CCur(-0.00005), Currency::de_texto("-0.0001"));
+        EXPECT_EQ(CCur(std::numeric_limits<std::int32_t>::min()), Currency::de_texto("-2147483648"));
+        EXPECT_EQ(CCur(true), Currency::de_texto("-1"));
         EXPECT_EQ(numero_de_error([] { return CCur(1e15); }), 6);
         EXPECT_EQ(numero_de_error([] { return CCur("1000000000000000"); }), 6);
     }
@@ -208,7 +209,7 @@ namespace {
         EXPECT_EQ(CDate(fecha("21/11/2026")), fecha("21/11/2026"));
         EXPECT_EQ(CDate(46347), fecha("21/11/2026"));
         EXPECT_EQ(CDate(-1.25).texto_regional(), "29/12/1899 6:00:00");
-        EXPECT_EQ(CDate(moneda("46347.5")).texto_regional(), "21/11/2026 12:00:00");
+        EXPECT_EQ(CDate(Currency::de_texto("46347.5")).texto_regional(), "21/11/2026 12:00:00");
         EXPECT_EQ(numero_de_error([] { return CDate(3e6); }), 6);
     }
 
@@ -219,14 +220,15 @@ namespace {
             { 1234.5, "1234,5" }, { 0.1 + 0.2, "0,3" }, { -0.0, "0" }, { 100.0, "100" },
             { 1e14, "100000000000000" }, { 123456789012345.0, "123456789012345" }, { 0.00001, "0,00001" },
             { -1.5e-7, "-0,00000015" }, { 1e20, "1e+20" }, { 1.0 / 3, "0,333333333333333" },
-            { moneda("1234.5"), "1234,5" }, { moneda("100"), "100" }, { moneda("-0.05"), "-0,05" },
-            { Currency(), "0" }, { moneda("-922337203685477.5808"), "-922337203685477,5808" },
+            { Currency::de_texto("1234.5"), "1234,5" }, { Currency::de_texto("100"), "100" },
+            { Currency::de_texto("-0.05"), "-0,05" }, { Currency(), "0" },
+            { Currency::de_texto("-922337203685477.5808"), "-922337203685477,5808" },
             { fecha("01/02/2026"), "01/02/2026" },
             { Date::de_automatizacion(46347.75), "21/11/2026 18:00:00" }, { Date(), "0:00:00" },
             { "así, tal cual", "así, tal cual" } };
         for (const auto& [valor, texto] : textos)
             EXPECT_EQ(CStr(valor), texto);
-        EXPECT_EQ(numero_de_error([] { return CStr(Limites::quiet_NaN()); }), 6);
+        EXPECT_EQ(numero_de_error([] { return CStr(LimitesDouble::quiet_NaN()); }), 6);
     }
 
     TEST(CStr, of_an_amount_is_read_back)

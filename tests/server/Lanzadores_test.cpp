@@ -12,7 +12,7 @@ namespace {
 
     using testing::IsEmpty;
 
-    Anfitrion::Miembro fijo(const char* nombre, Valor valor)
+    Anfitrion::Miembro con_valor(const char* nombre, Valor valor)
     {
         return { nombre, [valor](const Argumentos&) { return valor; } };
     }
@@ -22,13 +22,14 @@ namespace {
         void* biblioteca = dlopen(ATIPICOS_COMPONENTE, RTLD_NOW | RTLD_LOCAL);
         CarpetaTemporal carpeta;
         bases::Bases bases = abre();
-        Despacho empresa = Anfitrion::crea({ fijo("Codigo", 1), fijo("Nombre", "Muestra"),
-            fijo("DecimalesImporte", 2), fijo("DecimalesCosto", 3), fijo("DecimalesPrecio", 3),
-            fijo("AlmacenDefecto", 1), fijo("EnlaceContable", 1), fijo("EmpresaProveedores", 1),
-            fijo("RaizProveedores", 400), fijo("PorcentajeImpuesto", 7),
-            { "Parametro", [](const Argumentos& a) {
-                 return a.valor(0).texto() == "UsuarioActual" ? Valor("1") : Valor();
-             } } });
+        Despacho empresa = Anfitrion::crea({ con_valor("Codigo", 1), con_valor("Nombre", "Muestra"),
+            con_valor("DecimalesImporte", 2), con_valor("DecimalesCosto", 3), con_valor("DecimalesPrecio", 3),
+            con_valor("AlmacenDefecto", 1), con_valor("EnlaceContable", 1),
+            con_valor("EmpresaProveedores", 1), con_valor("RaizProveedores", 400),
+            con_valor("PorcentajeImpuesto", 7), { "Parametro", [](const Argumentos& a) {
+                                                     return a.valor(0).texto() == "UsuarioActual" ? Valor("1")
+                                                                                                  : Valor();
+                                                 } } });
 
         bases::Bases abre() const
         {
@@ -119,16 +120,17 @@ namespace {
         std::vector<std::int32_t> pintadas;
         auto vista = crea("clsView");
         vista.pon("Report",
-            Anfitrion::crea(
-                { fijo("Titulo", "Informe"), fijo("Ancho", 21000), fijo("Alto", 29700), fijo("Paginas", 2),
-                    { "Pinta",
-                        [&](const Argumentos& a) {
-                            pintadas.push_back(a.valor(0).entero());
-                            const Despacho lienzo(a.valor(1).objeto());
-                            lienzo.llama("Texto", 2000, 3000, "Hola", "DejaVu Sans", 400, true, 0);
-                            lienzo.llama("Relleno", 0, 0, 100, 100, 0xFF0000);
-                            return Valor();
-                        } } })
+            Anfitrion::crea({ con_valor("Titulo", "Informe"), con_valor("Ancho", 21000),
+                                con_valor("Alto", 29700), con_valor("Paginas", 2),
+                                { "Pinta",
+                                    [&](const Argumentos& a) {
+                                        pintadas.push_back(a.valor(0).entero());
+                                        const Despacho lienzo(a.valor(1).objeto());
+                                        lienzo.llama(
+                                            "Texto", 2000, 3000, "Hola", "DejaVu Sans", 400, true, 0);
+                                        lienzo.llama("Relleno", 0, 0, 100, 100, 0xFF0000);
+                                        return Valor();
+                                    } } })
                 .valor());
         EXPECT_THAT(pintadas, testing::ElementsAre(0, 1));
         EXPECT_THAT(dicho([&] { vista.llama("Cargar", false, 100); }), IsEmpty());

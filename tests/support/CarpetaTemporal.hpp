@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 
@@ -31,5 +33,13 @@ public:
 private:
     std::filesystem::path m_ruta;
 };
+
+/// All bytes of a file; none where there is no such file.
+[[nodiscard]] inline std::string lee_fichero(const std::filesystem::path& fichero)
+{
+    std::ostringstream contenido;
+    contenido << std::ifstream(fichero, std::ios::binary).rdbuf();
+    return contenido.str();
+}
 
 } // namespace atipicos::pruebas
