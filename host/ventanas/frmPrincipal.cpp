@@ -7,6 +7,7 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
@@ -34,7 +35,11 @@ namespace {
 frmPrincipal::frmPrincipal(Sesion& sesion, const OpcionesComunes& opciones, QWidget* parent)
     : QMainWindow(parent)
     , m_sesion(sesion)
+    , m_ultima_busqueda(sesion.empresa->Codigo(), sesion.empresa->Usuario())
 {
+    m_visor.set_AlBuscar([this](const frmclsComprasAtipVisor::Busqueda& buscado) {
+        m_ultima_busqueda.guarda(buscado, modComun::reloj().hoy());
+    });
     setObjectName(QStringLiteral("frmPrincipal"));
     setWindowTitle(QStringLiteral("Cargos atípicos a proveedores - ") + a_qt(sesion.empresa->Nombre()));
     hace_menus();
@@ -150,11 +155,24 @@ void frmPrincipal::abre_editor()
     m_editor.Show(0, this);
 }
 
+/// It opens on what the user last searched for, and with the list of it; open already it is left as it is.
 void frmPrincipal::abre_visor()
 {
+    const auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
+    const bool de_nuevo = abierto == nullptr || !abierto->isVisible();
     m_visor.set_EmpresaOrvalin(m_sesion.empresa);
     m_visor.set_ConexionOrvalin(m_sesion.bases.orvalin);
+    const auto ultima = m_ultima_busqueda.lee(modComun::reloj().hoy());
+    m_visor.Fecha_Inicial = ultima.Fecha_Inicial;
+    m_visor.Fecha_Final = ultima.Fecha_Final;
+    m_visor.Almacen_Inicial = ultima.Almacen;
+    m_visor.Proveedor_Inicial = ultima.Proveedor;
     m_visor.Show(0, this);
+    auto* ultima_caja = findChild<QWidget*>(QStringLiteral("txtFechaF"));
+    if (!de_nuevo || ultima_caja == nullptr)
+        return;
+    QKeyEvent intro(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(ultima_caja, &intro);
 }
 
 void frmPrincipal::muestra_teclas()

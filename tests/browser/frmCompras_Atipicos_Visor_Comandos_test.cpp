@@ -7,7 +7,6 @@
 
 #include <QFileDialog>
 #include <QHeaderView>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -97,16 +96,6 @@ bool con_dispositivos(const std::function<void()>& accion, const char* boton)
 class frmCompras_Atipicos_Visor_Comandos_Test : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(m_ajustes.isValid());
-        QCoreApplication::setOrganizationName(QStringLiteral("atipicos"));
-        QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_ajustes.path());
-    }
-
-    void init() { QSettings().clear(); }
-
     // Delete
 
     void delete_asks_first_and_no_leaves_everything()
@@ -479,8 +468,6 @@ private:
                 QTest::keyClick(&nombre, Qt::Key_Return);
             });
     }
-
-    QTemporaryDir m_ajustes;
 };
 
 ATIPICOS_PRUEBA_VENTANAS(frmCompras_Atipicos_Visor_Comandos_Test)
