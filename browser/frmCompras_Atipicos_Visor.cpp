@@ -186,7 +186,8 @@ void frmCompras_Atipicos_Visor::busca()
     if (!espera_fecha(*m_ui->txtFechaI) || !espera_fecha(*m_ui->txtFechaF))
         return;
     Cargar_Atipicos();
-    emit Buscado(filtro());
+    m_buscado = filtro();
+    emit Buscado(m_buscado);
     const bool hay_filas = m_ui->vsCab->Rows() > 1;
     set_Comandos(hay_filas);
     if (!hay_filas)
@@ -349,7 +350,7 @@ const CargoListado& frmCompras_Atipicos_Visor::elegido() const
 
 void frmCompras_Atipicos_Visor::cmdExportar_Click()
 {
-    const QString fichero = exporta_vsCab(*m_ui->vsCab, m_cargos, this);
+    const QString fichero = exporta_vsCab(*m_ui->vsCab, m_cargos, nombre_de_fichero(m_buscado), this);
     if (!fichero.isEmpty())
         m_ui->lblEstado->setText(QStringLiteral("Exportado a ") + fichero);
 }

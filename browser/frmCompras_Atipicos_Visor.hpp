@@ -90,6 +90,7 @@ private:
 
     std::unique_ptr<Ui::frmCompras_Atipicos_Visor> m_ui;
     std::vector<CargoListado> m_cargos; ///< as they were read; the data of a row is its place here
+    FiltroAtipicos m_buscado; ///< what they have been searched for by
     std::optional<ClaveCargo> m_abierto; ///< opened to be changed, since the last search that was asked for
 };
 

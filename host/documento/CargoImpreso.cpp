@@ -103,6 +103,7 @@ CargoImpreso CargoImpreso::lee(adodb::Connection& conexion, const qvoremp::Empre
                 + std::to_string(almacen) + ".",
             donde);
     CargoImpreso cargo;
+    cargo.Ejercicio = ejercicio;
     cargo.Codigo = lectura.texto("Codigo");
     cargo.Fecha = lectura.fecha("Fecha");
     cargo.Importe = lectura.importe("Importe");

@@ -34,6 +34,7 @@ struct CargoImpreso {
     };
 
     Emisor emisor;
+    std::int16_t Ejercicio = 0;
     std::string Codigo;
     Date Fecha;
     Currency Importe; ///< without tax

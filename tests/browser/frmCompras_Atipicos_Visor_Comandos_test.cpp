@@ -390,6 +390,28 @@ private slots:
         QVERIFY(lineas.at(3).startsWith("AT260002;1;"));
     }
 
+    void the_export_is_named_after_what_has_been_searched_for()
+    {
+        ConTresCargos visor;
+        const auto propuesto = [&] {
+            QString nombre;
+            const auto mira = [&](QFileDialog& dialogo) {
+                nombre = pruebas::control<QLineEdit>(dialogo, "fileNameEdit").text();
+                dialogo.reject();
+            };
+            if (!pruebas::con_dialogo<QFileDialog>([&] { visor.clic("cmdExportar"); }, mira))
+                return QStringLiteral("no dialog");
+            visor.activa();
+            return nombre;
+        };
+        QCOMPARE(propuesto(), QStringLiteral("Atípicos 2026-11-01 a 2026-11-30"));
+        visor.codigo("txtAlmacen").setText(QStringLiteral("2")); // not searched for yet
+        QCOMPARE(propuesto(), QStringLiteral("Atípicos 2026-11-01 a 2026-11-30"));
+        visor.codigo("txtProveedor").setText(QStringLiteral("104"));
+        visor.pulsa(Qt::Key_F5);
+        QCOMPARE(propuesto(), QStringLiteral("Atípicos 2026-11-01 a 2026-11-30, almacén 2, proveedor 104"));
+    }
+
     void giving_the_export_up_writes_nothing()
     {
         ConTresCargos visor;
