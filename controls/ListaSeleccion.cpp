@@ -30,7 +30,7 @@ namespace {
         return plano;
     }
 
-    constexpr int ancho_otro = 1900; ///< twips
+    constexpr int ancho_otro = 2300; ///< twips
 
     QString celdas(const Ficha& ficha, qsizetype otros)
     {
@@ -75,7 +75,8 @@ ListaSeleccion::ListaSeleccion(
     auto* etiqueta = new QLabel(QStringLiteral("&Buscar:"), this);
     etiqueta->setBuddy(m_filtro);
     m_filtro->setObjectName(QStringLiteral("txtFiltro"));
-    m_filtro->setPlaceholderText(QStringLiteral("Parte del nombre o del código"));
+    m_filtro->setPlaceholderText(otros.isEmpty() ? QStringLiteral("Parte del nombre o del código")
+                                                 : QStringLiteral("Parte de cualquiera de las columnas"));
     m_filtro->setClearButtonEnabled(true);
     m_filtro->installEventFilter(this);
 
