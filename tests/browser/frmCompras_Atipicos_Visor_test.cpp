@@ -95,6 +95,14 @@ private slots:
         QCOMPARE(visor.nombre("txtAlmacen"), QStringLiteral("Arrecife"));
     }
 
+    void its_pickers_have_their_width()
+    {
+        EscenaVisor visor;
+        visor.abre();
+        for (const auto* nombre : { "txtAlmacen", "txtProveedor" })
+            QCOMPARE(visor.c<>(nombre).minimumWidth(), twips_a_pixeles(3000, visor.c<>(nombre)));
+    }
+
     void without_filters_it_opens_on_this_year()
     {
         EscenaVisor visor;
@@ -281,6 +289,14 @@ private slots:
         QCOMPARE(visor.banco.parte->dichas.back(),
             lista_de(" AND pc.Cod_Almacen =2 AND pc.Proveedor =104", "01/11/2026", "30/11/2026"));
         QCOMPARE(visor.nombre("txtAlmacen"), QStringLiteral("La Orotava"));
+        visor.codigo("txtProveedor").setFocus(); // where the focus stays when nothing is found
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("103"));
+        visor.pulsa(Qt::Key_F5);
+        QCOMPARE(visor.lista().Rows(), 1);
+        QCOMPARE(visor.nombre("txtProveedor"), QStringLiteral("Ñandú Exportaciones, S.L."));
+        visor.codigo("txtProveedor").selectAll();
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("104"));
+        visor.pulsa(Qt::Key_F5);
         visor.pulsa(Qt::Key_Return); // to the details, from where F5 leads back
         QCOMPARE(visor.pestanas().currentIndex(), 1);
         visor.pulsa(Qt::Key_F5);
