@@ -145,6 +145,7 @@ void consulta(QWidget& principal, const app::OpcionesComunes& opciones, Grabacio
     QWidget& visor = abierta("frmCompras_Atipicos_Visor");
     if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == &visor; }))
         throw Error(1, "demostracion", "El visor no se activa.");
+    control(visor, "txtFechaI").setFocus(); // it has opened in the list of this year
     teclea("1/1/2025");
     intro(2);
     grabacion.captura(visor, "visor-lista");

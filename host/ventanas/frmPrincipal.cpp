@@ -177,15 +177,17 @@ void frmPrincipal::abre_visor()
 
 void frmPrincipal::muestra_teclas()
 {
-    modComun::Avisos().mostrar({ "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
-                                 "F2: busca por nombre en almacén, proveedor, artículo, tipo y banco.\r\n"
-                                 "F4: observaciones largas de la línea elegida.\r\n"
-                                 "F9: acepta el comentario o las previsiones.\r\n"
-                                 "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
-                                 "Flechas en una fecha: un día más o menos; Alt+Abajo: calendario.\r\n"
-                                 "Esc: cancela el cargo que se está tecleando.\r\n"
-                                 "En el visor, Intro busca y muestra los detalles, y F9 imprime.",
-        "Teclas", Icono::informacion });
+    modComun::Avisos().mostrar(
+        { "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
+          "F2: busca por nombre en almacén, proveedor, artículo, tipo y banco.\r\n"
+          "F4: observaciones largas de la línea elegida.\r\n"
+          "F9: acepta el comentario o las previsiones.\r\n"
+          "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
+          "Flechas en una fecha: un día más o menos; Alt+Abajo: calendario.\r\n"
+          "Esc: cancela el cargo que se está tecleando.\r\n"
+          "En el visor, Intro y F5 buscan, Intro muestra los detalles, F9 imprime y F6 va al "
+          "último atípico abierto para cambiarlo.",
+            "Teclas", Icono::informacion });
 }
 
 void frmPrincipal::closeEvent(QCloseEvent* evento)
