@@ -13,7 +13,6 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QSettings>
 
 #include <cstdio>
 #include <fstream>
@@ -58,8 +57,6 @@ namespace {
     {
         const Carpeta carpeta;
         const auto datos = carpeta / "datos";
-        QSettings::setPath(
-            QSettings::NativeFormat, QSettings::UserScope, QString::fromStdString(datos.string()));
         bases::crea_bases(datos, false);
         app::OpcionesComunes opciones;
         opciones.datos = datos;

@@ -138,7 +138,12 @@ void TotalesLista::suma(const CargoListado& cargo)
 {
     ++m_cargos;
     for (auto& [columna, total] : m_sumas)
-        total += dato<Currency>(cargo, *columna);
+        try {
+            if (total)
+                *total += dato<Currency>(cargo, *columna);
+        } catch (const Error&) {
+            total.reset();
+        }
 }
 
 } // namespace atipicos

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -95,17 +96,15 @@ class TotalesLista {
 public:
     explicit TotalesLista(ColumnasLista columnas = columnas_lista());
 
-    void suma(const CargoListado& cargo);
+    void suma(const CargoListado& cargo); ///< raises nothing: the list is worth more than its totals
     [[nodiscard]] std::size_t cargos() const noexcept { return m_cargos; }
-    /// Each column that is summed with its total, in the order of the list.
-    [[nodiscard]] const std::vector<std::pair<const ColumnaLista*, Currency>>& sumas() const noexcept
-    {
-        return m_sumas;
-    }
+    /// A column that is summed with its total; without one where the sum is more than an amount can hold.
+    using Suma = std::pair<const ColumnaLista*, std::optional<Currency>>;
+    [[nodiscard]] const std::vector<Suma>& sumas() const noexcept { return m_sumas; } ///< in the list's order
 
 private:
     std::size_t m_cargos = 0;
-    std::vector<std::pair<const ColumnaLista*, Currency>> m_sumas;
+    std::vector<Suma> m_sumas;
 };
 
 } // namespace atipicos

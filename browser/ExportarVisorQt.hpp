@@ -1,6 +1,7 @@
 #pragma once
 
 #include "browser/CargoListado.hpp"
+#include "browser/ListaAtipicos.hpp"
 
 #include <QString>
 
@@ -12,10 +13,14 @@ namespace atipicos {
 
 class VSFlexGrid;
 
-/// Asks for a file and writes the list that `vsCab` shows to it, in the order in which it shows it: as CSV
-/// when the name says so, else as a workbook. The data of its rows are their places in `cargos`. Gives the
-/// file's name; empty when the person gave up.
-[[nodiscard]] QString exporta_vsCab(
-    const VSFlexGrid& vsCab, const std::vector<CargoListado>& cargos, QWidget* ventana);
+/// What a file with the list is called: "Atípicos 2026-11-01 a 2026-11-30", and the warehouse and supplier
+/// where it has been narrowed to them.
+[[nodiscard]] QString nombre_de_fichero(const FiltroAtipicos& filtro);
+
+/// Asks for a file, proposing its name without ending, and writes the list that `vsCab` shows to it, in the
+/// order in which it shows it: as CSV when the name says so, else as a workbook. The data of its rows are
+/// their places in `cargos`. Gives the file's name; empty when the person gave up.
+[[nodiscard]] QString exporta_vsCab(const VSFlexGrid& vsCab, const std::vector<CargoListado>& cargos,
+    const QString& nombre, QWidget* ventana);
 
 } // namespace atipicos

@@ -30,6 +30,13 @@ namespace {
         { 6, "Observaciones", 3000, Clase::texto, 40 },
     };
 
+    constexpr Columna de_previsiones[] = {
+        { 0, "Previsión", 1100, Clase::numero, 0 },
+        { 1, "Vencimiento", 1300, Clase::fecha, 0 },
+        { 2, "Importe", 1200, Clase::numero, 0 },
+        { 3, "Documento", 3000, Clase::texto, 100 },
+    };
+
     Qt::Alignment alineacion(Clase clase)
     {
         return Qt::AlignVCenter
@@ -75,5 +82,7 @@ void prepara_vsCab(VSFlexGrid& rejilla, ColumnasLista lista)
 }
 
 void prepara_vsDetalles(VSFlexGrid& rejilla) { prepara(rejilla, de_detalles); }
+
+void prepara_vsPrevisiones(VSFlexGrid& rejilla) { prepara(rejilla, de_previsiones); }
 
 } // namespace atipicos

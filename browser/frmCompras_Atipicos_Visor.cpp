@@ -3,7 +3,7 @@
 #include "browser/EliminarAtipico.hpp"
 #include "browser/ExportarVisorQt.hpp"
 #include "browser/RejillasVisorQt.hpp"
-#include "browser/UltimoFiltroQt.hpp"
+#include "browser/TextosVisorQt.hpp"
 #include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "context/modMsgOp.hpp"
@@ -15,11 +15,13 @@
 #include "editor/frmCompras_Atipicos.hpp"
 #include "printing/frmImpresora.hpp"
 #include "printing/ImprimirAtipico.hpp"
-#include "runtime/Formato.hpp"
 #include "ui_frmCompras_Atipicos_Visor.h"
 
 #include <QKeyEvent>
 #include <QScopeGuard>
+#include <QShortcut>
+
+#include <algorithm>
 
 namespace atipicos {
 
@@ -36,20 +38,11 @@ namespace {
         return { CInt(cargo.Fecha.anio()), CInt(cargo.Cod_Almacen), de_qt(a_qt(cargo.Codigo).trimmed()) };
     }
 
-    std::string con_puntos(std::size_t cuantos)
+    bool es_de_clave(const CargoListado& cargo, const ClaveCargo& clave)
     {
-        return texto_pantalla(Currency::de_entero(static_cast<std::int32_t>(cuantos)), 0);
-    }
-
-    QString resumen(const TotalesLista& totales)
-    {
-        const auto cuantos = totales.cargos();
-        if (cuantos == 0)
-            return QStringLiteral("No hay atípicos con estas condiciones.");
-        std::string texto = con_puntos(cuantos) + (cuantos == 1 ? " atípico" : " atípicos");
-        for (const auto& [columna, suma] : totales.sumas())
-            texto += std::string("     ") + columna->titulo + ": " + texto_pantalla(suma, 2);
-        return a_qt(texto);
+        const auto suya = clave_de(cargo);
+        return suya.Ejercicio == clave.Ejercicio && suya.Almacen == clave.Almacen
+            && suya.Codigo == clave.Codigo;
     }
 
 }
@@ -92,6 +85,10 @@ void frmCompras_Atipicos_Visor::conecta()
     connect(m_ui->txtFechaI, &qvMaskEdBox::Intro, this, [this] { pasa_al_siguiente(*m_ui->txtFechaI); });
     connect(m_ui->txtFechaF, &qvMaskEdBox::Intro, this,
         [this] { atrapa("txtFechaF_KeyPress", &Form::txtFechaF_KeyPress); });
+    const auto busca_ya = [this] { atrapa("txtFechaF_KeyPress", &Form::busca_lo_tecleado); };
+    connect(m_ui->cmdBuscarAtipicos, &QPushButton::clicked, this, busca_ya);
+    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, busca_ya);
+    connect(new QShortcut(Qt::Key_F6, this), &QShortcut::activated, this, &Form::va_al_abierto);
     connect(m_ui->vsCab, &VSFlexGrid::doubleClicked, this, &Form::vsCab_KeyPress);
     connect(m_ui->Tabs, &QTabWidget::currentChanged, this,
         [this] { atrapa("Tabs_SelectedChanged", &Form::Tabs_SelectedChanged); });
@@ -126,30 +123,29 @@ void frmCompras_Atipicos_Visor::empieza_vacio()
 {
     m_ui->vsCab->set_Rows(1);
     m_cargos.clear();
+    m_abierto.reset();
     m_ui->lblEstado->clear();
+    m_ui->lblEstado->setToolTip({});
+    m_ui->vsCab->set_Aviso(textos_visor::sin_buscar());
     m_ui->Tabs->setCurrentIndex(documentos);
     set_Comandos(false);
     m_ui->txtFechaI->setFocus();
 }
 
+/// Without a range the boxes hold this year until today.
 void frmCompras_Atipicos_Visor::pone_filtros()
 {
-    const bool hay_rango = Fecha_Final != sin_rango() && Fecha_Final.tiene_dia();
-    FiltroAtipicos abierto
-        = hay_rango || Almacen_Inicial > 0 || Proveedor_Inicial > 0 ? filtro_de_este_anio() : ultimo_filtro();
-    if (hay_rango) {
-        abierto.FechaI = Fecha_Inicial.texto();
-        abierto.FechaF = Fecha_Final.texto();
+    if (Fecha_Final != sin_rango() && Fecha_Final.tiene_dia()) {
+        m_ui->txtFechaI->set_Fecha(Fecha_Inicial);
+        m_ui->txtFechaF->set_Fecha(Fecha_Final);
+    } else {
+        const Date hoy = modComun::reloj().hoy();
+        m_ui->txtFechaI->set_Fecha(Date::de_dia(hoy.anio(), 1, 1).value_or(hoy));
+        m_ui->txtFechaF->set_Fecha(hoy);
     }
-    if (Almacen_Inicial > 0)
-        abierto.Almacen = Almacen_Inicial;
-    if (Proveedor_Inicial > 0)
-        abierto.Proveedor = Proveedor_Inicial;
-    m_ui->txtFechaI->setText(a_qt(abierto.FechaI));
-    m_ui->txtFechaF->setText(a_qt(abierto.FechaF));
-    m_ui->txtAlmacen->set_Codigo(abierto.Almacen);
+    m_ui->txtAlmacen->set_Codigo(std::max<std::int16_t>(Almacen_Inicial, 0));
     m_ui->txtAlmacen->Buscar();
-    m_ui->txtProveedor->set_Codigo(abierto.Proveedor);
+    m_ui->txtProveedor->set_Codigo(std::max(Proveedor_Inicial, 0));
     m_ui->txtProveedor->Buscar();
 }
 
@@ -164,11 +160,24 @@ bool frmCompras_Atipicos_Visor::espera_fecha(qvMaskEdBox& caja)
     if (caja.Fecha())
         return true;
     avisa(" Se esperaba Fecha ", Icono::informacion);
+    m_ui->Tabs->setCurrentIndex(documentos); // where the box can be seen
     caja.setFocus();
     return false;
 }
 
-void frmCompras_Atipicos_Visor::txtFechaF_KeyPress() { busca(); }
+void frmCompras_Atipicos_Visor::txtFechaF_KeyPress()
+{
+    m_abierto.reset(); // a list of its own
+    busca();
+}
+
+/// What the button and F5 do: F5 does not leave the picker in which a code is being typed.
+void frmCompras_Atipicos_Visor::busca_lo_tecleado()
+{
+    m_ui->txtAlmacen->Completa();
+    m_ui->txtProveedor->Completa();
+    txtFechaF_KeyPress();
+}
 
 /// What Enter in the last box starts, and what follows a deletion or a change; errors of the database reach
 /// the caller.
@@ -177,6 +186,8 @@ void frmCompras_Atipicos_Visor::busca()
     if (!espera_fecha(*m_ui->txtFechaI) || !espera_fecha(*m_ui->txtFechaF))
         return;
     Cargar_Atipicos();
+    m_buscado = filtro();
+    emit Buscado(m_buscado);
     const bool hay_filas = m_ui->vsCab->Rows() > 1;
     set_Comandos(hay_filas);
     if (!hay_filas)
@@ -192,15 +203,14 @@ void frmCompras_Atipicos_Visor::Cargar_Atipicos()
     std::vector<QByteArray> filas;
     std::string fila;
     TotalesLista totales;
-    const FiltroAtipicos buscado = filtro();
     const auto oculta_aviso = qScopeGuard(modMsgOp::Ocultar);
-    atipicos::Cargar_Atipicos(buscado, [&](const CargoListado& cargo) {
+    atipicos::Cargar_Atipicos(filtro(), [&](const CargoListado& cargo) {
         fila.clear();
         anexa_fila(fila, cargo);
         filas.push_back(QByteArray::fromStdString(fila));
         cargos.push_back(cargo);
         if (filas.size() % aviso_cada == 0)
-            modMsgOp::Mostrar("Leyendo atípicos: " + con_puntos(filas.size()));
+            modMsgOp::Mostrar(textos_visor::leyendo(filas.size()));
         totales.suma(cargo);
     });
     auto& rejilla = *m_ui->vsCab;
@@ -213,9 +223,34 @@ void frmCompras_Atipicos_Visor::Cargar_Atipicos()
             rejilla.AddItem(leida, lugar++);
     }
     rejilla.set_Row(1);
-    m_ui->lblEstado->setText(resumen(totales));
+    rejilla.set_Aviso(textos_visor::sin_atipicos());
+    m_ui->lblEstado->setText(textos_visor::resumen(totales));
+    m_ui->lblEstado->setToolTip(textos_visor::por_que_falta_una_suma(totales));
+    marca_abierto();
     m_ui->Tabs->setTabEnabled(detalles, rejilla.Rows() > 1);
-    guarda_filtro(buscado);
+}
+
+/// The list begins at its first row again; the charge that was being changed is marked in it.
+void frmCompras_Atipicos_Visor::marca_abierto()
+{
+    const auto lugar = std::find_if(m_cargos.begin(), m_cargos.end(),
+        [this](const auto& cargo) { return m_abierto && es_de_clave(cargo, *m_abierto); });
+    const bool esta = lugar != m_cargos.end();
+    m_ui->vsCab->set_Marcada(esta ? static_cast<int>(lugar - m_cargos.begin()) : -1);
+    if (esta)
+        m_ui->lblEstado->setText(m_ui->lblEstado->text() + textos_visor::va_al_abierto(*m_abierto));
+}
+
+void frmCompras_Atipicos_Visor::va_al_abierto()
+{
+    auto& rejilla = *m_ui->vsCab;
+    for (int fila = 1; m_abierto && fila < rejilla.Rows(); ++fila)
+        if (es_de_clave(m_cargos.at(static_cast<std::size_t>(rejilla.RowData(fila))), *m_abierto)) {
+            rejilla.set_Row(fila);
+            m_ui->Tabs->setCurrentIndex(documentos);
+            rejilla.setFocus();
+            return;
+        }
 }
 
 void frmCompras_Atipicos_Visor::set_Comandos(bool habilitados)
@@ -237,8 +272,12 @@ void frmCompras_Atipicos_Visor::vsCab_KeyPress()
 
 void frmCompras_Atipicos_Visor::Tabs_SelectedChanged()
 {
-    if (en_detalles() && m_ui->vsCab->Row() > 0)
+    if (!en_detalles())
+        return;
+    if (m_ui->vsCab->Row() > 0)
         Cargar_Cabecera();
+    else
+        m_ui->tabDetalles->Vacia();
 }
 
 void frmCompras_Atipicos_Visor::Cargar_Cabecera()
@@ -248,7 +287,7 @@ void frmCompras_Atipicos_Visor::Cargar_Cabecera()
     Ejercicio = clave.Ejercicio;
     Almacen_Inicial = clave.Almacen;
     Proveedor_Inicial = cargo.Proveedor;
-    m_ui->tabDetalles->Cargar_Cabecera(clave, Proveedor_Inicial, a_qt(cargo.Fecha.texto()));
+    m_ui->tabDetalles->Cargar_Cabecera(clave, cargo);
     m_ui->tabDetalles->Cargar_Detalles(clave);
 }
 
@@ -311,7 +350,7 @@ const CargoListado& frmCompras_Atipicos_Visor::elegido() const
 
 void frmCompras_Atipicos_Visor::cmdExportar_Click()
 {
-    const QString fichero = exporta_vsCab(*m_ui->vsCab, m_cargos, this);
+    const QString fichero = exporta_vsCab(*m_ui->vsCab, m_cargos, nombre_de_fichero(m_buscado), this);
     if (!fichero.isEmpty())
         m_ui->lblEstado->setText(QStringLiteral("Exportado a ") + fichero);
 }
@@ -341,9 +380,22 @@ void frmCompras_Atipicos_Visor::cmdEliminar_Click()
     if (!EliminarAtipico(clave))
         return;
     rejilla.RemoveItem(fila);
+    m_ui->lblEstado->setText(textos_visor::eliminado(clave));
+    deja_detalles();
     if (rejilla.Rows() < 2)
         set_Comandos(false);
     busca();
+}
+
+/// The details still show a charge that is gone: should the search that follows fail, they must not be what
+/// the next command is given for.
+void frmCompras_Atipicos_Visor::deja_detalles()
+{
+    m_ui->tabDetalles->Vacia();
+    if (!en_detalles())
+        return;
+    m_ui->Tabs->setCurrentIndex(documentos);
+    m_ui->vsCab->setFocus();
 }
 
 void frmCompras_Atipicos_Visor::cmdModificar_Click()
@@ -359,6 +411,7 @@ void frmCompras_Atipicos_Visor::cmdModificar_Click()
     editor.Codigo = clave.Codigo;
     editor.Ejercicio = clave.Ejercicio;
     editor.Almacen = clave.Almacen;
+    m_abierto = clave;
     editor.Show(1, this);
     busca();
 }

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QPushButton;
@@ -22,8 +23,8 @@ class qvMaskEdBox;
 /// "Visor de Atípicos": lists the charges of a range of days, of one warehouse or supplier if asked for,
 /// shows the lines of the chosen one, and prints, changes or deletes it.
 ///
-/// The form loads itself at each `Show`, with the filters below; without any of them it offers those of the
-/// user's last search.
+/// The form loads itself at each `Show`, with the filters below; without a range it offers this year until
+/// today. It keeps nothing: whoever wants to begin where the last search ended hears of it and hands it in.
 class frmCompras_Atipicos_Visor final : public FormularioCargable {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmCompras_Atipicos_Visor)
@@ -41,6 +42,9 @@ public:
     Date Fecha_Inicial = sin_rango();
     Date Fecha_Final = sin_rango();
 
+signals:
+    void Buscado(const atipicos::FiltroAtipicos& filtro); ///< a search has been run through
+
 protected:
     void Form_Load() override;
     void keyPressEvent(QKeyEvent* tecla) override;
@@ -51,9 +55,12 @@ private:
     void empieza_vacio();
     void pone_filtros();
     void txtFechaF_KeyPress();
+    void busca_lo_tecleado();
     void busca();
-    [[nodiscard]] static bool espera_fecha(qvMaskEdBox& caja);
+    [[nodiscard]] bool espera_fecha(qvMaskEdBox& caja);
     void Cargar_Atipicos();
+    void marca_abierto();
+    void va_al_abierto();
     [[nodiscard]] FiltroAtipicos filtro() const;
     void set_Comandos(bool habilitados);
 
@@ -74,6 +81,7 @@ private:
     void cmdImprimir_Click();
     void cmdModificar_Click();
     void cmdEliminar_Click();
+    void deja_detalles();
     [[nodiscard]] const CargoListado& elegido() const; ///< the charge of the chosen row
 
     using Accion = void (frmCompras_Atipicos_Visor::*)();
@@ -82,6 +90,8 @@ private:
 
     std::unique_ptr<Ui::frmCompras_Atipicos_Visor> m_ui;
     std::vector<CargoListado> m_cargos; ///< as they were read; the data of a row is its place here
+    FiltroAtipicos m_buscado; ///< what they have been searched for by
+    std::optional<ClaveCargo> m_abierto; ///< opened to be changed, since the last search that was asked for
 };
 
 } // namespace atipicos

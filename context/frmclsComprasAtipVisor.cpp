@@ -37,10 +37,26 @@ void frmclsComprasAtipVisor::set_ConexionBexmor(std::shared_ptr<adodb::Connectio
     modComun::set_ConexionBexmor(std::move(conexion));
 }
 
+void frmclsComprasAtipVisor::set_AlBuscar(std::function<void(const Busqueda&)> al_buscar)
+{
+    m_al_buscar = std::move(al_buscar);
+}
+
+void frmclsComprasAtipVisor::hace_form()
+{
+    m_form = new frmCompras_Atipicos_Visor;
+    const auto cuenta = [this](const FiltroAtipicos& filtro) {
+        if (m_al_buscar)
+            m_al_buscar({ Date::de_texto(filtro.FechaI).value_or(Date{}),
+                Date::de_texto(filtro.FechaF).value_or(Date{}), filtro.Almacen, filtro.Proveedor });
+    };
+    QObject::connect(m_form.data(), &frmCompras_Atipicos_Visor::Buscado, m_form.data(), cuenta);
+}
+
 void frmclsComprasAtipVisor::Show(int Modal, QWidget* OwnerForm)
 {
     if (m_form.isNull())
-        m_form = new frmCompras_Atipicos_Visor;
+        hace_form();
     m_form->Ejercicio = Ejercicio;
     m_form->Almacen_Inicial = Almacen_Inicial;
     m_form->Proveedor_Inicial = Proveedor_Inicial;

@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace atipicos {
@@ -30,6 +31,18 @@ public:
     void set_EmpresaBexmor(std::shared_ptr<qvbxemp::Empresa> empresa) const noexcept;
     void set_ConexionBexmor(std::shared_ptr<adodb::Connection> conexion) const noexcept;
 
+    /// What has been searched for; 0: all.
+    struct Busqueda {
+        Date Fecha_Inicial;
+        Date Fecha_Final;
+        std::int16_t Almacen = 0;
+        std::int32_t Proveedor = 0;
+    };
+
+    /// Called after each search that has been run through, for a host that hands it in again another day:
+    /// neither launcher nor form keeps it.
+    void set_AlBuscar(std::function<void(const Busqueda&)> al_buscar);
+
     /// Shows the form, modally with `Modal` not 0, over `OwnerForm` when there is one.
     void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
 
@@ -41,6 +54,9 @@ public:
     Date Fecha_Final; ///< 01/01/1900, or no date: no range is given
 
 private:
+    void hace_form();
+
+    std::function<void(const Busqueda&)> m_al_buscar;
     QPointer<frmCompras_Atipicos_Visor> m_form; ///< its owner window may destroy it
 };
 

@@ -14,6 +14,7 @@ namespace {
         std::shared_ptr<MsgBox> avisos;
         std::shared_ptr<Reloj> reloj;
         std::shared_ptr<const qvoremp::Biblioteca> BibliotecaOrvalin;
+        std::shared_ptr<const qvoremp::PrevisionesCargo> PrevisionesCargo;
     };
 
     Referencias& referencias() noexcept
@@ -60,6 +61,15 @@ void set_BibliotecaOrvalin(std::shared_ptr<const qvoremp::Biblioteca> biblioteca
 {
     referencias().BibliotecaOrvalin = std::move(biblioteca);
 }
+
+void set_PrevisionesCargo(std::shared_ptr<const qvoremp::PrevisionesCargo> previsiones) noexcept
+{
+    referencias().PrevisionesCargo = std::move(previsiones);
+}
+
+const qvoremp::PrevisionesCargo* PrevisionesCargo() noexcept { return referencias().PrevisionesCargo.get(); }
+
+bool hay_EmpresaOrvalin() noexcept { return referencias().EmpresaOrvalin != nullptr; }
 
 const std::shared_ptr<qvoremp::Empresa>& comparte_EmpresaOrvalin(Donde donde)
 {

@@ -6,6 +6,7 @@
 #include "platform/qvbxemp/Biblioteca.hpp"
 #include "platform/qvoremp/Empresa.hpp"
 #include "platform/qvoremp/ImpresionCargo.hpp"
+#include "platform/qvoremp/PrevisionesCargo.hpp"
 
 #include <memory>
 
@@ -26,6 +27,12 @@ void set_Reloj(std::shared_ptr<Reloj> reloj) noexcept;
 /// The management library, for what is made anew at every use: warehouses, suppliers, the printing of a
 /// charge. Set once by the program that loads the component; without it nothing can be printed.
 void set_BibliotecaOrvalin(std::shared_ptr<const qvoremp::Biblioteca> biblioteca) noexcept;
+
+/// Who tells the payment forecasts of a charge; a host that does not may leave it unset.
+void set_PrevisionesCargo(std::shared_ptr<const qvoremp::PrevisionesCargo> previsiones) noexcept;
+[[nodiscard]] const qvoremp::PrevisionesCargo* PrevisionesCargo() noexcept; ///< null when it is not set
+
+[[nodiscard]] bool hay_EmpresaOrvalin() noexcept; ///< for what can do without a company
 
 /// The references in force. Each raises error 91 while it has not been set.
 [[nodiscard]] qvoremp::Empresa& EmpresaOrvalin(Donde donde = Donde::aqui());

@@ -3,6 +3,7 @@
 #include "controls/Anclaje.hpp"
 #include "controls/OrdenFilas.hpp"
 #include "controls/Texto.hpp"
+#include "controls/Twips.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "runtime/Formato.hpp"
 
@@ -29,6 +30,18 @@ namespace {
         return plano;
     }
 
+    constexpr int ancho_otro = 2300; ///< twips
+
+    QString celdas(const Ficha& ficha, qsizetype otros)
+    {
+        QString texto = a_qt(ficha.Codigo) + u'\t' + a_qt(ficha.Nombre).replace(u'\t', u' ');
+        for (qsizetype i = 0; i < otros; ++i)
+            texto += u'\t'
+                + a_qt(i < std::ssize(ficha.otros) ? ficha.otros[static_cast<std::size_t>(i)] : std::string())
+                      .replace(u'\t', u' ');
+        return texto;
+    }
+
     QString con_puntos(int cuantas) { return a_qt(texto_pantalla(Currency::de_entero(cuantas), 0)); }
 
     /// The database may put "Á" and "Ñ" after "Z".
@@ -43,7 +56,8 @@ namespace {
 
 }
 
-ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& fichas, QWidget* parent)
+ListaSeleccion::ListaSeleccion(
+    const QString& titulo, const std::vector<Ficha>& fichas, const QStringList& otros, QWidget* parent)
     : QDialog(parent)
     , m_filtro(new QLineEdit(this))
     , m_lista(new VSFlexGrid(this))
@@ -53,8 +67,7 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
     setWindowTitle(titulo);
     m_filas.reserve(fichas.size());
     for (const auto lugar : por_nombre(fichas)) {
-        const auto& ficha = fichas[lugar];
-        QString texto = a_qt(ficha.Codigo) + u'\t' + a_qt(ficha.Nombre).replace(u'\t', u' ');
+        QString texto = celdas(fichas[lugar], otros.size());
         QString plano = sin_tildes(texto);
         m_filas.push_back({ std::move(texto), std::move(plano) });
     }
@@ -62,21 +75,14 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
     auto* etiqueta = new QLabel(QStringLiteral("&Buscar:"), this);
     etiqueta->setBuddy(m_filtro);
     m_filtro->setObjectName(QStringLiteral("txtFiltro"));
-    m_filtro->setPlaceholderText(QStringLiteral("Parte del nombre o del código"));
+    m_filtro->setPlaceholderText(otros.isEmpty() ? QStringLiteral("Parte del nombre o del código")
+                                                 : QStringLiteral("Parte de cualquiera de las columnas"));
     m_filtro->setClearButtonEnabled(true);
     m_filtro->installEventFilter(this);
 
     m_lista->setObjectName(QStringLiteral("vsLista"));
     m_lista->setAccessibleName(titulo);
-    m_lista->set_Cols(2);
-    m_lista->set_TextMatrix(0, 0, QStringLiteral("Código"));
-    m_lista->set_TextMatrix(0, 1, QStringLiteral("Nombre"));
-    m_lista->set_ColAlignment(0, Qt::AlignRight | Qt::AlignVCenter);
-    m_lista->set_ColWidth(0, 1300);
-    m_lista->set_ColWidth(1, 4500);
-    m_lista->setFocusPolicy(Qt::ClickFocus); // typing always goes to the filter
-    auto* anclaje = new Anclaje(*m_lista);
-    anclaje->AgregarColumna(1, 100);
+    prepara_lista(otros);
 
     auto* botones = new QDialogButtonBox(this);
     botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole)->setDefault(true);
@@ -92,7 +98,9 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
     abajo->addWidget(m_cuantas, 1);
     abajo->addWidget(botones);
     caja->addLayout(abajo);
-    resize(fontMetrics().averageCharWidth() * 75, fontMetrics().height() * 26);
+    resize(fontMetrics().averageCharWidth() * 75
+            + static_cast<int>(otros.size()) * twips_a_pixeles(ancho_otro, *this),
+        fontMetrics().height() * 26);
 
     connect(m_filtro, &QLineEdit::textChanged, this, &ListaSeleccion::filtra);
     connect(m_lista, &VSFlexGrid::doubleClicked, this, &QDialog::accept);
@@ -100,6 +108,23 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
     connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
     filtra({});
     m_filtro->setFocus();
+}
+
+void ListaSeleccion::prepara_lista(const QStringList& otros)
+{
+    m_lista->set_Cols(2 + static_cast<int>(otros.size()));
+    m_lista->set_TextMatrix(0, 0, QStringLiteral("Código"));
+    m_lista->set_TextMatrix(0, 1, QStringLiteral("Nombre"));
+    m_lista->set_ColAlignment(0, Qt::AlignRight | Qt::AlignVCenter);
+    m_lista->set_ColWidth(0, 1300);
+    m_lista->set_ColWidth(1, 4500);
+    for (int i = 0; i < otros.size(); ++i) {
+        m_lista->set_TextMatrix(0, 2 + i, otros[i]);
+        m_lista->set_ColWidth(2 + i, ancho_otro);
+    }
+    m_lista->setFocusPolicy(Qt::ClickFocus); // typing always goes to the filter
+    auto* anclaje = new Anclaje(*m_lista);
+    anclaje->AgregarColumna(1, 100);
 }
 
 QString ListaSeleccion::elegida() const

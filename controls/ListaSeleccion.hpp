@@ -18,7 +18,9 @@ class ListaSeleccion final : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(ListaSeleccion)
 public:
-    ListaSeleccion(const QString& titulo, const std::vector<Ficha>& fichas, QWidget* parent = nullptr);
+    /// `otros`: headings of what each ficha tells beside its name; it can be searched for as well.
+    ListaSeleccion(const QString& titulo, const std::vector<Ficha>& fichas, const QStringList& otros = {},
+        QWidget* parent = nullptr);
 
     [[nodiscard]] QString elegida() const; ///< the code of the chosen row; empty when there is none
 
@@ -32,6 +34,7 @@ private:
     };
 
     void filtra(const QString& buscado);
+    void prepara_lista(const QStringList& otros);
 
     std::vector<Fila> m_filas;
     QLineEdit* m_filtro;

@@ -1,5 +1,7 @@
 #include "controls/ModeloRejilla.hpp"
 
+#include <QFont>
+
 #include <algorithm>
 
 namespace atipicos {
@@ -143,6 +145,13 @@ void ModeloRejilla::Ordena(int columna, Clase clase, bool descendente)
     emit layoutChanged({}, VerticalSortHint);
 }
 
+void ModeloRejilla::set_Marcada(int dato)
+{
+    m_marcada = dato;
+    if (m_publicadas > 0)
+        emit dataChanged(index(0, 0), index(m_publicadas - 1, columnCount() - 1));
+}
+
 void ModeloRejilla::set_Redraw(bool activo)
 {
     m_dibuja = activo;
@@ -177,10 +186,21 @@ QVariant ModeloRejilla::data(const QModelIndex& indice, int papel) const
         return TextMatrix(indice.row() + 1, indice.column()).toHtmlEscaped();
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(m_alineaciones.at(static_cast<std::size_t>(indice.column())));
+    case Qt::FontRole: {
+        if (!marcada(indice.row() + 1))
+            return {};
+        QFont negrita;
+        negrita.setBold(true);
+        return negrita;
+    }
+    case Qt::AccessibleDescriptionRole: // bold cannot be heard
+        return marcada(indice.row() + 1) ? QStringLiteral("marcada") : QVariant();
     default:
         return {};
     }
 }
+
+bool ModeloRejilla::marcada(int fila) const { return m_marcada >= 0 && RowData(fila) == m_marcada; }
 
 QVariant ModeloRejilla::headerData(int seccion, Qt::Orientation orientacion, int papel) const
 {

@@ -37,6 +37,8 @@ public:
     /// Puts the rows in order by a column; whoever holds an index keeps his row.
     void Ordena(int columna, Clase clase, bool descendente);
 
+    void set_Marcada(int dato); ///< shows the rows of that `dato` in bold; -1: none
+
     /// While it is off, rows that are added are kept back from the view, which gets them at once.
     void set_Redraw(bool activo);
 
@@ -53,6 +55,7 @@ private:
     };
 
     [[nodiscard]] const Guardada& guardada(int fila) const;
+    [[nodiscard]] bool marcada(int fila) const;
     void publica();
 
     QStringList m_titulos;
@@ -60,6 +63,7 @@ private:
     std::vector<Guardada> m_filas;
     int m_publicadas = 0; ///< the view knows the first ones; the rest waits for redrawing
     bool m_dibuja = true;
+    int m_marcada = -1;
 };
 
 } // namespace atipicos

@@ -35,7 +35,7 @@ void pregunta_y_guarda_pdf(const Report& report, Donde donde)
         ventana, QStringLiteral("Guardar como PDF"), {}, QStringLiteral("Documento PDF (*.pdf)"));
     pregunta.setAcceptMode(QFileDialog::AcceptSave);
     pregunta.setDefaultSuffix(QStringLiteral("pdf"));
-    pregunta.selectFile(a_qt(report.titulo()).replace(u'/', u'-') + QStringLiteral(".pdf"));
+    pregunta.selectFile(a_qt(report.nombre_de_fichero()).replace(u'/', u'-') + QStringLiteral(".pdf"));
     if (pregunta.exec() == QDialog::Accepted)
         guarda_pdf(report, pregunta.selectedFiles().constFirst(), donde);
 }

@@ -158,7 +158,10 @@ QString Selector::elige_en_lista()
     std::vector<Ficha> fichas;
     if (!trap("Selector:abre_lista", [&] { fichas = m_fuente->todas(); }))
         return {};
-    ListaSeleccion lista(QStringLiteral("Buscar ") + m_que, fichas, this);
+    QStringList otros;
+    for (const auto& otro : m_fuente->otros())
+        otros << a_qt(otro.titulo);
+    ListaSeleccion lista(QStringLiteral("Buscar ") + m_que, fichas, otros, this);
     return lista.exec() == QDialog::Accepted ? lista.elegida() : QString();
 }
 

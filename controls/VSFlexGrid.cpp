@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 
 namespace atipicos {
 
@@ -132,6 +133,37 @@ void VSFlexGrid::ordena_por(int columna)
 }
 
 void VSFlexGrid::set_Redraw(bool activo) { m_modelo->set_Redraw(activo); }
+
+void VSFlexGrid::set_Aviso(const QString& aviso)
+{
+    m_aviso = aviso;
+    setAccessibleDescription(aviso);
+    viewport()->update();
+}
+
+void VSFlexGrid::set_Marcada(int dato) { m_modelo->set_Marcada(dato); }
+
+void VSFlexGrid::paintEvent(QPaintEvent* evento)
+{
+    QTableView::paintEvent(evento);
+    if (Rows() > 1 || m_aviso.isEmpty())
+        return;
+    QPainter pintor(viewport());
+    pintor.setPen(palette().color(QPalette::Text));
+    pintor.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, m_aviso);
+}
+
+/// A click below the rows, or with Ctrl on the chosen one, would leave none chosen.
+QItemSelectionModel::SelectionFlags VSFlexGrid::selectionCommand(
+    const QModelIndex& indice, const QEvent* evento) const
+{
+    if (!indice.isValid())
+        return QItemSelectionModel::NoUpdate;
+    const auto orden = QTableView::selectionCommand(indice, evento);
+    if (orden.testAnyFlags(QItemSelectionModel::Deselect | QItemSelectionModel::Toggle))
+        return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+    return orden;
+}
 
 /// Measures a number only when it has more characters than any before it.
 void VSFlexGrid::ajusta_ancho(int fila)

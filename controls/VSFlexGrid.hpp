@@ -17,7 +17,8 @@ class ModeloRejilla;
 ///
 /// Up, Down, Page Up, Page Down, Home and End move the chosen row (Home and End to the first and the last,
 /// with or without Ctrl); Ctrl+C copies it. Tab leaves the grid. A click on the heading of a column that has
-/// an order puts the rows in it, and a second one the other way round; the chosen row stays chosen.
+/// an order puts the rows in it, and a second one the other way round; the chosen row stays chosen. Mouse and
+/// keys choose another row, never none: whatever is clicked, one row stays chosen once there is one.
 class VSFlexGrid : public QTableView {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(VSFlexGrid)
@@ -46,12 +47,17 @@ public:
     void set_MergeRow(bool unida); ///< equal neighbours of the header row show as one
     void set_ColOrden(int columna, Clase clase); ///< its heading puts the rows in order
     void set_Redraw(bool activo); ///< off while many rows are added
+    void set_Aviso(const QString& aviso); ///< stands in the grid while it has no rows
+    void set_Marcada(int dato); ///< the row of that `dato` is marked; -1: none
 
 signals:
     void AnchoAjustado(); ///< a column has grown because a number did not fit
 
 protected:
     void keyPressEvent(QKeyEvent* tecla) override;
+    void paintEvent(QPaintEvent* evento) override;
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+        const QModelIndex& indice, const QEvent* evento = nullptr) const override;
 
 private:
     void ajusta_ancho(int fila);
@@ -60,6 +66,7 @@ private:
 
     ModeloRejilla* m_modelo;
     CabeceraUnida* m_cabecera;
+    QString m_aviso;
     std::vector<Qt::Alignment> m_alineaciones;
     std::map<int, Clase> m_ordenes; ///< of the columns that have one
     int m_ordenada = -1; ///< column by which the rows are in order; -1: as they were added

@@ -13,8 +13,9 @@ void qvProveedor::Prepara(
     const std::shared_ptr<qvoremp::Empresa>& empresa, const std::shared_ptr<adodb::Connection>& conexion)
 {
     set_Fuente(std::make_shared<FuenteFichas>(conexion,
-        FuenteFichas::Tabla{
-            "Proveedores", "Codigo", "Cod_Empresa =" + std::to_string(empresa->EmpresaProveedores()) }));
+        FuenteFichas::Tabla{ "Proveedores", "Codigo",
+            "Cod_Empresa =" + std::to_string(empresa->EmpresaProveedores()), false,
+            { { "NIF", "NIF" }, { "Poblacion", "Población" } } }));
 }
 
 std::int32_t qvProveedor::Codigo() const { return numero(); }

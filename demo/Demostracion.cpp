@@ -7,6 +7,7 @@
 #include "controls/Selector.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "host/ordenes/Ordenes.hpp"
+#include "host/orvalin/PrevisionesCargo.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/ventanas/Apariencia.hpp"
 #include "host/ventanas/frmPrincipal.hpp"
@@ -137,14 +138,21 @@ void registra_muestra(const app::OpcionesComunes& opciones)
         throw Error(1, "demostracion", "No se registraron las reclamaciones de la muestra.");
 }
 
-void consulta(QWidget& principal, const app::OpcionesComunes& opciones, Grabacion& grabacion)
+void consulta(const app::OpcionesComunes& opciones, Grabacion& grabacion)
 {
-    registra_muestra(opciones);
+    registra_muestra(opciones); // in a session of its own, which takes its context along
+    app::Sesion sesion(opciones);
+    modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
+    modComun::set_PrevisionesCargo(
+        std::make_shared<orvalin::PrevisionesCargo>(sesion.bases.orvalin, sesion.empresa));
+    app::frmPrincipal principal(sesion, opciones);
+    principal.show();
     principal.activateWindow();
     pulsa(Qt::Key_B, Qt::ControlModifier);
     QWidget& visor = abierta("frmCompras_Atipicos_Visor");
     if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == &visor; }))
         throw Error(1, "demostracion", "El visor no se activa.");
+    control(visor, "txtFechaI").setFocus(); // it has opened in the list of this year
     teclea("1/1/2025");
     intro(2);
     grabacion.captura(visor, "visor-lista");
@@ -156,18 +164,11 @@ void consulta(QWidget& principal, const app::OpcionesComunes& opciones, Grabacio
     modMsgOp::Ocultar();
 }
 
-void graba(const std::filesystem::path& carpeta)
+/// Keys a charge in.
+void registra_uno(const app::OpcionesComunes& opciones, Grabacion& grabacion)
 {
-    std::filesystem::remove_all(carpeta / "datos");
-    std::filesystem::create_directories(carpeta);
-    bases::crea_bases(carpeta / "datos", false);
-    app::OpcionesComunes opciones;
-    opciones.datos = carpeta / "datos";
-    opciones.usuario = 1;
     app::Sesion sesion(opciones);
     modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
-    Grabacion grabacion(carpeta);
-
     app::frmPrincipal principal(sesion, opciones);
     principal.show();
     grabacion.captura(principal, "principal");
@@ -176,7 +177,19 @@ void graba(const std::filesystem::path& carpeta)
     teclea_cargo(editor, grabacion);
     acepta(editor, grabacion);
     editor.close();
-    consulta(principal, opciones, grabacion);
+}
+
+void graba(const std::filesystem::path& carpeta)
+{
+    std::filesystem::remove_all(carpeta / "datos");
+    std::filesystem::create_directories(carpeta);
+    bases::crea_bases(carpeta / "datos", false);
+    app::OpcionesComunes opciones;
+    opciones.datos = carpeta / "datos";
+    opciones.usuario = 1;
+    Grabacion grabacion(carpeta);
+    registra_uno(opciones, grabacion);
+    consulta(opciones, grabacion);
 }
 
 }

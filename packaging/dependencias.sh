@@ -3,10 +3,10 @@
 #     packaging/dependencias.sh [ventanas] [pruebas] [medidas] [ci]
 #   (none)    what the program is built with, without windows
 #   ventanas  also what its windows are built and shown with
-#   pruebas   also what the tests and benchmarks are built and run with
+#   pruebas   also what the tests and benchmarks are built and run with, a spooler for those of printing included
 #   medidas   also what packaging/cobertura.sh and tests/fuzz/corre.sh need
-#   ci        also what the checks of the source and of the package need, a spooler for the test of printing, and what
-#             the component for Windows is built and tried with
+#   ci        also what the checks of the source and of the package need, and what the component for Windows is built and
+#             tried with
 set -euo pipefail
 
 paquetes=(cmake g++ libcli11-dev libcsv-dev libpq-dev libsqlite3-dev libssl-dev ninja-build
@@ -15,12 +15,12 @@ for para in "$@"; do
     case "$para" in
         ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
         pruebas)
-            paquetes+=(dpkg-dev file libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc lld odbc-postgresql
+            paquetes+=(cups dpkg-dev file libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc lld odbc-postgresql
                 poppler-utils postgresql python3 sqlite3 unzip xauth xdotool xvfb)
             ;;
         medidas) paquetes+=(clang gcovr) ;;
         ci)
-            paquetes+=(appstream clang-format clang-tidy cups desktop-file-utils g++-mingw-w64-x86-64-posix lintian make
+            paquetes+=(appstream clang-format clang-tidy desktop-file-utils g++-mingw-w64-x86-64-posix lintian make
                 tcl wine wine64)
             ;;
         *)

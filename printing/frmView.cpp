@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QEventLoop>
 #include <QPointer>
 
 #include <utility>
@@ -17,7 +18,10 @@ namespace {
 
     QString titulo()
     {
-        return a_qt(modComun::EmpresaOrvalin().Nombre()) + QStringLiteral(" - Visor de Reportes");
+        const auto visor = QStringLiteral("Visor de Reportes");
+        return modComun::hay_EmpresaOrvalin()
+            ? a_qt(modComun::EmpresaOrvalin().Nombre()) + QStringLiteral(" - ") + visor
+            : visor;
     }
 
 }
@@ -46,13 +50,25 @@ void frmView::set_Report(std::shared_ptr<const Report> report) noexcept { m_repo
 
 void frmView::Muestra(bool modal)
 {
-    trap("frmView:Form_Load", [&] { Form_Load(modal); });
-    if (modal)
-        exec();
-    else {
+    const bool ya_modal = isVisible() && isModal();
+    if (modal && !ya_modal)
+        hide(); // what is on the screen already does not become modal
+    trap("frmView:Form_Load", [&] { Form_Load(modal || ya_modal); });
+    if (!modal) {
         show();
         raise();
-    }
+    } else if (ya_modal)
+        espera_cierre();
+    else
+        exec();
+}
+
+/// For whoever asks from within the modal viewer: it waits like the first one, and no longer.
+void frmView::espera_cierre()
+{
+    QEventLoop espera;
+    connect(this, &QDialog::finished, &espera, &QEventLoop::quit);
+    espera.exec();
 }
 
 void frmView::Form_Load(bool modal)

@@ -27,7 +27,8 @@ public:
     void set_Zoom(int zoom) noexcept { m_zoom = zoom; }
 
     /// Shows the report that it holds, or an empty view. Modal, it returns when the form was closed;
-    /// modeless, at once. A form that is already open shows the new report.
+    /// modeless, at once. A form that is already open shows the new report, and becomes modal when that is
+    /// asked for; one that is modal already stays so.
     void Muestra(bool modal);
 
 protected:
@@ -37,6 +38,7 @@ protected:
 
 private:
     void Form_Load(bool modal);
+    void espera_cierre();
     static void Form_Activate();
     void Form_Unload();
 

@@ -64,18 +64,30 @@ namespace {
                 lectura.importe("Unidades"), lectura.importe("Precio"), lectura.texto("Observ") });
     }
 
-    void lee_previsiones(CargoImpreso& cargo, Lectura& lectura, std::int32_t empresa_contable)
+    std::string clave_de(const qvoremp::Empresa& empresa, std::int16_t ejercicio, std::int16_t almacen,
+        const std::string& codigo, Donde donde)
     {
+        return "Cod_Empresa =" + std::to_string(empresa.Codigo(donde))
+            + " AND Cod_Ejercicio =" + std::to_string(ejercicio)
+            + " AND Cod_Almacen =" + std::to_string(almacen) + " AND Codigo =" + sql::literal(codigo, donde);
+    }
+
+    std::vector<PrevisionImpresa> previsiones_del_asiento(
+        Lectura& lectura, std::int32_t empresa_contable, int ejercicio, std::int32_t asiento)
+    {
+        std::vector<PrevisionImpresa> previsiones;
+        if (asiento <= 0)
+            return previsiones;
         for (bool hay = lectura.abre(
                  "SELECT p.Numero, p.Vencimiento, p.Importe, ISNULL(d.Nombre, '') AS Documento"
                  " FROM Bexmor.dbo.Previsiones p LEFT JOIN Bexmor.dbo.Tipos_Doc d ON d.Codigo = p.TipoDoc"
                  " WHERE p.Cod_Empresa ="
-                 + std::to_string(empresa_contable)
-                 + " AND p.Cod_Ejercicio =" + std::to_string(cargo.Fecha.anio())
-                 + " AND p.Asiento =" + std::to_string(cargo.Asiento) + " ORDER BY p.Numero");
+                 + std::to_string(empresa_contable) + " AND p.Cod_Ejercicio =" + std::to_string(ejercicio)
+                 + " AND p.Asiento =" + std::to_string(asiento) + " ORDER BY p.Numero");
              hay; hay = lectura.siguiente())
-            cargo.previsiones.push_back({ lectura.largo("Numero"), lectura.fecha("Vencimiento"),
+            previsiones.push_back({ lectura.largo("Numero"), lectura.fecha("Vencimiento"),
                 lectura.texto("Documento"), lectura.importe("Importe") });
+        return previsiones;
     }
 
 }
@@ -83,9 +95,7 @@ namespace {
 CargoImpreso CargoImpreso::lee(adodb::Connection& conexion, const qvoremp::Empresa& empresa,
     std::int16_t ejercicio, std::int16_t almacen, const std::string& codigo, Donde donde)
 {
-    const auto clave = "Cod_Empresa =" + std::to_string(empresa.Codigo(donde))
-        + " AND Cod_Ejercicio =" + std::to_string(ejercicio) + " AND Cod_Almacen =" + std::to_string(almacen)
-        + " AND Codigo =" + sql::literal(codigo, donde);
+    const auto clave = clave_de(empresa, ejercicio, almacen, codigo, donde);
     Lectura lectura(conexion, donde);
     if (!lectura.abre("SELECT * FROM Proveedores_Cargos_Atipicos WHERE " + clave))
         throw Error(1000, "QVOREMP:ImpresionCargo",
@@ -93,6 +103,7 @@ CargoImpreso CargoImpreso::lee(adodb::Connection& conexion, const qvoremp::Empre
                 + std::to_string(almacen) + ".",
             donde);
     CargoImpreso cargo;
+    cargo.Ejercicio = ejercicio;
     cargo.Codigo = lectura.texto("Codigo");
     cargo.Fecha = lectura.fecha("Fecha");
     cargo.Importe = lectura.importe("Importe");
@@ -106,9 +117,20 @@ CargoImpreso CargoImpreso::lee(adodb::Connection& conexion, const qvoremp::Empre
     const auto empresa_contable = lectura.largo("EmpContable");
     lee_emisor(cargo, lectura, empresa.Codigo(donde));
     lee_lineas(cargo, lectura, clave);
-    if (cargo.Asiento > 0)
-        lee_previsiones(cargo, lectura, empresa_contable);
+    cargo.previsiones = previsiones_del_asiento(lectura, empresa_contable, cargo.Fecha.anio(), cargo.Asiento);
     return cargo;
+}
+
+std::vector<PrevisionImpresa> lee_previsiones(adodb::Connection& conexion, const qvoremp::Empresa& empresa,
+    std::int16_t ejercicio, std::int16_t almacen, const std::string& codigo, Donde donde)
+{
+    Lectura lectura(conexion, donde);
+    if (!lectura.abre("SELECT Fecha, Asiento, EmpContable FROM Proveedores_Cargos_Atipicos WHERE "
+            + clave_de(empresa, ejercicio, almacen, codigo, donde)))
+        return {};
+    const auto fecha = lectura.fecha("Fecha");
+    const auto asiento = lectura.largo("Asiento");
+    return previsiones_del_asiento(lectura, lectura.largo("EmpContable"), fecha.anio(), asiento);
 }
 
 } // namespace atipicos::orvalin

@@ -2,6 +2,7 @@
 
 #include "platform/adodb/Connection.hpp"
 #include "platform/qvoremp/Empresa.hpp"
+#include "platform/qvoremp/PrevisionesCargo.hpp"
 #include "runtime/Currency.hpp"
 #include "runtime/Date.hpp"
 
@@ -19,12 +20,7 @@ struct LineaImpresa {
     std::string Observ;
 };
 
-struct PrevisionImpresa {
-    std::int32_t Numero = 0;
-    Date Vencimiento;
-    std::string Documento; ///< name of the document type
-    Currency Importe;
-};
+using PrevisionImpresa = qvoremp::PrevisionCargo;
 
 /// Everything that the document of a charge says.
 struct CargoImpreso {
@@ -38,6 +34,7 @@ struct CargoImpreso {
     };
 
     Emisor emisor;
+    std::int16_t Ejercicio = 0;
     std::string Codigo;
     Date Fecha;
     Currency Importe; ///< without tax
@@ -56,5 +53,10 @@ struct CargoImpreso {
     [[nodiscard]] static CargoImpreso lee(adodb::Connection& conexion, const qvoremp::Empresa& empresa,
         std::int16_t ejercicio, std::int16_t almacen, const std::string& codigo, Donde donde = Donde::aqui());
 };
+
+/// The forecasts of its entry alone; none where it is not posted or there is no such charge.
+[[nodiscard]] std::vector<PrevisionImpresa> lee_previsiones(adodb::Connection& conexion,
+    const qvoremp::Empresa& empresa, std::int16_t ejercicio, std::int16_t almacen, const std::string& codigo,
+    Donde donde = Donde::aqui());
 
 } // namespace atipicos::orvalin

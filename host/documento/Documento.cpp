@@ -284,6 +284,7 @@ private:
 Documento::Documento(std::string titulo, const DatosDocumento& datos, const Plantilla& plantilla,
     const Medidor& medidor, Donde donde)
     : m_titulo(std::move(titulo))
+    , m_nombre_de_fichero(m_titulo)
     , m_tamano(plantilla.papel)
     , m_paginas(Maqueta(datos, plantilla, medidor, donde).paginas())
 {

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace atipicos::orvalin {
@@ -26,6 +27,8 @@ public:
         const Medidor& medidor, Donde donde = Donde::aqui());
 
     [[nodiscard]] std::string titulo() const override { return m_titulo; }
+    [[nodiscard]] std::string nombre_de_fichero() const override { return m_nombre_de_fichero; }
+    void set_NombreDeFichero(std::string nombre) { m_nombre_de_fichero = std::move(nombre); }
     [[nodiscard]] std::size_t paginas() const override { return m_paginas.size(); }
     [[nodiscard]] Tamano tamano() const override { return m_tamano; }
     void pinta(std::size_t pagina, Lienzo& lienzo) const override;
@@ -46,6 +49,7 @@ private:
     };
 
     std::string m_titulo;
+    std::string m_nombre_de_fichero; ///< the title where no other is given
     Tamano m_tamano;
     std::vector<std::vector<Trazo>> m_paginas;
 };

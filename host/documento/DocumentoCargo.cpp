@@ -74,8 +74,11 @@ DatosDocumento datos_documento(
 std::shared_ptr<const Report> documento_cargo(const CargoImpreso& cargo, const qvoremp::Almacen& almacen,
     const qvoremp::Proveedor& proveedor, const Plantilla& plantilla, const Medidor& medidor, Donde donde)
 {
-    return std::make_shared<Documento>(
+    auto documento = std::make_shared<Documento>(
         "Reclamación " + cargo.Codigo, datos_documento(cargo, almacen, proveedor), plantilla, medidor, donde);
+    documento->set_NombreDeFichero(
+        cargo.Codigo + "-" + std::to_string(cargo.Ejercicio) + "-" + std::to_string(almacen.Codigo));
+    return documento;
 }
 
 } // namespace atipicos::orvalin

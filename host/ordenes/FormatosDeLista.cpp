@@ -76,7 +76,7 @@ void lista_en_tabla(std::ostream& salida, const OrigenLista& lista, ColumnasList
     tabla.vuelca(salida);
     salida << totales.cargos() << " cargos";
     for (const auto& [columna, suma] : totales.sumas())
-        salida << ", " << columna->clave << ' ' << texto_pantalla(suma, 2);
+        salida << ", " << columna->clave << ' ' << (suma ? texto_pantalla(*suma, 2) : "…");
     salida << '\n';
 }
 

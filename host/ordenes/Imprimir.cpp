@@ -134,11 +134,9 @@ namespace {
         pdf.termina();
     }
 
-    /// "AT260001-2026-4.pdf": a code is given anew in every year and warehouse.
-    fs::path nombre_fichero(const ClaveCargo& clave)
+    fs::path nombre_fichero(const Report& documento)
     {
-        auto nombre = clave.Codigo + "-" + std::to_string(clave.Ejercicio) + "-"
-            + std::to_string(clave.Almacen) + ".pdf";
+        auto nombre = documento.nombre_de_fichero() + ".pdf";
         std::replace(nombre.begin(), nombre.end(), '/', '_');
         return nombre;
     }
@@ -151,7 +149,7 @@ namespace {
         for (const auto& clave : claves) {
             Interrupcion::comprueba();
             const auto documento = documentos.documento(clave);
-            FicheroPdf pdf(carpeta / nombre_fichero(clave), documento->titulo());
+            FicheroPdf pdf(carpeta / nombre_fichero(*documento), documento->titulo());
             pdf.agrega(*documento);
             pdf.termina();
             progreso.avanza();

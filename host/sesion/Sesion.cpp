@@ -81,6 +81,7 @@ Sesion::~Sesion()
     modComun::set_MsgBox(nullptr);
     modComun::set_Reloj(nullptr);
     modComun::set_BibliotecaOrvalin(nullptr);
+    modComun::set_PrevisionesCargo(nullptr);
 }
 
 } // namespace atipicos::app

@@ -6,6 +6,7 @@
 #include "controls/SalidaQt.hpp"
 #include "controls/Texto.hpp"
 #include "host/orvalin/Biblioteca.hpp"
+#include "host/orvalin/PrevisionesCargo.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/terminal/Interrupcion.hpp"
 #include "host/ventanas/Apariencia.hpp"
@@ -92,6 +93,8 @@ namespace {
         } });
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
         modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida->lugar()));
+        modComun::set_PrevisionesCargo(
+            std::make_shared<orvalin::PrevisionesCargo>(sesion.bases.orvalin, sesion.empresa));
         frmPrincipal ventana(sesion, *elegida);
         abierta = &ventana;
         ventana.show();

@@ -7,6 +7,7 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
@@ -34,7 +35,11 @@ namespace {
 frmPrincipal::frmPrincipal(Sesion& sesion, const OpcionesComunes& opciones, QWidget* parent)
     : QMainWindow(parent)
     , m_sesion(sesion)
+    , m_ultima_busqueda(sesion.empresa->Codigo(), sesion.empresa->Usuario())
 {
+    m_visor.set_AlBuscar([this](const frmclsComprasAtipVisor::Busqueda& buscado) {
+        m_ultima_busqueda.guarda(buscado, modComun::reloj().hoy());
+    });
     setObjectName(QStringLiteral("frmPrincipal"));
     setWindowTitle(QStringLiteral("Cargos atípicos a proveedores - ") + a_qt(sesion.empresa->Nombre()));
     hace_menus();
@@ -150,24 +155,39 @@ void frmPrincipal::abre_editor()
     m_editor.Show(0, this);
 }
 
+/// It opens on what the user last searched for, and with the list of it; open already it is left as it is.
 void frmPrincipal::abre_visor()
 {
+    const auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
+    const bool de_nuevo = abierto == nullptr || !abierto->isVisible();
     m_visor.set_EmpresaOrvalin(m_sesion.empresa);
     m_visor.set_ConexionOrvalin(m_sesion.bases.orvalin);
+    const auto ultima = m_ultima_busqueda.lee(modComun::reloj().hoy());
+    m_visor.Fecha_Inicial = ultima.Fecha_Inicial;
+    m_visor.Fecha_Final = ultima.Fecha_Final;
+    m_visor.Almacen_Inicial = ultima.Almacen;
+    m_visor.Proveedor_Inicial = ultima.Proveedor;
     m_visor.Show(0, this);
+    auto* ultima_caja = findChild<QWidget*>(QStringLiteral("txtFechaF"));
+    if (!de_nuevo || ultima_caja == nullptr)
+        return;
+    QKeyEvent intro(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(ultima_caja, &intro);
 }
 
 void frmPrincipal::muestra_teclas()
 {
-    modComun::Avisos().mostrar({ "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
-                                 "F2: busca por nombre en almacén, proveedor, artículo, tipo y banco.\r\n"
-                                 "F4: observaciones largas de la línea elegida.\r\n"
-                                 "F9: acepta el comentario o las previsiones.\r\n"
-                                 "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
-                                 "Flechas en una fecha: un día más o menos; Alt+Abajo: calendario.\r\n"
-                                 "Esc: cancela el cargo que se está tecleando.\r\n"
-                                 "En el visor, Intro busca y muestra los detalles, y F9 imprime.",
-        "Teclas", Icono::informacion });
+    modComun::Avisos().mostrar(
+        { "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
+          "F2: busca por nombre en almacén, proveedor, artículo, tipo y banco.\r\n"
+          "F4: observaciones largas de la línea elegida.\r\n"
+          "F9: acepta el comentario o las previsiones.\r\n"
+          "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
+          "Flechas en una fecha: un día más o menos; Alt+Abajo: calendario.\r\n"
+          "Esc: cancela el cargo que se está tecleando.\r\n"
+          "En el visor, Intro y F5 buscan, Intro muestra los detalles, F9 imprime y F6 va al "
+          "último atípico abierto para cambiarlo.",
+            "Teclas", Icono::informacion });
 }
 
 void frmPrincipal::closeEvent(QCloseEvent* evento)

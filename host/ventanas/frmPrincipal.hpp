@@ -4,6 +4,7 @@
 #include "context/frmclsComprasAtipVisor.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/ventanas/Apariencia.hpp"
+#include "host/ventanas/UltimaBusqueda.hpp"
 
 #include <QMainWindow>
 
@@ -36,6 +37,7 @@ private:
     void muestra_teclas();
 
     Sesion& m_sesion;
+    UltimaBusqueda m_ultima_busqueda;
     frmclsCompras_Atipicos m_editor;
     frmclsComprasAtipVisor m_visor;
 };

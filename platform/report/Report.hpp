@@ -25,7 +25,9 @@ public:
     Report& operator=(const Report&) = delete;
     virtual ~Report() = default;
 
-    [[nodiscard]] virtual std::string titulo() const = 0; ///< as the person knows it; it names files too
+    [[nodiscard]] virtual std::string titulo() const = 0; ///< as the person knows it
+    /// What a file of it is called, without ending, if the person wants no other name.
+    [[nodiscard]] virtual std::string nombre_de_fichero() const { return titulo(); }
     [[nodiscard]] virtual std::size_t paginas() const = 0;
     [[nodiscard]] virtual Tamano tamano() const = 0;
     virtual void pinta(std::size_t pagina, Lienzo& lienzo) const = 0; ///< `pagina` from 0

@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QSettings>
 #include <QStandardPaths>
@@ -42,6 +43,18 @@ struct EscenaPrincipal {
             qFatal("the main window is not active");
     }
     ~EscenaPrincipal() { vacia_contexto(); }
+
+    /// A charge of that warehouse and day, straight into its table.
+    void registra(const char* codigo, int almacen, const QString& fecha) const
+    {
+        const auto dia = fecha.toStdString();
+        sesion->bases.orvalin->Execute(
+            "INSERT INTO Proveedores_Cargos_Atipicos (Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo, "
+            "Proveedor, Fecha, Importe, Asiento, EmpContable, EjContable, Usuario, Hora, Observ, Cod_Compra, "
+            "Documento, Impuesto, Impuesto_Importe, Tipo) VALUES (1, "
+            + dia.substr(6) + ", " + std::to_string(almacen) + ", '" + codigo + "', 104, '" + dia
+            + "', 10, 0, 0, 0, 2, '" + dia + "', 'Palé', 0, 0, 0, 0, 0)");
+    }
 
     static QWidget* editor()
     {
@@ -155,6 +168,68 @@ private slots:
         QVERIFY(EscenaPrincipal::editor() != nullptr);
         escena.avisos->respuestas = { Respuesta::Si };
         QVERIFY(escena.ventana->close());
+    }
+
+    void the_browser_opens_with_its_list_and_on_what_the_user_last_searched_for()
+    {
+        const auto visor = [](const EscenaPrincipal& escena) -> QWidget& {
+            control<QAction>(*escena.ventana, "mnuVisor").trigger();
+            return control(*escena.ventana, "frmCompras_Atipicos_Visor");
+        };
+        const auto texto
+            = [](QWidget& form, const char* nombre) { return control<QLineEdit>(form, nombre).text(); };
+        const auto codigo = [](QWidget& form, const char* nombre) {
+            return control<QLineEdit>(control(form, nombre), "txtCodigo").text();
+        };
+        const auto hoy = QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"));
+        {
+            EscenaPrincipal escena;
+            escena.registra("AT000001", 2, hoy);
+            escena.registra("AT000002", 3, hoy);
+            QWidget& form = visor(escena);
+            QCOMPARE(texto(form, "txtFechaI"), QStringLiteral("01/01/") + hoy.right(4));
+            QCOMPARE(texto(form, "txtFechaF"), hoy);
+            QCOMPARE(control<VSFlexGrid>(form, "vsCab").Rows(), 3); // there at once
+            control<QLineEdit>(form, "txtFechaI").setText(QStringLiteral("02/02/2020"));
+            control<QLineEdit>(control(form, "txtAlmacen"), "txtCodigo").setText(QStringLiteral("3"));
+            visor(escena); // open already: left as it is
+            QCOMPARE(texto(form, "txtFechaI"), QStringLiteral("02/02/2020"));
+            QCOMPARE(control<VSFlexGrid>(form, "vsCab").Rows(), 3);
+            QTest::keyClick(&control(form, "txtFechaF"), Qt::Key_Return);
+            form.close();
+            QCOMPARE(codigo(visor(escena), "txtAlmacen"), QStringLiteral("3"));
+            QCOMPARE(control<VSFlexGrid>(form, "vsCab").TextMatrix(1, 0), QStringLiteral("AT000002"));
+        }
+        const EscenaPrincipal otra; // another day
+        QWidget& form = visor(otra);
+        QCOMPARE(texto(form, "txtFechaI"), QStringLiteral("02/02/2020"));
+        QCOMPARE(texto(form, "txtFechaF"), hoy);
+        QCOMPARE(codigo(form, "txtAlmacen"), QStringLiteral("3"));
+        QCOMPARE(codigo(form, "txtProveedor"), QString());
+    }
+
+    void a_search_is_remembered_for_each_user_and_until_today_stays_until_today()
+    {
+        using app::UltimaBusqueda;
+        const auto lunes = dia("23/11/2026");
+        const auto martes = dia("24/11/2026");
+        UltimaBusqueda(2, 31).guarda({ dia("15/03/2025"), lunes, 4, 106 }, lunes);
+        const auto leida = UltimaBusqueda(2, 31).lee(martes);
+        QCOMPARE(leida.Fecha_Inicial, dia("15/03/2025"));
+        QCOMPARE(leida.Fecha_Final, martes);
+        QCOMPARE(leida.Almacen, std::int16_t{ 4 });
+        QCOMPARE(leida.Proveedor, 106);
+        for (const auto& [empresa, usuario] : { std::pair{ 2, 3 }, { 1, 31 } }) {
+            const auto de_otro = UltimaBusqueda(static_cast<std::int16_t>(empresa), usuario).lee(martes);
+            QCOMPARE(de_otro.Fecha_Inicial, dia("01/01/2026"));
+            QCOMPARE(de_otro.Fecha_Final, martes);
+            QCOMPARE(de_otro.Almacen, std::int16_t{ 0 });
+            QCOMPARE(de_otro.Proveedor, 0);
+        }
+        UltimaBusqueda(2, 31).guarda({ lunes, dia("20/11/2026"), 0, 0 }, lunes);
+        QCOMPARE(UltimaBusqueda(2, 31).lee(martes).Fecha_Final, dia("20/11/2026"));
+        QSettings().setValue(QStringLiteral("visor/2/31/Almacen"), 99'999); // no warehouse has such a code
+        QCOMPARE(UltimaBusqueda(2, 31).lee(martes).Almacen, std::int16_t{ 0 });
     }
 
     void without_a_charge_it_closes_and_remembers_its_size()

@@ -99,5 +99,18 @@ namespace {
         EXPECT_EQ(totales.sumas()[1].second, moneda("2.1"));
     }
 
+    TEST(TotalesLista, a_sum_that_does_not_fit_is_missing_and_the_others_stand)
+    {
+        TotalesLista totales;
+        CargoListado cargo;
+        cargo.Importe = moneda("900000000000000");
+        cargo.Impuesto_Importe = moneda("0.7");
+        for (int i = 0; i < 3; ++i)
+            totales.suma(cargo);
+        EXPECT_EQ(totales.cargos(), 3U);
+        EXPECT_FALSE(totales.sumas()[0].second.has_value());
+        EXPECT_EQ(totales.sumas()[1].second, moneda("2.1"));
+    }
+
 }
 }

@@ -7,7 +7,6 @@
 
 #include <QFileDialog>
 #include <QHeaderView>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -97,16 +96,6 @@ bool con_dispositivos(const std::function<void()>& accion, const char* boton)
 class frmCompras_Atipicos_Visor_Comandos_Test : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(m_ajustes.isValid());
-        QCoreApplication::setOrganizationName(QStringLiteral("atipicos"));
-        QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_ajustes.path());
-    }
-
-    void init() { QSettings().clear(); }
-
     // Delete
 
     void delete_asks_first_and_no_leaves_everything()
@@ -401,6 +390,28 @@ private slots:
         QVERIFY(lineas.at(3).startsWith("AT260002;1;"));
     }
 
+    void the_export_is_named_after_what_has_been_searched_for()
+    {
+        ConTresCargos visor;
+        const auto propuesto = [&] {
+            QString nombre;
+            const auto mira = [&](QFileDialog& dialogo) {
+                nombre = pruebas::control<QLineEdit>(dialogo, "fileNameEdit").text();
+                dialogo.reject();
+            };
+            if (!pruebas::con_dialogo<QFileDialog>([&] { visor.clic("cmdExportar"); }, mira))
+                return QStringLiteral("no dialog");
+            visor.activa();
+            return nombre;
+        };
+        QCOMPARE(propuesto(), QStringLiteral("Atípicos 2026-11-01 a 2026-11-30"));
+        visor.codigo("txtAlmacen").setText(QStringLiteral("2")); // not searched for yet
+        QCOMPARE(propuesto(), QStringLiteral("Atípicos 2026-11-01 a 2026-11-30"));
+        visor.codigo("txtProveedor").setText(QStringLiteral("104"));
+        visor.pulsa(Qt::Key_F5);
+        QCOMPARE(propuesto(), QStringLiteral("Atípicos 2026-11-01 a 2026-11-30, almacén 2, proveedor 104"));
+    }
+
     void giving_the_export_up_writes_nothing()
     {
         ConTresCargos visor;
@@ -479,8 +490,6 @@ private:
                 QTest::keyClick(&nombre, Qt::Key_Return);
             });
     }
-
-    QTemporaryDir m_ajustes;
 };
 
 ATIPICOS_PRUEBA_VENTANAS(frmCompras_Atipicos_Visor_Comandos_Test)

@@ -6,6 +6,7 @@
 #include "tests/browser/EscenaVisor.hpp"
 #include "tests/support/Ventanas.hpp"
 
+#include <QDir>
 #include <QHeaderView>
 #include <QSettings>
 #include <QSignalSpy>
@@ -50,12 +51,10 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_ajustes.isValid());
-        QCoreApplication::setOrganizationName(QStringLiteral("atipicos"));
+        QCoreApplication::setOrganizationName({}); // as in a host that has none
         QSettings::setDefaultFormat(QSettings::IniFormat);
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_ajustes.path());
     }
-
-    void init() { QSettings().clear(); }
 
     // Opening
 
@@ -96,6 +95,14 @@ private slots:
         QCOMPARE(visor.nombre("txtAlmacen"), QStringLiteral("Arrecife"));
     }
 
+    void its_pickers_have_their_width()
+    {
+        EscenaVisor visor;
+        visor.abre();
+        for (const auto* nombre : { "txtAlmacen", "txtProveedor" })
+            QCOMPARE(visor.c<>(nombre).minimumWidth(), twips_a_pixeles(3000, visor.c<>(nombre)));
+    }
+
     void without_filters_it_opens_on_this_year()
     {
         EscenaVisor visor;
@@ -105,31 +112,54 @@ private slots:
         QVERIFY(visor.codigo("txtAlmacen").text().isEmpty());
     }
 
-    void the_last_filter_of_the_user_is_offered_again()
+    void what_the_launcher_gives_wins_whatever_was_searched_for_before()
     {
         {
             EscenaVisor visor;
             visor.form.Almacen_Inicial = 2;
             visor.form.Proveedor_Inicial = 104;
-            visor.abre_y_busca("01/02/2025", "21/11/2026"); // until today
+            visor.abre_y_busca("01/02/2025", "20/11/2026");
         }
         EscenaVisor visor;
-        auto reloj = std::make_shared<pruebas::RelojDePrueba>();
-        reloj->valor = pruebas::dia("23/11/2026");
-        modComun::set_Reloj(reloj);
-        visor.abre_sin_rango();
-        QCOMPARE(visor.texto("txtFechaI"), QStringLiteral("01/02/2025"));
-        QCOMPARE(visor.texto("txtFechaF"), QStringLiteral("23/11/2026"));
-        QCOMPARE(visor.codigo("txtAlmacen").text(), QStringLiteral("2"));
-        QCOMPARE(visor.nombre("txtProveedor"), QStringLiteral("Conservas La Graciosa, S.A."));
-        visor.form.close();
-
-        modComun::set_EmpresaOrvalin(std::make_shared<orvalin::Empresa>(
-            visor.banco.bases().orvalin, std::int16_t{ 1 }, std::int32_t{ 2 })); // another user
-        visor.form.Fecha_Final = frmCompras_Atipicos_Visor::sin_rango();
         visor.abre_sin_rango();
         QCOMPARE(visor.texto("txtFechaI"), QStringLiteral("01/01/2026"));
+        QCOMPARE(visor.texto("txtFechaF"), QStringLiteral("21/11/2026"));
+        QVERIFY(visor.codigo("txtAlmacen").text().isEmpty());
         QVERIFY(visor.codigo("txtProveedor").text().isEmpty());
+        QVERIFY(QDir(m_ajustes.path()).isEmpty()); // nor is anything kept
+    }
+
+    void a_search_that_has_been_run_is_told_with_its_conditions()
+    {
+        ConTresCargos visor;
+        std::vector<FiltroAtipicos> buscados;
+        connect(&visor.form, &frmCompras_Atipicos_Visor::Buscado, &visor.form,
+            [&](const FiltroAtipicos& filtro) { buscados.push_back(filtro); });
+        visor.form.Almacen_Inicial = 2;
+        visor.form.Proveedor_Inicial = 104;
+        visor.abre_y_busca("02/02/2026", "30/11/2026");
+        QCOMPARE(buscados.size(), std::size_t{ 1 });
+        QCOMPARE(buscados[0].FechaI, std::string("02/02/2026"));
+        QCOMPARE(buscados[0].FechaF, std::string("30/11/2026"));
+        QCOMPARE(buscados[0].Almacen, std::int16_t{ 2 });
+        QCOMPARE(buscados[0].Proveedor, 104);
+        visor.banco.parte->falla_en = 1;
+        visor.c<>("txtFechaF").setFocus();
+        visor.busca();
+        QCOMPARE(buscados.size(), std::size_t{ 1 }); // what failed is no search
+    }
+
+    void a_null_user_of_the_company_harms_nothing()
+    {
+        ConTresCargos visor;
+        auto empresa = std::make_shared<pruebas::EmpresaDePrueba>();
+        empresa->parametros["UsuarioActual"] = Nulo{};
+        modComun::set_EmpresaOrvalin(empresa);
+        visor.abre_sin_rango();
+        visor.c<>("txtFechaF").setFocus();
+        visor.busca();
+        QCOMPARE(visor.comandos(), QStringLiteral("enabled"));
+        QVERIFY(visor.banco.titulos().empty());
     }
 
     void each_opening_begins_anew()
@@ -168,12 +198,13 @@ private slots:
         const QString botones = QStringLiteral(" cmdPrimero cmdAnterior cmdSiguiente cmdUltimo cmdExportar "
                                                "cmdImprimir cmdModificar cmdEliminar cmdSalir "
                                                "qt_tabwidget_tabbar");
-        QCOMPARE(recorre(15), QStringLiteral("txtAlmacen txtProveedor txtFechaI txtFechaF vsCab") + botones);
+        QCOMPARE(recorre(16),
+            QStringLiteral("txtAlmacen txtProveedor txtFechaI txtFechaF cmdBuscarAtipicos vsCab") + botones);
         visor.lista().setFocus();
         visor.pulsa(Qt::Key_Return);
         visor.codigo("txtAlmacenDet").setFocus();
-        QCOMPARE(
-            recorre(14), QStringLiteral("txtAlmacenDet txtProveedorDet txtFechaDet vsDetalles") + botones);
+        QCOMPARE(recorre(15),
+            QStringLiteral("txtAlmacenDet txtProveedorDet txtFechaDet txtObservDet vsDetalles") + botones);
     }
 
     // Search
@@ -240,6 +271,108 @@ private slots:
         QCOMPARE(visor.form.focusWidget(), &fecha);
         QCOMPARE(visor.lista().Rows(), 4);
         QVERIFY(visor.banco.parte->dichas.empty());
+    }
+
+    void f5_and_the_button_search_like_enter_and_look_up_what_is_being_typed()
+    {
+        ConTresCargos visor;
+        visor.abre();
+        visor.codigo("txtProveedor").setFocus();
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("104"));
+        visor.pulsa(Qt::Key_F5);
+        QCOMPARE(visor.listados(), QStringLiteral("AT260002/1 AT260001/1 AT260001/2"));
+        QCOMPARE(visor.nombre("txtProveedor"), QStringLiteral("Conservas La Graciosa, S.A."));
+        QCOMPARE(visor.form.focusWidget(), &visor.lista());
+        visor.codigo("txtAlmacen").setFocus();
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("2"));
+        visor.clic("cmdBuscarAtipicos");
+        QCOMPARE(visor.banco.parte->dichas.back(),
+            lista_de(" AND pc.Cod_Almacen =2 AND pc.Proveedor =104", "01/11/2026", "30/11/2026"));
+        QCOMPARE(visor.nombre("txtAlmacen"), QStringLiteral("La Orotava"));
+        visor.codigo("txtProveedor").setFocus(); // where the focus stays when nothing is found
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("103"));
+        visor.pulsa(Qt::Key_F5);
+        QCOMPARE(visor.lista().Rows(), 1);
+        QCOMPARE(visor.nombre("txtProveedor"), QStringLiteral("Ñandú Exportaciones, S.L."));
+        visor.codigo("txtProveedor").selectAll();
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("104"));
+        visor.pulsa(Qt::Key_F5);
+        visor.pulsa(Qt::Key_Return); // to the details, from where F5 leads back
+        QCOMPARE(visor.pestanas().currentIndex(), 1);
+        visor.pulsa(Qt::Key_F5);
+        QCOMPARE(visor.pestanas().currentIndex(), 0);
+        visor.banco.parte->falla_en = visor.banco.parte->dichas.size() + 1;
+        visor.pulsa(Qt::Key_F5);
+        QCOMPARE(visor.banco.titulos(),
+            std::vector<std::string>{ "frmCompras_Atipicos_Visor:txtFechaF_KeyPress" });
+    }
+
+    void the_list_says_how_it_is_filled_while_it_is_empty()
+    {
+        ConTresCargos visor;
+        visor.abre("01/10/2026", "31/10/2026");
+        QVERIFY(visor.lista().accessibleDescription().contains(QStringLiteral("F5")));
+        visor.c<>("txtFechaF").setFocus();
+        visor.busca();
+        QCOMPARE(
+            visor.lista().accessibleDescription(), QStringLiteral("No hay atípicos con estas condiciones."));
+        visor.form.close();
+        visor.abre();
+        QVERIFY(visor.lista().accessibleDescription().contains(QStringLiteral("F5")));
+    }
+
+    void totals_that_do_not_fit_leave_the_list_and_say_why()
+    {
+        EscenaVisor visor;
+        visor.graba("UNO", "12/11/2026", "Importe = 900000000000000, Impuesto_Importe = 2.5");
+        visor.graba("DOS", "13/11/2026", "Importe = 900000000000000, Impuesto_Importe = 1");
+        visor.abre_y_busca();
+        QCOMPARE(visor.listados(), QStringLiteral("DOS/1 UNO/1"));
+        QCOMPARE(visor.comandos(), QStringLiteral("enabled"));
+        QCOMPARE(visor.estado(), QStringLiteral("2 atípicos     Importe: …     Impuesto: 3,50"));
+        QVERIFY(visor.c<QLabel>("lblEstado").toolTip().contains(QStringLiteral("no cabe")));
+        visor.c<QLineEdit>("txtFechaF").setFocus();
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("12112026"));
+        visor.busca();
+        QCOMPARE(visor.estado(),
+            QStringLiteral("1 atípico     Importe: 900.000.000.000.000,00     Impuesto: 2,50"));
+        QVERIFY(visor.c<QLabel>("lblEstado").toolTip().isEmpty());
+        QVERIFY(visor.banco.titulos().empty());
+    }
+
+    void an_error_between_two_rows_leaves_the_list_that_was_there()
+    {
+        ConTresCargos visor;
+        visor.graba("OTRO", "02/11/2026");
+        visor.abre_y_busca("20/11/2026", "30/11/2026");
+        QCOMPARE(visor.lista().Rows(), 4);
+        visor.c<QLineEdit>("txtFechaI").setFocus();
+        pruebas::teclea(visor.form.focusWidget(), QStringLiteral("01112026"));
+        visor.c<>("txtFechaF").setFocus();
+        visor.banco.parte->falla_al_avanzar = 2;
+        visor.busca();
+        QCOMPARE(visor.banco.titulos(),
+            std::vector<std::string>{ "frmCompras_Atipicos_Visor:txtFechaF_KeyPress" });
+        QCOMPARE(visor.listados(), QStringLiteral("AT260002/1 AT260001/1 AT260001/2"));
+        QCOMPARE(visor.comandos(), QStringLiteral("enabled"));
+        visor.banco.avisos->dichos.clear();
+        visor.busca();
+        QCOMPARE(visor.lista().Rows(), 5);
+    }
+
+    void the_list_and_the_lines_are_filled_without_redrawing()
+    {
+        ConTresCargos visor;
+        visor.abre();
+        QSignalSpy cargos(visor.lista().model(), &QAbstractItemModel::rowsInserted);
+        visor.c<>("txtFechaF").setFocus();
+        visor.busca();
+        QCOMPARE(visor.lista().Rows(), 4);
+        QCOMPARE(cargos.count(), 1);
+        QSignalSpy lineas(visor.lineas().model(), &QAbstractItemModel::rowsInserted);
+        visor.pulsa(Qt::Key_Return);
+        QCOMPARE(visor.lineas().Rows(), 4);
+        QCOMPARE(lineas.count(), 1);
     }
 
     void the_charges_found_are_listed_newest_first_with_the_first_chosen()
@@ -461,6 +594,19 @@ private slots:
         QCOMPARE(visor.lineas().Rows(), 1);
         visor.clic("cmdSiguiente");
         QCOMPARE(visor.lineas().Rows(), 4);
+    }
+
+    void an_error_between_two_lines_leaves_those_before_it_to_be_seen()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        visor.banco.parte->falla_al_avanzar = 2;
+        visor.pulsa(Qt::Key_Return);
+        QCOMPARE(
+            visor.banco.titulos(), std::vector<std::string>{ "frmCompras_Atipicos_Visor:Cargar_Detalles" });
+        QCOMPARE(visor.lineas().Rows(), 3);
+        QCOMPARE(visor.lineas().model()->rowCount(), 2); // drawn, not only kept
+        QCOMPARE(visor.lineas().TextMatrix(2, 4), QStringLiteral("1,198"));
     }
 
     // A column more

@@ -8,7 +8,6 @@
 #include "tests/support/Ventanas.hpp"
 
 #include <QLineEdit>
-#include <QSettings>
 #include <QTemporaryDir>
 
 using namespace atipicos;
@@ -34,14 +33,6 @@ QString texto(const char* nombre) { return pruebas::control<QLineEdit>(*visores(
 class frmclsComprasAtipVisor_Test : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(m_ajustes.isValid());
-        QCoreApplication::setOrganizationName(QStringLiteral("atipicos"));
-        QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_ajustes.path());
-    }
-
     void makes_no_form_before_it_is_shown()
     {
         const Banco banco;
@@ -154,9 +145,6 @@ private slots:
         auto& compartido = frmCompras_Atipicos::compartido();
         QVERIFY(!compartido.isVisible());
     }
-
-private:
-    QTemporaryDir m_ajustes;
 };
 
 ATIPICOS_PRUEBA_VENTANAS(frmclsComprasAtipVisor_Test)

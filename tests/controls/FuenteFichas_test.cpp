@@ -74,6 +74,26 @@ private slots:
         QVERIFY(ajena.todas().empty());
     }
 
+    void tells_what_sets_two_of_one_name_apart_where_the_table_has_it()
+    {
+        const Banco banco;
+        banco.bases().orvalin->Execute(
+            "UPDATE Proveedores SET NIF = 'B38999111', Poblacion = NULL WHERE Codigo = 103");
+        const auto de = [&](const char* columna) {
+            const FuenteFichas fuente(banco.bases().orvalin,
+                { "Proveedores", "Codigo", "Cod_Empresa =1", false,
+                    { { columna, "NIF" }, { "Poblacion", "Población" } } });
+            const auto todas = fuente.todas();
+            const auto lugar = std::find_if(
+                todas.begin(), todas.end(), [](const auto& ficha) { return ficha.Codigo == "103"; });
+            return lugar == todas.end() ? Ficha{} : *lugar;
+        };
+        const Ficha esperada{ "103", "Ñandú Exportaciones, S.L.", { "B38999111", "" } };
+        QVERIFY(de("NIF") == esperada);
+        const Ficha sin_mas{ "103", "Ñandú Exportaciones, S.L." };
+        QVERIFY(de("NoLaTiene") == sin_mas);
+    }
+
     void asks_the_database_each_time()
     {
         const Banco banco;

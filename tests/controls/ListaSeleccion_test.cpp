@@ -118,6 +118,24 @@ private slots:
         QCOMPARE(lista.elegida(), QStringLiteral("3"));
     }
 
+    void shows_and_finds_what_a_ficha_tells_beside_its_name()
+    {
+        const std::vector<Ficha> dos{ { "7", "Quesos Teno", { "B38111222", "Buenavista" } },
+            { "5", "Quesos Teno", { "A35000777", "Agüimes" } }, { "9", "Sal" } };
+        ListaSeleccion ventana(QStringLiteral("Buscar el proveedor"), dos,
+            { QStringLiteral("NIF"), QStringLiteral("Población") });
+        auto& rejilla = *ventana.findChild<VSFlexGrid*>(QStringLiteral("vsLista"));
+        QCOMPARE(rejilla.Cols(), 4);
+        QCOMPARE(rejilla.TextMatrix(0, 2) + rejilla.TextMatrix(0, 3), QStringLiteral("NIFPoblación"));
+        QCOMPARE(rejilla.TextMatrix(1, 2), QStringLiteral("B38111222"));
+        QCOMPARE(rejilla.TextMatrix(3, 3), QString());
+        auto& filtro = *ventana.findChild<QLineEdit*>(QStringLiteral("txtFiltro"));
+        filtro.setText(QStringLiteral("teno aguim"));
+        QCOMPARE(ventana.elegida(), QStringLiteral("5"));
+        filtro.setText(QStringLiteral("b381"));
+        QCOMPARE(ventana.elegida(), QStringLiteral("7"));
+    }
+
     void enter_chooses_and_escape_gives_up()
     {
         for (const auto& [tecla, resultado] :

@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QClipboard>
+#include <QHeaderView>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -268,6 +269,83 @@ private slots:
         rejilla.AddItem(QStringLiteral("c\tA\tuno\t123.456.789.012,34"));
         QVERIFY(
             rejilla.ColWidth(1) + rejilla.ColWidth(2) + rejilla.ColWidth(3) <= rejilla.viewport()->width());
+    }
+
+    void whatever_is_clicked_one_row_stays_chosen()
+    {
+        Rejilla rejilla;
+        rejilla.llena(3);
+        rejilla.set_Row(2);
+        const auto donde
+            = [&](int fila) { return rejilla.visualRect(rejilla.model()->index(fila - 1, 1)).center(); };
+        const QPoint debajo(donde(3).x(), rejilla.viewport()->height() - 5);
+        QVERIFY(!rejilla.indexAt(debajo).isValid());
+        for (const auto con : { Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier }) {
+            QTest::mouseClick(rejilla.viewport(), Qt::LeftButton, con, debajo);
+            QCOMPARE(rejilla.Row(), 2);
+            QTest::mouseClick(rejilla.viewport(), Qt::LeftButton, con, donde(2));
+            QCOMPARE(rejilla.Row(), 2);
+        }
+        QTest::mousePress(rejilla.viewport(), Qt::LeftButton, {}, donde(3));
+        QTest::mouseMove(rejilla.viewport(), debajo);
+        QTest::mouseRelease(rejilla.viewport(), Qt::LeftButton, {}, debajo);
+        QCOMPARE(rejilla.Row(), 3);
+        rejilla.setFocus();
+        QTest::keyClick(&rejilla, Qt::Key_Space, Qt::ControlModifier);
+        QCOMPARE(rejilla.Row(), 3);
+        QTest::mouseClick(rejilla.viewport(), Qt::LeftButton, Qt::ControlModifier, donde(1));
+        QCOMPARE(rejilla.Row(), 1);
+        rejilla.set_Row(0); // a program may still choose none
+        QCOMPARE(rejilla.Row(), 0);
+    }
+
+    void an_empty_grid_says_what_fills_it()
+    {
+        Rejilla rejilla;
+        const auto oscuros = [&] {
+            const auto imagen = rejilla.viewport()->grab().toImage();
+            int cuantos = 0;
+            for (int y = 0; y < imagen.height(); ++y)
+                for (int x = 0; x < imagen.width(); ++x)
+                    cuantos += imagen.pixelColor(x, y).lightness() < 100;
+            return cuantos;
+        };
+        QCOMPARE(oscuros(), 0);
+        rejilla.set_Aviso(QStringLiteral("Todavía no se ha buscado"));
+        QVERIFY(oscuros() > 50);
+        QCOMPARE(rejilla.accessibleDescription(), QStringLiteral("Todavía no se ha buscado"));
+        rejilla.AddItem(QStringLiteral("\t\t\t"));
+        QCOMPARE(oscuros(), 0);
+    }
+
+    void the_marked_row_stays_marked_wherever_an_order_puts_it()
+    {
+        Rejilla rejilla;
+        rejilla.set_ColOrden(3, Clase::numero);
+        rejilla.AddItem("a\t\t\t3,00", 7);
+        rejilla.AddItem("b\t\t\t2,00", 5);
+        const auto marcadas = [&] {
+            QString letras;
+            for (int fila = 1; fila < rejilla.Rows(); ++fila) {
+                const auto indice = rejilla.model()->index(fila - 1, 3);
+                const bool negrita = indice.data(Qt::FontRole).value<QFont>().bold();
+                if (negrita != indice.data(Qt::AccessibleDescriptionRole).isValid())
+                    return QStringLiteral("seen and heard disagree");
+                if (negrita)
+                    letras += rejilla.TextMatrix(fila, 0);
+            }
+            return letras;
+        };
+        QCOMPARE(marcadas(), QString());
+        QSignalSpy cambios(rejilla.model(), &QAbstractItemModel::dataChanged);
+        rejilla.set_Marcada(7);
+        QCOMPARE(cambios.count(), 1);
+        QCOMPARE(marcadas(), QStringLiteral("a"));
+        emit rejilla.horizontalHeader()->sectionClicked(3);
+        QCOMPARE(rejilla.TextMatrix(2, 0), QStringLiteral("a"));
+        QCOMPARE(marcadas(), QStringLiteral("a"));
+        rejilla.set_Marcada(-1);
+        QCOMPARE(marcadas(), QString());
     }
 
     void a_hundred_thousand_rows_make_no_widgets()

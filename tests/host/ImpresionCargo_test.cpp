@@ -22,6 +22,7 @@ namespace {
     public:
         std::vector<std::string> pedido;
         std::vector<std::string> textos;
+        std::string nombre_de_fichero;
 
         const Medidor& medidor() const override { return m_medidor; }
         void imprime(const Report& report, const std::string& impresora, Donde) override
@@ -36,6 +37,7 @@ namespace {
         {
             pedido.push_back(donde + ": " + report.titulo());
             textos = pruebas::textos(report);
+            nombre_de_fichero = report.nombre_de_fichero();
         }
 
         pruebas::MedidorFijo m_medidor;
@@ -84,6 +86,13 @@ namespace {
             return nueva;
         }
     };
+
+    TEST_F(ImpresionCargoDeMuestra, its_file_is_called_after_year_and_warehouse_too)
+    {
+        impresion(qvoremp::dispositivo::fichero_pdf)->Imprimir();
+        EXPECT_THAT(salida->pedido, ElementsAre("PDF: Reclamación AT260001"));
+        EXPECT_EQ(salida->nombre_de_fichero, "AT260001-2026-4");
+    }
 
     TEST_F(ImpresionCargoDeMuestra, each_device_is_served_and_none_does_nothing)
     {

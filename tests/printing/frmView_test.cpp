@@ -17,6 +17,9 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
+
+#include <cmath>
 
 using atipicos::clsView;
 using atipicos::Error;
@@ -97,6 +100,57 @@ private slots:
         con_report(std::make_shared<ReportDePrueba>()).Cargar(true);
         QVERIFY(modal);
         QVERIFY(!frmView::compartido().isVisible());
+    }
+
+    void asked_for_modal_an_open_viewer_becomes_modal_and_waits()
+    {
+        const atipicos::pruebas::Contexto contexto;
+        con_report(std::make_shared<ReportDePrueba>()).Cargar(false);
+        auto& form = frmView::compartido();
+        bool modal = false;
+        QTimer::singleShot(0, qApp, [&] {
+            modal = form.isVisible() && form.isModal() && QApplication::activeModalWidget() == &form
+                && QGuiApplication::modalWindow() == form.windowHandle();
+            hijo<QAction>("cmdCerrar").trigger();
+        });
+        con_report(std::make_shared<ReportDePrueba>()).Cargar(true);
+        QVERIFY(modal);
+        QVERIFY(!form.isVisible());
+        con_report(std::make_shared<ReportDePrueba>()).Cargar(false);
+        QVERIFY(form.isVisible() && !form.isModal());
+    }
+
+    void asked_for_again_while_it_is_modal_it_shows_the_new_report_and_all_wait_until_it_is_closed()
+    {
+        const atipicos::pruebas::Contexto contexto;
+        auto& form = frmView::compartido();
+        QStringList sucesos;
+        const auto segundo = std::make_shared<ReportDePrueba>();
+        segundo->buscable = false;
+        QTimer::singleShot(0, qApp, [&] {
+            con_report(std::make_shared<ReportDePrueba>()).Cargar(false); // modeless: at once
+            sucesos << (form.isModal() ? QStringLiteral("modal") : QStringLiteral("modeless"));
+            QTimer::singleShot(0, qApp, [&] {
+                sucesos << (hijo<QLineEdit>("txtBuscar").isVisible() ? QStringLiteral("first")
+                                                                     : QStringLiteral("second"));
+                form.close();
+            });
+            con_report(segundo).Cargar(true);
+            sucesos << (form.isVisible() ? QStringLiteral("did not wait") : QStringLiteral("waited"));
+        });
+        con_report(std::make_shared<ReportDePrueba>()).Cargar(true);
+        QCOMPARE(sucesos.join(u' '), QStringLiteral("modal second waited"));
+        QVERIFY(!form.isVisible());
+    }
+
+    void without_a_company_it_is_shown_without_a_box()
+    {
+        const atipicos::pruebas::Contexto contexto;
+        atipicos::modComun::set_EmpresaOrvalin(nullptr);
+        con_report(std::make_shared<ReportDePrueba>()).Cargar(false);
+        QCOMPARE(frmView::compartido().windowTitle(), QStringLiteral("Visor de Reportes"));
+        QCOMPARE(hijo<VistaReport>("vista").Paginas(), 5);
+        QVERIFY(contexto.avisos->dichos.empty());
     }
 
     void closing_releases_the_report()
@@ -218,16 +272,27 @@ private slots:
     {
         const atipicos::pruebas::Contexto contexto;
         con_report(std::make_shared<ReportDePrueba>()).Cargar(false, 50);
-        const auto imagen = hijo<VistaReport>("vista").viewport()->grab().toImage();
-        int azules = 0;
-        int blancos = 0;
-        for (int y = 0; y < imagen.height(); ++y)
-            for (int x = 0; x < imagen.width(); ++x) {
-                azules += imagen.pixelColor(x, y) == QColor(0x20, 0x40, 0x60);
-                blancos += imagen.pixelColor(x, y) == QColor(Qt::white);
-            }
-        QVERIFY(azules > 30 * 1000 / 100); // 30 × 10 mm at half size
-        QVERIFY(blancos > 50 * azules);
+        auto& vista = hijo<VistaReport>("vista");
+        const auto imagen = vista.viewport()->grab().toImage();
+        const auto marco_de = [&](const QColor& color) {
+            QRect marco;
+            for (int y = 0; y < imagen.height(); ++y)
+                for (int x = 0; x < imagen.width(); ++x)
+                    if (imagen.pixelColor(x, y) == color)
+                        marco |= QRect(x, y, 1, 1);
+            return marco;
+        };
+        const auto cerca = [](int hay, double debido) { return std::abs(hay - debido) <= 1.5; };
+        const double milimetro = vista.logicalDpiX() * 0.5 / 25.4; // at half size
+        const auto hoja = marco_de(Qt::white);
+        QVERIFY(cerca(hoja.width(), 210 * milimetro));
+        QVERIFY(cerca(hoja.left(), (vista.viewport()->width() - 210 * milimetro) / 2)); // in the middle
+        const auto caja
+            = marco_de(QColor(0x20, 0x40, 0x60)); // of the first page, and of the second where it fits
+        QVERIFY(cerca(caja.left() - hoja.left(), 20 * milimetro));
+        QVERIFY(cerca(caja.width(), 30 * milimetro));
+        QVERIFY(cerca(caja.top() - hoja.top(), 40 * milimetro));
+        QVERIFY(vista.viewport()->height() > 60 * milimetro);
     }
 
     void it_is_saved_as_pdf_where_the_person_says()

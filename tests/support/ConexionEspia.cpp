@@ -21,7 +21,11 @@ namespace {
             m_reales->Open(sql, cursor, bloqueo, tipo, donde);
         }
         bool Eof() const noexcept override { return m_reales->Eof(); }
-        void MoveNext(Donde donde) override { m_reales->MoveNext(donde); }
+        void MoveNext(Donde donde) override
+        {
+            m_espia.avanza(donde);
+            m_reales->MoveNext(donde);
+        }
         std::size_t Count() const noexcept override { return m_reales->Count(); }
         adodb::Field& Fields(std::string_view nombre, Donde donde) override
         {
@@ -72,6 +76,12 @@ void ConexionEspia::pasa(const std::string& dicha, Donde donde)
     if (toca || m_perdida)
         throw adodb::ErrorBaseDatos(m_perdida ? adodb::Categoria::conexion : adodb::Categoria::otra, "Prueba",
             Parte::descripcion, dicha, donde);
+}
+
+void ConexionEspia::avanza(Donde donde)
+{
+    if (m_parte->falla_al_avanzar > 0 && --m_parte->falla_al_avanzar == 0)
+        throw adodb::ErrorBaseDatos(adodb::Categoria::otra, "Prueba", Parte::descripcion, "MoveNext", donde);
 }
 
 void ConexionEspia::Execute(

@@ -14,6 +14,7 @@ struct Parte {
     std::vector<std::string>
         dichas; ///< "gestion BEGIN", "contabilidad EXEC INSERT …", "… OPEN …", "… UPDATE"
     std::size_t falla_en = 0; ///< 1-based: that operation fails without reaching the database; 0: none
+    std::size_t falla_al_avanzar = 0; ///< 1-based: that step to a next row fails, and is 0 again; 0: none
     std::function<void()> al_llegar; ///< done before operation `falla_en`, which then goes to the database
     std::function<void(const std::string& dicha)> antes; ///< done before every operation
     bool conexion_perdida = false; ///< from the failure on, everything on that connection fails
@@ -33,6 +34,7 @@ public:
     void RollbackTrans(Donde donde) override;
     std::unique_ptr<adodb::Recordset> CreateRecordset() override;
 
+    void avanza(Donde donde); ///< raises the failure of a step to the next row when it is due
     void pasa(const std::string& dicha, Donde donde); ///< notes it, and raises its failure when it is due
 
 private:
