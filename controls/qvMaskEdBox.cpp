@@ -6,6 +6,8 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace atipicos {
 
 namespace {
@@ -30,9 +32,37 @@ qvMaskEdBox::qvMaskEdBox(QWidget* parent)
 
 std::optional<Date> qvMaskEdBox::Fecha() const { return Date::de_texto(de_qt(text())); }
 
-void qvMaskEdBox::set_Fecha(Date fecha) { setText(atipicos::a_qt(fecha.texto())); }
+void qvMaskEdBox::set_Fecha(Date fecha)
+{
+    if (fecha.tiene_dia())
+        setText(atipicos::a_qt(fecha.texto()));
+    else
+        Limpiar();
+}
 
-void qvMaskEdBox::Limpiar() { setText({}); }
+/// Behind the last place of the mask no digit would be taken.
+void qvMaskEdBox::Limpiar()
+{
+    setText({});
+    setCursorPosition(0);
+}
+
+QString qvMaskEdBox::Falta() const
+{
+    if (Fecha())
+        return {};
+    if (vacia())
+        return QStringLiteral("Falta la fecha.");
+    return hasAcceptableInput()
+        ? QStringLiteral("No existe el día %1.").arg(text())
+        : QStringLiteral("La fecha está a medias: se teclean el día, el mes y las cuatro cifras del año.");
+}
+
+bool qvMaskEdBox::vacia() const
+{
+    const QString tecleado = text();
+    return std::none_of(tecleado.begin(), tecleado.end(), [](QChar c) { return c.isDigit(); });
+}
 
 void qvMaskEdBox::mueve(int dias)
 {

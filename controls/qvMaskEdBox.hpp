@@ -20,8 +20,11 @@ public:
     explicit qvMaskEdBox(QWidget* parent = nullptr);
 
     [[nodiscard]] std::optional<Date> Fecha() const; ///< nothing while the text is no day of the calendar
-    void set_Fecha(Date fecha);
-    void Limpiar();
+    void set_Fecha(Date fecha); ///< no date empties the box
+    void Limpiar(); ///< ready to be typed into
+
+    /// Why the box holds no day, as a sentence; empty when it holds one.
+    [[nodiscard]] QString Falta() const;
 
 signals:
     void Intro(); ///< Enter was pressed, whatever is in the box
@@ -35,6 +38,7 @@ private:
     void mueve(int dias);
     void rellena_partes();
     [[nodiscard]] bool termina_parte();
+    [[nodiscard]] bool vacia() const; ///< not a digit in it
 };
 
 } // namespace atipicos

@@ -286,6 +286,15 @@ void frmCompras_Atipicos::cmdAceptar_Click()
     });
 }
 
+/// Error 13, in words, for what is no day.
+Date frmCompras_Atipicos::fecha_del_cargo() const
+{
+    if (const auto fecha = m_ui->txtFecha->Fecha())
+        return *fecha;
+    throw Error(numero_error::tipos_no_coinciden, "QVORComprasAtip",
+        de_qt(m_ui->txtFecha->Falta()) + " Corrija la fecha del cargo y acéptelo de nuevo.");
+}
+
 CargoTecleado frmCompras_Atipicos::cargo_tecleado() const
 {
     CargoTecleado tecleado;
@@ -293,7 +302,7 @@ CargoTecleado frmCompras_Atipicos::cargo_tecleado() const
     tecleado.Almacen = m_ui->txtAlmacen->Codigo();
     tecleado.Proveedor = m_ui->txtProv->Codigo();
     tecleado.NombreProveedor = de_qt(m_ui->txtProv->Nombre());
-    tecleado.Fecha = CDate(de_qt(m_ui->txtFecha->text())); // error 13 for what is no day
+    tecleado.Fecha = fecha_del_cargo();
     tecleado.Observaciones = de_qt(m_ui->txtObservaciones->toPlainText());
     tecleado.Franquiciado = m_ui->chkFranquiciado->isChecked();
     m_edicion.Rellenar(tecleado);

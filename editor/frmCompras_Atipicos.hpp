@@ -51,7 +51,7 @@ private:
 
     // Line entry
     void txtImporte_Intro();
-    [[nodiscard]] [[nodiscard]] bool deja_la_linea();
+    [[nodiscard]] bool deja_la_linea();
     bool cabecera_completa();
     void acepta_linea();
     void muestra_fila(int fila);
@@ -62,6 +62,7 @@ private:
     void cmdEliminar_Click();
     void cmdModificar_Click();
     void cmdComent_Click();
+    [[nodiscard]] Date fecha_del_cargo() const;
     [[nodiscard]] CargoTecleado cargo_tecleado() const;
     [[nodiscard]] std::optional<std::vector<Prevision>> pide_previsiones(const Contabilizacion& datos);
     void Imprimir_Atipico();

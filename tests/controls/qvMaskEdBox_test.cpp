@@ -82,6 +82,32 @@ private slots:
         QCOMPARE(caja.texto(), QStringLiteral("//"));
     }
 
+    void an_emptied_box_takes_digits_at_once_and_no_date_empties_it()
+    {
+        Caja caja;
+        caja.teclea(QStringLiteral("31022027"));
+        caja.control->Limpiar();
+        caja.teclea(QStringLiteral("1/2/2027"));
+        QCOMPARE(caja.texto(), QStringLiteral("01/02/2027"));
+        caja.control->set_Fecha(Date());
+        QCOMPARE(caja.texto(), QStringLiteral("//"));
+        caja.teclea(QStringLiteral("15032027"));
+        QCOMPARE(caja.fecha(), QStringLiteral("15/03/2027"));
+    }
+
+    void what_is_wrong_is_said_in_a_sentence()
+    {
+        Caja caja;
+        QCOMPARE(caja.control->Falta(), QStringLiteral("Falta la fecha."));
+        caja.teclea(QStringLiteral("310220"));
+        QCOMPARE(caja.control->Falta(),
+            QStringLiteral("La fecha está a medias: se teclean el día, el mes y las cuatro cifras del año."));
+        caja.teclea(QStringLiteral("27"));
+        QCOMPARE(caja.control->Falta(), QStringLiteral("No existe el día 31/02/2027."));
+        caja.control->set_Fecha(dia("28/02/2027"));
+        QCOMPARE(caja.control->Falta(), QString());
+    }
+
     void a_day_is_typed_over_the_one_that_was_there()
     {
         Caja caja;
