@@ -2,10 +2,12 @@
 
 #include "context/Cajas.hpp"
 #include "context/claves.hpp"
+#include "context/HastaElFinal.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
 #include "controls/Avance.hpp"
 #include "controls/SinComillas.hpp"
+#include "controls/SinDibujar.hpp"
 #include "controls/Texto.hpp"
 #include "editor/frmEditor_Comentarios.hpp"
 #include "editor/RejillaAtipicoQt.hpp"
@@ -106,7 +108,7 @@ void frmCompras_Atipicos::empieza_vacio()
 {
     setWindowTitle(titulo());
     m_ui->txtProv->set_Codigo(0);
-    m_ui->txtObservaciones->clear();
+    m_ui->txtObservaciones->set_Texto({});
     m_ui->chkFranquiciado->setChecked(false);
     m_ui->vsCargos->set_Rows(1);
     Limpiar_Linea();
@@ -121,6 +123,7 @@ void frmCompras_Atipicos::Form_Unload()
 
 void frmCompras_Atipicos::Nuevo_Atipico()
 {
+    m_edicion = {}; // gone in any case: its lines may have been saved
     m_edicion.Nuevo_Atipico();
     m_edicion.cargo().set_ConexionOrvalin(modComun::comparte_ConexionOrvalin());
     m_edicion.cargo().set_EmpresaOrvalin(modComun::comparte_EmpresaOrvalin());
@@ -128,19 +131,23 @@ void frmCompras_Atipicos::Nuevo_Atipico()
 
 void frmCompras_Atipicos::Limpiar_Cabecera()
 {
+    HastaElFinal pasos;
     Codigo.clear(); // what comes next is another charge
-    m_ui->txtAlmacen->setEnabled(es_oficina_central());
-    m_ui->txtAlmacen->set_Codigo(modComun::EmpresaOrvalin().AlmacenDefecto());
-    m_ui->txtAlmacen->Buscar();
+    pasos.haz([this] { m_ui->txtAlmacen->setEnabled(es_oficina_central()); });
+    pasos.haz([this] {
+        m_ui->txtAlmacen->set_Codigo(modComun::EmpresaOrvalin().AlmacenDefecto());
+        m_ui->txtAlmacen->Buscar();
+    });
     m_ui->txtProv->set_Codigo(0);
-    m_ui->txtFecha->set_Fecha(modComun::reloj().hoy());
-    m_ui->txtObservaciones->clear();
+    pasos.haz([this] { m_ui->txtFecha->set_Fecha(modComun::reloj().hoy()); });
+    m_ui->txtObservaciones->set_Texto({});
     m_ui->chkFranquiciado->setChecked(false);
     setWindowTitle(titulo());
     if (m_ui->txtAlmacen->isEnabled())
         m_ui->txtAlmacen->setFocus();
     else
         m_ui->txtProv->setFocus();
+    pasos.termina();
 }
 
 void frmCompras_Atipicos::Limpiar_Linea()
@@ -161,17 +168,23 @@ void frmCompras_Atipicos::Cargar_Atipico()
             m_ui->txtFecha->set_Fecha(cabecera->Fecha);
             m_ui->txtProv->set_Codigo(cabecera->Proveedor);
             m_ui->txtProv->Buscar();
-            m_ui->txtObservaciones->setPlainText(a_qt(cabecera->Observ));
+            m_ui->txtObservaciones->set_Texto(sin_comillas(a_qt(cabecera->Observ)));
             m_edicion.cargo().Impuesto = cabecera->Impuesto;
         }
-        lee_lineas(clave, [this](const LineaAbierta& abierta) {
-            m_edicion.Cargar_Linea(abierta.linea, abierta.Num_Linea, abierta.CtaAtipicos);
-            m_ui->vsCargos->AddItem(a_qt(m_edicion.filas().back().texto(decimales_costo())));
-            muestra_total();
-        });
+        Carga_Lineas(clave);
         m_ui->vsCargos->set_Row(0);
         if (m_ui->vsCargos->Rows() > 1)
             set_CincoBotones(true);
+    });
+}
+
+void frmCompras_Atipicos::Carga_Lineas(const ClaveCargo& clave)
+{
+    const SinDibujar quieta(*m_ui->vsCargos);
+    lee_lineas(clave, [this](const LineaAbierta& abierta) {
+        m_edicion.Cargar_Linea(abierta.linea, abierta.Num_Linea, abierta.CtaAtipicos);
+        m_ui->vsCargos->AddItem(a_qt(m_edicion.filas().back().texto(decimales_costo())));
+        muestra_total();
     });
 }
 
@@ -303,7 +316,7 @@ CargoTecleado frmCompras_Atipicos::cargo_tecleado() const
     tecleado.Proveedor = m_ui->txtProv->Codigo();
     tecleado.NombreProveedor = de_qt(m_ui->txtProv->Nombre());
     tecleado.Fecha = fecha_del_cargo();
-    tecleado.Observaciones = de_qt(m_ui->txtObservaciones->toPlainText());
+    tecleado.Observaciones = de_qt(m_ui->txtObservaciones->Texto());
     tecleado.Franquiciado = m_ui->chkFranquiciado->isChecked();
     m_edicion.Rellenar(tecleado);
     return tecleado;
@@ -339,11 +352,13 @@ void frmCompras_Atipicos::Imprimir_Atipico()
 
 void frmCompras_Atipicos::empieza_otro()
 {
-    m_ui->vsCargos->set_Rows(1);
     set_CincoBotones(false);
-    Limpiar_Cabecera();
-    Limpiar_Linea();
-    Nuevo_Atipico();
+    HastaElFinal pasos; // whatever fails, no line that was saved stays to be saved again
+    pasos.haz([this] { Limpiar_Cabecera(); });
+    pasos.haz([this] { Limpiar_Linea(); });
+    pasos.haz([this] { Nuevo_Atipico(); });
+    m_ui->vsCargos->set_Rows(1);
+    pasos.termina();
 }
 
 void frmCompras_Atipicos::cmdCancelar_Click()

@@ -48,6 +48,7 @@ private:
     void Limpiar_Cabecera();
     void Limpiar_Linea();
     void Cargar_Atipico();
+    void Carga_Lineas(const ClaveCargo& clave);
 
     // Line entry
     void txtImporte_Intro();

@@ -13,6 +13,12 @@
 
 namespace atipicos {
 
+namespace {
+
+    constexpr int decimales_importe = 2; // that the grid and the remainder show
+
+}
+
 frmCompras_Atipicos_Contabilizar::frmCompras_Atipicos_Contabilizar(
     const Contabilizacion& datos, QWidget* parent)
     : Formulario(parent)
@@ -23,8 +29,7 @@ frmCompras_Atipicos_Contabilizar::frmCompras_Atipicos_Contabilizar(
     m_ui->txtPrevTipoDoc->set_NombreAccesible(QStringLiteral("Tipo de documento"));
     m_ui->txtBanco->set_NombreAccesible(QStringLiteral("Cuenta del banco"));
     conecta();
-    trap(
-        atencion, [this] { Form_Load(); }, TextoError::SoloDescripcion);
+    trap(atencion, [this] { Form_Load(); });
     m_ui->txtPrevImp->setFocus();
 }
 
@@ -120,7 +125,7 @@ void frmCompras_Atipicos_Contabilizar::muestra_previsiones()
 
 void frmCompras_Atipicos_Contabilizar::muestra_resto()
 {
-    m_ui->lblResto->setText(a_qt(texto_pantalla(m_edicion.Resto(), 2)));
+    m_ui->lblResto->setText(a_qt(texto_pantalla(m_edicion.Resto(), decimales_importe)));
 }
 
 /// Ready for the next forecast: the bank is the supplier's again.
@@ -142,8 +147,7 @@ bool frmCompras_Atipicos_Contabilizar::existe_banco()
 
 void frmCompras_Atipicos_Contabilizar::txtPrevVto_Intro()
 {
-    trap(
-        atencion, [this] { agrega(); }, TextoError::SoloDescripcion);
+    trap(atencion, [this] { agrega(); });
 }
 
 void frmCompras_Atipicos_Contabilizar::agrega()
@@ -178,19 +182,16 @@ void frmCompras_Atipicos_Contabilizar::agrega()
 
 void frmCompras_Atipicos_Contabilizar::cmdPrevEliminar_Click()
 {
-    trap(
-        atencion,
-        [this] {
-            const int fila = m_ui->vsPrev->Row();
-            if (fila < 1)
-                return;
-            m_edicion.Eliminar(fila);
-            muestra_resto();
-            m_ui->vsPrev->RemoveItem(fila);
-            m_ui->cmdPrevEliminar->setEnabled(m_ui->vsPrev->Rows() >= 2);
-            m_ui->txtPrevImp->setFocus();
-        },
-        TextoError::SoloDescripcion);
+    trap(atencion, [this] {
+        const int fila = m_ui->vsPrev->Row();
+        if (fila < 1)
+            return;
+        m_edicion.Eliminar(fila);
+        muestra_resto();
+        m_ui->vsPrev->RemoveItem(fila);
+        m_ui->cmdPrevEliminar->setEnabled(m_ui->vsPrev->Rows() >= 2);
+        m_ui->txtPrevImp->setFocus();
+    });
 }
 
 void frmCompras_Atipicos_Contabilizar::cmdAceptar_Click()
@@ -231,7 +232,10 @@ int frmCompras_Atipicos_Contabilizar::PrevPago_NroVencimientos() const
     return static_cast<int>(m_edicion.filas().size());
 }
 
-Currency frmCompras_Atipicos_Contabilizar::PrevPago_Importe(int i) const { return prevision(i).Importe; }
+Currency frmCompras_Atipicos_Contabilizar::PrevPago_Importe(int i) const
+{
+    return Redondear(prevision(i).Importe, decimales_importe);
+}
 
 std::int16_t frmCompras_Atipicos_Contabilizar::PrevPago_TipoDoc(int i) const { return prevision(i).TipoDoc; }
 

@@ -258,6 +258,33 @@ private slots:
         QVERIFY(!algo.dialogo->Aceptado());
     }
 
+    void what_is_handed_over_is_what_the_grid_shows_and_the_sum_stays_exact()
+    {
+        Escena escena(true, "107.054");
+        QCOMPARE(escena.rejilla().TextMatrix(3, 0), QStringLiteral("35,69"));
+        QCOMPARE(escena.resto(), QStringLiteral("0,00"));
+        pulsa(Qt::Key_F9);
+        QVERIFY(escena.dialogo->Aceptado());
+        QVERIFY(escena.dialogo->PrevPago_Importe(1) == moneda("35.68"));
+        QVERIFY(escena.dialogo->PrevPago_Importe(3) == moneda("35.69"));
+    }
+
+    void an_error_while_adding_or_deleting_is_told_with_its_line()
+    {
+        Escena escena(false, "150", 101);
+        teclea("150");
+        intro(3);
+        teclea("10122026");
+        escena.banco.parte->falla_en = escena.banco.parte->dichas.size() + 1; // whether the bank exists
+        intro();
+        QCOMPARE(escena.banco.titulos(), std::vector<std::string>{ "¡ Atención !" });
+        const auto& dicho = escena.banco.avisos->dichos.front();
+        QVERIFY(dicho.icono == atipicos::Icono::critico);
+        QVERIFY(dicho.texto.starts_with("["));
+        QVERIFY(dicho.texto.ends_with(std::string("] ") + Parte::descripcion));
+        QCOMPARE(escena.rejilla().Rows(), 1);
+    }
+
     void only_its_buttons_end_it()
     {
         Escena escena;
@@ -277,7 +304,9 @@ private slots:
         const frmCompras_Atipicos_Contabilizar dialogo(
             Contabilizacion{ moneda("150"), 104, dia("21/11/2026"), 1, true });
         QCOMPARE(banco.titulos(), std::vector<std::string>{ "¡ Atención !" });
-        QCOMPARE(banco.avisos->dichos.front().texto, std::string(Parte::descripcion));
+        QVERIFY(banco.avisos->dichos.front().texto.starts_with("["));
+        QVERIFY(banco.avisos->dichos.front().texto.ends_with(std::string("] ") + Parte::descripcion));
+        QVERIFY(banco.avisos->dichos.front().icono == atipicos::Icono::critico);
         QCOMPARE(dialogo.PrevPago_NroVencimientos(), 0);
     }
 
