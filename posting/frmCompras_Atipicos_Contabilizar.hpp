@@ -48,6 +48,7 @@ private:
     void vacia_entrada();
     void agrega();
     [[nodiscard]] bool existe_banco();
+    [[nodiscard]] bool hay_tipo() const;
     [[nodiscard]] const Prevision& prevision(int i) const;
 
     void txtPrevVto_Intro();

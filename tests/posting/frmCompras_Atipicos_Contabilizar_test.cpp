@@ -11,6 +11,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 
 using atipicos::Contabilizacion;
 using atipicos::Currency;
@@ -190,6 +191,76 @@ private slots:
         QCOMPARE(control<QLineEdit>(*escena.dialogo, "txtPrevVto").text(), QStringLiteral("//"));
         QCOMPARE(foco(), QStringLiteral("txtPrevVto"));
         QVERIFY(escena.banco.avisos->dichos.empty());
+    }
+
+    void a_due_date_takes_digits_again_after_an_impossible_one_and_is_completed()
+    {
+        Escena escena(false);
+        const auto texto = [&] { return control<QLineEdit>(*escena.dialogo, "txtPrevVto").text(); };
+        Escena::teclea_prevision("150", "", "", "31022027");
+        QCOMPARE(texto(), QStringLiteral("//"));
+        teclea("15122026");
+        QCOMPARE(texto(), QStringLiteral("15/12/2026"));
+        pulsa(Qt::Key_A, Qt::ControlModifier);
+        pulsa(Qt::Key_Delete);
+        teclea("+30"); // from the charge, of 21/11/2026
+        intro();
+        QCOMPARE(escena.rejilla().TextMatrix(1, 2), QStringLiteral("21/12/2026"));
+        Escena::teclea_prevision("1", "", "", "3");
+        QCOMPARE(escena.rejilla().Rows(), 3);
+        QCOMPARE(escena.rejilla().TextMatrix(2, 2), QStringLiteral("03/11/2026"));
+    }
+
+    void a_type_that_does_not_exist_holds_the_focus_and_is_not_added()
+    {
+        Escena escena(false);
+        teclea("150");
+        intro();
+        teclea("99");
+        intro();
+        QCOMPARE(foco(), QStringLiteral("txtPrevTipoDoc"));
+        QCOMPARE(control<QLineEdit>(control<QWidget>(*escena.dialogo, "txtPrevTipoDoc"), "lblNombre").text(),
+            QStringLiteral("No existe el tipo de documento"));
+        control<QWidget>(*escena.dialogo, "txtPrevVto").setFocus();
+        teclea("10122026");
+        intro();
+        QCOMPARE(escena.rejilla().Rows(), 1);
+        QCOMPARE(foco(), QStringLiteral("txtPrevTipoDoc"));
+        QVERIFY(escena.banco.avisos->dichos.empty());
+        teclea("2"); // instead of the 99
+        intro(3);
+        QCOMPARE(escena.rejilla().TextMatrix(1, 3), QStringLiteral("2"));
+        Escena::teclea_prevision("1", "0", "", "11122026"); // none
+        QCOMPARE(escena.rejilla().TextMatrix(2, 1), QStringLiteral("SIN ESPECIFICAR"));
+    }
+
+    void a_due_date_before_the_charge_is_added_and_stands_out()
+    {
+        Escena escena(false);
+        auto& aviso = control<QLabel>(*escena.dialogo, "lblAvisoVto");
+        Escena::teclea_prevision("50", "", "", "21112026");
+        QCOMPARE(aviso.text(), QString());
+        Escena::teclea_prevision("50", "", "", "15012020");
+        QCOMPARE(escena.rejilla().Rows(), 3);
+        QCOMPARE(escena.rejilla().TextMatrix(2, 2), QStringLiteral("15/01/2020"));
+        QCOMPARE(
+            aviso.text(), QStringLiteral("La previsión 2 vence antes de la fecha del cargo, 21/11/2026."));
+        const auto como_se_pinta = [&](int fila) {
+            QStyleOptionViewItem opcion;
+            const auto indice = escena.rejilla().model()->index(fila - 1, 2);
+            const auto* pintor = escena.rejilla().itemDelegateForIndex(indice);
+            struct Abierto : QStyledItemDelegate {
+                using QStyledItemDelegate::initStyleOption;
+            };
+            (dynamic_cast<const QStyledItemDelegate*>(pintor)->*&Abierto::initStyleOption)(&opcion, indice);
+            return std::pair(opcion.font.bold(), opcion.palette.color(QPalette::Text));
+        };
+        QVERIFY(!como_se_pinta(1).first);
+        QVERIFY(como_se_pinta(2).first);
+        QVERIFY(como_se_pinta(2).second != como_se_pinta(1).second);
+        escena.rejilla().set_Row(2);
+        clic(*escena.dialogo, "cmdPrevEliminar");
+        QCOMPARE(aviso.text(), QString());
     }
 
     void a_forecast_is_deleted()
