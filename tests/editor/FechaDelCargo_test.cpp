@@ -38,6 +38,56 @@ private slots:
         teclea("05032025"); // it takes digits at once
         QCOMPARE(fecha.text(), QStringLiteral("05/03/2025"));
     }
+
+    void an_impossible_date_stays_as_it_was_typed_with_a_word_beside_it()
+    {
+        EscenaEditor escena("");
+        auto& aviso = escena.c<QLabel>("lblAvisoFecha");
+        escena.c<>("txtFecha").setFocus();
+        teclea("31022026");
+        QCOMPARE(aviso.text(), QString());
+        intro();
+        QCOMPARE(foco(), QStringLiteral("txtObservaciones")); // Enter moves on
+        QCOMPARE(escena.texto("txtFecha"), QStringLiteral("31/02/2026"));
+        QCOMPARE(aviso.text(), QStringLiteral("No existe el día 31/02/2026."));
+        QVERIFY(aviso.isVisible());
+        QCOMPARE(escena.c<>("txtFecha").palette().color(QPalette::Text),
+            aviso.palette().color(QPalette::WindowText));
+        escena.c<>("txtFecha").setFocus();
+        teclea("5/");
+        QCOMPARE(aviso.text(), QString());
+        intro();
+        QCOMPARE(escena.texto("txtFecha"), QStringLiteral("05/11/2026")); // of the month of today
+        QCOMPARE(aviso.text(), QString());
+    }
+
+    void what_is_typed_in_part_is_completed_before_the_charge_is_accepted()
+    {
+        EscenaEditor escena("");
+        EscenaEditor::teclea_cabecera("103");
+        EscenaEditor::teclea_linea("1003", "=", "rota", "2", "4,5");
+        escena.c<>("txtFecha").setFocus();
+        teclea("+3");
+        escena.acepta();
+        QCOMPARE(CStr(escena.banco.consulta("SELECT Fecha FROM Proveedores_Cargos_Atipicos")),
+            std::string("24/11/2026"));
+        QCOMPARE(escena.texto("txtFecha"), QStringLiteral("21/11/2026"));
+    }
+
+    void a_new_charge_takes_what_was_wrong_with_the_date_away()
+    {
+        EscenaEditor escena("");
+        EscenaEditor::teclea_cabecera("103");
+        EscenaEditor::teclea_linea("1003", "=", "rota", "2", "4,5");
+        escena.c<>("txtFecha").setFocus();
+        teclea("31022026");
+        intro();
+        QVERIFY(!escena.c<QLabel>("lblAvisoFecha").text().isEmpty());
+        escena.banco.avisos->respuestas = { Respuesta::Si };
+        clic(*escena.form, "cmdCancelar");
+        QCOMPARE(escena.c<QLabel>("lblAvisoFecha").text(), QString());
+        QCOMPARE(escena.texto("txtFecha"), QStringLiteral("21/11/2026"));
+    }
 };
 
 ATIPICOS_PRUEBA_VENTANAS(FechaDelCargo_Test)
