@@ -87,6 +87,7 @@ private slots:
         Caja caja;
         caja.teclea(QStringLiteral("31022027"));
         caja.control->Limpiar();
+        QCOMPARE(caja.control->cursorPosition(), 0); // where the first digit will stand
         caja.teclea(QStringLiteral("1/2/2027"));
         QCOMPARE(caja.texto(), QStringLiteral("01/02/2027"));
         caja.control->set_Fecha(Date());

@@ -67,10 +67,10 @@ private slots:
         EscenaEditor::teclea_cabecera("103");
         EscenaEditor::teclea_linea("1003", "=", "rota", "2", "4,5");
         escena.c<>("txtFecha").setFocus();
-        teclea("+3");
+        teclea("5");
         escena.acepta();
         QCOMPARE(CStr(escena.banco.consulta("SELECT Fecha FROM Proveedores_Cargos_Atipicos")),
-            std::string("24/11/2026"));
+            std::string("05/11/2026"));
         QCOMPARE(escena.texto("txtFecha"), QStringLiteral("21/11/2026"));
     }
 

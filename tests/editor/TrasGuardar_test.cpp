@@ -109,6 +109,19 @@ private slots:
                      + codigo + "' OR Cod_Almacen =1")),
             std::string("otro\n"));
     }
+
+    void a_quote_that_another_program_has_stored_is_saved_as_an_accent()
+    {
+        EscenaEditor escena;
+        const auto codigo = escena.banco.guarda({}, 2).Codigo;
+        escena.banco.bases().orvalin->Execute(
+            "UPDATE Proveedores_Cargos_Atipicos SET Observ = 'L''Orotava\r\nuno'");
+        escena.abre(codigo, 2);
+        escena.acepta();
+        QCOMPARE(escena.avisos().size(), std::size_t{ 1 });
+        QCOMPARE(CStr(escena.banco.consulta("SELECT Observ FROM Proveedores_Cargos_Atipicos")),
+            std::string("L´Orotava\r\nuno"));
+    }
 };
 
 ATIPICOS_PRUEBA_VENTANAS(TrasGuardar_Test)

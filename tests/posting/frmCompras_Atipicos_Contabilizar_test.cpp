@@ -26,10 +26,11 @@ struct Escena {
     Banco banco;
     std::unique_ptr<frmCompras_Atipicos_Contabilizar> dialogo;
 
-    explicit Escena(bool proponer = true, const char* importe = "150", std::int32_t proveedor = 104)
+    explicit Escena(bool proponer = true, const char* importe = "150", std::int32_t proveedor = 104,
+        const char* fecha = "21/11/2026")
     {
         dialogo = std::make_unique<frmCompras_Atipicos_Contabilizar>(
-            Contabilizacion{ moneda(importe), proveedor, dia("21/11/2026"), 1, proponer });
+            Contabilizacion{ moneda(importe), proveedor, dia(fecha), 1, proponer });
         dialogo->show();
         if (!QTest::qWaitForWindowActive(dialogo.get()))
             qFatal("the dialog is not active");
@@ -195,7 +196,7 @@ private slots:
 
     void a_due_date_takes_digits_again_after_an_impossible_one_and_is_completed()
     {
-        Escena escena(false);
+        Escena escena(false, "150", 104, "05/03/2026");
         const auto texto = [&] { return control<QLineEdit>(*escena.dialogo, "txtPrevVto").text(); };
         Escena::teclea_prevision("150", "", "", "31022027");
         QCOMPARE(texto(), QStringLiteral("//"));
@@ -203,12 +204,12 @@ private slots:
         QCOMPARE(texto(), QStringLiteral("15/12/2026"));
         pulsa(Qt::Key_A, Qt::ControlModifier);
         pulsa(Qt::Key_Delete);
-        teclea("+30"); // from the charge, of 21/11/2026
+        teclea("+30"); // from the charge
         intro();
-        QCOMPARE(escena.rejilla().TextMatrix(1, 2), QStringLiteral("21/12/2026"));
-        Escena::teclea_prevision("1", "", "", "3");
+        QCOMPARE(escena.rejilla().TextMatrix(1, 2), QStringLiteral("04/04/2026"));
+        Escena::teclea_prevision("1", "", "", "17");
         QCOMPARE(escena.rejilla().Rows(), 3);
-        QCOMPARE(escena.rejilla().TextMatrix(2, 2), QStringLiteral("03/11/2026"));
+        QCOMPARE(escena.rejilla().TextMatrix(2, 2), QStringLiteral("17/03/2026"));
     }
 
     void a_type_that_does_not_exist_holds_the_focus_and_is_not_added()
