@@ -13,13 +13,15 @@ BuscaArticulo::BuscaArticulo(
 {
 }
 
-std::string BuscaArticulo::CtaAtipicos(std::int32_t codigo, Donde donde) const
+std::optional<std::string> BuscaArticulo::CtaAtipicos(std::int32_t codigo, Donde donde) const
 {
     const auto rs = m_conexion->CreateRecordset();
     rs->Open("SELECT CtaIngresosAtipicos FROM Articulos WHERE Cod_Empresa ="
             + std::to_string(m_empresa->Codigo(donde)) + " AND Codigo =" + std::to_string(codigo),
         adodb::CursorType::Static, adodb::LockType::ReadOnly, adodb::CommandType::Text, donde);
-    return rs->Eof() ? std::string() : adodb::texto(*rs, "CtaIngresosAtipicos", donde);
+    if (rs->Eof())
+        return std::nullopt;
+    return adodb::texto(*rs, "CtaIngresosAtipicos", donde);
 }
 
 } // namespace atipicos

@@ -4,6 +4,7 @@
 #include "platform/qvoremp/Empresa.hpp"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace atipicos {
@@ -13,8 +14,10 @@ class BuscaArticulo {
 public:
     BuscaArticulo(std::shared_ptr<adodb::Connection> conexion, std::shared_ptr<qvoremp::Empresa> empresa);
 
-    /// The atypical-income account of the article; empty when it has none or there is no such article.
-    [[nodiscard]] std::string CtaAtipicos(std::int32_t codigo, Donde donde = Donde::aqui()) const;
+    /// The atypical-income account of the article, empty when it has none; nothing when there is no such
+    /// article.
+    [[nodiscard]] std::optional<std::string> CtaAtipicos(
+        std::int32_t codigo, Donde donde = Donde::aqui()) const;
 
 private:
     std::shared_ptr<adodb::Connection> m_conexion;

@@ -128,6 +128,7 @@ void Selector::muestra(const QString& nombre, bool falta)
     m_etiqueta->setToolTip(nombre.toHtmlEscaped());
     m_codigo->setToolTip(falta ? nombre : QString());
     m_codigo->setAccessibleDescription(falta ? nombre : QString());
+    emit Mirado(falta ? nombre : QString());
     m_codigo->setStyleSheet(falta ? QStringLiteral("color: #c01c28") : QString());
 }
 

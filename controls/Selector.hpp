@@ -38,6 +38,7 @@ public:
 
 signals:
     void Intro(); ///< Enter was pressed, or a row of the list was chosen; the code has been looked up
+    void Mirado(const QString& falta); ///< code or name have changed; `falta`: that the code does not exist
 
 protected:
     /// `que`: what is picked, as in "el almacén"; a code above `maximo` cannot be typed.

@@ -32,6 +32,21 @@ qvTextoLargo::qvTextoLargo(QWidget* parent)
     setTabChangesFocus(true);
 }
 
+QString qvTextoLargo::Texto() const
+{
+    QString texto = toPlainText();
+    if (texto == m_mostrado)
+        return m_puesto;
+    return m_puesto.contains(QLatin1String("\r\n")) ? texto.replace(u'\n', QLatin1String("\r\n")) : texto;
+}
+
+void qvTextoLargo::set_Texto(const QString& texto)
+{
+    setPlainText(texto);
+    m_puesto = texto;
+    m_mostrado = toPlainText();
+}
+
 void qvTextoLargo::set_IntroAvanza(bool avanza) { m_intro_avanza = avanza; }
 
 void qvTextoLargo::set_Mayusculas(bool mayusculas) { m_mayusculas = mayusculas; }

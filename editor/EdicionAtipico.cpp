@@ -57,10 +57,10 @@ void EdicionAtipico::Nuevo_Atipico()
     m_cargo.Cod_Ejercicio = ejercicio;
     m_filas.clear();
     m_total = {};
-    termina_linea();
+    Dejar_Linea();
 }
 
-void EdicionAtipico::termina_linea() noexcept
+void EdicionAtipico::Dejar_Linea() noexcept
 {
     m_bolNuevaLinea = true;
     m_intLineaActual = 0;
@@ -91,7 +91,7 @@ std::int32_t EdicionAtipico::Aceptar_Linea(const LineaTecleada& linea, const Cue
         numero = static_cast<std::int32_t>(m_filas.size()) + 1;
         agrega(linea, std::move(nueva), 0);
     }
-    termina_linea();
+    Dejar_Linea();
     return numero;
 }
 
@@ -143,7 +143,7 @@ void EdicionAtipico::Eliminar_Linea(std::int32_t numero)
     m_filas.erase(m_filas.begin() + (numero - 1));
     m_total = total;
     if (m_intLineaActual == numero)
-        termina_linea();
+        Dejar_Linea();
     else if (m_intLineaActual > numero)
         --m_intLineaActual;
 }

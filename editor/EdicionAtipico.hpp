@@ -54,6 +54,7 @@ public:
     void Cargar_Linea(const LineaTecleada& linea, std::int32_t Num_Linea, const std::string& cuenta);
 
     LineaTecleada Modificar_Linea(std::int32_t fila); ///< takes a line back for change, as it is shown
+    void Dejar_Linea() noexcept; ///< gives the change of a line up: what is accepted next is a new one
     void Eliminar_Linea(std::int32_t fila); ///< a change of that line ends, one of a later line follows it
     void Comentar_Linea(std::int32_t fila, const std::string& observaciones);
 
@@ -72,7 +73,6 @@ private:
     [[nodiscard]] FilaCargo forma_fila(const LineaTecleada& linea, std::string cuenta) const;
     void agrega(const LineaTecleada& linea, FilaCargo fila, std::int32_t Num_Linea);
     void cambia(const LineaTecleada& linea, FilaCargo nueva);
-    void termina_linea() noexcept;
 
     clsAtipico m_cargo;
     std::vector<FilaCargo> m_filas;

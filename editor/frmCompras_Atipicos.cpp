@@ -2,10 +2,13 @@
 
 #include "context/Cajas.hpp"
 #include "context/claves.hpp"
+#include "context/HastaElFinal.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
+#include "controls/Atajos.hpp"
 #include "controls/Avance.hpp"
 #include "controls/SinComillas.hpp"
+#include "controls/SinDibujar.hpp"
 #include "controls/Texto.hpp"
 #include "editor/frmEditor_Comentarios.hpp"
 #include "editor/RejillaAtipicoQt.hpp"
@@ -17,6 +20,9 @@
 
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+
+#include <initializer_list>
+#include <utility>
 
 namespace atipicos {
 
@@ -61,7 +67,11 @@ void frmCompras_Atipicos::conecta()
                 pasa_al_siguiente(*selector);
         });
     connect(m_ui->txtFecha, &qvMaskEdBox::Intro, this, [this] { pasa_al_siguiente(*m_ui->txtFecha); });
+    connect(m_ui->txtFecha, &qvMaskEdBox::Comprobada, m_ui->lblAvisoFecha, &qvAviso::set_Aviso);
     connect(m_ui->fraLin, &frmCompras_Atipicos_Linea::Aceptada, this, &Form::txtImporte_Intro);
+    connect(m_ui->fraLin, &frmCompras_Atipicos_Linea::ArticuloMirado, m_ui->pista,
+        &frmCompras_Atipicos_Pista::set_Aviso);
+    connect(m_ui->pista, &frmCompras_Atipicos_Pista::Dejar, this, &Form::deja_el_cambio);
 
     connect(m_ui->cmdAceptar, &QPushButton::clicked, this, &Form::cmdAceptar_Click);
     connect(m_ui->cmdCancelar, &QPushButton::clicked, this, &Form::cmdCancelar_Click);
@@ -70,6 +80,18 @@ void frmCompras_Atipicos::conecta()
     connect(m_ui->cmdComent, &QPushButton::clicked, this, &Form::cmdComent_Click);
     connect(m_ui->cmdSalir, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->vsCargos, &VSFlexGrid::doubleClicked, this, &Form::cmdModificar_Click);
+    pon_atajos();
+}
+
+/// Captions are given; the letters of the buttons (A, C, E, M, S) are taken, those of the entry row are its
+/// own.
+void frmCompras_Atipicos::pon_atajos()
+{
+    for (const auto& [campo, letra] : std::initializer_list<std::pair<QWidget*, Qt::Key>>{
+             { m_ui->txtAlmacen, Qt::Key_L }, { m_ui->txtProv, Qt::Key_P }, { m_ui->txtFecha, Qt::Key_F },
+             { m_ui->txtObservaciones, Qt::Key_O }, { m_ui->chkFranquiciado, Qt::Key_Q },
+             { m_ui->vsCargos, Qt::Key_N } })
+        pon_atajo(*campo, QKeySequence(Qt::ALT | letra));
 }
 
 // Opening and loading
@@ -97,14 +119,17 @@ void frmCompras_Atipicos::Form_Load()
         setWindowTitle(windowTitle() + QStringLiteral(" - ") + a_qt(Codigo));
         Cargar_Atipico();
     }
+    m_impuesto.Leer(); // once: a host may have to ask its database
+    muestra_total();
 }
 
 /// What the form looks like before anything is known of the charge.
 void frmCompras_Atipicos::empieza_vacio()
 {
     setWindowTitle(titulo());
+    m_impuesto = {};
     m_ui->txtProv->set_Codigo(0);
-    m_ui->txtObservaciones->clear();
+    m_ui->txtObservaciones->set_Texto({});
     m_ui->chkFranquiciado->setChecked(false);
     m_ui->vsCargos->set_Rows(1);
     Limpiar_Linea();
@@ -119,6 +144,8 @@ void frmCompras_Atipicos::Form_Unload()
 
 void frmCompras_Atipicos::Nuevo_Atipico()
 {
+    m_edicion = {}; // gone in any case: its lines may have been saved
+    muestra_cambio();
     m_edicion.Nuevo_Atipico();
     m_edicion.cargo().set_ConexionOrvalin(modComun::comparte_ConexionOrvalin());
     m_edicion.cargo().set_EmpresaOrvalin(modComun::comparte_EmpresaOrvalin());
@@ -126,25 +153,29 @@ void frmCompras_Atipicos::Nuevo_Atipico()
 
 void frmCompras_Atipicos::Limpiar_Cabecera()
 {
+    HastaElFinal pasos;
     Codigo.clear(); // what comes next is another charge
-    m_ui->txtAlmacen->setEnabled(es_oficina_central());
-    m_ui->txtAlmacen->set_Codigo(modComun::EmpresaOrvalin().AlmacenDefecto());
-    m_ui->txtAlmacen->Buscar();
+    pasos.haz([this] { m_ui->txtAlmacen->setEnabled(es_oficina_central()); });
+    pasos.haz([this] {
+        m_ui->txtAlmacen->set_Codigo(modComun::EmpresaOrvalin().AlmacenDefecto());
+        m_ui->txtAlmacen->Buscar();
+    });
     m_ui->txtProv->set_Codigo(0);
-    m_ui->txtFecha->set_Fecha(modComun::reloj().hoy());
-    m_ui->txtObservaciones->clear();
+    pasos.haz([this] { m_ui->txtFecha->set_Fecha(modComun::reloj().hoy()); });
+    m_ui->txtObservaciones->set_Texto({});
     m_ui->chkFranquiciado->setChecked(false);
     setWindowTitle(titulo());
     if (m_ui->txtAlmacen->isEnabled())
         m_ui->txtAlmacen->setFocus();
     else
         m_ui->txtProv->setFocus();
+    pasos.termina();
 }
 
 void frmCompras_Atipicos::Limpiar_Linea()
 {
     m_ui->fraLin->Limpiar();
-    m_ui->lblTotal->setText(QStringLiteral("0,00"));
+    muestra_importe({});
 }
 
 void frmCompras_Atipicos::Cargar_Atipico()
@@ -159,17 +190,23 @@ void frmCompras_Atipicos::Cargar_Atipico()
             m_ui->txtFecha->set_Fecha(cabecera->Fecha);
             m_ui->txtProv->set_Codigo(cabecera->Proveedor);
             m_ui->txtProv->Buscar();
-            m_ui->txtObservaciones->setPlainText(a_qt(cabecera->Observ));
+            m_ui->txtObservaciones->set_Texto(sin_comillas(a_qt(cabecera->Observ)));
             m_edicion.cargo().Impuesto = cabecera->Impuesto;
         }
-        lee_lineas(clave, [this](const LineaAbierta& abierta) {
-            m_edicion.Cargar_Linea(abierta.linea, abierta.Num_Linea, abierta.CtaAtipicos);
-            m_ui->vsCargos->AddItem(a_qt(m_edicion.filas().back().texto(decimales_costo())));
-            muestra_total();
-        });
+        Carga_Lineas(clave);
         m_ui->vsCargos->set_Row(0);
         if (m_ui->vsCargos->Rows() > 1)
             set_CincoBotones(true);
+    });
+}
+
+void frmCompras_Atipicos::Carga_Lineas(const ClaveCargo& clave)
+{
+    const SinDibujar quieta(*m_ui->vsCargos);
+    lee_lineas(clave, [this](const LineaAbierta& abierta) {
+        m_edicion.Cargar_Linea(abierta.linea, abierta.Num_Linea, abierta.CtaAtipicos);
+        m_ui->vsCargos->AddItem(a_qt(m_edicion.filas().back().texto(decimales_costo())));
+        muestra_total();
     });
 }
 
@@ -180,7 +217,10 @@ void frmCompras_Atipicos::txtImporte_Intro()
     try {
         acepta_linea();
     } catch (...) {
-        avisa("Error inesperado. Repita la operación\r" + error_en_curso().descripcion());
+        const Error error = error_en_curso();
+        avisa("Error inesperado. Repita la operación\r" + error.descripcion());
+        if (error.numero() == frmCompras_Atipicos_Linea::no_existe_articulo)
+            m_ui->fraLin->Enfocar();
     }
 }
 
@@ -219,9 +259,26 @@ void frmCompras_Atipicos::acepta_linea()
     if (rejilla.Rows() > 1)
         set_CincoBotones(true);
     rejilla.set_Row(0);
+    empieza_linea();
+}
+
+/// The entry row as it is after a line has been accepted.
+void frmCompras_Atipicos::empieza_linea()
+{
     m_ui->fraLin->Poner_a_cero();
+    muestra_cambio();
     m_ui->fraLin->Enfocar();
 }
+
+/// Gives up the change of a line and nothing else; the line stays as it is in the grid.
+void frmCompras_Atipicos::deja_el_cambio()
+{
+    m_ui->fraLin->Enfocar(); // first: a number gets its form when its box is left
+    m_edicion.Dejar_Linea();
+    empieza_linea();
+}
+
+void frmCompras_Atipicos::muestra_cambio() { m_ui->pista->set_Linea(m_edicion.intLineaActual()); }
 
 void frmCompras_Atipicos::muestra_fila(int fila)
 {
@@ -252,7 +309,9 @@ void frmCompras_Atipicos::cmdModificar_Click()
         const int fila = m_ui->vsCargos->Row();
         if (m_ui->vsCargos->Rows() < 2 || fila < 1)
             return;
-        m_ui->fraLin->set_Linea(m_edicion.Modificar_Linea(fila));
+        const LineaTecleada linea = m_edicion.Modificar_Linea(fila);
+        muestra_cambio();
+        m_ui->fraLin->set_Linea(linea);
         m_ui->fraLin->Enfocar();
     });
 }
@@ -268,6 +327,7 @@ void frmCompras_Atipicos::cmdAceptar_Click()
         // Its accelerator leaves no box, by which a code would be looked up.
         m_ui->txtAlmacen->Completa();
         m_ui->txtProv->Completa();
+        m_ui->txtFecha->Completa();
         if (!deja_la_linea())
             return;
     }
@@ -284,6 +344,15 @@ void frmCompras_Atipicos::cmdAceptar_Click()
     });
 }
 
+/// Error 13, in words, for what is no day.
+Date frmCompras_Atipicos::fecha_del_cargo() const
+{
+    if (const auto fecha = m_ui->txtFecha->Fecha())
+        return *fecha;
+    throw Error(numero_error::tipos_no_coinciden, "QVORComprasAtip",
+        de_qt(m_ui->txtFecha->Falta()) + " Corrija la fecha del cargo y acéptelo de nuevo.");
+}
+
 CargoTecleado frmCompras_Atipicos::cargo_tecleado() const
 {
     CargoTecleado tecleado;
@@ -291,8 +360,8 @@ CargoTecleado frmCompras_Atipicos::cargo_tecleado() const
     tecleado.Almacen = m_ui->txtAlmacen->Codigo();
     tecleado.Proveedor = m_ui->txtProv->Codigo();
     tecleado.NombreProveedor = de_qt(m_ui->txtProv->Nombre());
-    tecleado.Fecha = CDate(de_qt(m_ui->txtFecha->text())); // error 13 for what is no day
-    tecleado.Observaciones = de_qt(m_ui->txtObservaciones->toPlainText());
+    tecleado.Fecha = fecha_del_cargo();
+    tecleado.Observaciones = de_qt(m_ui->txtObservaciones->Texto());
     tecleado.Franquiciado = m_ui->chkFranquiciado->isChecked();
     m_edicion.Rellenar(tecleado);
     return tecleado;
@@ -328,11 +397,13 @@ void frmCompras_Atipicos::Imprimir_Atipico()
 
 void frmCompras_Atipicos::empieza_otro()
 {
-    m_ui->vsCargos->set_Rows(1);
     set_CincoBotones(false);
-    Limpiar_Cabecera();
-    Limpiar_Linea();
-    Nuevo_Atipico();
+    HastaElFinal pasos; // whatever fails, no line that was saved stays to be saved again
+    pasos.haz([this] { Limpiar_Cabecera(); });
+    pasos.haz([this] { Limpiar_Linea(); });
+    pasos.haz([this] { Nuevo_Atipico(); });
+    m_ui->vsCargos->set_Rows(1);
+    pasos.termina();
 }
 
 void frmCompras_Atipicos::cmdCancelar_Click()
@@ -354,6 +425,7 @@ void frmCompras_Atipicos::cmdEliminar_Click()
         m_edicion.Eliminar_Linea(fila);
         m_ui->vsCargos->RemoveItem(fila);
         muestra_total();
+        muestra_cambio(); // of the one that has gone, or of one that has moved up
         if (hay_lineas())
             return;
         if (m_ui->cmdEliminar
@@ -388,10 +460,16 @@ void frmCompras_Atipicos::keyPressEvent(QKeyEvent* tecla)
     const bool en_rejilla = m_ui->vsCargos->hasFocus();
     switch (tecla->key()) {
     case Qt::Key_Escape:
-        cmdCancelar_Click();
+        if (!m_edicion.bolNuevaLinea() && m_ui->fraLin->isAncestorOf(focusWidget()))
+            deja_el_cambio();
+        else
+            cmdCancelar_Click();
         return;
     case Qt::Key_F4:
         cmdComent_Click();
+        return;
+    case Qt::Key_F8:
+        m_ui->fraLin->Enfocar_Importe();
         return;
     case Qt::Key_Delete:
         if (en_rejilla)
@@ -418,9 +496,12 @@ void frmCompras_Atipicos::set_CincoBotones(bool habilitados)
         boton->setEnabled(habilitados);
 }
 
-void frmCompras_Atipicos::muestra_total()
+void frmCompras_Atipicos::muestra_total() { muestra_importe(m_edicion.Total()); }
+
+void frmCompras_Atipicos::muestra_importe(Currency total)
 {
-    m_ui->lblTotal->setText(a_qt(texto_pantalla(m_edicion.Total(), decimales_importe)));
+    m_ui->lblTotal->setText(a_qt(texto_pantalla(total, decimales_importe)));
+    m_ui->lblConImpuesto->setText(a_qt(m_impuesto.texto(total)));
 }
 
 int frmCompras_Atipicos::decimales_costo() const { return modComun::EmpresaOrvalin().DecimalesCosto(); }

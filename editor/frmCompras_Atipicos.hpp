@@ -3,6 +3,7 @@
 #include "controls/FormularioCargable.hpp"
 #include "editor/CargoAbierto.hpp"
 #include "editor/EdicionAtipico.hpp"
+#include "editor/ImpuestoDelCargo.hpp"
 
 #include <memory>
 #include <optional>
@@ -43,17 +44,22 @@ protected:
 private:
     // Opening and loading
     void conecta();
+    void pon_atajos();
     void empieza_vacio();
     void Nuevo_Atipico();
     void Limpiar_Cabecera();
     void Limpiar_Linea();
     void Cargar_Atipico();
+    void Carga_Lineas(const ClaveCargo& clave);
 
     // Line entry
     void txtImporte_Intro();
-    [[nodiscard]] [[nodiscard]] bool deja_la_linea();
+    [[nodiscard]] bool deja_la_linea();
     bool cabecera_completa();
     void acepta_linea();
+    void empieza_linea();
+    void deja_el_cambio();
+    void muestra_cambio();
     void muestra_fila(int fila);
 
     // Commands
@@ -62,6 +68,7 @@ private:
     void cmdEliminar_Click();
     void cmdModificar_Click();
     void cmdComent_Click();
+    [[nodiscard]] Date fecha_del_cargo() const;
     [[nodiscard]] CargoTecleado cargo_tecleado() const;
     [[nodiscard]] std::optional<std::vector<Prevision>> pide_previsiones(const Contabilizacion& datos);
     void Imprimir_Atipico();
@@ -69,11 +76,13 @@ private:
 
     void set_CincoBotones(bool habilitados);
     void muestra_total();
+    void muestra_importe(Currency total);
     [[nodiscard]] int decimales_costo() const;
     [[nodiscard]] bool es_oficina_central() const;
 
     std::unique_ptr<Ui::frmCompras_Atipicos> m_ui;
     EdicionAtipico m_edicion;
+    ImpuestoDelCargo m_impuesto;
     bool m_guardando = false; ///< a second accept while the first is at work does nothing
 };
 

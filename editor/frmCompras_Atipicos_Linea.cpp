@@ -2,11 +2,17 @@
 
 #include "charges/Impuesto.hpp"
 #include "context/trap.hpp"
+#include "controls/Atajos.hpp"
 #include "controls/Avance.hpp"
 #include "controls/SinComillas.hpp"
 #include "controls/Texto.hpp"
 #include "runtime/Formato.hpp"
 #include "ui_frmCompras_Atipicos_Linea.h"
+
+#include <QKeySequence>
+
+#include <initializer_list>
+#include <utility>
 
 namespace atipicos {
 
@@ -33,6 +39,17 @@ frmCompras_Atipicos_Linea::frmCompras_Atipicos_Linea(QWidget* parent)
     connect(m_ui->txtCosto, &qvTextBox::Change, this,
         [this] { trap("frmCompras_Atipicos:txtCosto_Change", [this] { calcula_importe(); }); });
     connect(m_ui->txtImporte, &qvTextBox::Intro, this, &frmCompras_Atipicos_Linea::Aceptada);
+    connect(m_ui->txtArticulo, &Selector::Mirado, this, &frmCompras_Atipicos_Linea::ArticuloMirado);
+    pon_atajos();
+}
+
+void frmCompras_Atipicos_Linea::pon_atajos()
+{
+    for (const auto& [campo, letra] : std::initializer_list<std::pair<QWidget*, Qt::Key>>{
+             { m_ui->txtArticulo, Qt::Key_R }, { m_ui->txtArticuloDescripcion, Qt::Key_D },
+             { m_ui->txtObserv, Qt::Key_V }, { m_ui->txtUnidades, Qt::Key_U }, { m_ui->txtCosto, Qt::Key_T },
+             { m_ui->txtImporte, Qt::Key_I } })
+        pon_atajo(*campo, QKeySequence(Qt::ALT | letra));
 }
 
 frmCompras_Atipicos_Linea::~frmCompras_Atipicos_Linea() = default;
@@ -83,13 +100,19 @@ void frmCompras_Atipicos_Linea::Poner_a_cero()
 
 void frmCompras_Atipicos_Linea::Enfocar() { m_ui->txtArticulo->setFocus(); }
 
+void frmCompras_Atipicos_Linea::Enfocar_Importe() { m_ui->txtImporte->setFocus(); }
+
 void frmCompras_Atipicos_Linea::Limpiar_Observaciones() { m_ui->txtObserv->clear(); }
 
 std::string frmCompras_Atipicos_Linea::CtaAtipicos(std::int32_t articulo) const
 {
     if (!m_articulos)
         throw Error::de_ejecucion(numero_error::objeto_no_establecido);
-    return m_articulos->CtaAtipicos(articulo);
+    auto cuenta = m_articulos->CtaAtipicos(articulo);
+    if (!cuenta && articulo != m_de_partida.Cod_Articulo)
+        throw Error(no_existe_articulo, "QVORComprasAtip",
+            "No existe el artículo " + std::to_string(articulo) + ". Corrija su código o déjelo vacío.");
+    return std::move(cuenta).value_or(std::string());
 }
 
 void frmCompras_Atipicos_Linea::txtArticulo_Intro()

@@ -37,15 +37,22 @@ public:
     void Limpiar(); ///< nothing in any field
     void Poner_a_cero(); ///< ready for the next line: no texts, zeros in the numbers
     void Enfocar(); ///< the article
+    void Enfocar_Importe(); ///< where Enter accepts the line
     void Limpiar_Observaciones();
 
-    /// The atypical-income account of an article. Error 91 before `Prepara`.
+    static constexpr std::int32_t no_existe_articulo = 1000; ///< number of that error
+
+    /// The atypical-income account of an article. One that does not exist is error `no_existe_articulo`,
+    /// unless the line was filled in with it: an article that has gone since stays as it was stored. Error 91
+    /// before `Prepara`.
     [[nodiscard]] std::string CtaAtipicos(std::int32_t articulo) const;
 
 signals:
     void Aceptada(); ///< Enter in the amount
+    void ArticuloMirado(const QString& falta); ///< `falta`: that there is no such article; empty: there is
 
 private:
+    void pon_atajos();
     void txtArticulo_Intro();
     void calcula_importe();
 

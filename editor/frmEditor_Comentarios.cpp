@@ -36,13 +36,13 @@ void frmEditor_Comentarios::set_cEmpresa(std::shared_ptr<qvoremp::Empresa> empre
 void frmEditor_Comentarios::set_Comentario(const std::string& comentario)
 {
     m_comentario = comentario;
-    m_ui->txtComent->setPlainText(a_qt(comentario));
+    m_ui->txtComent->set_Texto(a_qt(comentario));
     m_ui->txtComent->moveCursor(QTextCursor::End);
 }
 
 void frmEditor_Comentarios::cmdAceptar_Click()
 {
-    m_comentario = de_qt(sin_comillas(m_ui->txtComent->toPlainText()));
+    m_comentario = de_qt(sin_comillas(m_ui->txtComent->Texto()));
     m_aceptado = true;
     done(Accepted);
 }
@@ -63,9 +63,32 @@ void frmEditor_Comentarios::keyPressEvent(QKeyEvent* tecla)
 
 void frmEditor_Comentarios::showEvent(QShowEvent* evento)
 {
-    const QRect pantalla = screen()->availableGeometry();
-    move(pantalla.center() - QPoint(width() / 2, height() / 2));
+    if (!m_cargado)
+        Form_Load();
     Formulario::showEvent(evento);
+}
+
+void frmEditor_Comentarios::Form_Load()
+{
+    m_cargado = true;
+    m_aceptado = false;
+    const QRect pantalla = screen()->geometry();
+    const QSize propio = con_marco();
+    move(pantalla.left() + (pantalla.width() - propio.width()) / 2,
+        pantalla.top() + (pantalla.height() - propio.height()) / 2);
+}
+
+/// Before it is shown a window has no frame yet; the one of its owner is like it.
+QSize frmEditor_Comentarios::con_marco() const
+{
+    const QWidget* duena = parentWidget() == nullptr ? this : parentWidget()->window();
+    return size() + duena->frameGeometry().size() - duena->size();
+}
+
+void frmEditor_Comentarios::done(int resultado)
+{
+    m_cargado = false;
+    Formulario::done(resultado);
 }
 
 } // namespace atipicos

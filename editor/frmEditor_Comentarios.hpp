@@ -32,6 +32,9 @@ public:
     void set_Comentario(const std::string& comentario);
     [[nodiscard]] bool Aceptado() const noexcept { return m_aceptado; }
 
+public slots:
+    void done(int resultado) override; ///< closing unloads the dialog: shown again it is loaded anew
+
 protected:
     void keyPressEvent(QKeyEvent* tecla) override;
     void showEvent(QShowEvent* evento) override;
@@ -40,12 +43,15 @@ private:
     /// Every ' becomes ´: a quote would end the text in the statement that stores it.
     void cmdAceptar_Click();
     void cmdCancelar_Click();
+    void Form_Load();
+    [[nodiscard]] QSize con_marco() const;
 
     std::unique_ptr<Ui::frmEditor_Comentarios> m_ui;
     std::shared_ptr<adodb::Connection> m_conexion;
     std::shared_ptr<qvoremp::Empresa> m_empresa;
     std::string m_comentario;
     bool m_aceptado = false;
+    bool m_cargado = false;
 };
 
 } // namespace atipicos

@@ -10,7 +10,7 @@ permitidas() {
     case "$1" in
         context/frmcls*) echo runtime platform context controls charges posting editor browser printing ;;
         context/frmMsg*) echo runtime platform context controls ;;
-        posting/frm*) echo runtime platform context controls charges posting ;;
+        posting/frm* | posting/*Qt.*) echo runtime platform context controls charges posting ;;
         editor/frm* | editor/*Qt.*) echo runtime platform context controls charges posting editor printing ;;
         browser/frm* | browser/*Qt.*) echo runtime platform context controls charges posting editor browser printing ;;
         printing/*) echo runtime platform context controls charges printing ;;

@@ -37,6 +37,23 @@ void EdicionPrevisiones::Eliminar(std::int32_t fila)
     m_filas.erase(lugar);
 }
 
+std::string EdicionPrevisiones::AvisoDeVencimientos() const
+{
+    std::string cuales;
+    int cuantas = 0;
+    std::int32_t fila = 0;
+    for (const auto& propuesta : m_filas) {
+        ++fila;
+        if (propuesta.prevision.Vencimiento >= m_datos.Fecha)
+            continue;
+        cuales += (cuantas++ == 0 ? "" : ", ") + std::to_string(fila);
+    }
+    if (cuantas == 0)
+        return {};
+    return (cuantas == 1 ? "La previsión " + cuales + " vence" : "Las previsiones " + cuales + " vencen")
+        + " antes de la fecha del cargo, " + m_datos.Fecha.texto() + ".";
+}
+
 std::string EdicionPrevisiones::texto(const PrevisionPropuesta& fila)
 {
     std::string texto;

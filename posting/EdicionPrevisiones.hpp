@@ -23,6 +23,10 @@ public:
     [[nodiscard]] Currency Resto() const { return m_datos.Importe - m_suma; } ///< still to be spread
     [[nodiscard]] bool Cuadra() const noexcept { return m_suma == m_datos.Importe; } ///< exactly
 
+    /// What there is to say of due dates before the day of the charge, as a sentence; empty when there are
+    /// none.
+    [[nodiscard]] std::string AvisoDeVencimientos() const;
+
     /// The six cells of the grid, separated by tabs: amount (2 decimals), type, due date, type code, bank
     /// account, bank name.
     [[nodiscard]] static std::string texto(const PrevisionPropuesta& fila);

@@ -153,16 +153,14 @@ bool genera_previsiones(Donde donde)
 Propuesta GenerarPrev(const Contabilizacion& datos)
 {
     Propuesta propuesta;
-    try {
+    trap(atencion, [&] {
         Condiciones condiciones;
         if (datos.Importe == Currency() || !busca_condiciones(datos, condiciones))
-            return propuesta;
+            return;
         propuesta.GenerarPrev = condiciones.GenerarPrev;
         if (condiciones.GenerarPrev)
             reparte(datos, condiciones, propuesta);
-    } catch (...) {
-        avisa(error_en_curso().descripcion());
-    }
+    });
     return propuesta;
 }
 

@@ -6,12 +6,20 @@
 #include "controls/Anclaje.hpp"
 #include "controls/Texto.hpp"
 #include "platform/adodb/campos.hpp"
+#include "posting/VencimientosQt.hpp"
 #include "runtime/Formato.hpp"
 #include "ui_frmCompras_Atipicos_Contabilizar.h"
 
 #include <QKeyEvent>
 
 namespace atipicos {
+
+namespace {
+
+    constexpr int columna_vencimiento = 2;
+    constexpr int decimales_importe = 2; // that the grid and the remainder show
+
+}
 
 frmCompras_Atipicos_Contabilizar::frmCompras_Atipicos_Contabilizar(
     const Contabilizacion& datos, QWidget* parent)
@@ -23,8 +31,7 @@ frmCompras_Atipicos_Contabilizar::frmCompras_Atipicos_Contabilizar(
     m_ui->txtPrevTipoDoc->set_NombreAccesible(QStringLiteral("Tipo de documento"));
     m_ui->txtBanco->set_NombreAccesible(QStringLiteral("Cuenta del banco"));
     conecta();
-    trap(
-        atencion, [this] { Form_Load(); }, TextoError::SoloDescripcion);
+    trap(atencion, [this] { Form_Load(); });
     m_ui->txtPrevImp->setFocus();
 }
 
@@ -37,7 +44,10 @@ void frmCompras_Atipicos_Contabilizar::conecta()
         if (m_ui->txtPrevImp->Valor() != Currency{})
             m_ui->txtPrevTipoDoc->setFocus();
     });
-    connect(m_ui->txtPrevTipoDoc, &Selector::Intro, this, [this] { m_ui->txtBanco->setFocus(); });
+    connect(m_ui->txtPrevTipoDoc, &Selector::Intro, this, [this] {
+        if (hay_tipo())
+            m_ui->txtBanco->setFocus();
+    });
     connect(m_ui->txtBanco, &Selector::Intro, this, [this] { m_ui->txtPrevVto->setFocus(); });
     connect(m_ui->txtPrevVto, &qvMaskEdBox::Intro, this, &Form::txtPrevVto_Intro);
     connect(m_ui->txtImporte, &qvTextBox::Intro, this, [this] { m_ui->cmdAceptar->setFocus(); });
@@ -51,6 +61,9 @@ void frmCompras_Atipicos_Contabilizar::Form_Load()
     prepara_rejilla(); // first, so that the rows have their columns whatever fails below
     m_ui->txtImporte->set_Valor(m_edicion.datos().Importe);
     muestra_resto();
+    m_ui->txtPrevVto->set_Partida(m_edicion.datos().Fecha);
+    m_ui->vsPrev->setItemDelegateForColumn(
+        columna_vencimiento, new VencimientosQt(m_edicion.datos().Fecha, *m_ui->lblAvisoVto, m_ui->vsPrev));
     prepara_selectores();
     lee_banco_del_proveedor();
     if (m_edicion.datos().GenerarPrevisiones)
@@ -120,7 +133,8 @@ void frmCompras_Atipicos_Contabilizar::muestra_previsiones()
 
 void frmCompras_Atipicos_Contabilizar::muestra_resto()
 {
-    m_ui->lblResto->setText(a_qt(texto_pantalla(m_edicion.Resto(), 2)));
+    m_ui->lblResto->setText(a_qt(texto_pantalla(m_edicion.Resto(), decimales_importe)));
+    m_ui->lblAvisoVto->set_Aviso(a_qt(m_edicion.AvisoDeVencimientos()));
 }
 
 /// Ready for the next forecast: the bank is the supplier's again.
@@ -140,10 +154,15 @@ bool frmCompras_Atipicos_Contabilizar::existe_banco()
         || (m_contable && m_contable->biblioteca().NuevoServicioCuentas(*m_contable)->ExisteCuenta(cuenta));
 }
 
+/// No type, or one that exists.
+bool frmCompras_Atipicos_Contabilizar::hay_tipo() const
+{
+    return m_ui->txtPrevTipoDoc->Codigo() == 0 || m_ui->txtPrevTipoDoc->Elegido();
+}
+
 void frmCompras_Atipicos_Contabilizar::txtPrevVto_Intro()
 {
-    trap(
-        atencion, [this] { agrega(); }, TextoError::SoloDescripcion);
+    trap(atencion, [this] { agrega(); });
 }
 
 void frmCompras_Atipicos_Contabilizar::agrega()
@@ -163,6 +182,10 @@ void frmCompras_Atipicos_Contabilizar::agrega()
         return;
     }
     m_ui->txtPrevTipoDoc->Buscar();
+    if (!hay_tipo()) { // its code would reach the books without a name
+        m_ui->txtPrevTipoDoc->setFocus();
+        return;
+    }
     m_ui->txtBanco->Buscar();
     PrevisionPropuesta nueva;
     nueva.prevision = { importe, m_ui->txtPrevTipoDoc->Codigo(), *vencimiento, m_ui->txtBanco->Cuenta() };
@@ -178,19 +201,16 @@ void frmCompras_Atipicos_Contabilizar::agrega()
 
 void frmCompras_Atipicos_Contabilizar::cmdPrevEliminar_Click()
 {
-    trap(
-        atencion,
-        [this] {
-            const int fila = m_ui->vsPrev->Row();
-            if (fila < 1)
-                return;
-            m_edicion.Eliminar(fila);
-            muestra_resto();
-            m_ui->vsPrev->RemoveItem(fila);
-            m_ui->cmdPrevEliminar->setEnabled(m_ui->vsPrev->Rows() >= 2);
-            m_ui->txtPrevImp->setFocus();
-        },
-        TextoError::SoloDescripcion);
+    trap(atencion, [this] {
+        const int fila = m_ui->vsPrev->Row();
+        if (fila < 1)
+            return;
+        m_edicion.Eliminar(fila);
+        muestra_resto();
+        m_ui->vsPrev->RemoveItem(fila);
+        m_ui->cmdPrevEliminar->setEnabled(m_ui->vsPrev->Rows() >= 2);
+        m_ui->txtPrevImp->setFocus();
+    });
 }
 
 void frmCompras_Atipicos_Contabilizar::cmdAceptar_Click()
@@ -231,7 +251,10 @@ int frmCompras_Atipicos_Contabilizar::PrevPago_NroVencimientos() const
     return static_cast<int>(m_edicion.filas().size());
 }
 
-Currency frmCompras_Atipicos_Contabilizar::PrevPago_Importe(int i) const { return prevision(i).Importe; }
+Currency frmCompras_Atipicos_Contabilizar::PrevPago_Importe(int i) const
+{
+    return Redondear(prevision(i).Importe, decimales_importe);
+}
 
 std::int16_t frmCompras_Atipicos_Contabilizar::PrevPago_TipoDoc(int i) const { return prevision(i).TipoDoc; }
 

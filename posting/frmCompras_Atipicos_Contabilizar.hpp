@@ -26,7 +26,7 @@ public:
 
     // What the caller reads after the dialog has closed; forecasts count from 1, error 5 outside them.
     [[nodiscard]] int PrevPago_NroVencimientos() const;
-    [[nodiscard]] Currency PrevPago_Importe(int i) const;
+    [[nodiscard]] Currency PrevPago_Importe(int i) const; ///< as the grid shows it, in cents
     [[nodiscard]] std::int16_t PrevPago_TipoDoc(int i) const;
     [[nodiscard]] Date PrevPago_Vencimiento(int i) const;
     [[nodiscard]] std::string PrevPago_Banco(int i) const;
@@ -48,6 +48,7 @@ private:
     void vacia_entrada();
     void agrega();
     [[nodiscard]] bool existe_banco();
+    [[nodiscard]] bool hay_tipo() const;
     [[nodiscard]] const Prevision& prevision(int i) const;
 
     void txtPrevVto_Intro();

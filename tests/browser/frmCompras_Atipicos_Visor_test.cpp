@@ -243,6 +243,18 @@ private slots:
         }
     }
 
+    void a_day_typed_in_part_is_searched_for_whole()
+    {
+        ConTresCargos visor;
+        visor.abre_y_busca();
+        visor.c<>("txtFechaF").setFocus();
+        pruebas::teclea(&visor.c<>("txtFechaF"), QStringLiteral("281226"));
+        visor.c<QLineEdit>("txtFechaF").deselect();
+        visor.busca();
+        QVERIFY(visor.banco.avisos->dichos.empty());
+        QCOMPARE(visor.banco.parte->dichas.back(), lista_de("", "01/11/2026", "28/12/2026"));
+    }
+
     void an_impossible_day_is_told_and_nothing_is_searched_data()
     {
         QTest::addColumn<QString>("caja");
@@ -250,7 +262,8 @@ private slots:
         QTest::newRow("31 February in the last") << QStringLiteral("txtFechaF") << QStringLiteral("31022026");
         QTest::newRow("31 February in the first")
             << QStringLiteral("txtFechaI") << QStringLiteral("31022026");
-        QTest::newRow("two digits for the year") << QStringLiteral("txtFechaF") << QStringLiteral("311226");
+        QTest::newRow("three digits for the year")
+            << QStringLiteral("txtFechaF") << QStringLiteral("3112026");
         QTest::newRow("empty") << QStringLiteral("txtFechaI") << QString();
     }
 

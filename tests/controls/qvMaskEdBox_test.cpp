@@ -82,6 +82,33 @@ private slots:
         QCOMPARE(caja.texto(), QStringLiteral("//"));
     }
 
+    void an_emptied_box_takes_digits_at_once_and_no_date_empties_it()
+    {
+        Caja caja;
+        caja.teclea(QStringLiteral("31022027"));
+        caja.control->Limpiar();
+        QCOMPARE(caja.control->cursorPosition(), 0); // where the first digit will stand
+        caja.teclea(QStringLiteral("1/2/2027"));
+        QCOMPARE(caja.texto(), QStringLiteral("01/02/2027"));
+        caja.control->set_Fecha(Date());
+        QCOMPARE(caja.texto(), QStringLiteral("//"));
+        caja.teclea(QStringLiteral("15032027"));
+        QCOMPARE(caja.fecha(), QStringLiteral("15/03/2027"));
+    }
+
+    void what_is_wrong_is_said_in_a_sentence()
+    {
+        Caja caja;
+        QCOMPARE(caja.control->Falta(), QStringLiteral("Falta la fecha."));
+        caja.teclea(QStringLiteral("310220"));
+        QCOMPARE(caja.control->Falta(),
+            QStringLiteral("La fecha está a medias: se teclean el día, el mes y las cuatro cifras del año."));
+        caja.teclea(QStringLiteral("27"));
+        QCOMPARE(caja.control->Falta(), QStringLiteral("No existe el día 31/02/2027."));
+        caja.control->set_Fecha(dia("28/02/2027"));
+        QCOMPARE(caja.control->Falta(), QString());
+    }
+
     void a_day_is_typed_over_the_one_that_was_there()
     {
         Caja caja;
@@ -173,6 +200,157 @@ private slots:
             caja.pulsa(tecla);
             QCOMPARE(caja.texto(), hoy());
         }
+    }
+
+    void what_is_typed_in_part_is_completed_before_enter_is_told_data()
+    {
+        QTest::addColumn<QString>("teclas");
+        QTest::addColumn<QString>("texto");
+        const auto fila = [](const char* teclas, const char* texto) {
+            QTest::newRow(teclas) << QString::fromUtf8(teclas) << QString::fromUtf8(texto);
+        };
+        // Today is 09/04/2027, and the box holds 28/02/2025.
+        fila("15", "15/04/2027");
+        fila("5/", "05/04/2027");
+        fila("1511", "15/11/2027");
+        fila("151126", "15/11/2026");
+        fila("1/2/26", "01/02/2026");
+        fila("15112026", "15/11/2026");
+        fila("h", "09/04/2027");
+        fila("H", "09/04/2027");
+        fila("12h", "09/04/2027");
+        fila("+3", "03/03/2025");
+        fila("-3", "25/02/2025");
+        fila("+3651", "27/02/2035");
+        fila("+36514", "27/02/2035"); // four digits are enough
+        fila("15+3", "18/04/2027");
+        fila("+3+2", "05/03/2025");
+        fila("+x7", "28/02/2025");
+        fila("+", "28/02/2025");
+        fila("31", "31//");
+        fila("310227", "31/02/27");
+        fila("1511202", "15/11/202");
+        fila("", "28/02/2025");
+    }
+
+    void what_is_typed_in_part_is_completed_before_enter_is_told()
+    {
+        QFETCH(const QString, teclas);
+        QFETCH(const QString, texto);
+        const atipicos::pruebas::Contexto contexto;
+        contexto.reloj->valor = dia("09/04/2027");
+        for (const bool con_intro : { true, false }) {
+            Caja caja;
+            caja.control->set_Fecha(dia("28/02/2025"));
+            caja.sale();
+            caja.entra();
+            QString al_intro;
+            connect(caja.control, &qvMaskEdBox::Intro, this, [&] { al_intro = caja.texto(); });
+            caja.teclea(teclas);
+            if (con_intro)
+                caja.pulsa(Qt::Key_Return);
+            else
+                caja.sale();
+            QCOMPARE(caja.texto(), texto);
+            if (con_intro)
+                QCOMPARE(al_intro, texto);
+        }
+    }
+
+    void an_empty_box_counts_and_completes_from_the_day_that_it_was_given()
+    {
+        const atipicos::pruebas::Contexto contexto;
+        contexto.reloj->valor = dia("09/04/2027");
+        Caja caja;
+        caja.control->set_Partida(dia("05/03/2026"));
+        caja.teclea(QStringLiteral("+30"));
+        caja.control->Completa();
+        QCOMPARE(caja.texto(), QStringLiteral("04/04/2026"));
+        caja.control->Limpiar();
+        caja.teclea(QStringLiteral("12"));
+        caja.control->Completa();
+        QCOMPARE(caja.texto(), QStringLiteral("12/03/2026"));
+        caja.control->Limpiar();
+        caja.teclea(QStringLiteral("h"));
+        QCOMPARE(caja.texto(), QStringLiteral("09/04/2027"));
+        caja.control->set_Partida(Date());
+        caja.control->Limpiar();
+        caja.teclea(QStringLiteral("+1"));
+        caja.control->Completa();
+        QCOMPARE(caja.texto(), QStringLiteral("10/04/2027"));
+    }
+
+    void a_count_can_be_given_up_and_corrected()
+    {
+        Caja caja;
+        caja.control->set_Fecha(dia("28/02/2025"));
+        caja.teclea(QStringLiteral("+3"));
+        QCOMPARE(caja.texto(), QStringLiteral("+3"));
+        caja.pulsa(Qt::Key_Escape);
+        QCOMPARE(caja.texto(), QStringLiteral("28/02/2025"));
+        caja.teclea(QStringLiteral("+35"));
+        caja.pulsa(Qt::Key_Backspace);
+        QCOMPARE(caja.texto(), QStringLiteral("+3"));
+        caja.pulsa(Qt::Key_Shift);
+        caja.pulsa(Qt::Key_Up); // ends the count, and moves on by a day
+        QCOMPARE(caja.texto(), QStringLiteral("04/03/2025"));
+        caja.teclea(QStringLiteral("+"));
+        caja.pulsa(Qt::Key_Backspace);
+        QCOMPARE(caja.texto(), QStringLiteral("04/03/2025"));
+        caja.control->selectAll();
+        caja.teclea(QStringLiteral("1/5/2025")); // the mask is there again
+        QCOMPARE(caja.texto(), QStringLiteral("01/05/2025"));
+    }
+
+    void wherever_the_mouse_has_put_the_cursor_an_empty_box_takes_digits()
+    {
+        Caja caja;
+        caja.control->setCursorPosition(10);
+        caja.teclea(QStringLiteral("21112026"));
+        QCOMPARE(caja.texto(), QStringLiteral("21/11/2026"));
+    }
+
+    void what_is_no_day_is_marked_when_it_is_left_and_no_sooner()
+    {
+        Caja caja;
+        const QColor propio = caja.control->palette().color(QPalette::Text);
+        QStringList dicho;
+        connect(caja.control, &qvMaskEdBox::Comprobada, this, [&](const QString& falta) { dicho << falta; });
+        caja.teclea(QStringLiteral("31022027"));
+        QVERIFY(dicho.isEmpty());
+        caja.pulsa(Qt::Key_Return);
+        QCOMPARE(dicho, QStringList{ QStringLiteral("No existe el día 31/02/2027.") });
+        QCOMPARE(caja.texto(), QStringLiteral("31/02/2027"));
+        QVERIFY(caja.control->palette().color(QPalette::Text) != propio);
+        QCOMPARE(caja.control->accessibleDescription(), dicho.last());
+        const QPalette claro = QApplication::palette();
+        QPalette oscuro(Qt::black);
+        oscuro.setColor(QPalette::Base, Qt::black);
+        QApplication::setPalette(oscuro);
+        QCoreApplication::processEvents();
+        QVERIFY(caja.control->palette().color(QPalette::Text).lightness() > 128);
+        QApplication::setPalette(claro);
+        QCoreApplication::processEvents();
+        caja.sale(); // it has been said
+        QCOMPARE(dicho.size(), 1);
+        caja.entra();
+        caja.teclea(QStringLiteral("28022027"));
+        QCOMPARE(dicho.last(), QString());
+        QCOMPARE(caja.control->palette().color(QPalette::Text), propio);
+        QCOMPARE(caja.control->accessibleDescription(), QString());
+        caja.control->Limpiar();
+        caja.sale();
+        QCOMPARE(dicho.size(), 2); // an empty box is not wrong by itself
+    }
+
+    void a_window_over_the_box_does_not_leave_it()
+    {
+        Caja caja;
+        caja.teclea(QStringLiteral("31"));
+        QFocusEvent tapada(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+        QApplication::sendEvent(caja.control, &tapada);
+        QCOMPARE(caja.texto(), QStringLiteral("31//"));
+        QCOMPARE(caja.control->accessibleDescription(), QString());
     }
 
     void enter_is_told_whatever_the_box_holds()

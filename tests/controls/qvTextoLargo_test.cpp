@@ -23,6 +23,34 @@ int primera_linea(const qvTextoLargo& caja)
 class qvTextoLargo_Test : public QObject {
     Q_OBJECT
 private slots:
+    void line_breaks_are_handed_back_as_they_were_set()
+    {
+        Ventana<qvTextoLargo> ventana;
+        auto& caja = *ventana.control;
+        for (const auto* texto : { "uno\r\ndos", "uno\ndos", "uno\rdos\r\ntres\n", "", "sin saltos" }) {
+            caja.set_Texto(QString::fromUtf8(texto));
+            QCOMPARE(caja.Texto(), QString::fromUtf8(texto));
+        }
+        const QString fijo = QStringLiteral("12,50") + QChar(0xa0) + u'€'; // a blank that does not break
+        caja.set_Texto(fijo);
+        QCOMPARE(caja.Texto(), fijo);
+    }
+
+    void a_changed_text_has_the_breaks_that_it_had()
+    {
+        Ventana<qvTextoLargo> ventana;
+        auto& caja = *ventana.control;
+        caja.set_Texto(QStringLiteral("uno\r\ndos"));
+        caja.moveCursor(QTextCursor::End);
+        ventana.pulsa(Qt::Key_Return);
+        ventana.teclea(QStringLiteral("tres"));
+        QCOMPARE(caja.Texto(), QStringLiteral("uno\r\ndos\r\ntres"));
+        caja.set_Texto(QStringLiteral("uno"));
+        caja.moveCursor(QTextCursor::End);
+        ventana.pulsa(Qt::Key_Return);
+        QCOMPARE(caja.Texto(), QStringLiteral("uno\n"));
+    }
+
     void words_stay_whole()
     {
         const Ventana<qvTextoLargo> ventana;

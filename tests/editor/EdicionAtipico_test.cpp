@@ -108,6 +108,18 @@ namespace {
         EXPECT_EQ(acepta(0, "Otra", "1", "1"), 3);
     }
 
+    TEST_F(EdicionDeAtipico, a_change_that_is_given_up_leaves_the_line_as_it_is)
+    {
+        acepta(6, "Lata", "2", "10");
+        static_cast<void>(edicion.Modificar_Linea(1));
+        edicion.Dejar_Linea();
+        EXPECT_TRUE(edicion.bolNuevaLinea());
+        EXPECT_EQ(edicion.intLineaActual(), 0);
+        EXPECT_EQ(acepta(7, "Caja", "1", "5"), 2);
+        EXPECT_THAT(descripciones(), ElementsAre("Lata", "Caja"));
+        EXPECT_EQ(edicion.Total(), moneda("25"));
+    }
+
     TEST_F(EdicionDeAtipico, removing_the_line_being_changed_ends_the_change)
     {
         acepta(0, "A", "1", "1");

@@ -464,7 +464,8 @@ private slots:
         clic(*escena.form, "cmdAceptar");
         QCOMPARE(escena.avisos().size(), std::size_t{ 1 });
         QCOMPARE(escena.avisos().front().titulo, std::string("frmCompras_Atipicos:cmdAceptar_Click"));
-        QVERIFY(escena.avisos().front().texto.ends_with("] No coinciden los tipos"));
+        QVERIFY(escena.avisos().front().texto.ends_with(
+            "] No existe el día 31/02/2026. Corrija la fecha del cargo y acéptelo de nuevo."));
         QCOMPARE(escena.rejilla().Rows(), 2);
         QCOMPARE(escena.cinco_botones(), QStringLiteral("enabled"));
     }

@@ -124,13 +124,66 @@ private slots:
         QCOMPARE(editor.windowTitle(), QStringLiteral("Editor de Comentarios"));
     }
 
-    void it_stands_in_the_middle_of_the_screen_and_can_be_sized()
+    void line_breaks_stay_those_of_the_host()
+    {
+        const auto igual = abre("UNO\r\nDOS", [](QWidget&) { pulsa(Qt::Key_F9); });
+        QCOMPARE(igual->Comentario(), std::string("UNO\r\nDOS"));
+        const auto otro = abre("UNO\r\nDOS", [](QWidget&) {
+            teclea("'");
+            intro();
+            pulsa(Qt::Key_F9);
+        });
+        QCOMPARE(otro->Comentario(), std::string("UNO\r\nDOS´\r\n"));
+    }
+
+    void shown_again_and_left_it_was_not_accepted()
+    {
+        for (const bool con_escape : { false, true }) {
+            const auto editor = abre("A", [](QWidget&) { pulsa(Qt::Key_F9); });
+            QVERIFY(editor->Aceptado());
+            {
+                const AlAbrirse otra_vez([&](QWidget& dialogo) {
+                    QVERIFY(!editor->Aceptado());
+                    if (con_escape)
+                        pulsa(Qt::Key_Escape);
+                    else
+                        dialogo.close();
+                });
+                editor->exec();
+            }
+            QVERIFY(!editor->Aceptado());
+            QCOMPARE(editor->Comentario(), std::string("A"));
+        }
+    }
+
+    void it_stands_in_the_middle_of_the_screen_when_it_is_loaded_and_stays_where_it_is_put()
+    {
+        QWidget duena; // in a corner: over it Qt would put the dialog by itself
+        duena.setGeometry(0, 0, 200, 150);
+        duena.show();
+        QVERIFY(QTest::qWaitForWindowActive(&duena));
+        frmEditor_Comentarios editor(&duena);
+        const auto en_el_centro = [&] {
+            const QRect pantalla = editor.screen()->geometry();
+            const QRect propio = editor.frameGeometry();
+            return std::abs(propio.left() - pantalla.left() - (pantalla.width() - propio.width()) / 2) <= 1
+                && std::abs(propio.top() - pantalla.top() - (pantalla.height() - propio.height()) / 2) <= 1;
+        };
+        editor.show();
+        QVERIFY(QTest::qWaitForWindowActive(&editor));
+        QVERIFY(en_el_centro());
+        editor.move(30, 40);
+        editor.hide();
+        editor.show();
+        QCOMPARE(editor.pos(), QPoint(30, 40));
+        editor.close();
+        editor.show();
+        QVERIFY2(en_el_centro(), "loaded anew");
+    }
+
+    void it_can_be_sized()
     {
         abre("", [](QWidget& dialogo) {
-            const QPoint centro = dialogo.geometry().center();
-            const QPoint pantalla = dialogo.screen()->availableGeometry().center();
-            QVERIFY(std::abs(centro.x() - pantalla.x()) <= 2);
-            QVERIFY(std::abs(centro.y() - pantalla.y()) <= 2);
             const int alto = control<qvTextoLargo>(dialogo, "txtComent").height();
             dialogo.resize(dialogo.width() + 100, dialogo.height() + 100);
             QCOMPARE(control<qvTextoLargo>(dialogo, "txtComent").height(), alto + 100);

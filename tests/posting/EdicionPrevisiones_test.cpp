@@ -51,6 +51,28 @@ namespace {
             "1,00\tSIN ESPECIFICAR\t10/12/2026\t0\t57200001\tBanco Teno");
     }
 
+    TEST_F(EdicionDePrevisiones, due_dates_before_the_charge_are_named)
+    {
+        const auto agrega_el = [this](const char* vencimiento) {
+            edicion.Agregar({ { moneda("1"), 4, dia(vencimiento), "57200001" }, "Recibo", "Banco Teno" });
+        };
+        agrega_el("21/11/2026"); // that day itself
+        EXPECT_EQ(edicion.AvisoDeVencimientos(), "");
+        agrega_el("20/11/2026");
+        EXPECT_EQ(
+            edicion.AvisoDeVencimientos(), "La previsión 2 vence antes de la fecha del cargo, 21/11/2026.");
+        agrega_el("10/12/2026");
+        agrega_el("31/12/2025");
+        EXPECT_EQ(edicion.AvisoDeVencimientos(),
+            "Las previsiones 2, 4 vencen antes de la fecha del cargo, 21/11/2026.");
+        edicion.Eliminar(1);
+        EXPECT_EQ(edicion.AvisoDeVencimientos(),
+            "Las previsiones 1, 3 vencen antes de la fecha del cargo, 21/11/2026.");
+        edicion.Eliminar(1);
+        edicion.Eliminar(2);
+        EXPECT_EQ(edicion.AvisoDeVencimientos(), "");
+    }
+
     TEST_F(EdicionDePrevisiones, rows_that_are_not_there_are_refused)
     {
         agrega("50");

@@ -170,16 +170,24 @@ namespace {
     {
         del_proveedor(condiciones(true, 0));
         EXPECT_THAT(GenerarPrev(datos).previsiones, IsEmpty());
-        EXPECT_THAT(contexto.avisos->dichos,
-            ElementsAre(Mensaje{ "División por cero", "¡ Atención !", Icono::exclamacion }));
+        ASSERT_THAT(contexto.avisos->dichos, SizeIs(1));
+        const auto& dicho = contexto.avisos->dichos.front();
+        EXPECT_EQ(dicho.titulo, "¡ Atención !");
+        EXPECT_EQ(dicho.icono, Icono::critico);
+        EXPECT_THAT(dicho.texto, testing::MatchesRegex("\\[[0-9]+\\] División por cero"));
+        EXPECT_EQ(pruebas::linea_nombrada(dicho.texto, "posting/GenerarPrev.cpp"),
+            "throw Error::de_ejecucion(numero_error::division_por_cero);");
     }
 
     TEST_F(Plazos, a_failure_of_the_database_is_shown_under_attention)
     {
         contexto.gestion->falla("SELECT a.", "no such table: Proveedores");
         EXPECT_THAT(GenerarPrev(datos).previsiones, IsEmpty());
-        EXPECT_THAT(contexto.avisos->dichos,
-            ElementsAre(Mensaje{ "no such table: Proveedores", "¡ Atención !", Icono::exclamacion }));
+        ASSERT_THAT(contexto.avisos->dichos, SizeIs(1));
+        const auto& dicho = contexto.avisos->dichos.front();
+        EXPECT_EQ(dicho.titulo, "¡ Atención !");
+        EXPECT_EQ(dicho.icono, Icono::critico);
+        EXPECT_THAT(dicho.texto, testing::MatchesRegex("\\[[0-9]+\\] no such table: Proveedores"));
     }
 
     TEST_F(Plazos, the_forecasts_found_before_a_failure_are_kept)

@@ -11,6 +11,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 
 using atipicos::Contabilizacion;
 using atipicos::Currency;
@@ -25,10 +26,11 @@ struct Escena {
     Banco banco;
     std::unique_ptr<frmCompras_Atipicos_Contabilizar> dialogo;
 
-    explicit Escena(bool proponer = true, const char* importe = "150", std::int32_t proveedor = 104)
+    explicit Escena(bool proponer = true, const char* importe = "150", std::int32_t proveedor = 104,
+        const char* fecha = "21/11/2026")
     {
         dialogo = std::make_unique<frmCompras_Atipicos_Contabilizar>(
-            Contabilizacion{ moneda(importe), proveedor, dia("21/11/2026"), 1, proponer });
+            Contabilizacion{ moneda(importe), proveedor, dia(fecha), 1, proponer });
         dialogo->show();
         if (!QTest::qWaitForWindowActive(dialogo.get()))
             qFatal("the dialog is not active");
@@ -192,6 +194,76 @@ private slots:
         QVERIFY(escena.banco.avisos->dichos.empty());
     }
 
+    void a_due_date_takes_digits_again_after_an_impossible_one_and_is_completed()
+    {
+        Escena escena(false, "150", 104, "05/03/2026");
+        const auto texto = [&] { return control<QLineEdit>(*escena.dialogo, "txtPrevVto").text(); };
+        Escena::teclea_prevision("150", "", "", "31022027");
+        QCOMPARE(texto(), QStringLiteral("//"));
+        teclea("15122026");
+        QCOMPARE(texto(), QStringLiteral("15/12/2026"));
+        pulsa(Qt::Key_A, Qt::ControlModifier);
+        pulsa(Qt::Key_Delete);
+        teclea("+30"); // from the charge
+        intro();
+        QCOMPARE(escena.rejilla().TextMatrix(1, 2), QStringLiteral("04/04/2026"));
+        Escena::teclea_prevision("1", "", "", "17");
+        QCOMPARE(escena.rejilla().Rows(), 3);
+        QCOMPARE(escena.rejilla().TextMatrix(2, 2), QStringLiteral("17/03/2026"));
+    }
+
+    void a_type_that_does_not_exist_holds_the_focus_and_is_not_added()
+    {
+        Escena escena(false);
+        teclea("150");
+        intro();
+        teclea("99");
+        intro();
+        QCOMPARE(foco(), QStringLiteral("txtPrevTipoDoc"));
+        QCOMPARE(control<QLineEdit>(control<QWidget>(*escena.dialogo, "txtPrevTipoDoc"), "lblNombre").text(),
+            QStringLiteral("No existe el tipo de documento"));
+        control<QWidget>(*escena.dialogo, "txtPrevVto").setFocus();
+        teclea("10122026");
+        intro();
+        QCOMPARE(escena.rejilla().Rows(), 1);
+        QCOMPARE(foco(), QStringLiteral("txtPrevTipoDoc"));
+        QVERIFY(escena.banco.avisos->dichos.empty());
+        teclea("2"); // instead of the 99
+        intro(3);
+        QCOMPARE(escena.rejilla().TextMatrix(1, 3), QStringLiteral("2"));
+        Escena::teclea_prevision("1", "0", "", "11122026"); // none
+        QCOMPARE(escena.rejilla().TextMatrix(2, 1), QStringLiteral("SIN ESPECIFICAR"));
+    }
+
+    void a_due_date_before_the_charge_is_added_and_stands_out()
+    {
+        Escena escena(false);
+        auto& aviso = control<QLabel>(*escena.dialogo, "lblAvisoVto");
+        Escena::teclea_prevision("50", "", "", "21112026");
+        QCOMPARE(aviso.text(), QString());
+        Escena::teclea_prevision("50", "", "", "15012020");
+        QCOMPARE(escena.rejilla().Rows(), 3);
+        QCOMPARE(escena.rejilla().TextMatrix(2, 2), QStringLiteral("15/01/2020"));
+        QCOMPARE(
+            aviso.text(), QStringLiteral("La previsión 2 vence antes de la fecha del cargo, 21/11/2026."));
+        const auto como_se_pinta = [&](int fila) {
+            QStyleOptionViewItem opcion;
+            const auto indice = escena.rejilla().model()->index(fila - 1, 2);
+            const auto* pintor = escena.rejilla().itemDelegateForIndex(indice);
+            struct Abierto : QStyledItemDelegate {
+                using QStyledItemDelegate::initStyleOption;
+            };
+            (dynamic_cast<const QStyledItemDelegate*>(pintor)->*&Abierto::initStyleOption)(&opcion, indice);
+            return std::pair(opcion.font.bold(), opcion.palette.color(QPalette::Text));
+        };
+        QVERIFY(!como_se_pinta(1).first);
+        QVERIFY(como_se_pinta(2).first);
+        QVERIFY(como_se_pinta(2).second != como_se_pinta(1).second);
+        escena.rejilla().set_Row(2);
+        clic(*escena.dialogo, "cmdPrevEliminar");
+        QCOMPARE(aviso.text(), QString());
+    }
+
     void a_forecast_is_deleted()
     {
         Escena escena;
@@ -258,6 +330,33 @@ private slots:
         QVERIFY(!algo.dialogo->Aceptado());
     }
 
+    void what_is_handed_over_is_what_the_grid_shows_and_the_sum_stays_exact()
+    {
+        Escena escena(true, "107.054");
+        QCOMPARE(escena.rejilla().TextMatrix(3, 0), QStringLiteral("35,69"));
+        QCOMPARE(escena.resto(), QStringLiteral("0,00"));
+        pulsa(Qt::Key_F9);
+        QVERIFY(escena.dialogo->Aceptado());
+        QVERIFY(escena.dialogo->PrevPago_Importe(1) == moneda("35.68"));
+        QVERIFY(escena.dialogo->PrevPago_Importe(3) == moneda("35.69"));
+    }
+
+    void an_error_while_adding_or_deleting_is_told_with_its_line()
+    {
+        Escena escena(false, "150", 101);
+        teclea("150");
+        intro(3);
+        teclea("10122026");
+        escena.banco.parte->falla_en = escena.banco.parte->dichas.size() + 1; // whether the bank exists
+        intro();
+        QCOMPARE(escena.banco.titulos(), std::vector<std::string>{ "¡ Atención !" });
+        const auto& dicho = escena.banco.avisos->dichos.front();
+        QVERIFY(dicho.icono == atipicos::Icono::critico);
+        QVERIFY(dicho.texto.starts_with("["));
+        QVERIFY(dicho.texto.ends_with(std::string("] ") + Parte::descripcion));
+        QCOMPARE(escena.rejilla().Rows(), 1);
+    }
+
     void only_its_buttons_end_it()
     {
         Escena escena;
@@ -277,7 +376,9 @@ private slots:
         const frmCompras_Atipicos_Contabilizar dialogo(
             Contabilizacion{ moneda("150"), 104, dia("21/11/2026"), 1, true });
         QCOMPARE(banco.titulos(), std::vector<std::string>{ "¡ Atención !" });
-        QCOMPARE(banco.avisos->dichos.front().texto, std::string(Parte::descripcion));
+        QVERIFY(banco.avisos->dichos.front().texto.starts_with("["));
+        QVERIFY(banco.avisos->dichos.front().texto.ends_with(std::string("] ") + Parte::descripcion));
+        QVERIFY(banco.avisos->dichos.front().icono == atipicos::Icono::critico);
         QCOMPARE(dialogo.PrevPago_NroVencimientos(), 0);
     }
 
