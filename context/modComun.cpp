@@ -14,6 +14,7 @@ namespace {
         std::shared_ptr<MsgBox> avisos;
         std::shared_ptr<Reloj> reloj;
         std::shared_ptr<const qvoremp::Biblioteca> BibliotecaOrvalin;
+        std::shared_ptr<Borradores> borradores;
     };
 
     Referencias& referencias() noexcept
@@ -61,6 +62,13 @@ void set_BibliotecaOrvalin(std::shared_ptr<const qvoremp::Biblioteca> biblioteca
     referencias().BibliotecaOrvalin = std::move(biblioteca);
 }
 
+void set_Borradores(std::shared_ptr<Borradores> borradores) noexcept
+{
+    referencias().borradores = std::move(borradores);
+}
+
+std::shared_ptr<Borradores> comparte_Borradores() noexcept { return referencias().borradores; }
+
 const std::shared_ptr<qvoremp::Empresa>& comparte_EmpresaOrvalin(Donde donde)
 {
     return establecida(referencias().EmpresaOrvalin, donde);
@@ -82,7 +90,12 @@ const std::shared_ptr<adodb::Connection>& ConexionBexmor(Donde donde)
     return establecida(referencias().ConexionBexmor, donde);
 }
 
-MsgBox& Avisos(Donde donde) { return *establecida(referencias().avisos, donde); }
+const std::shared_ptr<MsgBox>& comparte_Avisos(Donde donde)
+{
+    return establecida(referencias().avisos, donde);
+}
+
+MsgBox& Avisos(Donde donde) { return *comparte_Avisos(donde); }
 
 Reloj& reloj(Donde donde) { return *establecida(referencias().reloj, donde); }
 

@@ -15,7 +15,9 @@
 #include "runtime/Formato.hpp"
 #include "ui_frmCompras_Atipicos.h"
 
+#include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QScopedValueRollback>
 
 namespace atipicos {
@@ -31,8 +33,13 @@ namespace {
 frmCompras_Atipicos::frmCompras_Atipicos(QWidget* parent)
     : FormularioCargable("frmCompras_Atipicos", parent)
     , m_ui(std::make_unique<Ui::frmCompras_Atipicos>())
+    , m_lblBorrador(new QLabel(this))
 {
     m_ui->setupUi(this);
+    m_lblBorrador->setObjectName(QStringLiteral("lblBorrador"));
+    m_lblBorrador->setWordWrap(true);
+    m_lblBorrador->hide();
+    m_ui->todo->addWidget(m_lblBorrador);
     m_ui->txtAlmacen->set_NombreAccesible(QStringLiteral("Almacén"));
     m_ui->txtProv->set_NombreAccesible(QStringLiteral("Proveedor"));
     m_ui->txtObservaciones->set_IntroAvanza(true);
@@ -41,7 +48,10 @@ frmCompras_Atipicos::frmCompras_Atipicos(QWidget* parent)
     conecta();
 }
 
-frmCompras_Atipicos::~frmCompras_Atipicos() = default;
+frmCompras_Atipicos::~frmCompras_Atipicos()
+{
+    disconnect(qApp, nullptr, this, nullptr); // its controls lose the focus as they go
+}
 
 frmCompras_Atipicos& frmCompras_Atipicos::compartido()
 {
@@ -72,6 +82,7 @@ void frmCompras_Atipicos::conecta()
     connect(m_ui->cmdComent, &QPushButton::clicked, this, &Form::cmdComent_Click);
     connect(m_ui->cmdSalir, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->vsCargos, &VSFlexGrid::doubleClicked, this, &Form::cmdModificar_Click);
+    guarda_al_cambiar_de_campo();
 }
 
 // Opening and loading
@@ -99,6 +110,7 @@ void frmCompras_Atipicos::Form_Load()
         setWindowTitle(windowTitle() + QStringLiteral(" - ") + a_qt(Codigo));
         Cargar_Atipico();
     }
+    empieza_borrador();
 }
 
 /// What the form looks like before anything is known of the charge.
@@ -115,6 +127,8 @@ void frmCompras_Atipicos::empieza_vacio()
 
 void frmCompras_Atipicos::Form_Unload()
 {
+    guarda_borrador();
+    m_borrador.Dejar();
     m_ui->fraLin->Suelta();
     m_edicion = {};
 }
@@ -184,6 +198,7 @@ void frmCompras_Atipicos::txtImporte_Intro()
     } catch (...) {
         avisa("Error inesperado. Repita la operación\r" + error_en_curso().descripcion());
     }
+    guarda_borrador();
 }
 
 /// What a line needs of the header; the first thing that is missing is told.
@@ -276,10 +291,21 @@ void frmCompras_Atipicos::cmdAceptar_Click()
     trap("frmCompras_Atipicos:cmdAceptar_Click", [this] {
         if (!hay_lineas())
             return;
-        const auto resultado = GuardarAtipico(m_edicion.cargo(), cargo_tecleado(),
-            [this](const Contabilizacion& datos) { return pide_previsiones(datos); });
+        const auto resultado
+            = GuardarAtipico(m_edicion.cargo(), cargo_tecleado(), [this](const Contabilizacion& datos) {
+                  auto previsiones = pide_previsiones(datos);
+                  if (previsiones)
+                      guarda_borrador(true);
+                  return previsiones;
+              });
+        if (resultado.estado == ResultadoGuardado::Estado::Fallido)
+            guarda_borrador();
         if (resultado.estado != ResultadoGuardado::Estado::Guardado)
             return;
+        if (resultado.InsertarFallido)
+            m_borrador.Dejar(); // the charge may not have been written, and the form lets go of it
+        else
+            m_borrador.Quitar();
         modComun::Avisos().mostrar(mensaje_guardado(resultado));
         Imprimir_Atipico();
         empieza_otro();
@@ -341,8 +367,10 @@ void frmCompras_Atipicos::cmdCancelar_Click()
 {
     trap("frmCompras_Atipicos:cmdCancelar_Click", [this] {
         if (hay_lineas()
-            && confirma("¿Esta seguro que desea cancelar el Atípico?", "Confirmar")) // sic: "Esta"
+            && confirma("¿Esta seguro que desea cancelar el Atípico?", "Confirmar")) { // sic: "Esta"
+            m_borrador.Quitar();
             empieza_otro();
+        }
     });
 }
 
@@ -365,6 +393,7 @@ void frmCompras_Atipicos::cmdEliminar_Click()
         m_ui->txtAlmacen->setEnabled(es_oficina_central());
         m_ui->fraLin->Limpiar_Observaciones();
     });
+    guarda_borrador();
 }
 
 void frmCompras_Atipicos::cmdComent_Click()
@@ -382,6 +411,72 @@ void frmCompras_Atipicos::cmdComent_Click()
             return;
         m_edicion.Comentar_Linea(fila, editor.Comentario());
         muestra_fila(fila);
+    });
+    guarda_borrador();
+}
+
+// What is kept of it until it is saved
+
+void frmCompras_Atipicos::empieza_borrador()
+{
+    m_cargado.clear();
+    for (const auto& fila : m_edicion.filas())
+        m_cargado += fila.texto(decimales_costo()) + '\n';
+    m_borrador.Empezar(lo_tecleado());
+    m_lblBorrador->hide();
+    m_ui->cmdSalir->setToolTip(modComun::comparte_Borradores()
+            ? QStringLiteral("Cierra la ventana; lo que no se haya guardado queda como borrador")
+            : QStringLiteral("Cierra la ventana; lo que no se haya guardado se pierde"));
+}
+
+Borrador frmCompras_Atipicos::lo_tecleado() const
+{
+    Borrador tecleado;
+    rellena(tecleado, m_edicion);
+    if (!Codigo.empty()) {
+        tecleado.Codigo = Codigo;
+        tecleado.Ejercicio = Ejercicio;
+        tecleado.AlmacenDelCargo = Almacen;
+        tecleado.Cargado = m_cargado;
+    }
+    tecleado.Almacen = m_ui->txtAlmacen->Codigo();
+    tecleado.Proveedor = m_ui->txtProv->Codigo();
+    tecleado.NombreProveedor = de_qt(m_ui->txtProv->Nombre());
+    tecleado.Fecha = de_qt(m_ui->txtFecha->text());
+    tecleado.Observaciones = de_qt(m_ui->txtObservaciones->toPlainText());
+    tecleado.Franquiciado = m_ui->chkFranquiciado->isChecked();
+    tecleado.HayEnCurso = m_ui->fraLin->Pendiente();
+    if (tecleado.HayEnCurso)
+        tecleado.EnCurso = en_borrador(m_ui->fraLin->Linea());
+    else
+        tecleado.FilaEnCambio = 0;
+    return tecleado;
+}
+
+/// Apart from the traps of the procedures: that a charge cannot be kept is no reason not to go on with it.
+/// `guardandose`: its save begins now.
+void frmCompras_Atipicos::guarda_borrador(bool guardandose)
+{
+    try {
+        Borrador tecleado = lo_tecleado();
+        tecleado.Guardandose = guardandose;
+        const std::string fallo = m_borrador.Guardar(tecleado);
+        m_lblBorrador->setText(fallo.empty()
+                ? QString()
+                : QStringLiteral("Lo tecleado no queda a salvo hasta que guarde el cargo: ") + a_qt(fallo));
+        m_lblBorrador->setVisible(!fallo.empty());
+    } catch (...) {
+        m_lblBorrador->setText(a_qt(error_en_curso().descripcion()));
+        m_lblBorrador->show();
+    }
+}
+
+/// The header may be changed after the last line has been accepted.
+void frmCompras_Atipicos::guarda_al_cambiar_de_campo()
+{
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* dejado, QWidget*) {
+        if (dejado != nullptr && hay_lineas() && !m_guardando && m_ui->fraCab1->isAncestorOf(dejado))
+            guarda_borrador();
     });
 }
 

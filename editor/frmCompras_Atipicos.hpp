@@ -1,12 +1,15 @@
 #pragma once
 
 #include "controls/FormularioCargable.hpp"
+#include "editor/BorradorDelEditor.hpp"
 #include "editor/CargoAbierto.hpp"
 #include "editor/EdicionAtipico.hpp"
 
 #include <memory>
 #include <optional>
 #include <string>
+
+class QLabel;
 
 namespace Ui {
 class frmCompras_Atipicos;
@@ -67,6 +70,12 @@ private:
     void Imprimir_Atipico();
     void empieza_otro();
 
+    // What is kept of it until it is saved
+    [[nodiscard]] Borrador lo_tecleado() const;
+    void guarda_borrador(bool guardandose = false);
+    void guarda_al_cambiar_de_campo();
+    void empieza_borrador();
+
     void set_CincoBotones(bool habilitados);
     void muestra_total();
     [[nodiscard]] int decimales_costo() const;
@@ -74,6 +83,9 @@ private:
 
     std::unique_ptr<Ui::frmCompras_Atipicos> m_ui;
     EdicionAtipico m_edicion;
+    BorradorDelEditor m_borrador;
+    std::string m_cargado; ///< the rows of the stored charge as they were when it was opened
+    QLabel* m_lblBorrador; ///< status line: what is keyed in cannot be kept
     bool m_guardando = false; ///< a second accept while the first is at work does nothing
 };
 

@@ -87,6 +87,7 @@ void vacia_contexto()
     modComun::set_MsgBox(nullptr);
     modComun::set_Reloj(nullptr);
     modComun::set_BibliotecaOrvalin(nullptr);
+    modComun::set_Borradores(nullptr);
 }
 
 } // namespace atipicos::pruebas
