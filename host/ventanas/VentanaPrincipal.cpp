@@ -92,6 +92,7 @@ namespace {
         } });
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
         modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida->lugar()));
+        sesion.Guarda_Borradores(elegida->lugar());
         frmPrincipal ventana(sesion, *elegida);
         abierta = &ventana;
         ventana.show();

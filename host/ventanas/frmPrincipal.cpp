@@ -2,7 +2,9 @@
 
 #include "context/Cajas.hpp"
 #include "context/modComun.hpp"
+#include "context/trap.hpp"
 #include "controls/Texto.hpp"
+#include "host/ventanas/PanelBorradores.hpp"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -34,6 +36,11 @@ namespace {
 frmPrincipal::frmPrincipal(Sesion& sesion, const OpcionesComunes& opciones, QWidget* parent)
     : QMainWindow(parent)
     , m_sesion(sesion)
+    , m_recuperacion(sesion.borradores,
+          { [this] { return abre_editor_vacio(); },
+              [this](std::int16_t ejercicio, std::int16_t almacen) {
+                  return abre_visor_en(ejercicio, almacen);
+              } })
 {
     setObjectName(QStringLiteral("frmPrincipal"));
     setWindowTitle(QStringLiteral("Cargos atípicos a proveedores - ") + a_qt(sesion.empresa->Nombre()));
@@ -103,6 +110,10 @@ void frmPrincipal::hace_portada()
     caja->addWidget(empezar, 0, Qt::AlignCenter);
     caja->addWidget(pista);
     caja->addStretch(3);
+    m_borradores = new PanelBorradores(m_sesion.borradores, centro);
+    connect(m_borradores, &PanelBorradores::Recuperar, this, &frmPrincipal::recupera);
+    connect(m_borradores, &PanelBorradores::Descartar, this, &frmPrincipal::descarta);
+    caja->addWidget(m_borradores);
     setCentralWidget(centro);
     empezar->setFocus();
 }
@@ -157,6 +168,66 @@ void frmPrincipal::abre_visor()
     m_visor.Show(0, this);
 }
 
+/// The launcher's own form, as new: what was being keyed in there without a line stays as a draft.
+QWidget* frmPrincipal::abre_editor_vacio()
+{
+    if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos")))
+        abierto->close();
+    abre_editor();
+    return findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos"));
+}
+
+QWidget* frmPrincipal::abre_visor_en(std::int16_t ejercicio, std::int16_t almacen)
+{
+    if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor")))
+        abierto->close();
+    m_visor.Ejercicio = ejercicio;
+    m_visor.Almacen_Inicial = almacen;
+    m_visor.Proveedor_Inicial = 0;
+    m_visor.Fecha_Inicial = Date::de_dia(ejercicio, 1, 1).value_or(Date{});
+    m_visor.Fecha_Final = Date::de_dia(ejercicio, 12, 31).value_or(Date{});
+    abre_visor();
+    m_visor.Almacen_Inicial = 0; // the next time as it was
+    m_visor.Fecha_Inicial = m_visor.Fecha_Final = Date{};
+    return findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
+}
+
+void frmPrincipal::recupera(const std::filesystem::path& fichero)
+{
+    if (m_editor.sin_guardar()) {
+        avisa("Hay otro cargo sin guardar en su ventana. Guárdelo o ciérrela antes de recuperar éste.");
+        abre_editor();
+        return;
+    }
+    trap(
+        "frmPrincipal:recupera", [&] { m_recuperacion.Recuperar(fichero); }, TextoError::SoloDescripcion);
+    m_borradores->Actualiza();
+}
+
+void frmPrincipal::descarta(const std::filesystem::path& fichero)
+{
+    trap(
+        "frmPrincipal:descarta", [&] { m_recuperacion.Descartar(fichero); }, TextoError::SoloDescripcion);
+    m_borradores->Actualiza();
+}
+
+/// Whether what is keyed in at this moment is kept: its window says when it is not.
+bool frmPrincipal::queda_borrador() const
+{
+    const auto* editor = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos"));
+    const auto* fallo
+        = editor == nullptr ? nullptr : editor->findChild<QLabel*>(QStringLiteral("lblBorrador"));
+    return m_sesion.borradores && fallo != nullptr && fallo->isHidden();
+}
+
+void frmPrincipal::changeEvent(QEvent* evento)
+{
+    QMainWindow::changeEvent(evento);
+    // A window that was closed, or another process, may have left a charge.
+    if (evento->type() == QEvent::ActivationChange && isActiveWindow() && m_borradores != nullptr)
+        m_borradores->Actualiza();
+}
+
 void frmPrincipal::muestra_teclas()
 {
     modComun::Avisos().mostrar({ "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
@@ -173,10 +244,10 @@ void frmPrincipal::muestra_teclas()
 void frmPrincipal::closeEvent(QCloseEvent* evento)
 {
     if (m_editor.sin_guardar()
-        && modComun::Avisos().mostrar(
-               { "Hay un cargo sin guardar. Si sale ahora se pierde.\r\n\r\n¿Desea salir?", atencion,
-                   Icono::pregunta, Botones::SiNo, Respuesta::No })
-            == Respuesta::No) {
+        && !confirma(queda_borrador()
+                ? "Hay un cargo sin guardar. Queda como borrador y se le ofrecerá aquí la próxima "
+                  "vez.\r\n\r\n¿Desea salir?"
+                : "Hay un cargo sin guardar. Si sale ahora se pierde.\r\n\r\n¿Desea salir?")) {
         evento->ignore();
         return;
     }

@@ -4,12 +4,15 @@
 #include "context/frmclsComprasAtipVisor.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/ventanas/Apariencia.hpp"
+#include "host/ventanas/RecuperaBorrador.hpp"
 
 #include <QMainWindow>
 
 class QActionGroup;
 
 namespace atipicos::app {
+
+class PanelBorradores;
 
 /// The main window of the reference host: it opens the component's forms through their launchers and tells in
 /// its status line who works where. It remembers its place and size.
@@ -24,6 +27,7 @@ public:
     void muestra_linea(sql::Linea que);
 
 protected:
+    void changeEvent(QEvent* evento) override;
     void closeEvent(QCloseEvent* evento) override;
 
 private:
@@ -34,10 +38,17 @@ private:
     void abre_editor();
     void abre_visor();
     void muestra_teclas();
+    [[nodiscard]] QWidget* abre_editor_vacio();
+    [[nodiscard]] QWidget* abre_visor_en(std::int16_t ejercicio, std::int16_t almacen);
+    void recupera(const std::filesystem::path& fichero);
+    void descarta(const std::filesystem::path& fichero);
+    [[nodiscard]] bool queda_borrador() const;
 
     Sesion& m_sesion;
     frmclsCompras_Atipicos m_editor;
     frmclsComprasAtipVisor m_visor;
+    RecuperaBorrador m_recuperacion;
+    PanelBorradores* m_borradores = nullptr;
 };
 
 } // namespace atipicos::app
