@@ -62,7 +62,7 @@ QString texto_de(const BorradorOfrecido& ofrecido)
 {
     if (!ofrecido.leido)
         return QStringLiteral("Cargo sin guardar que no se puede recuperar: %1 (%2)")
-            .arg(a_qt(ofrecido.motivo), a_qt(ofrecido.fichero.string()));
+            .arg(a_qt(ofrecido.motivo), a_qt(ofrecido.fichero.filename().string()));
     const auto& borrador = ofrecido.leido->borrador;
     const QString que = borrador.Codigo.empty()
         ? QStringLiteral("Cargo sin guardar")
@@ -133,7 +133,7 @@ void PanelBorradores::Actualiza()
     m_lista->setCurrentRow(elegida);
     mira_elegido();
     const int filas = std::clamp(m_lista->count(), 1, filas_a_la_vista);
-    m_lista->setFixedHeight((m_lista->sizeHintForRow(0) + 2) * filas + 2 * m_lista->frameWidth() + 2);
+    m_lista->setFixedHeight((m_lista->sizeHintForRow(0) + 4) * filas + 2 * m_lista->frameWidth() + 2);
     setVisible(!m_ofrecidos.empty());
 }
 

@@ -34,8 +34,8 @@ namespace {
             if (evento->type() == QEvent::Show && m_que
                 && objeto->objectName() == QLatin1String("frmCompras_Atipicos"))
                 // It is loaded by now; what is typed waits until it is on screen.
-                QTimer::singleShot(0, this,
-                    [editor = static_cast<QWidget*>(objeto), que = std::exchange(m_que, nullptr)] {
+                QTimer::singleShot(
+                    0, this, [editor = static_cast<QWidget*>(objeto), que = std::exchange(m_que, nullptr)] {
                         que(*editor);
                     });
             return false;

@@ -237,6 +237,7 @@ void frmPrincipal::muestra_teclas()
                                  "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
                                  "Flechas en una fecha: un día más o menos; Alt+Abajo: calendario.\r\n"
                                  "Esc: cancela el cargo que se está tecleando.\r\n"
+                                 "Intro y Supr en los cargos sin guardar: los recupera y los descarta.\r\n"
                                  "En el visor, Intro busca y muestra los detalles, y F9 imprime.",
         "Teclas", Icono::informacion });
 }

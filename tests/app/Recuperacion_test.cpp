@@ -250,8 +250,8 @@ private slots:
         QCOMPARE(escena.lista().count(), 3);
         QVERIFY(escena.ofrecidos().value(0).startsWith(
             QStringLiteral("Cargo sin guardar del 21/11/2026 a las 12:40, ")));
-        QVERIFY(escena.ofrecidos().value(1).startsWith(
-            QStringLiteral("Cargo sin guardar que no se puede recuperar: está dañado (")));
+        QCOMPARE(escena.ofrecidos().value(1),
+            QStringLiteral("Cargo sin guardar que no se puede recuperar: está dañado (cargo-1-1.json)"));
         QVERIFY(escena.ofrecidos().value(2).contains(QStringLiteral("es de otra versión del programa")));
 
         escena.lista().setFocus();
