@@ -122,9 +122,12 @@ namespace {
             if (borrador.extension() != final_de_borrador || fs::exists(borrador, fallo)
                 || CerrojoDeBorrador::tomado(borrador))
                 continue;
-            if (const auto cerrojo = CerrojoDeBorrador::toma(borrador);
-                cerrojo && !fs::exists(borrador, fallo))
-                cerrojo->borra_borrador();
+            try {
+                if (const auto cerrojo = CerrojoDeBorrador::toma(borrador);
+                    cerrojo && !fs::exists(borrador, fallo))
+                    cerrojo->borra_borrador();
+            } catch (const Error&) { // they stay where nobody may write
+            }
         }
     }
 

@@ -201,6 +201,7 @@ TEST_F(BorradoresEnCarpeta_, where_nothing_can_be_written_the_reason_is_told)
     auto abierto = en_disco.Abrir();
     abierto->Guardar(con_proveedor(104));
     abierto.reset();
+    std::ofstream(en_disco.carpeta() / "cargo-9-9.json.cerrojo") << ""; // which cannot be swept there
     ASSERT_TRUE(disco.protege());
     EXPECT_THAT(
         error_al_guardar(*en_disco.Abrir(), con_proveedor(105)), HasSubstr("el disco es de sólo lectura."));

@@ -239,6 +239,27 @@ private slots:
             QStringLiteral("Gofio de millo 1 kg"));
     }
 
+    void a_header_that_was_emptied_after_the_lines_comes_back_so()
+    {
+        EscenaBorrador escena;
+        escena.teclea_cargo();
+        auto& proveedor = control<QLineEdit>(control<>(escena.editor(), "txtProv"), "txtCodigo");
+        proveedor.setFocus();
+        pulsa(Qt::Key_Delete);
+        control<QLineEdit>(escena.editor(), "txtFecha").setText(QStringLiteral("31/02/2026"));
+        clic(escena.editor(), "cmdSalir");
+        escena.cierra_y_abre();
+        QVERIFY2(escena.ofrecidos().value(0).contains(QStringLiteral(", sin proveedor, 3 líneas, ")),
+            qPrintable(escena.ofrecidos().value(0)));
+        clic(*escena.ventana, "cmdRecuperar");
+        QVERIFY(escena.avisos->dichos.empty());
+        QCOMPARE(escena.rejilla().Rows(), 4);
+        QCOMPARE(control<QLineEdit>(escena.editor(), "txtFecha").text(), QStringLiteral("31/02/2026"));
+        QCOMPARE(control<QLineEdit>(control<>(escena.editor(), "txtProv"), "txtCodigo").text(), QString());
+        QCOMPARE(control<QLineEdit>(control<>(escena.editor(), "txtAlmacen"), "txtCodigo").text(),
+            QStringLiteral("3"));
+    }
+
     void discarding_asks_and_a_damaged_file_can_only_be_discarded()
     {
         EscenaBorrador escena;
@@ -279,6 +300,7 @@ private slots:
         escena.teclea_cargo();
         escena.ventana->activateWindow();
         clic(*escena.ventana, "cmdRecuperar");
+        QVERIFY(!escena.avisos->dichos.empty());
         QCOMPARE(escena.avisos->dichos.back().texto,
             std::string(
                 "Hay otro cargo sin guardar en su ventana. Guárdelo o ciérrela antes de recuperar éste."));

@@ -128,7 +128,7 @@ private slots:
         std::vector<std::string> al_avisar;
         escena.banco.parte->antes = [&](const std::string& dicha) {
             if (dicha.find("COMMIT") != std::string::npos)
-                al_avisar.push_back(escena.host->sucesos.back());
+                al_avisar.push_back(escena.host->sucesos.empty() ? "" : escena.host->sucesos.back());
         };
         escena.acepta();
         escena.banco.parte->antes = nullptr;
