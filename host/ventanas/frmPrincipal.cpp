@@ -181,12 +181,14 @@ QWidget* frmPrincipal::abre_visor_en(std::int16_t ejercicio, std::int16_t almace
 {
     if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor")))
         abierto->close();
+    m_visor.set_EmpresaOrvalin(m_sesion.empresa);
+    m_visor.set_ConexionOrvalin(m_sesion.bases.orvalin);
     m_visor.Ejercicio = ejercicio;
     m_visor.Almacen_Inicial = almacen;
     m_visor.Proveedor_Inicial = 0;
     m_visor.Fecha_Inicial = Date::de_dia(ejercicio, 1, 1).value_or(Date{});
     m_visor.Fecha_Final = Date::de_dia(ejercicio, 12, 31).value_or(Date{});
-    abre_visor();
+    m_visor.Show(0, this);
     m_visor.Almacen_Inicial = 0; // the next time as it was
     m_visor.Fecha_Inicial = m_visor.Fecha_Final = Date{};
     return findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
