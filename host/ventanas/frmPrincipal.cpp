@@ -232,16 +232,19 @@ void frmPrincipal::changeEvent(QEvent* evento)
 
 void frmPrincipal::muestra_teclas()
 {
-    modComun::Avisos().mostrar({ "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
-                                 "F2: busca por nombre en almacén, proveedor, artículo, tipo y banco.\r\n"
-                                 "F4: observaciones largas de la línea elegida.\r\n"
-                                 "F9: acepta el comentario o las previsiones.\r\n"
-                                 "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
-                                 "Flechas en una fecha: un día más o menos; Alt+Abajo: calendario.\r\n"
-                                 "Esc: cancela el cargo que se está tecleando.\r\n"
-                                 "Intro y Supr en los cargos sin guardar: los recupera y los descarta.\r\n"
-                                 "En el visor, Intro busca y muestra los detalles, y F9 imprime.",
-        "Teclas", Icono::informacion });
+    modComun::Avisos().mostrar(
+        { "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
+          "F2: busca por nombre en almacén, proveedor, artículo, tipo y banco.\r\n"
+          "F4: observaciones largas de la línea elegida.\r\n"
+          "F9: acepta el comentario o las previsiones.\r\n"
+          "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
+          "Flechas en una fecha: un día más o menos; Alt+Abajo: calendario.\r\n"
+          "Esc: cancela el cargo que se está tecleando.\r\n"
+          "Alt+A: guarda el cargo. Ctrl+Intro: salto de línea en sus observaciones.\r\n"
+          "Ctrl+R: reclamaciones. Ctrl+B: visor. Ctrl+Q: salir.\r\n"
+          "Cargos sin guardar: Alt+E o Intro los recupera, Alt+D o Supr los descarta.\r\n"
+          "En el visor, Intro busca y muestra los detalles, y F9 imprime.",
+            "Teclas", Icono::informacion });
 }
 
 void frmPrincipal::closeEvent(QCloseEvent* evento)
