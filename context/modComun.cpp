@@ -15,6 +15,7 @@ namespace {
         std::shared_ptr<Reloj> reloj;
         std::shared_ptr<const qvoremp::Biblioteca> BibliotecaOrvalin;
         std::shared_ptr<const qvoremp::PrevisionesCargo> PrevisionesCargo;
+        std::shared_ptr<Borradores> borradores;
     };
 
     Referencias& referencias() noexcept
@@ -71,6 +72,13 @@ const qvoremp::PrevisionesCargo* PrevisionesCargo() noexcept { return referencia
 
 bool hay_EmpresaOrvalin() noexcept { return referencias().EmpresaOrvalin != nullptr; }
 
+void set_Borradores(std::shared_ptr<Borradores> borradores) noexcept
+{
+    referencias().borradores = std::move(borradores);
+}
+
+std::shared_ptr<Borradores> comparte_Borradores() noexcept { return referencias().borradores; }
+
 const std::shared_ptr<qvoremp::Empresa>& comparte_EmpresaOrvalin(Donde donde)
 {
     return establecida(referencias().EmpresaOrvalin, donde);
@@ -92,7 +100,12 @@ const std::shared_ptr<adodb::Connection>& ConexionBexmor(Donde donde)
     return establecida(referencias().ConexionBexmor, donde);
 }
 
-MsgBox& Avisos(Donde donde) { return *establecida(referencias().avisos, donde); }
+const std::shared_ptr<MsgBox>& comparte_Avisos(Donde donde)
+{
+    return establecida(referencias().avisos, donde);
+}
+
+MsgBox& Avisos(Donde donde) { return *comparte_Avisos(donde); }
 
 Reloj& reloj(Donde donde) { return *establecida(referencias().reloj, donde); }
 

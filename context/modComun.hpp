@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/adodb/Connection.hpp"
+#include "platform/borrador/Borradores.hpp"
 #include "platform/clock/Reloj.hpp"
 #include "platform/msgbox/MsgBox.hpp"
 #include "platform/qvbxemp/Biblioteca.hpp"
@@ -34,6 +35,10 @@ void set_PrevisionesCargo(std::shared_ptr<const qvoremp::PrevisionesCargo> previ
 
 [[nodiscard]] bool hay_EmpresaOrvalin() noexcept; ///< for what can do without a company
 
+/// Where what is keyed in and not saved yet is kept; a host that keeps nothing does not set it.
+void set_Borradores(std::shared_ptr<Borradores> borradores) noexcept;
+[[nodiscard]] std::shared_ptr<Borradores> comparte_Borradores() noexcept; ///< nothing where nothing is kept
+
 /// The references in force. Each raises error 91 while it has not been set.
 [[nodiscard]] qvoremp::Empresa& EmpresaOrvalin(Donde donde = Donde::aqui());
 [[nodiscard]] adodb::Connection& ConexionOrvalin(Donde donde = Donde::aqui());
@@ -42,6 +47,7 @@ void set_PrevisionesCargo(std::shared_ptr<const qvoremp::PrevisionesCargo> previ
 /// The same references, for whoever keeps them beyond the call: a control given its company and connection.
 [[nodiscard]] const std::shared_ptr<qvoremp::Empresa>& comparte_EmpresaOrvalin(Donde donde = Donde::aqui());
 [[nodiscard]] const std::shared_ptr<adodb::Connection>& comparte_ConexionOrvalin(Donde donde = Donde::aqui());
+[[nodiscard]] const std::shared_ptr<MsgBox>& comparte_Avisos(Donde donde = Donde::aqui());
 [[nodiscard]] MsgBox& Avisos(Donde donde = Donde::aqui());
 [[nodiscard]] Reloj& reloj(Donde donde = Donde::aqui());
 [[nodiscard]] const qvoremp::Biblioteca& BibliotecaOrvalin(Donde donde = Donde::aqui());

@@ -75,7 +75,8 @@ FilaCargo& EdicionAtipico::fila(std::int32_t numero)
 
 FilaCargo EdicionAtipico::forma_fila(const LineaTecleada& linea, std::string cuenta) const
 {
-    FilaCargo fila{ linea, importe_linea(linea.Unidades, linea.Costo), std::move(cuenta) };
+    FilaCargo fila{ linea, importe_linea(linea.Unidades, linea.Costo), std::move(cuenta),
+        linea.Cod_Articulo };
     fila.linea.Unidades = Redondear(linea.Unidades, decimales_unidades);
     fila.linea.Costo = Redondear(linea.Costo, modComun::EmpresaOrvalin().DecimalesCosto());
     return fila;
@@ -99,6 +100,8 @@ void EdicionAtipico::cambia(const LineaTecleada& linea, FilaCargo nueva)
 {
     FilaCargo& antigua = fila(m_intLineaActual);
     nueva.Cuenta = antigua.Cuenta; // only the six visible cells are rewritten
+    nueva.ArticuloDeCuenta = antigua.ArticuloDeCuenta;
+    nueva.FilaCargada = antigua.FilaCargada;
     const auto del_cargo = m_cargo.Lineas->Item(posicion(m_intLineaActual));
     const Currency total = Calcular_Total() - antigua.Importe + nueva.Importe;
     escribe_linea(*del_cargo, linea);
@@ -125,7 +128,10 @@ void EdicionAtipico::agrega(const LineaTecleada& linea, FilaCargo fila, std::int
 void EdicionAtipico::Cargar_Linea(
     const LineaTecleada& linea, std::int32_t Num_Linea, const std::string& cuenta)
 {
-    agrega(linea, forma_fila(linea, cuenta), Num_Linea);
+    FilaCargo fila = forma_fila(linea, cuenta);
+    fila.FilaCargada = static_cast<std::int32_t>(m_filas.size()) + 1;
+    fila.Intacta = true;
+    agrega(linea, std::move(fila), Num_Linea);
 }
 
 LineaTecleada EdicionAtipico::Modificar_Linea(std::int32_t numero)
@@ -153,6 +159,7 @@ void EdicionAtipico::Comentar_Linea(std::int32_t numero, const std::string& obse
     FilaCargo& comentada = fila(numero);
     m_cargo.Lineas->Item(posicion(numero))->Observaciones = observaciones;
     comentada.linea.Observaciones = observaciones;
+    comentada.Intacta = false;
 }
 
 Currency EdicionAtipico::Calcular_Total() const

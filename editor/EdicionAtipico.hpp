@@ -31,6 +31,11 @@ struct FilaCargo {
     Currency Importe; ///< units × cost, in cents
     std::string Cuenta; ///< atypical-income account of the article, may be empty
 
+    // Where the row comes from; what is keyed in of a charge is brought back by it.
+    std::int32_t ArticuloDeCuenta = 0; ///< whose account it is
+    std::int32_t FilaCargada = 0; ///< row in which the stored charge was opened with it; 0: keyed in
+    bool Intacta = false; ///< as it was opened
+
     /// The seven cells, separated by tabs: article, description, observations, units (2 decimals), cost
     /// (`decimales_costo`), amount (2 decimals), account. A tab inside a text becomes a blank.
     [[nodiscard]] std::string texto(int decimales_costo) const;
@@ -62,6 +67,7 @@ public:
     [[nodiscard]] Currency Total() const noexcept { return m_total; } ///< as shown
     [[nodiscard]] const std::vector<FilaCargo>& filas() const noexcept { return m_filas; }
     [[nodiscard]] clsAtipico& cargo() noexcept { return m_cargo; }
+    [[nodiscard]] const clsAtipico& cargo() const noexcept { return m_cargo; }
     [[nodiscard]] bool bolNuevaLinea() const noexcept { return m_bolNuevaLinea; }
     [[nodiscard]] std::int32_t intLineaActual() const noexcept { return m_intLineaActual; } ///< 0: a new line
 

@@ -18,7 +18,9 @@
 #include "runtime/Formato.hpp"
 #include "ui_frmCompras_Atipicos.h"
 
+#include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QScopedValueRollback>
 
 #include <initializer_list>
@@ -35,8 +37,13 @@ namespace {
 frmCompras_Atipicos::frmCompras_Atipicos(QWidget* parent)
     : FormularioCargable("frmCompras_Atipicos", parent)
     , m_ui(std::make_unique<Ui::frmCompras_Atipicos>())
+    , m_lblBorrador(new QLabel(this))
 {
     m_ui->setupUi(this);
+    m_lblBorrador->setObjectName(QStringLiteral("lblBorrador"));
+    m_lblBorrador->setWordWrap(true);
+    m_lblBorrador->hide();
+    m_ui->todo->addWidget(m_lblBorrador);
     m_ui->txtAlmacen->set_NombreAccesible(QStringLiteral("Almacén"));
     m_ui->txtProv->set_NombreAccesible(QStringLiteral("Proveedor"));
     m_ui->txtObservaciones->set_IntroAvanza(true);
@@ -45,7 +52,10 @@ frmCompras_Atipicos::frmCompras_Atipicos(QWidget* parent)
     conecta();
 }
 
-frmCompras_Atipicos::~frmCompras_Atipicos() = default;
+frmCompras_Atipicos::~frmCompras_Atipicos()
+{
+    disconnect(qApp, nullptr, this, nullptr); // its controls lose the focus as they go
+}
 
 frmCompras_Atipicos& frmCompras_Atipicos::compartido()
 {
@@ -81,6 +91,7 @@ void frmCompras_Atipicos::conecta()
     connect(m_ui->cmdSalir, &QPushButton::clicked, this, &QWidget::close);
     connect(m_ui->vsCargos, &VSFlexGrid::doubleClicked, this, &Form::cmdModificar_Click);
     pon_atajos();
+    guarda_al_cambiar_de_campo();
 }
 
 /// Captions are given; the letters of the buttons (A, C, E, M, S) are taken, those of the entry row are its
@@ -121,6 +132,7 @@ void frmCompras_Atipicos::Form_Load()
     }
     m_impuesto.Leer(); // once: a host may have to ask its database
     muestra_total();
+    empieza_borrador();
 }
 
 /// What the form looks like before anything is known of the charge.
@@ -138,6 +150,8 @@ void frmCompras_Atipicos::empieza_vacio()
 
 void frmCompras_Atipicos::Form_Unload()
 {
+    guarda_borrador();
+    m_borrador.Dejar();
     m_ui->fraLin->Suelta();
     m_edicion = {};
 }
@@ -222,6 +236,7 @@ void frmCompras_Atipicos::txtImporte_Intro()
         if (error.numero() == frmCompras_Atipicos_Linea::no_existe_articulo)
             m_ui->fraLin->Enfocar();
     }
+    guarda_borrador();
 }
 
 /// What a line needs of the header; the first thing that is missing is told.
@@ -334,10 +349,21 @@ void frmCompras_Atipicos::cmdAceptar_Click()
     trap("frmCompras_Atipicos:cmdAceptar_Click", [this] {
         if (!hay_lineas())
             return;
-        const auto resultado = GuardarAtipico(m_edicion.cargo(), cargo_tecleado(),
-            [this](const Contabilizacion& datos) { return pide_previsiones(datos); });
+        const auto resultado
+            = GuardarAtipico(m_edicion.cargo(), cargo_tecleado(), [this](const Contabilizacion& datos) {
+                  auto previsiones = pide_previsiones(datos);
+                  if (previsiones)
+                      guarda_borrador(true);
+                  return previsiones;
+              });
+        if (resultado.estado == ResultadoGuardado::Estado::Fallido)
+            guarda_borrador();
         if (resultado.estado != ResultadoGuardado::Estado::Guardado)
             return;
+        if (resultado.InsertarFallido)
+            m_borrador.Dejar(); // the charge may not have been written, and the form lets go of it
+        else
+            m_borrador.Quitar();
         modComun::Avisos().mostrar(mensaje_guardado(resultado));
         Imprimir_Atipico();
         empieza_otro();
@@ -410,8 +436,10 @@ void frmCompras_Atipicos::cmdCancelar_Click()
 {
     trap("frmCompras_Atipicos:cmdCancelar_Click", [this] {
         if (hay_lineas()
-            && confirma("¿Esta seguro que desea cancelar el Atípico?", "Confirmar")) // sic: "Esta"
+            && confirma("¿Esta seguro que desea cancelar el Atípico?", "Confirmar")) { // sic: "Esta"
+            m_borrador.Quitar();
             empieza_otro();
+        }
     });
 }
 
@@ -435,6 +463,7 @@ void frmCompras_Atipicos::cmdEliminar_Click()
         m_ui->txtAlmacen->setEnabled(es_oficina_central());
         m_ui->fraLin->Limpiar_Observaciones();
     });
+    guarda_borrador();
 }
 
 void frmCompras_Atipicos::cmdComent_Click()
@@ -452,6 +481,72 @@ void frmCompras_Atipicos::cmdComent_Click()
             return;
         m_edicion.Comentar_Linea(fila, editor.Comentario());
         muestra_fila(fila);
+    });
+    guarda_borrador();
+}
+
+// What is kept of it until it is saved
+
+void frmCompras_Atipicos::empieza_borrador()
+{
+    m_cargado.clear();
+    for (const auto& fila : m_edicion.filas())
+        m_cargado += fila.texto(decimales_costo()) + '\n';
+    m_borrador.Empezar(lo_tecleado());
+    m_lblBorrador->hide();
+    m_ui->cmdSalir->setToolTip(modComun::comparte_Borradores()
+            ? QStringLiteral("Cierra la ventana; lo que no se haya guardado queda como borrador (Alt+S)")
+            : QStringLiteral("Cierra la ventana; lo que no se haya guardado se pierde (Alt+S)"));
+}
+
+Borrador frmCompras_Atipicos::lo_tecleado() const
+{
+    Borrador tecleado;
+    rellena(tecleado, m_edicion);
+    if (!Codigo.empty()) {
+        tecleado.Codigo = Codigo;
+        tecleado.Ejercicio = Ejercicio;
+        tecleado.AlmacenDelCargo = Almacen;
+        tecleado.Cargado = m_cargado;
+    }
+    tecleado.Almacen = m_ui->txtAlmacen->Codigo();
+    tecleado.Proveedor = m_ui->txtProv->Codigo();
+    tecleado.NombreProveedor = de_qt(m_ui->txtProv->Nombre());
+    tecleado.Fecha = de_qt(m_ui->txtFecha->text());
+    tecleado.Observaciones = de_qt(m_ui->txtObservaciones->toPlainText());
+    tecleado.Franquiciado = m_ui->chkFranquiciado->isChecked();
+    tecleado.HayEnCurso = m_ui->fraLin->Pendiente();
+    if (tecleado.HayEnCurso)
+        tecleado.EnCurso = en_borrador(m_ui->fraLin->Linea());
+    else
+        tecleado.FilaEnCambio = 0;
+    return tecleado;
+}
+
+/// Apart from the traps of the procedures: that a charge cannot be kept is no reason not to go on with it.
+/// `guardandose`: its save begins now.
+void frmCompras_Atipicos::guarda_borrador(bool guardandose)
+{
+    try {
+        Borrador tecleado = lo_tecleado();
+        tecleado.Guardandose = guardandose;
+        const std::string fallo = m_borrador.Guardar(tecleado);
+        m_lblBorrador->setText(fallo.empty()
+                ? QString()
+                : QStringLiteral("Lo tecleado no queda a salvo hasta que guarde el cargo: ") + a_qt(fallo));
+        m_lblBorrador->setVisible(!fallo.empty());
+    } catch (...) {
+        m_lblBorrador->setText(a_qt(error_en_curso().descripcion()));
+        m_lblBorrador->show();
+    }
+}
+
+/// The header may be changed after the last line has been accepted.
+void frmCompras_Atipicos::guarda_al_cambiar_de_campo()
+{
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* dejado, QWidget*) {
+        if (dejado != nullptr && hay_lineas() && !m_guardando && m_ui->fraCab1->isAncestorOf(dejado))
+            guarda_borrador();
     });
 }
 

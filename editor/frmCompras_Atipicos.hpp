@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/FormularioCargable.hpp"
+#include "editor/BorradorDelEditor.hpp"
 #include "editor/CargoAbierto.hpp"
 #include "editor/EdicionAtipico.hpp"
 #include "editor/ImpuestoDelCargo.hpp"
@@ -8,6 +9,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+
+class QLabel;
 
 namespace Ui {
 class frmCompras_Atipicos;
@@ -74,6 +77,12 @@ private:
     void Imprimir_Atipico();
     void empieza_otro();
 
+    // What is kept of it until it is saved
+    [[nodiscard]] Borrador lo_tecleado() const;
+    void guarda_borrador(bool guardandose = false);
+    void guarda_al_cambiar_de_campo();
+    void empieza_borrador();
+
     void set_CincoBotones(bool habilitados);
     void muestra_total();
     void muestra_importe(Currency total);
@@ -83,6 +92,9 @@ private:
     std::unique_ptr<Ui::frmCompras_Atipicos> m_ui;
     EdicionAtipico m_edicion;
     ImpuestoDelCargo m_impuesto;
+    BorradorDelEditor m_borrador;
+    std::string m_cargado; ///< the rows of the stored charge as they were when it was opened
+    QLabel* m_lblBorrador; ///< status line: what is keyed in cannot be kept
     bool m_guardando = false; ///< a second accept while the first is at work does nothing
 };
 

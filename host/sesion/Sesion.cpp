@@ -72,8 +72,16 @@ Sesion::Sesion(const OpcionesComunes& opciones, const bases::OpcionesBases& opci
     modComun::set_Reloj(std::make_shared<RelojSistema>());
 }
 
+void Sesion::Guarda_Borradores(const bases::Lugar& lugar)
+{
+    borradores
+        = BorradoresEnCarpeta::de_la_persona(lugar, empresa->Codigo(Donde::aqui()), empresa->Usuario());
+    modComun::set_Borradores(borradores);
+}
+
 Sesion::~Sesion()
 {
+    modComun::set_Borradores(nullptr);
     modComun::set_EmpresaOrvalin(nullptr);
     modComun::set_ConexionOrvalin(nullptr);
     modComun::set_EmpresaBexmor(nullptr);

@@ -4,6 +4,7 @@
 #include "host/bexmor/Biblioteca.hpp"
 #include "host/orvalin/Catalogos.hpp"
 #include "host/orvalin/Empresa.hpp"
+#include "host/sesion/BorradoresEnCarpeta.hpp"
 #include "host/sesion/OpcionesComunes.hpp"
 #include "host/terminal/MsgBoxConsola.hpp"
 
@@ -23,11 +24,15 @@ public:
     /// when the process has ended otherwise.
     ~Sesion();
 
+    /// From now on what is keyed in and not saved yet is kept for this company, user and place.
+    void Guarda_Borradores(const bases::Lugar& lugar);
+
     bases::Bases bases;
     orvalin::Catalogos catalogos;
     std::shared_ptr<MsgBoxConsola> avisos;
     std::shared_ptr<orvalin::Empresa> empresa;
     std::shared_ptr<bexmor::Biblioteca> biblioteca;
+    std::shared_ptr<BorradoresEnCarpeta> borradores; ///< nothing where none are kept
 };
 
 } // namespace atipicos::app

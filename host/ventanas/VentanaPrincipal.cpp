@@ -95,6 +95,7 @@ namespace {
         modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida->lugar()));
         modComun::set_PrevisionesCargo(
             std::make_shared<orvalin::PrevisionesCargo>(sesion.bases.orvalin, sesion.empresa));
+        sesion.Guarda_Borradores(elegida->lugar());
         frmPrincipal ventana(sesion, *elegida);
         abierta = &ventana;
         ventana.show();

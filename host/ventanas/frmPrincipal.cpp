@@ -2,7 +2,9 @@
 
 #include "context/Cajas.hpp"
 #include "context/modComun.hpp"
+#include "context/trap.hpp"
 #include "controls/Texto.hpp"
+#include "host/ventanas/PanelBorradores.hpp"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -36,6 +38,11 @@ frmPrincipal::frmPrincipal(Sesion& sesion, const OpcionesComunes& opciones, QWid
     : QMainWindow(parent)
     , m_sesion(sesion)
     , m_ultima_busqueda(sesion.empresa->Codigo(), sesion.empresa->Usuario())
+    , m_recuperacion(sesion.borradores,
+          { [this] { return abre_editor_vacio(); },
+              [this](std::int16_t ejercicio, std::int16_t almacen) {
+                  return abre_visor_en(ejercicio, almacen);
+              } })
 {
     m_visor.set_AlBuscar([this](const frmclsComprasAtipVisor::Busqueda& buscado) {
         m_ultima_busqueda.guarda(buscado, modComun::reloj().hoy());
@@ -108,6 +115,10 @@ void frmPrincipal::hace_portada()
     caja->addWidget(empezar, 0, Qt::AlignCenter);
     caja->addWidget(pista);
     caja->addStretch(3);
+    m_borradores = new PanelBorradores(m_sesion.borradores, centro);
+    connect(m_borradores, &PanelBorradores::Recuperar, this, &frmPrincipal::recupera);
+    connect(m_borradores, &PanelBorradores::Descartar, this, &frmPrincipal::descarta);
+    caja->addWidget(m_borradores);
     setCentralWidget(centro);
     empezar->setFocus();
 }
@@ -175,6 +186,68 @@ void frmPrincipal::abre_visor()
     QCoreApplication::sendEvent(ultima_caja, &intro);
 }
 
+/// The launcher's own form, as new: what was being keyed in there without a line stays as a draft.
+QWidget* frmPrincipal::abre_editor_vacio()
+{
+    if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos")))
+        abierto->close();
+    abre_editor();
+    return findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos"));
+}
+
+QWidget* frmPrincipal::abre_visor_en(std::int16_t ejercicio, std::int16_t almacen)
+{
+    if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor")))
+        abierto->close();
+    m_visor.set_EmpresaOrvalin(m_sesion.empresa);
+    m_visor.set_ConexionOrvalin(m_sesion.bases.orvalin);
+    m_visor.Ejercicio = ejercicio;
+    m_visor.Almacen_Inicial = almacen;
+    m_visor.Proveedor_Inicial = 0;
+    m_visor.Fecha_Inicial = Date::de_dia(ejercicio, 1, 1).value_or(Date{});
+    m_visor.Fecha_Final = Date::de_dia(ejercicio, 12, 31).value_or(Date{});
+    m_visor.Show(0, this);
+    m_visor.Almacen_Inicial = 0; // the next time as it was
+    m_visor.Fecha_Inicial = m_visor.Fecha_Final = Date{};
+    return findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
+}
+
+void frmPrincipal::recupera(const std::filesystem::path& fichero)
+{
+    if (m_editor.sin_guardar()) {
+        avisa("Hay otro cargo sin guardar en su ventana. Guárdelo o ciérrela antes de recuperar éste.");
+        abre_editor();
+        return;
+    }
+    trap(
+        "frmPrincipal:recupera", [&] { m_recuperacion.Recuperar(fichero); }, TextoError::SoloDescripcion);
+    m_borradores->Actualiza();
+}
+
+void frmPrincipal::descarta(const std::filesystem::path& fichero)
+{
+    trap(
+        "frmPrincipal:descarta", [&] { m_recuperacion.Descartar(fichero); }, TextoError::SoloDescripcion);
+    m_borradores->Actualiza();
+}
+
+/// Whether what is keyed in at this moment is kept: its window says when it is not.
+bool frmPrincipal::queda_borrador() const
+{
+    const auto* editor = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos"));
+    const auto* fallo
+        = editor == nullptr ? nullptr : editor->findChild<QLabel*>(QStringLiteral("lblBorrador"));
+    return m_sesion.borradores && fallo != nullptr && fallo->isHidden();
+}
+
+void frmPrincipal::changeEvent(QEvent* evento)
+{
+    QMainWindow::changeEvent(evento);
+    // A window that was closed, or another process, may have left a charge.
+    if (evento->type() == QEvent::ActivationChange && isActiveWindow() && m_borradores != nullptr)
+        m_borradores->Actualiza();
+}
+
 void frmPrincipal::muestra_teclas()
 {
     modComun::Avisos().mostrar(
@@ -183,8 +256,14 @@ void frmPrincipal::muestra_teclas()
           "F4: observaciones largas de la línea elegida.\r\n"
           "F9: acepta el comentario o las previsiones.\r\n"
           "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
-          "Flechas en una fecha: un día más o menos; Alt+Abajo: calendario.\r\n"
+          "F8: va al importe, donde Intro acepta la línea. Esc en una línea que se cambia la deja como "
+          "estaba.\r\n"
+          "Fechas: 15, 1511 o 151126 se completan; h es hoy, +3 tres días más; flechas: un día más o menos; "
+          "Alt+Abajo: calendario.\r\n"
           "Esc: cancela el cargo que se está tecleando.\r\n"
+          "Alt+A: guarda el cargo. Ctrl+Intro: salto de línea en sus observaciones.\r\n"
+          "Ctrl+R: reclamaciones. Ctrl+B: visor. Ctrl+Q: salir.\r\n"
+          "Cargos sin guardar: Alt+E o Intro los recupera, Alt+D o Supr los descarta.\r\n"
           "En el visor, Intro y F5 buscan, Intro muestra los detalles, F9 imprime y F6 va al "
           "último atípico abierto para cambiarlo.",
             "Teclas", Icono::informacion });
@@ -193,10 +272,10 @@ void frmPrincipal::muestra_teclas()
 void frmPrincipal::closeEvent(QCloseEvent* evento)
 {
     if (m_editor.sin_guardar()
-        && modComun::Avisos().mostrar(
-               { "Hay un cargo sin guardar. Si sale ahora se pierde.\r\n\r\n¿Desea salir?", atencion,
-                   Icono::pregunta, Botones::SiNo, Respuesta::No })
-            == Respuesta::No) {
+        && !confirma(queda_borrador()
+                ? "Hay un cargo sin guardar. Queda como borrador y se le ofrecerá aquí la próxima "
+                  "vez.\r\n\r\n¿Desea salir?"
+                : "Hay un cargo sin guardar. Si sale ahora se pierde.\r\n\r\n¿Desea salir?")) {
         evento->ignore();
         return;
     }

@@ -4,6 +4,7 @@
 #include "context/frmclsComprasAtipVisor.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/ventanas/Apariencia.hpp"
+#include "host/ventanas/RecuperaBorrador.hpp"
 #include "host/ventanas/UltimaBusqueda.hpp"
 
 #include <QMainWindow>
@@ -11,6 +12,8 @@
 class QActionGroup;
 
 namespace atipicos::app {
+
+class PanelBorradores;
 
 /// The main window of the reference host: it opens the component's forms through their launchers and tells in
 /// its status line who works where. It remembers its place and size.
@@ -25,6 +28,7 @@ public:
     void muestra_linea(sql::Linea que);
 
 protected:
+    void changeEvent(QEvent* evento) override;
     void closeEvent(QCloseEvent* evento) override;
 
 private:
@@ -35,11 +39,18 @@ private:
     void abre_editor();
     void abre_visor();
     void muestra_teclas();
+    [[nodiscard]] QWidget* abre_editor_vacio();
+    [[nodiscard]] QWidget* abre_visor_en(std::int16_t ejercicio, std::int16_t almacen);
+    void recupera(const std::filesystem::path& fichero);
+    void descarta(const std::filesystem::path& fichero);
+    [[nodiscard]] bool queda_borrador() const;
 
     Sesion& m_sesion;
     UltimaBusqueda m_ultima_busqueda;
     frmclsCompras_Atipicos m_editor;
     frmclsComprasAtipVisor m_visor;
+    RecuperaBorrador m_recuperacion;
+    PanelBorradores* m_borradores = nullptr;
 };
 
 } // namespace atipicos::app

@@ -88,6 +88,7 @@ void vacia_contexto()
     modComun::set_Reloj(nullptr);
     modComun::set_BibliotecaOrvalin(nullptr);
     modComun::set_PrevisionesCargo(nullptr);
+    modComun::set_Borradores(nullptr);
 }
 
 } // namespace atipicos::pruebas
