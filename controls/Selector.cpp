@@ -77,6 +77,7 @@ Selector::Selector(const QString& que, std::int64_t maximo, QWidget* parent)
     connect(m_boton, &QToolButton::clicked, this, &Selector::abre_lista);
     connect(m_codigo, &QLineEdit::textEdited, this, [this] {
         m_pendiente = true;
+        m_puesto = false;
         m_elegido = false;
         muestra({}, false);
     });
@@ -96,6 +97,7 @@ void Selector::set_codigo(const QString& codigo)
 {
     m_codigo->setText(codigo);
     m_pendiente = false;
+    m_puesto = true;
     m_elegido = !codigo.isEmpty();
     muestra({}, false);
     if (m_codigo->hasFocus())
@@ -177,14 +179,20 @@ void Selector::abre_lista()
     emit Intro();
 }
 
+/// Given the focus by the program the box would have the cursor at its end, and a code typed then be hung on.
+/// In a window that is not yet the active one, as behind a box that is closing, the focus comes with the
+/// window.
+bool Selector::entra_con_su_codigo(const QFocusEvent& entrada) const
+{
+    return entrada.reason() == Qt::OtherFocusReason
+        || (entrada.reason() == Qt::ActiveWindowFocusReason && m_puesto);
+}
+
 bool Selector::eventFilter(QObject* objeto, QEvent* evento)
 {
     if (evento->type() == QEvent::FocusOut)
         Completa();
-    // Given the focus by the program the box would have the cursor at its end, and a code typed then be hung
-    // on.
-    if (evento->type() == QEvent::FocusIn
-        && static_cast<QFocusEvent*>(evento)->reason() == Qt::OtherFocusReason)
+    if (evento->type() == QEvent::FocusIn && entra_con_su_codigo(*static_cast<QFocusEvent*>(evento)))
         m_codigo->selectAll();
     if (evento->type() != QEvent::KeyPress || m_codigo->isReadOnly())
         return QWidget::eventFilter(objeto, evento);
