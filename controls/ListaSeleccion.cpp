@@ -1,6 +1,7 @@
 #include "controls/ListaSeleccion.hpp"
 
 #include "controls/Anclaje.hpp"
+#include "controls/Anuncio.hpp"
 #include "controls/OrdenFilas.hpp"
 #include "controls/Texto.hpp"
 #include "controls/VSFlexGrid.hpp"
@@ -51,6 +52,7 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
 {
     setObjectName(QStringLiteral("ListaSeleccion"));
     setWindowTitle(titulo);
+    anuncia(*m_cuantas);
     m_filas.reserve(fichas.size());
     for (const auto lugar : por_nombre(fichas)) {
         const auto& ficha = fichas[lugar];

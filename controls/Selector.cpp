@@ -17,6 +17,12 @@ namespace atipicos {
 
 namespace {
 
+    /// "el almacén" as "del almacén".
+    QString de(const QString& que)
+    {
+        return que.startsWith(QLatin1String("el ")) ? u'd' + que : QStringLiteral("de ") + que;
+    }
+
     /// Lets nothing but a code of digits, up to the highest one, be typed or pasted.
     class ValidadorCodigo final : public QValidator {
     public:
@@ -64,7 +70,7 @@ Selector::Selector(const QString& que, std::int64_t maximo, QWidget* parent)
     m_etiqueta->setReadOnly(true);
     m_etiqueta->setFocusPolicy(Qt::ClickFocus);
     m_etiqueta->setFrame(false);
-    m_etiqueta->setAccessibleName(QStringLiteral("Nombre de ") + que);
+    m_etiqueta->setAccessibleName(QStringLiteral("Nombre ") + de(que));
     m_etiqueta->setStyleSheet(QStringLiteral("background: transparent"));
 
     auto* caja = new QHBoxLayout(this);

@@ -4,6 +4,7 @@
 #include "context/claves.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
+#include "controls/Anuncio.hpp"
 #include "controls/Avance.hpp"
 #include "controls/SinComillas.hpp"
 #include "controls/Texto.hpp"
@@ -35,6 +36,7 @@ frmCompras_Atipicos::frmCompras_Atipicos(QWidget* parent)
     m_ui->setupUi(this);
     m_ui->txtAlmacen->set_NombreAccesible(QStringLiteral("Almacén"));
     m_ui->txtProv->set_NombreAccesible(QStringLiteral("Proveedor"));
+    anuncia(*m_ui->lblTotal, QStringLiteral("Total"));
     m_ui->txtObservaciones->set_IntroAvanza(true);
     pon_sin_comillas(*m_ui->txtObservaciones);
     m_ui->txtObservaciones->setFixedHeight(m_ui->txtObservaciones->fontMetrics().lineSpacing() * 3 + 12);

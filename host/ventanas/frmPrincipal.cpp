@@ -2,6 +2,7 @@
 
 #include "context/Cajas.hpp"
 #include "context/modComun.hpp"
+#include "controls/Anuncio.hpp"
 #include "controls/Texto.hpp"
 
 #include <QActionGroup>
@@ -116,6 +117,7 @@ void frmPrincipal::hace_estado(const OpcionesComunes& opciones)
         etiqueta->setTextInteractionFlags(Qt::TextSelectableByMouse);
         etiqueta->setIndent(fontMetrics().averageCharWidth());
         statusBar()->addWidget(etiqueta);
+        return etiqueta;
     };
     agrega("lblEmpresa",
         QStringLiteral("Empresa: %1 %2").arg(empresa.Codigo(Donde::aqui())).arg(a_qt(empresa.Nombre())));
@@ -129,7 +131,7 @@ void frmPrincipal::hace_estado(const OpcionesComunes& opciones)
                 + a_qt(std::filesystem::absolute(lugar.carpeta()).lexically_normal().string())
                    : QStringLiteral("Servidor: ") + a_qt(lugar.texto()));
     if (!en_carpeta)
-        agrega("lblConexion", QStringLiteral("Conectado"));
+        anuncia(*agrega("lblConexion", QStringLiteral("Conectado")));
 }
 
 void frmPrincipal::muestra_linea(sql::Linea que)

@@ -74,10 +74,14 @@ class Escritorio:
             raise NoLlega(f"{argumentos}: {hecho.stdout}")
         return hecho.stdout
 
-    def abre(self):
-        """Opens the main window."""
-        self.proceso = self._lanza(self.programa, "--datos", str(self.datos), "--empresa", "1", "--usuario", "1")
-        self.ventana("Cargos atípicos")
+    def abre(self, *argumentos):
+        """Starts the program with its windows."""
+        self.proceso = self._lanza(self.programa, "--datos", str(self.datos), *argumentos)
+
+    def cambia(self, sql):
+        """Changes the company past the program."""
+        with contextlib.closing(sqlite3.connect(self.datos / "empresa.db")) as base, base:
+            base.execute(sql)
 
     def consulta(self, sql):
         """The rows of a query on the company, as a person would write them: cells between bars."""

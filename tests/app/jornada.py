@@ -233,7 +233,8 @@ def exige(escritorio, paso, cargos, asientos):
 def main():
     with Escritorio(sys.argv[1]) as escritorio:
         escritorio.ordena("crear")
-        escritorio.abre()
+        escritorio.abre("--empresa", "1", "--usuario", "1")
+        escritorio.ventana("Cargos atípicos")
         tras_el_cuarto = ([PRIMERO, CUARTO, TERCERO, SEGUNDO], ["1|1", "1|2", "1|3", "2|1"])
         for paso, cargos, asientos in (
                 (guarda_el_primero, [PRIMERO], ["1|1"]),
