@@ -10,6 +10,8 @@
 #include <QPlainTextEdit>
 #include <QScreen>
 
+#include <algorithm>
+
 using namespace atipicos;
 using namespace atipicos::pruebas;
 
@@ -291,6 +293,30 @@ private slots:
             (QStringList{ QStringLiteral("AT250001 de 2025, almacén 3, proveedor 105, en 3"),
                 QStringLiteral("AT250001 de 2025, almacén 3, proveedor 105, en 1") }));
         la_ventana_esta_como_nueva(escena);
+    }
+
+    void a_warehouse_whose_box_was_not_left_is_looked_up_before_the_save_begins()
+    {
+        EscenaDistinta escena;
+        escena.abre();
+        EscenaDistinta::teclea_cabecera_distinta();
+        EscenaDistinta::teclea_dos_lineas();
+        escena.c<>("txtAlmacen").setFocus();
+        teclea("2");
+        auto& dichas = escena.banco.parte->dichas;
+        dichas.clear();
+        escena.acepta();
+        const auto lugar = [&](const char* que) {
+            return std::find_if(dichas.begin(), dichas.end(),
+                [que](const std::string& dicha) { return dicha.find(que) != std::string::npos; });
+        };
+        const auto nombre = lugar("SELECT Nombre FROM Almacenes");
+        const auto contable = lugar("SELECT EmpContable FROM Almacenes");
+        QVERIFY(nombre != dichas.end());
+        QVERIFY(contable != dichas.end());
+        QVERIFY(nombre < contable);
+        QCOMPARE(escena.filas("SELECT Cod_Almacen, EmpContable FROM Proveedores_Cargos_Atipicos"),
+            QStringList{ QStringLiteral("2|1") });
     }
 
     void cancelling_leaves_the_form_as_new_too()
