@@ -44,9 +44,15 @@ class Lector:
     def lee(self, titulo, *debidos):
         """Reads the window of that title. `debidos`: "role «name»" of what must be able to have the focus in it."""
         ventana = self.escritorio.ventana(titulo)
-        for debido in debidos:
-            self.escritorio.espera(f"{debido} in «{titulo}»", lambda una=debido: una in [
-                rotulo(uno) for uno in dentro(ventana) if tiene(uno, pyatspi.STATE_FOCUSABLE)])
+
+        def faltan():
+            hay = [rotulo(uno) for uno in dentro(ventana) if tiene(uno, pyatspi.STATE_FOCUSABLE)]
+            return [debido for debido in debidos if debido not in hay]
+
+        try:
+            self.escritorio.espera(f"all of «{titulo}»", lambda: not faltan())
+        except NoLlega:
+            self.faltas += [f"{titulo}: there is no {debido}" for debido in faltan()]
         leidos = [uno for uno in dentro(ventana) if tiene(uno, pyatspi.STATE_FOCUSABLE)]
         print(f"{titulo}: " + ", ".join(rotulo(uno) for uno in leidos))
         for uno in leidos:
