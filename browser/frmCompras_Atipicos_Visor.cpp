@@ -8,6 +8,7 @@
 #include "context/modComun.hpp"
 #include "context/modMsgOp.hpp"
 #include "context/trap.hpp"
+#include "controls/Anuncio.hpp"
 #include "controls/Avance.hpp"
 #include "controls/SinDibujar.hpp"
 #include "controls/Texto.hpp"
@@ -56,6 +57,7 @@ frmCompras_Atipicos_Visor::frmCompras_Atipicos_Visor(QWidget* parent)
     m_ui->setupUi(this);
     m_ui->txtAlmacen->set_NombreAccesible(QStringLiteral("Almacén"));
     m_ui->txtProveedor->set_NombreAccesible(QStringLiteral("Proveedor"));
+    anuncia(*m_ui->lblEstado);
     prepara_vsCab(*m_ui->vsCab);
     conecta();
 }

@@ -1,6 +1,7 @@
 #include "controls/ListaSeleccion.hpp"
 
 #include "controls/Anclaje.hpp"
+#include "controls/Anuncio.hpp"
 #include "controls/OrdenFilas.hpp"
 #include "controls/Texto.hpp"
 #include "controls/Twips.hpp"
@@ -65,6 +66,7 @@ ListaSeleccion::ListaSeleccion(
 {
     setObjectName(QStringLiteral("ListaSeleccion"));
     setWindowTitle(titulo);
+    anuncia(*m_cuantas);
     m_filas.reserve(fichas.size());
     for (const auto lugar : por_nombre(fichas)) {
         QString texto = celdas(fichas[lugar], otros.size());

@@ -49,6 +49,8 @@ void ModeloRejilla::set_ColAlignment(int columna, Qt::Alignment alineacion)
     m_alineaciones.at(static_cast<std::size_t>(columna)) = alineacion;
 }
 
+void ModeloRejilla::set_ColNombre(int columna, const QString& nombre) { m_nombres[columna] = nombre; }
+
 int ModeloRejilla::Rows() const noexcept { return static_cast<int>(m_filas.size()) + 1; }
 
 void ModeloRejilla::set_Rows(int filas)
@@ -206,6 +208,8 @@ QVariant ModeloRejilla::headerData(int seccion, Qt::Orientation orientacion, int
 {
     if (orientacion != Qt::Horizontal || seccion < 0 || seccion >= m_titulos.size())
         return {};
+    if (papel == Qt::AccessibleTextRole)
+        return m_nombres.value(seccion, m_titulos.at(seccion));
     if (papel == Qt::DisplayRole)
         return m_titulos.at(seccion);
     if (papel == Qt::TextAlignmentRole)

@@ -4,6 +4,7 @@
 
 #include <QAbstractTableModel>
 #include <QByteArray>
+#include <QHash>
 #include <QStringList>
 
 #include <vector>
@@ -21,6 +22,7 @@ public:
 
     void set_Cols(int columnas);
     void set_ColAlignment(int columna, Qt::Alignment alineacion);
+    void set_ColNombre(int columna, const QString& nombre); ///< read in the place of its heading
 
     [[nodiscard]] int Rows() const noexcept; ///< with the header row
     void set_Rows(
@@ -59,6 +61,7 @@ private:
     void publica();
 
     QStringList m_titulos;
+    QHash<int, QString> m_nombres; ///< of columns that are read by another name than their heading
     std::vector<Qt::Alignment> m_alineaciones;
     std::vector<Guardada> m_filas;
     int m_publicadas = 0; ///< the view knows the first ones; the rest waits for redrawing

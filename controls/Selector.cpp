@@ -17,6 +17,12 @@ namespace atipicos {
 
 namespace {
 
+    /// "el almacén" as "del almacén".
+    QString de(const QString& que)
+    {
+        return que.startsWith(QLatin1String("el ")) ? u'd' + que : QStringLiteral("de ") + que;
+    }
+
     /// Lets nothing but a code of digits, up to the highest one, be typed or pasted.
     class ValidadorCodigo final : public QValidator {
     public:
@@ -64,7 +70,7 @@ Selector::Selector(const QString& que, std::int64_t maximo, QWidget* parent)
     m_etiqueta->setReadOnly(true);
     m_etiqueta->setFocusPolicy(Qt::ClickFocus);
     m_etiqueta->setFrame(false);
-    m_etiqueta->setAccessibleName(QStringLiteral("Nombre de ") + que);
+    m_etiqueta->setAccessibleName(QStringLiteral("Nombre ") + de(que));
     m_etiqueta->setStyleSheet(QStringLiteral("background: transparent"));
 
     auto* caja = new QHBoxLayout(this);
@@ -77,6 +83,7 @@ Selector::Selector(const QString& que, std::int64_t maximo, QWidget* parent)
     connect(m_boton, &QToolButton::clicked, this, &Selector::abre_lista);
     connect(m_codigo, &QLineEdit::textEdited, this, [this] {
         m_pendiente = true;
+        m_puesto = false;
         m_elegido = false;
         muestra({}, false);
     });
@@ -96,6 +103,7 @@ void Selector::set_codigo(const QString& codigo)
 {
     m_codigo->setText(codigo);
     m_pendiente = false;
+    m_puesto = true;
     m_elegido = !codigo.isEmpty();
     muestra({}, false);
     if (m_codigo->hasFocus())
@@ -181,14 +189,20 @@ void Selector::abre_lista()
     emit Intro();
 }
 
+/// Given the focus by the program the box would have the cursor at its end, and a code typed then be hung on.
+/// In a window that is not yet the active one, as behind a box that is closing, the focus comes with the
+/// window.
+bool Selector::entra_con_su_codigo(const QFocusEvent& entrada) const
+{
+    return entrada.reason() == Qt::OtherFocusReason
+        || (entrada.reason() == Qt::ActiveWindowFocusReason && m_puesto);
+}
+
 bool Selector::eventFilter(QObject* objeto, QEvent* evento)
 {
     if (evento->type() == QEvent::FocusOut)
         Completa();
-    // Given the focus by the program the box would have the cursor at its end, and a code typed then be hung
-    // on.
-    if (evento->type() == QEvent::FocusIn
-        && static_cast<QFocusEvent*>(evento)->reason() == Qt::OtherFocusReason)
+    if (evento->type() == QEvent::FocusIn && entra_con_su_codigo(*static_cast<QFocusEvent*>(evento)))
         m_codigo->selectAll();
     if (evento->type() != QEvent::KeyPress || m_codigo->isReadOnly())
         return QWidget::eventFilter(objeto, evento);

@@ -52,6 +52,7 @@ protected:
 
 private:
     void abre_lista();
+    [[nodiscard]] bool entra_con_su_codigo(const QFocusEvent& entrada) const;
     [[nodiscard]] QString elige_en_lista();
     void muestra(const QString& nombre, bool falta);
 
@@ -63,6 +64,7 @@ private:
     QString m_nombre;
     bool m_elegido = false;
     bool m_pendiente = false; ///< typed and not yet looked up
+    bool m_puesto = false; ///< the code is the program's, and nobody has typed since
 };
 
 /// A picker whose code is a whole number.

@@ -109,6 +109,11 @@ void VSFlexGrid::set_ColAlignment(int columna, Qt::Alignment alineacion)
 
 void VSFlexGrid::set_ColHidden(int columna, bool oculta) { setColumnHidden(columna, oculta); }
 
+void VSFlexGrid::set_ColNombre(int columna, const QString& nombre)
+{
+    m_modelo->set_ColNombre(columna, nombre);
+}
+
 void VSFlexGrid::set_MergeRow(bool unida) { m_cabecera->set_Unida(unida); }
 
 void VSFlexGrid::set_ColOrden(int columna, Clase clase)

@@ -44,6 +44,7 @@ public:
     void set_ColWidth(int columna, int twips);
     void set_ColAlignment(int columna, Qt::Alignment alineacion); ///< columns to the right never cut a text
     void set_ColHidden(int columna, bool oculta);
+    void set_ColNombre(int columna, const QString& nombre); ///< read to whoever does not see the heading
     void set_MergeRow(bool unida); ///< equal neighbours of the header row show as one
     void set_ColOrden(int columna, Clase clase); ///< its heading puts the rows in order
     void set_Redraw(bool activo); ///< off while many rows are added

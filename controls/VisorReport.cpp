@@ -1,6 +1,7 @@
 #include "controls/VisorReport.hpp"
 
 #include "context/trap.hpp"
+#include "controls/Anuncio.hpp"
 #include "controls/ImpresoraQt.hpp"
 #include "controls/SalidaQt.hpp"
 #include "controls/Texto.hpp"
@@ -80,6 +81,7 @@ void VisorReport::agrega_zoom()
     m_zoom = new QComboBox(m_barra);
     m_zoom->setObjectName(QStringLiteral("cboZoom"));
     m_zoom->setAccessibleName(QStringLiteral("Tamaño"));
+    etiqueta_para_leer(*m_zoom);
     m_zoom->addItem(QStringLiteral("Ancho de página"), 1);
     m_zoom->addItem(QStringLiteral("Página entera"), 2);
     for (const int porcentaje : { 50, 75, 100, 125, 150, 200, 400 })
@@ -99,6 +101,7 @@ void VisorReport::agrega_busqueda()
     m_buscar->setClearButtonEnabled(true);
     m_buscar->setMaximumWidth(220);
     m_hallados = new QLabel(m_barra);
+    anuncia(*m_hallados);
     m_hallados->setObjectName(QStringLiteral("lblHallados"));
     m_barra->addSeparator();
     m_accion_buscar = m_barra->addWidget(m_buscar);

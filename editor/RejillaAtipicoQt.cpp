@@ -24,6 +24,8 @@ void prepara_vsCargos(VSFlexGrid& rejilla)
         rejilla.set_ColAlignment(numero, Qt::AlignRight | Qt::AlignVCenter);
     rejilla.set_MergeRow(true);
     rejilla.set_ColHidden(visibles, true);
+    rejilla.set_ColNombre(1, QStringLiteral("Descripción del artículo"));
+    rejilla.set_ColNombre(visibles, QStringLiteral("Cuenta de ingresos"));
     auto* anclaje = new Anclaje(rejilla);
     anclaje->AgregarColumna(1, 50);
     anclaje->AgregarColumna(2, 50);

@@ -5,6 +5,7 @@
 #include "context/HastaElFinal.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
+#include "controls/Anuncio.hpp"
 #include "controls/Atajos.hpp"
 #include "controls/Avance.hpp"
 #include "controls/SinComillas.hpp"
@@ -46,6 +47,7 @@ frmCompras_Atipicos::frmCompras_Atipicos(QWidget* parent)
     m_ui->todo->addWidget(m_lblBorrador);
     m_ui->txtAlmacen->set_NombreAccesible(QStringLiteral("Almacén"));
     m_ui->txtProv->set_NombreAccesible(QStringLiteral("Proveedor"));
+    anuncia(*m_ui->lblTotal, QStringLiteral("Total"));
     m_ui->txtObservaciones->set_IntroAvanza(true);
     pon_sin_comillas(*m_ui->txtObservaciones);
     m_ui->txtObservaciones->setFixedHeight(m_ui->txtObservaciones->fontMetrics().lineSpacing() * 3 + 12);

@@ -15,8 +15,9 @@ for para in "$@"; do
     case "$para" in
         ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
         pruebas)
-            paquetes+=(cups dpkg-dev file libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc lld odbc-postgresql
-                poppler-utils postgresql python3 sqlite3 unzip xauth xdotool xvfb)
+            paquetes+=(at-spi2-core cups dbus dpkg-dev file libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc
+                lld odbc-postgresql openbox poppler-utils postgresql python3 python3-pyatspi sqlite3 unzip x11-utils xauth
+                xdotool xvfb)
             ;;
         medidas) paquetes+=(clang gcovr) ;;
         ci)

@@ -1,10 +1,13 @@
 #!/usr/bin/env python3
-"""Breaks the core on purpose, one operator at a time, and asks the tests whether they notice.
+"""Breaks the program on purpose, one place at a time, and asks the tests whether they notice.
 
     packaging/mutaciones.py [--cuantas N] [--semilla S] [--carpeta FOLDER]...
+    packaging/mutaciones.py [--cuantas N] [--semilla S] --ventanas [--formulario FORM]...
 
-Works on a copy of HEAD in build/mutaciones. Of all mutants of a folder N are drawn by the seed, built, and judged by
-the unit tests of that folder. Prints each survivor with its line, and the count. Each mutant takes some seconds.
+Works on a copy of HEAD in build/mutaciones. Of all mutants of a folder, or of a form, N are drawn by the seed, built,
+and judged: a folder of the core by its unit tests, a form by the tests of windows of its folder. In the core an operator
+or a constant changes; in a form a call is left out too, because forms are mostly calls. Prints each survivor with its
+line, and the count. Each mutant takes some seconds.
 """
 import argparse
 import os
@@ -18,6 +21,7 @@ import sys
 RAIZ = pathlib.Path(__file__).resolve().parent.parent
 COPIA = RAIZ / "build" / "mutaciones" / "fuente"
 CONSTRUIDA = RAIZ / "build" / "mutaciones" / "construida"
+CONSTRUIDA_CON_VENTANAS = RAIZ / "build" / "mutaciones" / "ventanas"
 
 # The tests that judge a folder.
 PRUEBAS = {
@@ -32,6 +36,15 @@ PRUEBAS = {
                     "SqliteConnection", "SqliteRecordset", "Tokens"],
 }
 
+# The sources of windows, each judged by all tests of windows of its folder.
+FORMULARIOS = [
+    "browser/ExportarVisorQt", "browser/frmCompras_Atipicos_Visor", "browser/frmDetalleAtipico",
+    "browser/RejillasVisorQt", "context/frmclsComprasAtipVisor", "context/frmclsCompras_Atipicos", "context/frmMsg",
+    "editor/frmCompras_Atipicos", "editor/frmCompras_Atipicos_Linea", "editor/frmEditor_Comentarios",
+    "editor/RejillaAtipicoQt", "posting/frmCompras_Atipicos_Contabilizar", "printing/clsView",
+    "printing/frmclsCopiasImpresion", "printing/frmImpresora", "printing/frmView",
+]
+
 # What is looked for in the code, and what takes its place.
 CAMBIOS = [
     (r" == ", " != "), (r" != ", " == "), (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "),
@@ -40,49 +53,105 @@ CAMBIOS = [
     (r"\+\+", "--"), (r" \+= ", " -= "), (r" -= ", " += "), (r"(?<![\w.'\"])0(?![\w.'\"])", "1"),
     (r"(?<![\w.'\"])1(?![\w.'\"])", "2"), (r"\bbreak;", "continue;"),
 ]
+# A statement of one line that is nothing but a call.
+LLAMADA = (r"(?<=^)\s+(?!return|throw|case|using|connect)[\w:]+(?:(?:->|\.)\w+|\([^()]*\))*\(.*\);$", ";")
 
 
 def ejecuta(orden, **mas):
     return subprocess.run(orden, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False, **mas)
 
 
-def candidatas(carpeta):
+def candidatas(fichero, cambios):
     """(file, offset, end, replacement) of every place in the code, outside comments, texts and includes."""
-    construidos = (CONSTRUIDA / "build.ninja").read_text()
-    for fichero in sorted((COPIA / carpeta).glob("*.cpp")):
-        if f"/{carpeta}/{fichero.name}" not in construidos:  # a window's
-            continue
-        lugar = 0
-        for linea in fichero.read_text().splitlines(keepends=True):
-            codigo = re.sub(r'"(\\.|[^"\\])*"', lambda m: '"' + "\x00" * (len(m.group()) - 2) + '"', linea)
-            codigo = codigo.split("//")[0]
-            if not codigo.lstrip().startswith(("#", "template", "static_assert", "namespace")):
-                for busca, pone in CAMBIOS:
-                    for hallado in re.finditer(busca, codigo):
-                        yield fichero, lugar + hallado.start(), lugar + hallado.end(), pone
-            lugar += len(linea)
+    lugar = 0
+    for linea in fichero.read_text().splitlines(keepends=True):
+        codigo = re.sub(r'"(\\.|[^"\\])*"', lambda m: '"' + "\x00" * (len(m.group()) - 2) + '"', linea)
+        codigo = codigo.split("//")[0]
+        if not codigo.lstrip().startswith(("#", "template", "static_assert", "namespace")):
+            for busca, pone in cambios:
+                for hallado in re.finditer(busca, codigo.rstrip("\n")):
+                    yield fichero, lugar + hallado.start(), lugar + hallado.end(), pone
+        lugar += len(linea)
 
 
-def prepara():
+class Nucleo:
+    """A folder of the core, and its unit tests."""
+
+    construida = CONSTRUIDA
+    ventanas = "OFF"
+
+    def __init__(self, carpeta):
+        self.nombre = carpeta
+        self.programa = "pruebas_" + carpeta.split("/", maxsplit=1)[0]
+
+    def pruebas(self):
+        """The names of the tests that judge it."""
+        return PRUEBAS[self.nombre]
+
+    def mutantes(self):
+        """All that could be made of it."""
+        construidos = (self.construida / "build.ninja").read_text()
+        for fichero in sorted((COPIA / self.nombre).glob("*.cpp")):
+            if f"/{self.nombre}/{fichero.name}" in construidos:  # else a window's
+                yield from candidatas(fichero, CAMBIOS)
+
+
+class Formulario:
+    """A source of windows, and the tests of windows of its folder."""
+
+    construida = CONSTRUIDA_CON_VENTANAS
+    ventanas = "ON"
+
+    def __init__(self, nombre):
+        self.nombre = nombre
+        self.carpeta, self.fuente = nombre.split("/")
+        self.programa = f"pruebas_{self.carpeta}_ventanas"
+
+    def pruebas(self):
+        """Those of the form itself first, because they notice most; the long sweeps last."""
+        clases = ejecuta([self.construida / "tests" / self.carpeta / self.programa]).stdout.split()
+        nombres = [clase.removesuffix("_Test") for clase in clases if clase.endswith("_Test")]
+        return sorted(nombres, key=lambda nombre: (nombre.startswith("Barrido"), not nombre.startswith(self.fuente)))
+
+    def mutantes(self):
+        """All that could be made of it."""
+        yield from candidatas(COPIA / f"{self.nombre}.cpp", [*CAMBIOS, LLAMADA])
+
+
+def copia():
+    """Takes HEAD as it is committed."""
     COPIA.mkdir(parents=True, exist_ok=True)
     archivo = subprocess.run(["git", "archive", "HEAD"], cwd=RAIZ, stdout=subprocess.PIPE, check=True).stdout
     subprocess.run(["tar", "-x"], cwd=COPIA, input=archivo, check=True)
-    configura = ["cmake", *(["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []), "-G", "Ninja", "-S", str(COPIA), "-B", str(CONSTRUIDA), "-DCMAKE_BUILD_TYPE=Debug",
-                 "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -Wno-error", "-DATIPICOS_GUI=OFF"]
-    if ejecuta(configura).returncode != 0:
+
+
+def configura(parte):
+    """Makes ready to build what judges it."""
+    lanzador = ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
+    orden = ["cmake", *lanzador, "-G", "Ninja", "-S", str(COPIA), "-B", str(parte.construida), "-DCMAKE_BUILD_TYPE=Debug",
+             "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -Wno-error", f"-DATIPICOS_GUI={parte.ventanas}"]
+    if ejecuta(orden).returncode != 0:
         sys.exit("cannot configure the copy")
 
 
-def juzga(carpeta):
+def juzga(parte):
     """'no compila', 'muerto' or 'vivo'."""
-    programa = "pruebas_" + carpeta.split("/")[0]
-    if ejecuta(["ninja", "-C", str(CONSTRUIDA), "--quiet", programa]).returncode != 0:
+    if ejecuta(["ninja", "-C", str(parte.construida), "--quiet", parte.programa]).returncode != 0:
         return "no compila"
-    expresion = "^(" + "|".join(PRUEBAS[carpeta]) + ")_test$"
-    orden = ["ctest", "--test-dir", str(CONSTRUIDA), "-R", expresion, "--timeout", "60", "--stop-on-failure", "-Q"]
     # Of the million statements thrown together at random a sample will do.
     entorno = {**os.environ, "ATIPICOS_TEXTOS_AL_AZAR": "20000"}
-    return "vivo" if ejecuta(orden, env=entorno).returncode == 0 else "muerto"
+    for prueba in parte.pruebas():  # one by one, so that the first that notices ends it
+        orden = ["ctest", "--test-dir", str(parte.construida), "-R", f"^{prueba}_test$", "--timeout", "60", "-Q"]
+        if ejecuta(orden, env=entorno).returncode != 0:
+            return "muerto"
+    return "vivo"
+
+
+def partes(opciones):
+    """The folders, or the forms, that were asked for."""
+    if opciones.ventanas or opciones.formulario:
+        return [Formulario(nombre) for nombre in opciones.formulario or FORMULARIOS]
+    return [Nucleo(carpeta) for carpeta in opciones.carpeta or PRUEBAS]
 
 
 def main():
@@ -90,18 +159,21 @@ def main():
     argumentos.add_argument("--cuantas", type=int, default=12, help="mutants of each folder")
     argumentos.add_argument("--semilla", type=int, default=1)
     argumentos.add_argument("--carpeta", action="append", choices=PRUEBAS)
+    argumentos.add_argument("--ventanas", action="store_true", help="the forms instead of the core")
+    argumentos.add_argument("--formulario", action="append", choices=FORMULARIOS)
     opciones = argumentos.parse_args()
-    prepara()
+    copia()
     cuenta = {"muerto": 0, "vivo": 0, "no compila": 0}
-    for carpeta in opciones.carpeta or PRUEBAS:
-        if juzga(carpeta) != "vivo":
-            sys.exit(f"the tests of {carpeta} fail without any mutation")
-        todas = list(candidatas(carpeta))
+    for parte in partes(opciones):
+        configura(parte)
+        if juzga(parte) != "vivo":
+            sys.exit(f"the tests of {parte.nombre} fail without any mutation")
+        todas = list(parte.mutantes())
         random.Random(opciones.semilla).shuffle(todas)
         for fichero, desde, hasta, pone in todas[: opciones.cuantas]:
             entero = fichero.read_text()
             fichero.write_text(entero[:desde] + pone + entero[hasta:])
-            veredicto = juzga(carpeta)
+            veredicto = juzga(parte)
             fichero.write_text(entero)
             cuenta[veredicto] += 1
             if veredicto == "vivo":
@@ -109,7 +181,7 @@ def main():
                 linea = entero.splitlines()[numero - 1].strip()
                 print(f"{fichero.relative_to(COPIA)}:{numero}: «{entero[desde:hasta].strip()}» -> «{pone.strip()}» "
                       f"in: {linea}", flush=True)
-        print(f"{carpeta}: {len(todas)} possible, {cuenta} so far", flush=True)
+        print(f"{parte.nombre}: {len(todas)} possible, {cuenta} so far", flush=True)
     juzgadas = cuenta["muerto"] + cuenta["vivo"]
     print(f"{cuenta['muerto']} of {juzgadas} mutants killed; {cuenta['no compila']} did not compile")
 

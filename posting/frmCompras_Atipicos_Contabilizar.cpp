@@ -4,6 +4,7 @@
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
 #include "controls/Anclaje.hpp"
+#include "controls/Anuncio.hpp"
 #include "controls/Texto.hpp"
 #include "platform/adodb/campos.hpp"
 #include "posting/VencimientosQt.hpp"
@@ -30,6 +31,7 @@ frmCompras_Atipicos_Contabilizar::frmCompras_Atipicos_Contabilizar(
     m_ui->setupUi(this);
     m_ui->txtPrevTipoDoc->set_NombreAccesible(QStringLiteral("Tipo de documento"));
     m_ui->txtBanco->set_NombreAccesible(QStringLiteral("Cuenta del banco"));
+    anuncia(*m_ui->lblResto, QStringLiteral("Resto"));
     conecta();
     trap(atencion, [this] { Form_Load(); });
     m_ui->txtPrevImp->setFocus();
@@ -88,6 +90,8 @@ void frmCompras_Atipicos_Contabilizar::prepara_rejilla()
              { 2, Qt::AlignHCenter | Qt::AlignVCenter }, { 4, derecha }, { 5, izquierda } })
         rejilla.set_ColAlignment(numero, alineacion);
     rejilla.set_ColHidden(3, true);
+    rejilla.set_ColNombre(3, QStringLiteral("Código del tipo"));
+    rejilla.set_ColNombre(4, QStringLiteral("Cuenta del banco"));
     rejilla.set_MergeRow(true);
     auto* anclaje = new Anclaje(rejilla);
     anclaje->AgregarColumna(1, 50);

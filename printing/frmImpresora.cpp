@@ -2,6 +2,7 @@
 
 #include "context/claves.hpp"
 #include "context/trap.hpp"
+#include "controls/Anuncio.hpp"
 #include "ui_frmImpresora.h"
 
 #include <utility>
@@ -24,6 +25,7 @@ frmImpresora::frmImpresora(QWidget* parent)
     , m_ui(std::make_unique<Ui::frmImpresora>())
 {
     m_ui->setupUi(this);
+    etiqueta_para_leer(*m_ui->cboDispositivo_1); // the label beside it is the first one's
     connect(m_ui->cmdAceptar, &QPushButton::clicked, this, &frmImpresora::cmdAceptar_Click);
     connect(m_ui->cmdCancelar, &QPushButton::clicked, this, &frmImpresora::cmdCancelar_Click);
     connect(this, &QDialog::rejected, this, [this] { m_aceptado = false; }); // Escape, or the window's frame

@@ -3,6 +3,7 @@
 #include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
+#include "controls/Anuncio.hpp"
 #include "controls/Texto.hpp"
 #include "host/ventanas/PanelBorradores.hpp"
 
@@ -132,6 +133,7 @@ void frmPrincipal::hace_estado(const OpcionesComunes& opciones)
         etiqueta->setTextInteractionFlags(Qt::TextSelectableByMouse);
         etiqueta->setIndent(fontMetrics().averageCharWidth());
         statusBar()->addWidget(etiqueta);
+        return etiqueta;
     };
     agrega("lblEmpresa",
         QStringLiteral("Empresa: %1 %2").arg(empresa.Codigo(Donde::aqui())).arg(a_qt(empresa.Nombre())));
@@ -145,7 +147,7 @@ void frmPrincipal::hace_estado(const OpcionesComunes& opciones)
                 + a_qt(std::filesystem::absolute(lugar.carpeta()).lexically_normal().string())
                    : QStringLiteral("Servidor: ") + a_qt(lugar.texto()));
     if (!en_carpeta)
-        agrega("lblConexion", QStringLiteral("Conectado"));
+        anuncia(*agrega("lblConexion", QStringLiteral("Conectado")));
 }
 
 void frmPrincipal::muestra_linea(sql::Linea que)

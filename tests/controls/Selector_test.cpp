@@ -244,6 +244,34 @@ private slots:
         QCOMPARE(caja.control->Codigo(), 113);
     }
 
+    void a_code_put_in_behind_another_window_is_replaced_by_the_next_that_is_typed()
+    {
+        const Banco banco;
+        Almacen caja;
+        caja.sale();
+        QWidget delante;
+        const auto pon_delante = [&delante] {
+            delante.show();
+            delante.activateWindow();
+            return QTest::qWaitForWindowActive(&delante);
+        };
+        const auto quita_de_delante = [&] {
+            delante.hide();
+            caja.activateWindow();
+            return QTest::qWaitForWindowActive(&caja);
+        };
+        QVERIFY(pon_delante());
+        caja.control->set_Codigo(1);
+        caja.entra();
+        QVERIFY(quita_de_delante());
+        caja.teclea(QStringLiteral("3"));
+        QCOMPARE(caja.codigo().text(), QStringLiteral("3"));
+        QVERIFY(pon_delante()); // what the person has typed is not the program's
+        QVERIFY(quita_de_delante());
+        caja.teclea(QStringLiteral("2"));
+        QCOMPARE(caja.codigo().text(), QStringLiteral("32"));
+    }
+
     void a_disabled_picker_shows_its_name_and_takes_nothing()
     {
         const Banco banco;

@@ -28,6 +28,17 @@ class Ciclo_Test : public QObject {
         return leidas;
     }
 
+    /// Of another day than today's, and with remarks.
+    static void teclea_cabecera_con_fecha()
+    {
+        intro();
+        for (const auto* campo : { "104", "16102026", "Palé del muelle" }) {
+            teclea(campo);
+            intro();
+        }
+        intro(); // franchise
+    }
+
     void teclea_tres_lineas()
     {
         EscenaEditor::teclea_linea("1006", "=", "abollada", "12", "5,6325");
@@ -92,7 +103,7 @@ private slots:
     {
         EscenaEditor sala("");
         escena = &sala;
-        EscenaEditor::teclea_cabecera("104");
+        teclea_cabecera_con_fecha();
         teclea_tres_lineas();
         cambia_la_segunda();
         elimina_la_tercera();
@@ -120,8 +131,8 @@ private:
     void el_cargo_esta_guardado()
     {
         QCOMPARE(filas("SELECT Codigo, Proveedor, Importe, Impuesto, Impuesto_Importe, Asiento, EmpContable, "
-                       "EjContable FROM Proveedores_Cargos_Atipicos"),
-            QStringList{ QStringLiteral("AT260001|104|85,09|7|5,96|1|1|2026") });
+                       "EjContable, Fecha, Observ FROM Proveedores_Cargos_Atipicos"),
+            QStringList{ QStringLiteral("AT260001|104|85,09|7|5,96|1|1|2026|16/10/2026|Palé del muelle") });
         QCOMPARE(filas("SELECT Num_Linea, Cod_Articulo, Descripcion, Unidades, Precio, Observ FROM "
                        "Proveedores_Cargos_Atipicos_Lineas ORDER BY Num_Linea"),
             (QStringList{ QStringLiteral("1|1006|Atún en aceite, lata de 900 g|12|5,6325|PALÉ GOLPEADO EN EL "
@@ -152,6 +163,10 @@ private:
         QVERIFY(escena->c<Selector>("txtProv").vacio());
         QVERIFY(escena->c<QPlainTextEdit>("txtObservaciones").toPlainText().isEmpty());
         QCOMPARE(escena->texto("txtFecha"), QStringLiteral("21/11/2026"));
+        QVERIFY(escena->c<Selector>("txtArticulo").vacio());
+        for (const auto* caja :
+            { "txtArticuloDescripcion", "txtObserv", "txtUnidades", "txtCosto", "txtImporte" })
+            QCOMPARE(escena->texto(caja), QString());
         QCOMPARE(foco(), QStringLiteral("txtAlmacen"));
         QVERIFY(escena->form->isVisible());
     }

@@ -86,7 +86,13 @@ private slots:
         intro(4);
         EscenaEditor::teclea_linea("", "Porte", "", "1", "10");
         QCOMPARE(escena.rejilla().Rows(), 2);
-        escena.banco.avisos->respuestas = { Respuesta::Si };
+        escena.rejilla().set_Row(1);
+        escena.banco.avisos->respuestas = { Respuesta::Si, Respuesta::Si };
+        clic(*escena.form, "cmdEliminar");
+        QCOMPARE(escena.rejilla().Rows(), 1);
+        QVERIFY2(!escena.c<>("txtAlmacen").isEnabled(), "the last line is gone");
+        escena.c<>("txtArticulo").setFocus();
+        EscenaEditor::teclea_linea("", "Porte", "", "1", "10");
         pulsa(Qt::Key_Escape);
         QVERIFY(!escena.c<>("txtAlmacen").isEnabled());
         QCOMPARE(foco(), QStringLiteral("txtProv"));
@@ -253,13 +259,14 @@ private slots:
         EscenaEditor::teclea_linea("1003", "=", "", "1", "1");
         EscenaEditor::teclea_linea("1004", "=", "x", "2", "3");
         QCOMPARE(escena.rejilla().Rows(), 3);
-        const auto antes = escena.banco.parte->dichas.size();
         teclea("1005");
         intro();
         intro(4);
         escena.banco.parte->falla_en = escena.banco.parte->dichas.size() + 1; // the lookup of the account
-        QVERIFY(escena.banco.parte->dichas.size() > antes);
+        const auto antes = escena.banco.parte->dichas.size();
         intro();
+        QCOMPARE(escena.banco.parte->dichas.size(), antes + 1);
+        QVERIFY(escena.banco.parte->dichas.back().find("FROM Articulos") != std::string::npos);
         QVERIFY(escena.avisos().back()
             == (Mensaje{ std::string("Error inesperado. Repita la operación\r") + Parte::descripcion,
                 "¡ Atención !", Icono::exclamacion }));
@@ -298,7 +305,7 @@ private slots:
         pulsa(Qt::Key_Home);
         atajo(Qt::Key_M);
         QCOMPARE(foco(), QStringLiteral("txtArticulo"));
-        QCOMPARE(escena.c<QLineEdit>("txtCodigo").isVisible(), true);
+        QCOMPARE(control<QLineEdit>(escena.c<>("txtArticulo"), "txtCodigo").text(), QStringLiteral("1003"));
         QCOMPARE(escena.texto("txtArticuloDescripcion"), QStringLiteral("Vino tinto joven 75 cl"));
         QCOMPARE(escena.texto("txtObserv"), QStringLiteral("rota"));
         QCOMPARE(escena.texto("txtUnidades"), QStringLiteral("2,00"));
@@ -334,7 +341,6 @@ private slots:
         EscenaEditor::teclea_cabecera("104");
         EscenaEditor::teclea_linea("", "Uno", "", "1", "10");
         EscenaEditor::teclea_linea("", "Dos", "", "1", "20");
-        teclea("");
         escena.rejilla().setFocus();
         pulsa(Qt::Key_Home);
         pulsa(Qt::Key_Delete);
@@ -535,6 +541,7 @@ private slots:
         EscenaEditor escena;
         const auto codigo = escena.banco.guarda({}, 2).Codigo;
         auto& gestion = *escena.banco.bases().orvalin;
+        gestion.Execute("UPDATE Proveedores_Cargos_Atipicos SET Fecha ='03/05/2026'");
         gestion.Execute("UPDATE Proveedores_Cargos_Atipicos_Lineas SET Num_Linea = 9 - Num_Linea");
         gestion.Execute(
             "UPDATE Proveedores_Cargos_Atipicos_Lineas SET Cod_Articulo =9999 WHERE Num_Linea =6");
@@ -542,6 +549,7 @@ private slots:
         QCOMPARE(escena.form->windowTitle(), QStringLiteral("Reclamaciones a Proveedores - AT260001"));
         QCOMPARE(escena.c<Selector>("txtAlmacen").Nombre(), QStringLiteral("La Orotava"));
         QVERIFY(!escena.c<>("txtAlmacen").isEnabled());
+        QCOMPARE(escena.texto("txtFecha"), QStringLiteral("03/05/2026"));
         QCOMPARE(escena.c<Selector>("txtProv").Nombre(), QStringLiteral("Conservas La Graciosa, S.A."));
         QCOMPARE(escena.c<QPlainTextEdit>("txtObservaciones").toPlainText(), QStringLiteral("Palé dañado"));
         QCOMPARE(escena.fila(1), QStringLiteral("9999|Lata abollada||12,00|12,5000|150,00|"));
