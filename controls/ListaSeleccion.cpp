@@ -1,7 +1,9 @@
 #include "controls/ListaSeleccion.hpp"
 
 #include "controls/Anclaje.hpp"
+#include "controls/Icono.hpp"
 #include "controls/OrdenFilas.hpp"
+#include "controls/Pantalla.hpp"
 #include "controls/Texto.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "runtime/Formato.hpp"
@@ -79,8 +81,12 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
     anclaje->AgregarColumna(1, 100);
 
     auto* botones = new QDialogButtonBox(this);
-    botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole)->setDefault(true);
-    botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
+    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
+    aceptar->setObjectName(QStringLiteral("cmdAceptar"));
+    aceptar->setDefault(true);
+    botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole)
+        ->setObjectName(QStringLiteral("cmdCancelar"));
+    pon_iconos(*this);
 
     auto* caja = new QVBoxLayout(this);
     auto* arriba = new QHBoxLayout;
@@ -93,6 +99,7 @@ ListaSeleccion::ListaSeleccion(const QString& titulo, const std::vector<Ficha>& 
     abajo->addWidget(botones);
     caja->addLayout(abajo);
     resize(fontMetrics().averageCharWidth() * 75, fontMetrics().height() * 26);
+    cabe_en_pantalla(*this);
 
     connect(m_filtro, &QLineEdit::textChanged, this, &ListaSeleccion::filtra);
     connect(m_lista, &VSFlexGrid::doubleClicked, this, &QDialog::accept);

@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 
 namespace atipicos {
 
@@ -164,6 +165,28 @@ void VSFlexGrid::copia() const
         if (!isColumnHidden(columna))
             celdas << m_modelo->index(Row() - 1, columna).data().toString();
     QApplication::clipboard()->setText(celdas.join(u'\t'));
+}
+
+void VSFlexGrid::paintEvent(QPaintEvent* evento)
+{
+    QTableView::paintEvent(evento);
+    if (!hasFocus())
+        return;
+    QPainter pintor(viewport());
+    pintor.setPen(QPen(palette().color(QPalette::Link), 2));
+    pintor.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+}
+
+void VSFlexGrid::focusInEvent(QFocusEvent* evento)
+{
+    QTableView::focusInEvent(evento);
+    viewport()->update(); // by itself it would paint no more than the chosen row
+}
+
+void VSFlexGrid::focusOutEvent(QFocusEvent* evento)
+{
+    QTableView::focusOutEvent(evento);
+    viewport()->update();
 }
 
 void VSFlexGrid::keyPressEvent(QKeyEvent* tecla)

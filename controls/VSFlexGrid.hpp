@@ -52,6 +52,9 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* tecla) override;
+    void paintEvent(QPaintEvent* evento) override; ///< with a frame while it has the focus
+    void focusInEvent(QFocusEvent* evento) override;
+    void focusOutEvent(QFocusEvent* evento) override;
 
 private:
     void ajusta_ancho(int fila);

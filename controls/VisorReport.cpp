@@ -1,6 +1,7 @@
 #include "controls/VisorReport.hpp"
 
 #include "context/trap.hpp"
+#include "controls/Icono.hpp"
 #include "controls/ImpresoraQt.hpp"
 #include "controls/SalidaQt.hpp"
 #include "controls/Texto.hpp"
@@ -46,6 +47,8 @@ VisorReport::VisorReport(QWidget* parent)
     agrega_paginas();
     agrega_zoom();
     agrega_busqueda();
+    m_barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    pon_iconos(*m_barra);
     ViewReport();
 }
 
