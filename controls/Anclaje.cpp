@@ -9,6 +9,17 @@
 
 namespace atipicos {
 
+namespace {
+
+    /// Downwards, also of what is lost: together the shares never come to more than there is.
+    int parte_de(int ganado, int porcentaje)
+    {
+        const int cien_veces = ganado * porcentaje;
+        return cien_veces / 100 - static_cast<int>(cien_veces % 100 < 0);
+    }
+
+}
+
 Anclaje::Anclaje(VSFlexGrid& rejilla)
     : QObject(&rejilla)
     , m_rejilla(rejilla)
@@ -46,7 +57,7 @@ void Anclaje::Reajustar()
     const int ganado = m_rejilla.viewport()->width() - AnchoDeDiseno();
     const int minimo = m_rejilla.fontMetrics().averageCharWidth() * 6;
     for (const auto& [columna, ancho, porcentaje] : m_columnas)
-        m_rejilla.setColumnWidth(columna, std::max(ancho + ganado * porcentaje / 100, minimo));
+        m_rejilla.setColumnWidth(columna, std::max(ancho + parte_de(ganado, porcentaje), minimo));
 }
 
 bool Anclaje::eventFilter(QObject* objeto, QEvent* evento)

@@ -137,9 +137,8 @@ void registra_muestra(const app::OpcionesComunes& opciones)
         throw Error(1, "demostracion", "No se registraron las reclamaciones de la muestra.");
 }
 
-void consulta(QWidget& principal, const app::OpcionesComunes& opciones, Grabacion& grabacion)
+void consulta(QWidget& principal, Grabacion& grabacion)
 {
-    registra_muestra(opciones);
     principal.activateWindow();
     pulsa(Qt::Key_B, Qt::ControlModifier);
     QWidget& visor = abierta("frmCompras_Atipicos_Visor");
@@ -164,6 +163,7 @@ void graba(const std::filesystem::path& carpeta)
     app::OpcionesComunes opciones;
     opciones.datos = carpeta / "datos";
     opciones.usuario = 1;
+    registra_muestra(opciones); // in a session of its own, which takes the component's context with it
     app::Sesion sesion(opciones);
     modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
     Grabacion grabacion(carpeta);
@@ -176,7 +176,7 @@ void graba(const std::filesystem::path& carpeta)
     teclea_cargo(editor, grabacion);
     acepta(editor, grabacion);
     editor.close();
-    consulta(principal, opciones, grabacion);
+    consulta(principal, grabacion);
 }
 
 }
