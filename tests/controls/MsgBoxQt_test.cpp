@@ -109,6 +109,19 @@ private slots:
         QVERIFY(muestra(pregunta(Respuesta::Si), [](QMessageBox& caja) { caja.close(); }) == Respuesta::No);
     }
 
+    void its_title_is_not_cut()
+    {
+        const Mensaje mensaje{ "[104] Error", "frmCompras_Atipicos_Visor:txtFechaF_KeyPress",
+            Icono::critico };
+        const auto respuesta = muestra(mensaje, [](QMessageBox& caja) {
+            QFont negrita = caja.font();
+            negrita.setBold(true);
+            QVERIFY(caja.width() > QFontMetrics(negrita).horizontalAdvance(caja.windowTitle()) + 100);
+            QTest::keyClick(caja.focusWidget(), Qt::Key_Return);
+        });
+        QVERIFY(respuesta == Respuesta::Aceptar);
+    }
+
     void lines_break_and_markup_is_text()
     {
         const Mensaje mensaje{ "uno\r\n\r\ndos\rtres <b>4</b> & 5", "título <i>" };
