@@ -1,5 +1,6 @@
 #include "controls/MsgBoxQt.hpp"
 
+#include "controls/Explicacion.hpp"
 #include "controls/Texto.hpp"
 
 #include <QApplication>
@@ -60,6 +61,7 @@ Respuesta MsgBoxQt::mostrar(const Mensaje& mensaje)
     caja.setWindowTitle(a_qt(mensaje.titulo));
     caja.setTextFormat(Qt::PlainText); // a "<" in a name is a "<"
     caja.setText(con_saltos_de_linea(mensaje.texto));
+    caja.setInformativeText(explicacion_de(caja.text()));
     caja.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
     haz_sitio_al_titulo(caja);

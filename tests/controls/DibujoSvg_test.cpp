@@ -38,7 +38,7 @@ private slots:
     void lines_go_where_each_letter_says()
     {
         const auto imagen = pinta("<path d=\"M 2 3 H 13 V 9 L 7 14 Z\"/>");
-        for (const auto& [x, y] : { std::pair{ 2, 3 }, { 8, 3 }, { 13, 6 }, { 10, 12 }, { 7, 14 } })
+        for (const auto& [x, y] : { std::pair{ 2, 3 }, { 8, 3 }, { 13, 6 }, { 10, 12 }, { 7, 14 }, { 4, 8 } })
             QVERIFY2(
                 en(imagen, x, y) != QColor(Qt::white), qPrintable(QStringLiteral("%1 %2").arg(x).arg(y)));
         QCOMPARE(en(imagen, 9, 7), QColor(Qt::white)); // inside, and not filled
