@@ -63,15 +63,15 @@ void SobreColumnas::reparte()
         anchos.push_back(std::max(ancho, 1));
         total += m_rejilla.ColWidth(columna);
     }
-    if (const int falta = ancho_minimo(*m_cajas, 0) - anchos[0]; falta > 0 && falta < anchos[1]) {
-        anchos[0] += falta;
+    // The layout gives the first box what it needs at least; only the second is to be narrower for it.
+    if (const int falta = ancho_minimo(*m_cajas, 0) - anchos[0]; falta > 0 && falta < anchos[1])
         anchos[1] -= falta;
-    }
-    for (int columna = 0; columna <= ultima;
-         ++columna) // one that is set asks for a new layout, changed or not
-        if (const int ancho = anchos[static_cast<std::size_t>(columna)];
-            m_cajas->columnStretch(columna) != ancho)
+    // A stretch that is set asks for a new layout, changed or not.
+    for (int columna = 0; columna <= ultima; ++columna) {
+        const int ancho = anchos[static_cast<std::size_t>(columna)];
+        if (m_cajas->columnStretch(columna) != ancho)
             m_cajas->setColumnStretch(columna, ancho);
+    }
     auto margenes = m_cajas->contentsMargins();
     margenes.setLeft(std::max(izquierda, 0));
     margenes.setRight(std::max(marco.width() - izquierda - total, 0));

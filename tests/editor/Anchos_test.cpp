@@ -140,7 +140,7 @@ private slots:
         QTRY_VERIFY(bordes(escena.c<>("txtArticuloDescripcion"), 0, 0).first >= derecha);
         QVERIFY(izquierda >= 0);
         for (const auto* otra : { "txtObserv", "txtUnidades", "txtCosto", "txtImporte" })
-            QVERIFY2(!escena.fuera_de_su_columna().contains(QLatin1String(otra)), otra);
+            QTRY_VERIFY2(!escena.fuera_de_su_columna().contains(QLatin1String(otra)), otra);
         codigo.clear();
         QTRY_COMPARE(escena.fuera_de_su_columna(), QString());
     }
