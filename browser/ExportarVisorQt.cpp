@@ -1,6 +1,7 @@
 #include "browser/ExportarVisorQt.hpp"
 
 #include "browser/ExportarLista.hpp"
+#include "controls/FicherosEnCastellano.hpp"
 #include "controls/Texto.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "runtime/SalidaSegura.hpp"
@@ -25,6 +26,7 @@ namespace {
     {
         QFileDialog dialogo(ventana, QStringLiteral("Exportar la lista"));
         dialogo.setObjectName(QStringLiteral("dlgExportar"));
+        FicherosEnCastellano::pon(dialogo);
         dialogo.setAcceptMode(QFileDialog::AcceptSave);
         dialogo.setNameFilters({ QStringLiteral("Libro de cálculo (*.xlsx)"),
             QStringLiteral("Texto separado por punto y coma (*.csv)") });

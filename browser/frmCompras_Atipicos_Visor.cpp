@@ -8,11 +8,11 @@
 #include "context/modComun.hpp"
 #include "context/modMsgOp.hpp"
 #include "context/trap.hpp"
+#include "controls/Anclaje.hpp"
 #include "controls/Anuncio.hpp"
 #include "controls/Avance.hpp"
 #include "controls/SinDibujar.hpp"
 #include "controls/Texto.hpp"
-#include "controls/Twips.hpp"
 #include "editor/frmCompras_Atipicos.hpp"
 #include "printing/frmImpresora.hpp"
 #include "printing/ImprimirAtipico.hpp"
@@ -117,7 +117,7 @@ void frmCompras_Atipicos_Visor::Form_Load()
     m_ui->txtProveedor->Prepara(empresa, conexion);
     for (QWidget* selector :
         { static_cast<QWidget*>(m_ui->txtAlmacen), static_cast<QWidget*>(m_ui->txtProveedor) })
-        selector->setMinimumWidth(twips_a_pixeles(ancho_selector, *selector));
+        Anclaje::AgregarControl(*selector, ancho_selector, 50);
     pone_filtros();
 }
 

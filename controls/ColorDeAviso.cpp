@@ -15,7 +15,8 @@ namespace {
 
 void pon_de_aviso(QWidget& control, bool mal)
 {
-    QPalette propia; // without roles of its own it is the program's, now and after every change
+    QPalette propia;
+    propia.setResolveMask(0); // without roles of its own it is the program's, now and after every change
     if (mal) {
         const bool oscuro = QApplication::palette().color(QPalette::Base).lightness() < 128;
         const QColor rojo = QColor::fromRgb(oscuro ? sobre_oscuro : sobre_claro);

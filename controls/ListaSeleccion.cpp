@@ -2,7 +2,9 @@
 
 #include "controls/Anclaje.hpp"
 #include "controls/Anuncio.hpp"
+#include "controls/Icono.hpp"
 #include "controls/OrdenFilas.hpp"
+#include "controls/Pantalla.hpp"
 #include "controls/Texto.hpp"
 #include "controls/Twips.hpp"
 #include "controls/VSFlexGrid.hpp"
@@ -87,8 +89,12 @@ ListaSeleccion::ListaSeleccion(
     prepara_lista(otros);
 
     auto* botones = new QDialogButtonBox(this);
-    botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole)->setDefault(true);
-    botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
+    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
+    aceptar->setObjectName(QStringLiteral("cmdAceptar"));
+    aceptar->setDefault(true);
+    botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole)
+        ->setObjectName(QStringLiteral("cmdCancelar"));
+    pon_iconos(*this);
 
     auto* caja = new QVBoxLayout(this);
     auto* arriba = new QHBoxLayout;
@@ -103,6 +109,7 @@ ListaSeleccion::ListaSeleccion(
     resize(fontMetrics().averageCharWidth() * 75
             + static_cast<int>(otros.size()) * twips_a_pixeles(ancho_otro, *this),
         fontMetrics().height() * 26);
+    cabe_en_pantalla(*this);
 
     connect(m_filtro, &QLineEdit::textChanged, this, &ListaSeleccion::filtra);
     connect(m_lista, &VSFlexGrid::doubleClicked, this, &QDialog::accept);

@@ -1,6 +1,7 @@
 #include "controls/SalidaQt.hpp"
 
 #include "controls/EscritorPdf.hpp"
+#include "controls/FicherosEnCastellano.hpp"
 #include "controls/ImpresoraQt.hpp"
 #include "controls/Texto.hpp"
 
@@ -33,6 +34,7 @@ void pregunta_y_guarda_pdf(const Report& report, Donde donde)
                                                                  : QApplication::activeWindow();
     QFileDialog pregunta(
         ventana, QStringLiteral("Guardar como PDF"), {}, QStringLiteral("Documento PDF (*.pdf)"));
+    FicherosEnCastellano::pon(pregunta);
     pregunta.setAcceptMode(QFileDialog::AcceptSave);
     pregunta.setDefaultSuffix(QStringLiteral("pdf"));
     pregunta.selectFile(a_qt(report.nombre_de_fichero()).replace(u'/', u'-') + QStringLiteral(".pdf"));

@@ -1,6 +1,8 @@
 #include "controls/Selector.hpp"
 
 #include "context/trap.hpp"
+#include "controls/ColorDeAviso.hpp"
+#include "controls/Icono.hpp"
 #include "controls/ListaSeleccion.hpp"
 #include "controls/Texto.hpp"
 
@@ -21,6 +23,15 @@ namespace {
     QString de(const QString& que)
     {
         return que.startsWith(QLatin1String("el ")) ? u'd' + que : QStringLiteral("de ") + que;
+    }
+
+    constexpr int menos_cifras = 5; ///< boxes of short codes keep a width that a mouse finds
+
+    QString no_existe() { return QStringLiteral("No existe"); }
+
+    int cifras(std::int64_t maximo)
+    {
+        return std::clamp(static_cast<int>(QString::number(maximo).size()), menos_cifras, 10);
     }
 
     /// Lets nothing but a code of digits, up to the highest one, be typed or pasted.
@@ -56,12 +67,12 @@ Selector::Selector(const QString& que, std::int64_t maximo, QWidget* parent)
     m_codigo->setObjectName(QStringLiteral("txtCodigo"));
     m_codigo->setValidator(new ValidadorCodigo(maximo, m_codigo));
     m_codigo->setAlignment(Qt::AlignRight);
-    m_codigo->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000000000")) + 14);
+    m_codigo->setFixedWidth(fontMetrics().horizontalAdvance(QString(cifras(maximo), u'0')) + 14);
     m_codigo->installEventFilter(this);
     setFocusProxy(m_codigo);
 
     m_boton->setObjectName(QStringLiteral("cmdBuscar"));
-    m_boton->setText(QStringLiteral("…"));
+    m_boton->setIcon(icono(QStringLiteral("buscar")));
     m_boton->setToolTip(QStringLiteral("Buscar por nombre (F2)"));
     m_boton->setAccessibleName(QStringLiteral("Buscar ") + que);
     m_boton->setFocusPolicy(Qt::ClickFocus); // F2 does the same from the box
@@ -71,7 +82,11 @@ Selector::Selector(const QString& que, std::int64_t maximo, QWidget* parent)
     m_etiqueta->setFocusPolicy(Qt::ClickFocus);
     m_etiqueta->setFrame(false);
     m_etiqueta->setAccessibleName(QStringLiteral("Nombre ") + de(que));
-    m_etiqueta->setStyleSheet(QStringLiteral("background: transparent"));
+    QPalette sin_fondo;
+    sin_fondo.setResolveMask(0); // no role but this: everything else follows the theme
+    sin_fondo.setColor(QPalette::Base, Qt::transparent);
+    m_etiqueta->setPalette(sin_fondo);
+    m_etiqueta->setMinimumWidth(ancho_de(no_existe()));
 
     auto* caja = new QHBoxLayout(this);
     caja->setContentsMargins(0, 0, 0, 0);
@@ -120,10 +135,29 @@ void Selector::set_SoloLectura(bool solo_lectura)
     m_boton->setVisible(!solo_lectura);
 }
 
-void Selector::set_NombreVisible(bool visible)
+void Selector::set_SinNombre()
 {
-    m_etiqueta->setVisible(visible);
-    setSizePolicy(visible ? QSizePolicy::Preferred : QSizePolicy::Fixed, QSizePolicy::Fixed);
+    m_etiqueta->hide();
+    m_codigo->setMinimumWidth(0);
+    m_codigo->setMaximumWidth(QWIDGETSIZE_MAX);
+    auto* dentro = new QHBoxLayout(m_codigo);
+    dentro->setContentsMargins(0, 0, 1, 0);
+    dentro->addStretch();
+    dentro->addWidget(m_boton);
+    m_boton->setAutoRaise(true);
+    m_boton->setIconSize(QSize(12, 12));
+    m_boton->setCursor(Qt::ArrowCursor);
+    m_codigo->setTextMargins(0, 0, m_boton->sizeHint().width(), 0);
+    connect(m_codigo, &QLineEdit::textChanged, this, &Selector::pide_ancho);
+}
+
+/// So that a long code is seen whole, wherever the form has put the box.
+void Selector::pide_ancho()
+{
+    const auto margenes = m_codigo->textMargins();
+    setMinimumWidth(m_codigo->text().isEmpty() ? 0
+                                               : m_codigo->fontMetrics().horizontalAdvance(m_codigo->text())
+                + margenes.left() + margenes.right() + 14);
 }
 
 void Selector::set_NombreAccesible(const QString& nombre) { m_codigo->setAccessibleName(nombre); }
@@ -131,13 +165,43 @@ void Selector::set_NombreAccesible(const QString& nombre) { m_codigo->setAccessi
 void Selector::muestra(const QString& nombre, bool falta)
 {
     m_nombre = falta ? QString() : nombre;
-    m_etiqueta->setText(nombre);
-    m_etiqueta->setCursorPosition(0);
+    m_escrito = nombre;
+    m_falta = falta;
+    escribe_nombre();
     m_etiqueta->setToolTip(nombre.toHtmlEscaped());
     m_codigo->setToolTip(falta ? nombre : QString());
     m_codigo->setAccessibleDescription(falta ? nombre : QString());
     emit Mirado(falta ? nombre : QString());
-    m_codigo->setStyleSheet(falta ? QStringLiteral("color: #c01c28") : QString());
+    pon_de_aviso(*m_codigo, falta);
+}
+
+/// Pixels that the label beside the code needs for a text.
+int Selector::ancho_de(const QString& texto) const
+{
+    constexpr int margenes = 2 * 3; // that an edit box leaves without a frame, and the cursor
+    return m_etiqueta->fontMetrics().horizontalAdvance(texto) + margenes;
+}
+
+/// That a code does not exist is said in two words where there is no room for more.
+void Selector::escribe_nombre()
+{
+    const bool cabe = ancho_de(m_escrito) <= m_etiqueta->width();
+    m_etiqueta->setText(m_falta && !cabe ? no_existe() : m_escrito);
+    m_etiqueta->setCursorPosition(0);
+}
+
+void Selector::resizeEvent(QResizeEvent* evento)
+{
+    QWidget::resizeEvent(evento);
+    layout()->activate(); // the label has its new width now
+    escribe_nombre();
+}
+
+void Selector::changeEvent(QEvent* evento)
+{
+    if (evento->type() == QEvent::PaletteChange)
+        pon_de_aviso(*m_codigo, m_falta);
+    QWidget::changeEvent(evento);
 }
 
 bool Selector::Buscar()
@@ -155,7 +219,7 @@ bool Selector::Buscar()
             m_elegido = true;
             muestra(a_qt(*nombre), false);
         } else {
-            muestra(QStringLiteral("No existe ") + m_que, true);
+            muestra(no_existe() + u' ' + m_que, true);
         }
     });
     return hallado;

@@ -33,7 +33,7 @@ public:
     [[nodiscard]] bool Elegido() const noexcept { return m_elegido; }
 
     void set_SoloLectura(bool solo_lectura); ///< shows code and name; nothing can be typed or picked
-    void set_NombreVisible(bool visible); ///< off: the form shows the name elsewhere
+    void set_SinNombre(); ///< the form shows the name elsewhere; the box takes what width the picker has
     void set_NombreAccesible(const QString& nombre); ///< what a screen reader calls the box
 
 signals:
@@ -49,12 +49,17 @@ protected:
     void set_codigo(const QString& codigo); ///< as a program sets it: not looked up, the name empty
 
     bool eventFilter(QObject* objeto, QEvent* evento) override;
+    void changeEvent(QEvent* evento) override;
+    void resizeEvent(QResizeEvent* evento) override;
 
 private:
     void abre_lista();
     [[nodiscard]] bool entra_con_su_codigo(const QFocusEvent& entrada) const;
     [[nodiscard]] QString elige_en_lista();
     void muestra(const QString& nombre, bool falta);
+    void escribe_nombre();
+    void pide_ancho();
+    [[nodiscard]] int ancho_de(const QString& texto) const;
 
     QString m_que;
     std::shared_ptr<const FuenteFichas> m_fuente;
@@ -62,6 +67,8 @@ private:
     QToolButton* m_boton;
     QLineEdit* m_etiqueta; ///< the name, not to be typed into
     QString m_nombre;
+    QString m_escrito; ///< beside the code, if there is room for it: the name, or that there is none
+    bool m_falta = false; ///< the code does not exist
     bool m_elegido = false;
     bool m_pendiente = false; ///< typed and not yet looked up
     bool m_puesto = false; ///< the code is the program's, and nobody has typed since

@@ -203,6 +203,28 @@ void VSFlexGrid::copia() const
     QApplication::clipboard()->setText(celdas.join(u'\t'));
 }
 
+void VSFlexGrid::paintEvent(QPaintEvent* evento)
+{
+    QTableView::paintEvent(evento);
+    if (!hasFocus())
+        return;
+    QPainter pintor(viewport());
+    pintor.setPen(QPen(palette().color(QPalette::Link), 2));
+    pintor.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+}
+
+void VSFlexGrid::focusInEvent(QFocusEvent* evento)
+{
+    QTableView::focusInEvent(evento);
+    viewport()->update(); // by itself it would paint no more than the chosen row
+}
+
+void VSFlexGrid::focusOutEvent(QFocusEvent* evento)
+{
+    QTableView::focusOutEvent(evento);
+    viewport()->update();
+}
+
 void VSFlexGrid::keyPressEvent(QKeyEvent* tecla)
 {
     const int ultima = Rows() - 1;

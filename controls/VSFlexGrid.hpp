@@ -59,6 +59,8 @@ protected:
     void paintEvent(QPaintEvent* evento) override;
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
         const QModelIndex& indice, const QEvent* evento = nullptr) const override;
+    void focusInEvent(QFocusEvent* evento) override;
+    void focusOutEvent(QFocusEvent* evento) override;
 
 private:
     void ajusta_ancho(int fila);

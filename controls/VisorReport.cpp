@@ -2,6 +2,7 @@
 
 #include "context/trap.hpp"
 #include "controls/Anuncio.hpp"
+#include "controls/Icono.hpp"
 #include "controls/ImpresoraQt.hpp"
 #include "controls/SalidaQt.hpp"
 #include "controls/Texto.hpp"
@@ -47,6 +48,8 @@ VisorReport::VisorReport(QWidget* parent)
     agrega_paginas();
     agrega_zoom();
     agrega_busqueda();
+    m_barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    pon_iconos(*m_barra);
     ViewReport();
 }
 

@@ -2,6 +2,8 @@
 
 #include "platform/qvoremp/ImpresionCargo.hpp"
 
+#include <QStandardItemModel>
+
 namespace atipicos {
 
 using namespace qvoremp::dispositivo;
@@ -20,6 +22,16 @@ void qvDispositivo::Prepara()
     addItem(QStringLiteral("Fichero PDF"), int{ fichero_pdf });
     addItem(QStringLiteral("Ninguno"), int{ ninguno });
     setCurrentIndex(-1);
+}
+
+void qvDispositivo::set_HayImpresoras(bool hay)
+{
+    const int lugar = findData(int{ impresora });
+    auto* filas = qobject_cast<QStandardItemModel*>(model());
+    if (lugar < 0 || filas == nullptr)
+        return;
+    setItemText(lugar, hay ? QStringLiteral("Impresora") : QStringLiteral("Impresora (no hay ninguna)"));
+    filas->item(lugar)->setEnabled(hay);
 }
 
 std::int16_t qvDispositivo::Codigo() const

@@ -15,6 +15,9 @@ public:
 
     [[nodiscard]] std::int16_t Codigo() const; ///< that of "none" while nothing is chosen
     void set_Codigo(std::int16_t codigo); ///< an unknown code leaves nothing chosen
+
+    /// Without printers in the system that device cannot be chosen, and says why.
+    void set_HayImpresoras(bool hay);
 };
 
 } // namespace atipicos

@@ -16,6 +16,8 @@ public:
     void Prepara(); ///< the printers that the system has now, its default one chosen
     void Prepara(const QStringList& impresoras, const QString& predeterminada); ///< these ones
 
+    [[nodiscard]] bool Hay() const noexcept { return m_hay; } ///< any printer at all
+
     [[nodiscard]] std::string Nombre() const; ///< empty when there is none
     void set_Nombre(const std::string& nombre); ///< one that is not there changes nothing
 

@@ -111,8 +111,10 @@ void frmCompras_Atipicos::pon_atajos()
 
 void frmCompras_Atipicos::Form_Load()
 {
-    if (m_ui->vsCargos->Cols() == 0) // else it was loaded before: the person may have changed the widths
+    if (m_ui->vsCargos->Cols() == 0) { // else it was loaded before: the person may have changed the widths
         prepara_vsCargos(*m_ui->vsCargos);
+        m_ui->fraLin->PonSobre(*m_ui->vsCargos);
+    }
     empieza_vacio();
     Nuevo_Atipico();
 

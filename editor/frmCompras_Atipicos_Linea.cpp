@@ -5,6 +5,7 @@
 #include "controls/Atajos.hpp"
 #include "controls/Avance.hpp"
 #include "controls/SinComillas.hpp"
+#include "controls/SobreColumnas.hpp"
 #include "controls/Texto.hpp"
 #include "runtime/Formato.hpp"
 #include "ui_frmCompras_Atipicos_Linea.h"
@@ -23,7 +24,7 @@ frmCompras_Atipicos_Linea::frmCompras_Atipicos_Linea(QWidget* parent)
     m_ui->setupUi(this);
     setFocusProxy(m_ui->txtArticulo);
     m_ui->txtArticulo->set_NombreAccesible(QStringLiteral("Artículo"));
-    m_ui->txtArticulo->set_NombreVisible(false); // the description beside it can be changed
+    m_ui->txtArticulo->set_SinNombre(); // the description beside it can be changed
     m_ui->txtUnidades->set_Decimales(decimales_unidades, 4);
 
     connect(m_ui->txtArticulo, &Selector::Intro, this, &frmCompras_Atipicos_Linea::txtArticulo_Intro);
@@ -63,6 +64,8 @@ void frmCompras_Atipicos_Linea::Prepara(const std::shared_ptr<qvoremp::Empresa>&
 }
 
 void frmCompras_Atipicos_Linea::Suelta() { m_articulos.reset(); }
+
+void frmCompras_Atipicos_Linea::PonSobre(VSFlexGrid& rejilla) { new SobreColumnas(*m_ui->linea, rejilla); }
 
 LineaTecleada frmCompras_Atipicos_Linea::Linea() const
 {

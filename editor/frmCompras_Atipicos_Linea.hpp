@@ -14,6 +14,8 @@ class frmCompras_Atipicos_Linea;
 
 namespace atipicos {
 
+class VSFlexGrid;
+
 /// The frame of the editor in which one line is keyed in. Enter always moves on: article, description,
 /// observations, units, cost, amount; in the amount, which only ever shows units × cost, it accepts the line.
 class frmCompras_Atipicos_Linea final : public QFrame {
@@ -27,6 +29,8 @@ public:
     void Prepara(const std::shared_ptr<qvoremp::Empresa>& empresa,
         const std::shared_ptr<adodb::Connection>& conexion, int decimales_costo);
     void Suelta(); ///< lets go of the article lookup
+
+    void PonSobre(VSFlexGrid& rejilla); ///< each field stands above its column from now on
 
     [[nodiscard]] LineaTecleada Linea() const;
 

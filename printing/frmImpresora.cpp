@@ -3,6 +3,7 @@
 #include "context/claves.hpp"
 #include "context/trap.hpp"
 #include "controls/Anuncio.hpp"
+#include "platform/qvoremp/ImpresionCargo.hpp"
 #include "ui_frmImpresora.h"
 
 #include <utility>
@@ -48,6 +49,7 @@ void frmImpresora::Show(int Modal, QWidget* OwnerForm)
         m_cargado = true;
     }
     m_aceptado = false;
+    m_ui->cmdAceptar->setFocus(); // what is proposed is what is wanted, nearly always
     if (Modal != 0)
         exec();
     else
@@ -74,6 +76,21 @@ void frmImpresora::Form_Load()
         *m_ui->cboDispositivo_0, m_empresa->Parametro(claves::Proveedores_AtipicosDispImpresoDefault));
     preselecciona(
         *m_ui->cboDispositivo_1, m_empresa->Parametro(claves::Proveedores_AtipicosDisp2ImpresoDefault));
+    if (!m_ui->cboImpresoras->Hay())
+        deja_los_que_hay();
+}
+
+/// Where there is no printer, what the company sends to one is shown on the screen; once, if it is there
+/// already.
+void frmImpresora::deja_los_que_hay()
+{
+    using namespace qvoremp::dispositivo;
+    for (auto* combo : { m_ui->cboDispositivo_0, m_ui->cboDispositivo_1 }) {
+        const auto* otro = combo == m_ui->cboDispositivo_0 ? m_ui->cboDispositivo_1 : m_ui->cboDispositivo_0;
+        combo->set_HayImpresoras(false);
+        if (combo->Codigo() == impresora)
+            combo->set_Codigo(otro->Codigo() == pantalla ? ninguno : pantalla);
+    }
 }
 
 void frmImpresora::cmdAceptar_Click()

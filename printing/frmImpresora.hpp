@@ -14,7 +14,8 @@ class frmImpresora;
 namespace atipicos {
 
 /// "Seleccione Destino e Impresora.": the printer, and the output devices of the first and of the second
-/// print, proposed from the company's configuration, which it never writes.
+/// print, proposed from the company's configuration, which it never writes. A printer is not proposed where
+/// the system has none.
 class frmImpresora final : public Formulario {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmImpresora)
@@ -38,6 +39,7 @@ public:
 
 private:
     void Form_Load();
+    void deja_los_que_hay();
     void cmdAceptar_Click();
     void cmdCancelar_Click();
 

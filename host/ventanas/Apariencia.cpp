@@ -1,10 +1,10 @@
 #include "host/ventanas/Apariencia.hpp"
 
+#include "host/ventanas/Estilo.hpp"
+
 #include <QApplication>
 #include <QPalette>
 #include <QSettings>
-#include <QStyle>
-#include <QStyleFactory>
 
 namespace atipicos::app {
 
@@ -12,6 +12,7 @@ namespace {
 
     constexpr auto clave = "tema";
 
+    /// Every text can be read on every background that it stands on: no pair of them under 4.5 to 1.
     struct Colores {
         QColor ventana;
         QColor base;
@@ -21,6 +22,7 @@ namespace {
         QColor apagado;
         QColor resalte;
         QColor sobre_resalte;
+        QColor enlace; ///< and the frame of what has the focus
     };
 
     QPalette paleta(const Colores& c)
@@ -40,23 +42,23 @@ namespace {
             p.setColor(grupo, QPalette::PlaceholderText, c.apagado);
             p.setColor(grupo, QPalette::Highlight, c.resalte);
             p.setColor(grupo, QPalette::HighlightedText, c.sobre_resalte);
-            p.setColor(grupo, QPalette::Link, c.resalte);
+            p.setColor(grupo, QPalette::Link, c.enlace);
         }
         return p;
     }
 
     QPalette clara()
     {
-        return paleta(
-            { QColor(0xf3, 0xf4, 0xf6), Qt::white, QColor(0xf7, 0xf9, 0xfb), QColor(0xe8, 0xea, 0xee),
-                QColor(0x1c, 0x1f, 0x24), QColor(0x8a, 0x90, 0x99), QColor(0x1f, 0x5f, 0xa8), Qt::white });
+        return paleta({ QColor(0xf3, 0xf4, 0xf6), Qt::white, QColor(0xf7, 0xf9, 0xfb),
+            QColor(0xe8, 0xea, 0xee), QColor(0x1c, 0x1f, 0x24), QColor(0x62, 0x68, 0x71),
+            QColor(0x1f, 0x5f, 0xa8), Qt::white, QColor(0x1f, 0x5f, 0xa8) });
     }
 
     QPalette oscura()
     {
         return paleta({ QColor(0x31, 0x35, 0x3b), QColor(0x1d, 0x1f, 0x23), QColor(0x25, 0x28, 0x2c),
-            QColor(0x43, 0x48, 0x50), QColor(0xe6, 0xe8, 0xeb), QColor(0x80, 0x86, 0x8f),
-            QColor(0x3f, 0x87, 0xd6), Qt::white });
+            QColor(0x43, 0x48, 0x50), QColor(0xe6, 0xe8, 0xeb), QColor(0xb3, 0xb9, 0xc0),
+            QColor(0x2f, 0x6f, 0xba), Qt::white, QColor(0x8f, 0xbc, 0xf0) });
     }
 
     /// The palette that the system gave the program when it started.
@@ -73,7 +75,7 @@ namespace {
 void aplica_tema(Tema tema)
 {
     const bool oscuro = tema == Tema::oscuro || (tema == Tema::sistema && es_oscura(del_sistema()));
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new Estilo);
     QApplication::setPalette(oscuro ? oscura() : clara());
 }
 

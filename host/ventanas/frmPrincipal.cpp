@@ -4,6 +4,7 @@
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
 #include "controls/Anuncio.hpp"
+#include "controls/Icono.hpp"
 #include "controls/Texto.hpp"
 #include "host/ventanas/PanelBorradores.hpp"
 
@@ -53,6 +54,7 @@ frmPrincipal::frmPrincipal(Sesion& sesion, const OpcionesComunes& opciones, QWid
     hace_menus();
     hace_portada();
     hace_estado(opciones);
+    pon_iconos(*this);
     resize(760, 460);
     restoreGeometry(QSettings().value(QLatin1String(geometria)).toByteArray());
 }
@@ -107,7 +109,6 @@ void frmPrincipal::hace_portada()
     empezar->setMinimumHeight(empezar->sizeHint().height() * 3 / 2);
     auto* pista = new QLabel(QStringLiteral("Intro abre la ventana. F1 muestra las teclas."), centro);
     pista->setAlignment(Qt::AlignCenter);
-    pista->setEnabled(false);
     connect(empezar, &QPushButton::clicked, this, [this] { abre_editor(); });
     auto* caja = new QVBoxLayout(centro);
     caja->addStretch(2);

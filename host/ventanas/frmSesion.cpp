@@ -1,5 +1,6 @@
 #include "host/ventanas/frmSesion.hpp"
 
+#include "controls/Icono.hpp"
 #include "controls/Texto.hpp"
 #include "host/bases/Bases.hpp"
 
@@ -41,8 +42,12 @@ frmSesion::frmSesion(
     llena(*m_empresa, empresas);
     llena(*m_usuario, usuarios);
     auto* botones = new QDialogButtonBox(this);
-    botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole)->setDefault(true);
-    botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
+    auto* aceptar = botones->addButton(QStringLiteral("&Aceptar"), QDialogButtonBox::AcceptRole);
+    aceptar->setObjectName(QStringLiteral("cmdAceptar"));
+    aceptar->setDefault(true);
+    botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole)
+        ->setObjectName(QStringLiteral("cmdCancelar"));
+    pon_iconos(*this);
     auto* caja = new QFormLayout(this);
     caja->addRow(QStringLiteral("&Empresa:"), m_empresa);
     caja->addRow(QStringLiteral("&Usuario:"), m_usuario);

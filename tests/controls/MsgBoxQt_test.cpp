@@ -109,6 +109,35 @@ private slots:
         QVERIFY(muestra(pregunta(Respuesta::Si), [](QMessageBox& caja) { caja.close(); }) == Respuesta::No);
     }
 
+    void under_an_error_of_the_language_stands_what_it_means()
+    {
+        for (const auto& [texto, debido] :
+            { std::pair{
+                  "[104] Desbordamiento", "Un número es demasiado grande. Revise los que acaba de teclear." },
+                { "[9] Otra cosa", "" } }) {
+            const auto respuesta = muestra(
+                { texto, "frmX:y", Icono::critico }, [&, texto = texto, debido = debido](QMessageBox& caja) {
+                    QCOMPARE(caja.text(), QString::fromUtf8(texto));
+                    QCOMPARE(caja.informativeText(), QString::fromUtf8(debido));
+                    QTest::keyClick(caja.focusWidget(), Qt::Key_Return);
+                });
+            QVERIFY(respuesta == Respuesta::Aceptar);
+        }
+    }
+
+    void its_title_is_not_cut()
+    {
+        const Mensaje mensaje{ "[104] Error", "frmCompras_Atipicos_Visor:txtFechaF_KeyPress",
+            Icono::critico };
+        const auto respuesta = muestra(mensaje, [](QMessageBox& caja) {
+            QFont negrita = caja.font();
+            negrita.setBold(true);
+            QVERIFY(caja.width() > QFontMetrics(negrita).horizontalAdvance(caja.windowTitle()) + 100);
+            QTest::keyClick(caja.focusWidget(), Qt::Key_Return);
+        });
+        QVERIFY(respuesta == Respuesta::Aceptar);
+    }
+
     void lines_break_and_markup_is_text()
     {
         const Mensaje mensaje{ "uno\r\n\r\ndos\rtres <b>4</b> & 5", "título <i>" };

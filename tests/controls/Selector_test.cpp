@@ -7,6 +7,7 @@
 #include "controls/VSFlexGrid.hpp"
 #include "tests/controls/Ventana.hpp"
 #include "tests/integracion/Banco.hpp"
+#include "tests/support/Contraste.hpp"
 #include "tests/support/Dialogo.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -102,10 +103,56 @@ private slots:
         QCOMPARE(caja.control->Nombre(), QStringLiteral("Conservas La Graciosa, S.A."));
     }
 
+    void that_a_code_does_not_exist_is_said_in_two_words_where_there_is_no_room()
+    {
+        const Banco banco;
+        Proveedor caja;
+        caja.resize(caja.minimumSizeHint().width(), caja.height());
+        caja.teclea_e_intro("7");
+        QCOMPARE(caja.rotulo(), QStringLiteral("No existe"));
+        QCOMPARE(caja.codigo().toolTip(), QStringLiteral("No existe el proveedor"));
+        const auto& etiqueta = *caja.control->findChild<QLineEdit*>(QStringLiteral("lblNombre"));
+        QVERIFY(etiqueta.fontMetrics().horizontalAdvance(etiqueta.text()) + 4 <= etiqueta.width());
+        caja.resize(420, caja.height());
+        QTRY_COMPARE(caja.rotulo(), QStringLiteral("No existe el proveedor"));
+    }
+
+    void what_it_says_can_be_read_before_and_after_a_change_of_theme()
+    {
+        const Banco banco;
+        Proveedor caja;
+        const auto lee = [](const QLineEdit& texto, QPalette::ColorRole fondo) {
+            return pruebas::contraste(texto.palette().color(QPalette::Text), qApp->palette().color(fondo));
+        };
+        const auto& etiqueta = *caja.control->findChild<QLineEdit*>(QStringLiteral("lblNombre"));
+        const QPalette de_antes = QApplication::palette();
+        QPalette oscura(QColor(0x43, 0x48, 0x50), QColor(0x31, 0x35, 0x3b));
+        oscura.setColor(QPalette::Base, QColor(0x1d, 0x1f, 0x23));
+        oscura.setColor(QPalette::Text, Qt::white);
+        QPalette clara(QColor(0xe8, 0xea, 0xee), QColor(0xf3, 0xf4, 0xf6));
+        for (const auto& [escrito, mal] : { std::pair{ "104", false }, { "7", true } }) {
+            caja.codigo().selectAll();
+            caja.teclea_e_intro(escrito);
+            for (const auto* tema : { &oscura, &clara, &oscura }) {
+                QApplication::setPalette(*tema);
+                QTRY_VERIFY(lee(caja.codigo(), QPalette::Base) >= 4.5);
+                QTRY_VERIFY(lee(etiqueta, QPalette::Window) >= 4.5);
+
+                const auto rojo = [&] {
+                    const auto color = caja.codigo().palette().color(QPalette::Text);
+                    return color.red() > color.blue() + 50;
+                };
+                QTRY_COMPARE(rojo(), mal);
+            }
+        }
+        QApplication::setPalette(de_antes);
+    }
+
     void a_code_that_does_not_exist_is_shown_as_such()
     {
         const Banco banco;
         Proveedor caja;
+        caja.resize(420, caja.height()); // where there is no room it is said in two words
         caja.teclea_e_intro("7");
         QCOMPARE(caja.rotulo(), QStringLiteral("No existe el proveedor"));
         QCOMPARE(caja.codigo().accessibleDescription(), caja.rotulo());

@@ -259,6 +259,25 @@ private slots:
         }
     }
 
+    void what_is_lost_never_leaves_a_column_out_of_sight()
+    {
+        Rejilla rejilla;
+        for (int columna = 0; columna < rejilla.Cols(); ++columna)
+            rejilla.setColumnWidth(columna, 200);
+        Anclaje anclaje(rejilla);
+        anclaje.AgregarColumna(3, 33);
+        anclaje.AgregarColumna(1, 33);
+        anclaje.AgregarColumna(2, 34);
+        for (const int exterior : { 517, 518, 519, 520 }) {
+            rejilla.resize(exterior, 300);
+            int todas = 0;
+            for (int columna = 0; columna < rejilla.Cols(); ++columna)
+                todas += rejilla.ColWidth(columna);
+            QVERIFY(todas <= rejilla.viewport()->width());
+            QVERIFY(todas >= rejilla.viewport()->width() - 3);
+        }
+    }
+
     void columns_that_share_make_room_for_a_long_number()
     {
         Rejilla rejilla;

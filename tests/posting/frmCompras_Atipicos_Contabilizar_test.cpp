@@ -1,15 +1,19 @@
 #include "posting/frmCompras_Atipicos_Contabilizar.hpp"
 
+#include "controls/Anclaje.hpp"
 #include "controls/qvCuenta.hpp"
 #include "controls/qvMaskEdBox.hpp"
 #include "controls/qvTextBox.hpp"
 #include "controls/qvTipoDocumento.hpp"
+#include "controls/Twips.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
+#include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QStyledItemDelegate>
 
@@ -100,6 +104,49 @@ private slots:
         QCOMPARE(alineacion(2), int(Qt::AlignHCenter | Qt::AlignVCenter));
         QCOMPARE(alineacion(4), int(Qt::AlignRight | Qt::AlignVCenter));
         QCOMPARE(alineacion(5), int(Qt::AlignLeft | Qt::AlignVCenter));
+    }
+
+    void the_columns_have_their_widths_at_the_design_size_and_share_what_there_is_more()
+    {
+        Escena escena(false);
+        auto& rejilla = escena.rejilla();
+        const auto& anclaje = *rejilla.findChild<atipicos::Anclaje*>();
+        const auto twips = [&](int cuantos) { return atipicos::twips_a_pixeles(cuantos, rejilla); };
+        const int vencimiento = rejilla.horizontalHeader()->defaultSectionSize();
+        for (const int gana : { 0, 310, 900, 0 }) {
+            const int ancho = anclaje.AnchoDeDiseno() + gana;
+            escena.dialogo->resize(
+                escena.dialogo->width() + ancho - rejilla.viewport()->width(), escena.dialogo->height());
+            QTRY_COMPARE(rejilla.viewport()->width(), ancho);
+            std::vector<int> anchos;
+            for (int columna = 0; columna < rejilla.Cols(); ++columna)
+                anchos.push_back(rejilla.ColWidth(columna));
+            QCOMPARE(anchos,
+                (std::vector<int>{ twips(1100), twips(2600) + gana / 2, vencimiento, 0, twips(1000),
+                    twips(2000) + gana / 2 }));
+        }
+    }
+
+    void a_type_that_does_not_exist_is_said_where_it_can_be_read()
+    {
+        Escena escena(false);
+        const auto& nombre = control<QLineEdit>(control<>(*escena.dialogo, "txtPrevTipoDoc"), "lblNombre");
+        const auto se_lee = [&] {
+            return nombre.fontMetrics().horizontalAdvance(nombre.text()) < nombre.width()
+                && nombre.cursorPosition() == 0;
+        };
+        const int minimo = escena.dialogo->minimumSizeHint().width();
+        escena.dialogo->resize(880, escena.dialogo->height()); // as it opens where the screen has room
+        control<QLineEdit>(control<>(*escena.dialogo, "txtPrevTipoDoc"), "txtCodigo").setFocus();
+        teclea("88");
+        intro();
+        QCOMPARE(nombre.text(), QStringLiteral("No existe el tipo de documento"));
+        QVERIFY(se_lee());
+        escena.dialogo->resize(minimo, escena.dialogo->height());
+        QTRY_COMPARE(nombre.text(), QStringLiteral("No existe"));
+        QVERIFY(se_lee());
+        escena.dialogo->resize(1000, escena.dialogo->height());
+        QTRY_COMPARE(nombre.text(), QStringLiteral("No existe el tipo de documento"));
     }
 
     void the_bank_of_the_supplier_is_proposed()

@@ -7,7 +7,9 @@
 #include "tests/support/Ventanas.hpp"
 
 #include <QLabel>
+#include <QPrinterInfo>
 #include <QPushButton>
+#include <QStandardItemModel>
 #include <QTest>
 #include <QTimer>
 
@@ -60,7 +62,7 @@ class frmImpresora_Test : public QObject {
 private slots:
     void it_opens_with_the_two_devices_of_the_company_and_returns_both()
     {
-        const ConClaves contexto("1", "3");
+        const ConClaves contexto("2", "3"); // the tests' machine has no printer
         frmImpresora form;
         form.set_EmpresaOrvalin(contexto.empresa);
         cuando_se_muestre([](frmImpresora& dialogo) {
@@ -70,7 +72,7 @@ private slots:
             QCOMPARE(hijo<QPushButton>(dialogo, "cmdAceptar").text(), QStringLiteral("&Aceptar"));
             QCOMPARE(hijo<QPushButton>(dialogo, "cmdCancelar").text(), QStringLiteral("&Cancelar"));
             QCOMPARE(
-                hijo<qvDispositivo>(dialogo, "cboDispositivo_0").currentText(), QStringLiteral("Impresora"));
+                hijo<qvDispositivo>(dialogo, "cboDispositivo_0").currentText(), QStringLiteral("Pantalla"));
             QCOMPARE(hijo<qvDispositivo>(dialogo, "cboDispositivo_1").currentText(),
                 QStringLiteral("Fichero PDF"));
             pulsa(dialogo, "cmdAceptar");
@@ -78,7 +80,7 @@ private slots:
         form.Show(1);
         QVERIFY(form.Aceptado());
         QVERIFY(!form.isVisible());
-        QCOMPARE(form.Destino().Dispositivo, 1);
+        QCOMPARE(form.Destino().Dispositivo, 2);
         QCOMPARE(form.Destino().Dispositivo2, 3);
         QCOMPARE(contexto.empresa->preguntas,
             (std::vector<std::string>{
@@ -87,7 +89,7 @@ private slots:
 
     void keys_choose_another_device_and_printer()
     {
-        const ConClaves contexto("1", "1");
+        const ConClaves contexto("2", "2");
         frmImpresora form;
         form.set_EmpresaOrvalin(contexto.empresa);
         cuando_se_muestre([](frmImpresora& dialogo) {
@@ -101,7 +103,7 @@ private slots:
             QTest::keyClick(&aceptar, Qt::Key_Return);
         });
         form.Show(1);
-        QCOMPARE(form.Destino(), (DestinoImpresion{ "Tinta", 1, 2, 2 }));
+        QCOMPARE(form.Destino(), (DestinoImpresion{ "Tinta", 2, 3, 2 }));
     }
 
     void cancelled_by_button_or_escape_it_says_so()
@@ -146,6 +148,49 @@ private slots:
         QCOMPARE(contexto.avisos->dichos.size(), 1U);
         QCOMPARE(contexto.avisos->dichos[0].titulo, std::string("frmImpresora:Form_Load"));
         QVERIFY(contexto.avisos->dichos[0].texto.ends_with("] No coinciden los tipos"));
+    }
+
+    void without_printers_it_opens_on_the_screen_once_and_enter_accepts()
+    {
+        if (!QPrinterInfo::availablePrinterNames().isEmpty())
+            QSKIP("this machine has printers");
+        struct Caso {
+            const char* primero;
+            const char* segundo;
+            DestinoImpresion debido;
+        };
+        for (const auto& [primero, segundo, debido] :
+            { Caso{ "1", "3", { "", 2, 3, 0 } }, { "1", "2", { "", 0, 2, 0 } }, { "2", "1", { "", 2, 0, 0 } },
+                { "1", "1", { "", 2, 0, 0 } }, { "3", "1", { "", 3, 2, 0 } } }) {
+            const ConClaves contexto(primero, segundo);
+            cuando_se_muestre([](frmImpresora& dialogo) {
+                auto& combo = hijo<qvDispositivo>(dialogo, "cboDispositivo_0");
+                const auto* impresora = qobject_cast<QStandardItemModel*>(combo.model())->item(0);
+                auto* foco = dialogo.focusWidget();
+                const QString dice = impresora->text();
+                const bool se_puede = impresora->isEnabled();
+                QTest::keyClick(foco, Qt::Key_Return);
+                if (dialogo.isVisible())
+                    dialogo.reject();
+                QCOMPARE(dice, QStringLiteral("Impresora (no hay ninguna)"));
+                QVERIFY(!se_puede);
+                QCOMPARE(foco->objectName(), QStringLiteral("cmdAceptar"));
+            });
+            const auto destino = frmImpresora::pregunta(contexto.empresa, nullptr);
+            QVERIFY2(destino.has_value(), "Enter does not accept");
+            QCOMPARE(*destino, debido);
+        }
+    }
+
+    void with_printers_that_device_can_be_chosen()
+    {
+        qvDispositivo combo;
+        combo.Prepara();
+        combo.set_HayImpresoras(false);
+        combo.set_HayImpresoras(true);
+        combo.set_Codigo(1);
+        QCOMPARE(combo.currentText(), QStringLiteral("Impresora"));
+        QVERIFY(qobject_cast<QStandardItemModel*>(combo.model())->item(0)->isEnabled());
     }
 
     void without_printers_the_combo_says_so()

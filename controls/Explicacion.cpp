@@ -1,0 +1,34 @@
+#include "controls/Explicacion.hpp"
+
+#include <array>
+#include <utility>
+
+namespace atipicos {
+
+namespace {
+
+    /// How a message ends, and what it means.
+    constexpr std::array<std::pair<const char*, const char*>, 5> explicaciones{ {
+        { "Desbordamiento", "Un número es demasiado grande. Revise los que acaba de teclear." },
+        { "No coinciden los tipos", "Donde hacía falta una fecha o un número hay otra cosa, o no hay nada." },
+        { "Uso no válido de Null",
+            "Un dato que hacía falta está vacío en la base de datos o en los parámetros de la empresa." },
+        { "La variable de objeto no está establecida",
+            "Falta algo que el programa principal tenía que dar a esta ventana, como la empresa o la "
+            "conexión." },
+        { "syntax error",
+            "La base de datos no ha entendido lo que se le pedía. Anote el mensaje para quien mantiene el "
+            "programa." },
+    } };
+
+}
+
+QString explicacion_de(const QString& texto)
+{
+    for (const auto& [final, significado] : explicaciones)
+        if (texto.trimmed().endsWith(QString::fromUtf8(final)))
+            return QString::fromUtf8(significado);
+    return {};
+}
+
+} // namespace atipicos

@@ -1,0 +1,58 @@
+#include "controls/qvProveedor.hpp"
+#include "controls/Twips.hpp"
+#include "tests/browser/EscenaVisor.hpp"
+#include "tests/support/Persona.hpp"
+#include "tests/support/Ventanas.hpp"
+
+using namespace atipicos;
+using namespace atipicos::pruebas;
+
+namespace {
+
+struct EscenaAnchosVisor : EscenaVisor {
+    EscenaAnchosVisor() { abre("02/10/2026", "28/11/2026"); }
+
+    bool ensancha(int ancho)
+    {
+        form.resize(ancho, form.height());
+        return QTest::qWaitFor([&] { return form.width() == ancho; }, 2000);
+    }
+
+    [[nodiscard]] std::pair<int, int> selectores()
+    {
+        return { c<>("txtAlmacen").width(), c<>("txtProveedor").width() };
+    }
+};
+
+}
+
+class AnchosVisor_Test : public QObject {
+    Q_OBJECT
+private slots:
+    void at_its_design_size_both_pickers_are_3000_twips_wide()
+    {
+        EscenaAnchosVisor escena;
+        const int debido = twips_a_pixeles(3000, escena.form);
+        const int de_diseno = escena.form.minimumSizeHint().width();
+        QVERIFY(escena.ensancha(de_diseno));
+        QTRY_COMPARE(escena.selectores(), (std::pair{ debido, debido }));
+        for (const int gana : { 240, 700, 0 }) {
+            QVERIFY(escena.ensancha(de_diseno + gana));
+            QTRY_COMPARE(escena.selectores(), (std::pair{ debido + gana / 2, debido + gana / 2 }));
+        }
+    }
+
+    void it_opens_wide_enough_for_the_name_of_a_supplier()
+    {
+        EscenaAnchosVisor escena;
+        QVERIFY(escena.ensancha(1100)); // where the screen has room for it
+        escena.c<qvProveedor>("txtProveedor").set_Codigo(110);
+        QVERIFY(escena.c<qvProveedor>("txtProveedor").Buscar());
+        const auto& nombre = control<QLineEdit>(escena.c<>("txtProveedor"), "lblNombre");
+        QCOMPARE(nombre.text(), QStringLiteral("Distribuidora Peninsular Ibáñez, S.A."));
+        QTRY_VERIFY(nombre.width() > nombre.fontMetrics().horizontalAdvance(nombre.text()));
+    }
+};
+
+ATIPICOS_PRUEBA_VENTANAS(AnchosVisor_Test)
+#include "AnchosVisor_test.moc"
