@@ -148,16 +148,6 @@ void VSFlexGrid::set_Aviso(const QString& aviso)
 
 void VSFlexGrid::set_Marcada(int dato) { m_modelo->set_Marcada(dato); }
 
-void VSFlexGrid::paintEvent(QPaintEvent* evento)
-{
-    QTableView::paintEvent(evento);
-    if (Rows() > 1 || m_aviso.isEmpty())
-        return;
-    QPainter pintor(viewport());
-    pintor.setPen(palette().color(QPalette::Text));
-    pintor.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, m_aviso);
-}
-
 /// A click below the rows, or with Ctrl on the chosen one, would leave none chosen.
 QItemSelectionModel::SelectionFlags VSFlexGrid::selectionCommand(
     const QModelIndex& indice, const QEvent* evento) const
@@ -206,11 +196,15 @@ void VSFlexGrid::copia() const
 void VSFlexGrid::paintEvent(QPaintEvent* evento)
 {
     QTableView::paintEvent(evento);
-    if (!hasFocus())
-        return;
     QPainter pintor(viewport());
-    pintor.setPen(QPen(palette().color(QPalette::Link), 2));
-    pintor.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+    if (Rows() <= 1 && !m_aviso.isEmpty()) {
+        pintor.setPen(palette().color(QPalette::Text));
+        pintor.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, m_aviso);
+    }
+    if (hasFocus()) {
+        pintor.setPen(QPen(palette().color(QPalette::Link), 2));
+        pintor.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+    }
 }
 
 void VSFlexGrid::focusInEvent(QFocusEvent* evento)
