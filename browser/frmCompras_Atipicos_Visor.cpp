@@ -126,7 +126,7 @@ void frmCompras_Atipicos_Visor::empieza_vacio()
     m_ui->vsCab->set_Rows(1);
     m_cargos.clear();
     m_abierto.reset();
-    m_ui->lblEstado->clear();
+    m_ui->lblEstado->setText({});
     m_ui->lblEstado->setToolTip({});
     m_ui->vsCab->set_Aviso(textos_visor::sin_buscar());
     m_ui->Tabs->setCurrentIndex(documentos);
@@ -225,7 +225,8 @@ void frmCompras_Atipicos_Visor::Cargar_Atipicos()
             rejilla.AddItem(leida, lugar++);
     }
     rejilla.set_Row(1);
-    rejilla.set_Aviso(textos_visor::sin_atipicos());
+    rejilla.set_Aviso(filas.empty() ? textos_visor::sin_atipicos() : QString());
+    m_ui->lblEstado->setText({}); // so that an equal result is announced too
     m_ui->lblEstado->setText(textos_visor::resumen(totales));
     m_ui->lblEstado->setToolTip(textos_visor::por_que_falta_una_suma(totales));
     marca_abierto();

@@ -1,10 +1,15 @@
 #!/usr/bin/env python3
-"""A clerk's day by real keys and clicks: five charges, of which one is changed, one deleted and one left by Alt+F4.
+"""A clerk's day by real keys and clicks: five charges, of which one is changed, one deleted, and one left by Alt+F4 and
+brought back.
 After each step the company is compared with what it must then hold.
 """
+import datetime
 import sys
 
 from escritorio import Escritorio, NoLlega
+
+ESTE = datetime.date.today().year
+AT = f"AT{ESTE % 100:02}"
 
 CARGOS = ("SELECT Codigo, Cod_Almacen, Proveedor, Importe, Impuesto_Importe, EmpContable, Asiento, Observ "
           "FROM Proveedores_Cargos_Atipicos ORDER BY Cod_Almacen, Codigo")
@@ -17,19 +22,21 @@ PREVISIONES = ("SELECT Cod_Empresa, Asiento, Importe, TipoDoc, Cuenta, Banco FRO
 
 # What each step leaves: of the charges the rows, in the order of their warehouses; of an entry lines, debit and credit,
 # each of which is twice the total with tax.
-PRIMERO = ("AT260001|1|101|30|2.1|1|1|", ["1|AT260001|1|1001|Agua mineral 1,5 l (caja de 6)|12|2.5|"])
-SEGUNDO = ("AT260001|3|103|17.1|1.2|2|1|Pale mojado",
-           ["3|AT260001|1|1003|Vino tinto joven 75 cl|3|4.5|rotas", "3|AT260001|2|1012|Gofio de millo 1 kg|2.25|1.6|"])
-TERCERO = ("AT260001|2|104|80|5.6|1|2|Tres y uno menos",
-           ["2|AT260001|1|1005|Aceite de oliva 5 l|4|10|", "2|AT260001|2|1006|Atún en aceite, lata de 900 g|2|20|"])
-CUARTO = ("AT260002|1|102|100|7|1|3|", ["1|AT260002|1|1030|Ron añejo 70 cl|1|100|GOLPEADA EN EL MUELLE"])
-CAMBIADO = ("AT260001|2|104|91|6.37|1|4|Tres y uno menos",
-            ["2|AT260001|1|1005|Aceite de oliva 5 l|4|10|", "2|AT260001|2|1006|Atún en aceite, lata de 900 g|2|25.5|"])
+PRIMERO = (f"{AT}0001|1|101|30|2.1|1|1|", [f"1|{AT}0001|1|1001|Agua mineral 1,5 l (caja de 6)|12|2.5|"])
+SEGUNDO = (f"{AT}0001|3|103|17.1|1.2|2|1|Pale mojado",
+           [f"3|{AT}0001|1|1003|Vino tinto joven 75 cl|3|4.5|rotas", f"3|{AT}0001|2|1012|Gofio de millo 1 kg|2.25|1.6|"])
+TERCERO = (f"{AT}0001|2|104|80|5.6|1|2|Tres y uno menos",
+           [f"2|{AT}0001|1|1005|Aceite de oliva 5 l|4|10|", f"2|{AT}0001|2|1006|Atún en aceite, lata de 900 g|2|20|"])
+CUARTO = (f"{AT}0002|1|102|100|7|1|3|", [f"1|{AT}0002|1|1030|Ron añejo 70 cl|1|100|GOLPEADA EN EL MUELLE"])
+CAMBIADO = (f"{AT}0001|2|104|91|6.37|1|4|Tres y uno menos",
+            [f"2|{AT}0001|1|1005|Aceite de oliva 5 l|4|10|", f"2|{AT}0001|2|1006|Atún en aceite, lata de 900 g|2|25.5|"])
+QUINTO = (f"{AT}0003|1|105|42|2.94|1|5|Se queda a medias", [f"1|{AT}0003|1|1008|Leche entera 1 l (caja de 12)|6|7|"])
 ASIENTO = {
     "1|1": ("1|1|5|64.2|64.2", ["1|1|32.1|1|40000101|57200001"]),
     "1|2": ("1|2|6|171.2|171.2", ["1|2|28.53|3|40000104|57200001"] * 2 + ["1|2|28.54|3|40000104|57200001"]),
     "1|3": ("1|3|5|214|214", ["1|3|107|2|40000102|57200002"]),
     "1|4": ("1|4|6|194.74|194.74", ["1|4|32.46|3|40000104|57200001"] * 2 + ["1|4|32.45|3|40000104|57200001"]),
+    "1|5": ("1|5|5|89.88|89.88", ["1|5|14.98|3|40000105|57200002"] * 3),
     "2|1": ("2|1|6|36.6|36.6", ["2|1|18.3|2|521000103|572000001"]),
 }
 LINEAS = "Líneas del cargo"
@@ -138,7 +145,7 @@ def guarda_el_tercero(escritorio):
 
 def guarda_el_cuarto(escritorio):
     """A long remark of its line, and one forecast settled by hand in the place of the one proposed."""
-    cabecera(escritorio, "102", fecha="03022026")
+    cabecera(escritorio, "102", fecha=f"0302{ESTE}")
     linea(escritorio, "1030", "1", "100")
     escritorio.clic(escritorio.celda(LINEAS, 1, 1))
     escritorio.teclas("F4")
@@ -154,7 +161,7 @@ def guarda_el_cuarto(escritorio):
     campo(escritorio, "Tipo de documento", "2")
     escritorio.foco("Cuenta del banco")
     escritorio.teclas("Return")
-    campo(escritorio, "Vencimiento", "15032026")
+    campo(escritorio, "Vencimiento", f"1503{ESTE}")
     escritorio.filas("Previsiones de pago", 1)
     escritorio.foco("Importe de la previsión")
     escritorio.teclas("F9")
@@ -171,11 +178,9 @@ def deja_el_quinto(escritorio):
 
 
 def busca_los_cuatro(escritorio):
-    """The browser, with the charges of the year."""
+    """The browser, which opens with the charges of the year."""
     escritorio.teclas("ctrl+b")
     escritorio.ventana("Visor de Atípicos")
-    campo(escritorio, "Fecha inicial", "")
-    campo(escritorio, "Fecha final", "")
     escritorio.filas(LISTA, 4)
 
 
@@ -191,11 +196,11 @@ def elige(escritorio, codigo, almacen):
 
 def cambia_uno(escritorio):
     """From the browser to the editor: another price, accepted, and back."""
-    elige(escritorio, "AT260001", "2")
+    elige(escritorio, f"{AT}0001", "2")
     escritorio.clic(escritorio.objeto("Modificar"))
     escritorio.ventana("¡ Atención !")
     escritorio.teclas("alt+s")
-    escritorio.ventana("Reclamaciones a Proveedores - AT260001")
+    escritorio.ventana(f"Reclamaciones a Proveedores - {AT}0001")
     escritorio.filas(LINEAS, 2)
     escritorio.clic(escritorio.celda(LINEAS, 2, 1))
     escritorio.clic(escritorio.objeto("Modificar"))
@@ -208,12 +213,23 @@ def cambia_uno(escritorio):
 
 def elimina_uno(escritorio):
     """The first charge of the head office goes; its entry stays."""
-    elige(escritorio, "AT260001", "1")
+    elige(escritorio, f"{AT}0001", "1")
     escritorio.teclas("alt+e")
     escritorio.ventana("¡ Atención !")
     escritorio.teclas("alt+s")
     escritorio.ventana("Visor de Atípicos")
     escritorio.filas(LISTA, 3)
+
+
+def recupera_el_quinto(escritorio):
+    """What Alt+F4 left is offered, and brought back as it was."""
+    escritorio.teclas("alt+s")
+    escritorio.ventana("Cargos atípicos")
+    escritorio.teclas("alt+e")
+    escritorio.ventana("Reclamaciones a Proveedores")
+    escritorio.filas(LINEAS, 1)
+    acepta(escritorio)
+    despacha_avisos(escritorio)
 
 
 def exige(escritorio, paso, cargos, asientos):
@@ -244,7 +260,8 @@ def main():
                 (deja_el_quinto, *tras_el_cuarto),
                 (busca_los_cuatro, *tras_el_cuarto),
                 (cambia_uno, [PRIMERO, CUARTO, CAMBIADO, SEGUNDO], ["1|1", "1|2", "1|3", "1|4", "2|1"]),
-                (elimina_uno, [CUARTO, CAMBIADO, SEGUNDO], ["1|1", "1|2", "1|3", "1|4", "2|1"])):
+                (elimina_uno, [CUARTO, CAMBIADO, SEGUNDO], ["1|1", "1|2", "1|3", "1|4", "2|1"]),
+                (recupera_el_quinto, [CUARTO, QUINTO, CAMBIADO, SEGUNDO], ["1|1", "1|2", "1|3", "1|4", "1|5", "2|1"])):
             paso(escritorio)
             exige(escritorio, paso.__name__, cargos, asientos)
         print(escritorio.ordena("verificar"))

@@ -2,6 +2,7 @@
 """Reads every window as a screen reader does: what can have the focus says what it is, grids are read with their
 headings, and what changes beside a field or in a line of state is told.
 """
+import datetime
 import sys
 
 import pyatspi
@@ -151,7 +152,7 @@ def lee_la_contabilizacion(escritorio, lector):
     escritorio.teclas("alt+a")
     escritorio.foco("Importe de la previsión")
     escritorio.teclas("F9")
-    lector.lee("¡ Atención !", "label «Atípico AT260001 generado correctamente.\nAsiento: 1»", "push button «Aceptar»")
+    lector.lee("¡ Atención !", f"label «Atípico AT{datetime.date.today():%y}0001 generado correctamente.\nAsiento: 1»", "push button «Aceptar»")
     escritorio.teclas("Return")
     lector.lee("Seleccione Destino", "combo box «Pantalla»", "push button «Aceptar»", "push button «Cancelar»")
     escritorio.teclas("alt+a")
@@ -163,19 +164,21 @@ def lee_la_contabilizacion(escritorio, lector):
 
 
 def lee_el_visor(escritorio, lector):
-    """The browser before and after its search, and the details."""
+    """The browser, which opens with the charges of the year, and the details."""
     mandos = [f"push button «{nombre}»" for nombre in (
         "Primer atípico de la lista", "Atípico anterior", "Atípico siguiente", "Último atípico de la lista", "Exportar…",
         "Imprimir", "Modificar", "Eliminar", "Salir")]
     escritorio.teclas("ctrl+b")
-    lector.lee("Visor de Atípicos", "text «Almacén»", "text «Proveedor»", "text «Fecha inicial»", "text «Fecha final»",
-               "table «Atípicos»", "page tab «Documentos»", *mandos)
-    escritorio.foco("Fecha inicial")
-    escritorio.teclas("Return")
-    escritorio.foco("Fecha final")
-    lector.oye("1 atípico", lambda: escritorio.teclas("Return"))
+    escritorio.ventana("Visor de Atípicos")
     escritorio.filas("Atípicos", 1)
-    lector.lee("Visor de Atípicos")
+    escritorio.clic(escritorio.objeto("Fecha final"))
+    escritorio.escribe(f"0101{datetime.date.today():%Y}")
+    escritorio.teclas("Return")
+    escritorio.filas("Atípicos", 0)
+    escritorio.teclas("h")
+    lector.oye("1 atípico", lambda: escritorio.teclas("Return"))
+    lector.lee("Visor de Atípicos", "text «Almacén»", "text «Proveedor»", "text «Fecha inicial»", "text «Fecha final»",
+               "push button «Buscar»", "table «Atípicos»", "page tab «Documentos»", *mandos)
     escritorio.teclas("Return")
     lector.lee("Visor de Atípicos", "text «Almacén del atípico»", "text «Proveedor del atípico»",
                "text «Fecha del atípico»", "table «Líneas del atípico»", "page tab «Detalles»", *mandos)

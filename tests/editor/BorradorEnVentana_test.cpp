@@ -226,9 +226,9 @@ private slots:
         QVERIFY(una_jornada(escena) == debidas);
         QVERIFY(debidas.size() > 20);
         QVERIFY(escena.avisos() == avisos);
-        QCOMPARE(ayuda, QStringLiteral("Cierra la ventana; lo que no se haya guardado se pierde"));
+        QCOMPARE(ayuda, QStringLiteral("Cierra la ventana; lo que no se haya guardado se pierde (Alt+S)"));
         QCOMPARE(escena.c<>("cmdSalir").toolTip(),
-            QStringLiteral("Cierra la ventana; lo que no se haya guardado queda como borrador"));
+            QStringLiteral("Cierra la ventana; lo que no se haya guardado queda como borrador (Alt+S)"));
     }
 };
 

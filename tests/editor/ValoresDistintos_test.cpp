@@ -76,8 +76,8 @@ struct EscenaDistinta : EscenaEditor {
     {
         ejecuta("UPDATE Empresas SET AlmacenDefecto =4, DecimalesCosto =3 WHERE Codigo =1");
         pon("Proveedores_AtipcosImpuesto", "2");
-        pon("Proveedores_AtipicosDispImpresoDefault", "3");
-        pon("Proveedores_AtipicosDisp2ImpresoDefault", "1");
+        pon("Proveedores_AtipicosDispImpresoDefault", "2");
+        pon("Proveedores_AtipicosDisp2ImpresoDefault", "3");
         modComun::set_EmpresaOrvalin(
             std::make_shared<orvalin::Empresa>(banco.bases().orvalin, std::int16_t{ 1 }, std::int32_t{ 12 }));
         modComun::set_BibliotecaOrvalin(imprenta);
@@ -290,8 +290,8 @@ private slots:
         el_cargo_se_guarda_con_sus_valores(escena);
         el_asiento_lleva_sus_valores(escena);
         QCOMPARE(escena.imprenta->impresas,
-            (QStringList{ QStringLiteral("AT250001 de 2025, almacén 3, proveedor 105, en 3"),
-                QStringLiteral("AT250001 de 2025, almacén 3, proveedor 105, en 1") }));
+            (QStringList{ QStringLiteral("AT250001 de 2025, almacén 3, proveedor 105, en 2"),
+                QStringLiteral("AT250001 de 2025, almacén 3, proveedor 105, en 3") }));
         la_ventana_esta_como_nueva(escena);
     }
 

@@ -267,7 +267,8 @@ private slots:
         teclea("99");
         intro();
         QCOMPARE(foco(), QStringLiteral("txtPrevTipoDoc"));
-        QCOMPARE(control<QLineEdit>(control<QWidget>(*escena.dialogo, "txtPrevTipoDoc"), "lblNombre").text(),
+        QCOMPARE(
+            control<QLineEdit>(control<QWidget>(*escena.dialogo, "txtPrevTipoDoc"), "lblNombre").toolTip(),
             QStringLiteral("No existe el tipo de documento"));
         control<QWidget>(*escena.dialogo, "txtPrevVto").setFocus();
         teclea("10122026");
