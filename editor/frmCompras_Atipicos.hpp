@@ -55,7 +55,7 @@ private:
     void Cargar_Atipico();
     void Carga_Lineas(const ClaveCargo& clave);
 
-    // Line entry
+    // Line entry: frmCompras_Atipicos_Captura.cpp
     void txtImporte_Intro();
     [[nodiscard]] bool deja_la_linea();
     bool cabecera_completa();
@@ -64,25 +64,26 @@ private:
     void deja_el_cambio();
     void muestra_cambio();
     void muestra_fila(int fila);
-
-    // Commands
-    void cmdAceptar_Click();
-    void cmdCancelar_Click();
     void cmdEliminar_Click();
     void cmdModificar_Click();
     void cmdComent_Click();
+
+    // Save and cancelling: frmCompras_Atipicos_Comandos.cpp
+    void cmdAceptar_Click();
+    void cmdCancelar_Click();
     [[nodiscard]] Date fecha_del_cargo() const;
     [[nodiscard]] CargoTecleado cargo_tecleado() const;
     [[nodiscard]] std::optional<std::vector<Prevision>> pide_previsiones(const Contabilizacion& datos);
     void Imprimir_Atipico();
     void empieza_otro();
 
-    // What is kept of it until it is saved
+    // What is kept of it until it is saved: frmCompras_Atipicos_Borrador.cpp
     [[nodiscard]] Borrador lo_tecleado() const;
     void guarda_borrador(bool guardandose = false);
     void guarda_al_cambiar_de_campo();
     void empieza_borrador();
 
+    // For all of them
     void set_CincoBotones(bool habilitados);
     void muestra_total();
     void muestra_importe(Currency total);

@@ -17,7 +17,6 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QStandardPaths>
 
 using namespace atipicos;
 using namespace atipicos::pruebas;
@@ -86,7 +85,6 @@ QStringList ilegible(int& vistos)
 class Apariencia_Test : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
 
     void everything_can_be_read_in_both_themes_also_after_a_change()
     {

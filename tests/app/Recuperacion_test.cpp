@@ -5,7 +5,6 @@
 
 #include <QAction>
 #include <QPlainTextEdit>
-#include <QStandardPaths>
 
 #include <fstream>
 
@@ -86,7 +85,6 @@ void escribe(const std::filesystem::path& fichero, const std::string& texto)
 class Recuperacion_Test : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
 
     void a_charge_recovered_is_stored_as_if_nothing_had_happened()
     {

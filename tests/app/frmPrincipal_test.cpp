@@ -15,7 +15,6 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QSettings>
-#include <QStandardPaths>
 
 using namespace atipicos;
 using namespace atipicos::pruebas;
@@ -84,7 +83,6 @@ void teclea_una_linea()
 class frmPrincipal_Test : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
     void init() { QSettings().clear(); }
 
     void the_status_line_tells_who_works_where()

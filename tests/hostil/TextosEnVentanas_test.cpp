@@ -23,7 +23,6 @@
 #include <QComboBox>
 #include <QPlainTextEdit>
 #include <QSpinBox>
-#include <QStandardPaths>
 #include <QStatusBar>
 
 using namespace atipicos;
@@ -109,7 +108,6 @@ int castiga(QWidget& form)
 class TextosEnVentanas_Test : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
 
     void in_the_main_window_and_its_session_dialog_nothing_changes()
     {

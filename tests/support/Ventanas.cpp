@@ -1,6 +1,7 @@
 #include "tests/support/Ventanas.hpp"
 
 #include "tests/support/Aborto.hpp"
+#include "tests/support/CarpetaTemporal.hpp"
 
 #include <QApplication>
 #include <QtTest>
@@ -41,6 +42,10 @@ int main(int argc, char** argv)
             std::cerr << "  " << nombre << '\n';
         return EXIT_FAILURE;
     }
+    // Settings and drafts of its own: others run beside it.
+    const atipicos::pruebas::CarpetaTemporal hogar;
+    for (const auto* lugar : { "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME" })
+        qputenv(lugar, QByteArray::fromStdString(hogar.ruta().string()));
     argv[1] = argv[0]; // the rest is for QTest
     const QApplication aplicacion(--argc, ++argv);
     atipicos::pruebas::di_donde_al_abortar([&] { return clase->first; });
