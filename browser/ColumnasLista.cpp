@@ -12,7 +12,7 @@ namespace {
     using C = CargoListado;
     using enum TipoColumna;
 
-    constexpr std::array<ColumnaLista, 13> las_trece{ {
+    constexpr auto las_de_la_lista = std::to_array<ColumnaLista>({
         { "Codigo", texto, &C::Codigo, "Código", "Código", "codigo", 1150 },
         { "Cod_Almacen", numero, &C::Cod_Almacen, "Almacén", "Almacén", "almacen", 500 },
         { "Nombre_Almacen", texto, &C::Nombre_Almacen, "Almacén", "Nombre del almacén", "nombre_almacen",
@@ -30,7 +30,7 @@ namespace {
         { "Nombre_Usuario", texto, &C::Nombre_Usuario, "Usuario", "Nombre del usuario", "nombre_usuario",
             1400, 10 },
         { "Observ", texto, &C::Observ, "Observaciones", "Observaciones", "observaciones", 1800, 30 },
-    } };
+    });
 
     /// Where a value that is read goes to.
     template <class T> T& sitio(CargoListado& cargo, const ColumnaLista& columna)
@@ -69,7 +69,7 @@ namespace {
 
 }
 
-ColumnasLista columnas_lista() noexcept { return las_trece; }
+ColumnasLista columnas_lista() noexcept { return las_de_la_lista; }
 
 void anexa_celda(std::string& destino, const CargoListado& cargo, const ColumnaLista& columna)
 {

@@ -53,11 +53,14 @@ using ColumnasLista = std::span<const ColumnaLista>;
 /// The thirteen columns, in their order.
 [[nodiscard]] ColumnasLista columnas_lista() noexcept;
 
-/// The value of a column. `T` is what its type holds: `std::string`, `std::int32_t`, `Date` or `Currency`.
+/// The value of a column, empty where it was not read. `T` is what its type holds: `std::string`,
+/// `std::int32_t`, `Date` or `Currency`.
 template <class T> [[nodiscard]] const T& dato(const CargoListado& cargo, const ColumnaLista& columna)
 {
-    if (const auto* otro = std::get_if<OtroDato>(&columna.dato))
-        return std::get<T>(cargo.otros.at(otro->lugar));
+    if (const auto* otro = std::get_if<OtroDato>(&columna.dato)) {
+        static const T sin_leer{};
+        return otro->lugar < cargo.otros.size() ? std::get<T>(cargo.otros[otro->lugar]) : sin_leer;
+    }
     return cargo.*std::get<T CargoListado::*>(columna.dato);
 }
 
