@@ -9,7 +9,7 @@ namespace atipicos::bases {
 
 namespace {
 
-    constexpr std::array<const char*, 2> bases{ "Bexmor", "Orvalin" };
+    constexpr std::array<const char*, 2> las_dos{ "Bexmor", "Orvalin" };
 
     void ejecuta(adodb::Connection& conexion, const std::string& sql, Donde donde)
     {
@@ -42,17 +42,17 @@ bool crea_en_sql_server(adodb::Connection& conexion, const std::string& lugar, b
         "@LockMode = 'Exclusive', @LockOwner = 'Session' "
         "IF @logrado < 0 RAISERROR('Otro usuario está creando las bases de datos.', 16, 1)",
         donde);
-    for (const std::string base : bases)
+    for (const std::string base : las_dos)
         ejecuta(conexion,
             std::string("IF DB_ID('").append(base).append("') IS NULL CREATE DATABASE ").append(base), donde);
-    const std::array<bool, 2> creadas{ esta_creada(conexion, bases[0], lugar, donde),
-        esta_creada(conexion, bases[1], lugar, donde) };
+    const std::array<bool, 2> creadas{ esta_creada(conexion, las_dos[0], lugar, donde),
+        esta_creada(conexion, las_dos[1], lugar, donde) };
     if (creadas[0] != creadas[1])
         throw Error(1000, "Orvalin:Bases",
             "«" + lugar + "»: sólo una de las bases de datos Orvalin y Bexmor tiene sus tablas.", donde);
     if (creadas[0])
         return false;
-    for (const std::string base : bases) // who reads does not wait for who writes, as everywhere else
+    for (const std::string base : las_dos) // who reads does not wait for who writes, as everywhere else
         ejecuta(conexion, "ALTER DATABASE " + base + " SET READ_COMMITTED_SNAPSHOT ON", donde);
     conexion.BeginTrans(donde);
     ejecuta(conexion, "USE Bexmor", donde);

@@ -16,7 +16,7 @@ inline double contraste(const QColor& uno, const QColor& otro)
         return 0.2126 * lineal(color.redF()) + 0.7152 * lineal(color.greenF())
             + 0.0722 * lineal(color.blueF());
     };
-    const auto [menor, mayor] = std::minmax(luminancia(uno), luminancia(otro));
+    const auto [menor, mayor] = std::minmax({ luminancia(uno), luminancia(otro) }); // a pair of values
     return (mayor + 0.05) / (menor + 0.05);
 }
 
