@@ -10,6 +10,9 @@
 #include "browser/EliminarAtipico.hpp"
 #include "charges/Impuesto.hpp"
 #include "context/Transaccion.hpp"
+#include "editor/GuardarAtipico.hpp"
+#include "posting/GenerarAsiento.hpp"
+#include "posting/GenerarPrev.hpp"
 
 #include <functional>
 #include <initializer_list>

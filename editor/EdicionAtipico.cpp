@@ -2,6 +2,7 @@
 
 #include "charges/Impuesto.hpp"
 #include "context/modComun.hpp"
+#include "editor/GuardarAtipico.hpp"
 #include "runtime/Celdas.hpp"
 #include "runtime/Formato.hpp"
 

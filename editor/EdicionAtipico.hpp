@@ -1,7 +1,7 @@
 #pragma once
 
 #include "charges/clsAtipico.hpp"
-#include "editor/GuardarAtipico.hpp"
+#include "runtime/Currency.hpp"
 
 #include <cstdint>
 #include <functional>
@@ -9,6 +9,8 @@
 #include <vector>
 
 namespace atipicos {
+
+struct CargoTecleado;
 
 inline constexpr int decimales_unidades = 2; ///< that are shown; more may be typed
 inline constexpr int decimales_importe = 2;

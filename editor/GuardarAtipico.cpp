@@ -1,11 +1,14 @@
 #include "editor/GuardarAtipico.hpp"
 
+#include "charges/clsAtipico.hpp"
 #include "charges/Impuesto.hpp"
 #include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "context/Transaccion.hpp"
 #include "context/trap.hpp"
 #include "platform/adodb/campos.hpp"
+#include "posting/GenerarAsiento.hpp"
+#include "posting/GenerarPrev.hpp"
 
 namespace atipicos {
 

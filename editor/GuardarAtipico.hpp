@@ -1,9 +1,9 @@
 #pragma once
 
-#include "charges/clsAtipico.hpp"
 #include "platform/msgbox/MsgBox.hpp"
-#include "posting/GenerarAsiento.hpp"
-#include "posting/GenerarPrev.hpp"
+#include "posting/CargoContable.hpp"
+#include "runtime/Currency.hpp"
+#include "runtime/Date.hpp"
 
 #include <cstdint>
 #include <functional>
@@ -12,6 +12,10 @@
 #include <vector>
 
 namespace atipicos {
+
+class clsAtipico;
+struct Contabilizacion;
+struct Prevision;
 
 /// What has been keyed in of a charge, beside the lines that its object already holds.
 struct CargoTecleado {

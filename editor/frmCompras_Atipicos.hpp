@@ -18,6 +18,9 @@ class frmCompras_Atipicos;
 
 namespace atipicos {
 
+struct Contabilizacion;
+struct Prevision;
+
 /// "Reclamaciones a Proveedores": one charge is keyed in, or changed, line by line, saved and posted.
 ///
 /// The form loads itself at each `Show`. With `Codigo` empty it is a new charge; else the charge of `Codigo`,

@@ -1,5 +1,6 @@
 // The editor's save, from the button on, and its cancelling.
 #include "editor/frmCompras_Atipicos.hpp"
+#include "editor/GuardarAtipico.hpp"
 
 #include "context/Cajas.hpp"
 #include "context/HastaElFinal.hpp"
@@ -7,6 +8,7 @@
 #include "context/trap.hpp"
 #include "controls/Texto.hpp"
 #include "posting/frmCompras_Atipicos_Contabilizar.hpp"
+#include "posting/GenerarPrev.hpp"
 #include "printing/frmImpresora.hpp"
 #include "printing/ImprimirAtipico.hpp"
 #include "ui_frmCompras_Atipicos.h"

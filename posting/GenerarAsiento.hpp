@@ -1,5 +1,6 @@
 #pragma once
 
+#include "posting/CargoContable.hpp"
 #include "posting/Prevision.hpp"
 #include "runtime/Currency.hpp"
 #include "runtime/Date.hpp"
@@ -9,12 +10,6 @@
 #include <vector>
 
 namespace atipicos {
-
-/// One line of the charge as accounting sees it.
-struct CargoContable {
-    Currency Importe;
-    std::string Cuenta; ///< income account of the article; empty: that of the warehouse
-};
 
 /// What the editor has gathered of a charge that is to be posted.
 struct DatosAsiento {

@@ -8,6 +8,8 @@
 #include "host/reclamaciones/PrevisionesPropuestas.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/sql/Literal.hpp"
+#include "posting/GenerarAsiento.hpp"
+#include "posting/GenerarPrev.hpp"
 #include "runtime/Formato.hpp"
 
 #include <algorithm>

@@ -1,6 +1,8 @@
 #include "host/reclamaciones/CargosReclamados.hpp"
 
+#include "charges/clsAtipico.hpp"
 #include "charges/Impuesto.hpp"
+#include "editor/GuardarAtipico.hpp"
 
 namespace atipicos::app {
 

@@ -1,11 +1,14 @@
 #pragma once
 
-#include "charges/clsAtipico.hpp"
-#include "editor/GuardarAtipico.hpp"
 #include "host/orvalin/Catalogos.hpp"
 #include "host/reclamaciones/FicheroReclamaciones.hpp"
 
 #include <map>
+
+namespace atipicos {
+class clsAtipico;
+struct CargoTecleado;
+}
 
 namespace atipicos::app {
 

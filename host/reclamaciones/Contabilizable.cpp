@@ -3,8 +3,10 @@
 #include "charges/Impuesto.hpp"
 #include "context/claves.hpp"
 #include "context/modComun.hpp"
+#include "editor/GuardarAtipico.hpp"
 #include "host/bexmor/Instrucciones.hpp"
 #include "host/reclamaciones/PrevisionesPropuestas.hpp"
+#include "posting/GenerarPrev.hpp"
 
 #include <utility>
 

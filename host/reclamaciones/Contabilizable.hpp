@@ -1,6 +1,5 @@
 #pragma once
 
-#include "editor/GuardarAtipico.hpp"
 #include "host/orvalin/Catalogos.hpp"
 #include "host/reclamaciones/Reclamacion.hpp"
 #include "host/sesion/AvisosRecogidos.hpp"
@@ -12,6 +11,10 @@
 #include <tuple>
 #include <utility>
 #include <vector>
+
+namespace atipicos {
+struct CargoTecleado;
+}
 
 namespace atipicos::app {
 

@@ -1,5 +1,6 @@
 #include "host/reclamaciones/Importaciones.hpp"
 
+#include "editor/GuardarAtipico.hpp"
 #include "host/comprobacion/CargoConsultado.hpp"
 #include "host/sesion/OpcionesComunes.hpp"
 #include "host/sql/Literal.hpp"

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "browser/DetalleAtipico.hpp"
-#include "editor/GuardarAtipico.hpp"
+#include "charges/ClaveCargo.hpp"
 #include "platform/adodb/Connection.hpp"
 
 #include <cstdint>
@@ -9,6 +8,10 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+namespace atipicos {
+struct CargoTecleado;
+}
 
 namespace atipicos::app {
 

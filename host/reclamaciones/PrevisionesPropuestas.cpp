@@ -1,6 +1,7 @@
 #include "host/reclamaciones/PrevisionesPropuestas.hpp"
 
 #include "host/sesion/OpcionesComunes.hpp"
+#include "posting/GenerarPrev.hpp"
 #include "runtime/Formato.hpp"
 
 #include <utility>

@@ -1,9 +1,13 @@
 #pragma once
 
 #include "host/sesion/AvisosRecogidos.hpp"
-#include "posting/GenerarPrev.hpp"
+#include "posting/Prevision.hpp"
 
 #include <vector>
+
+namespace atipicos {
+struct Contabilizacion;
+}
 
 namespace atipicos::app {
 

@@ -1,7 +1,10 @@
 #include "host/reclamaciones/Registrador.hpp"
 
+#include "charges/clsAtipico.hpp"
 #include "context/modComun.hpp"
+#include "editor/GuardarAtipico.hpp"
 #include "host/reclamaciones/PrevisionesPropuestas.hpp"
+#include "posting/GenerarPrev.hpp"
 
 #include <iostream>
 #include <utility>

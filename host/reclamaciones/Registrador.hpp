@@ -19,6 +19,11 @@
 #include <string>
 #include <vector>
 
+namespace atipicos {
+struct Contabilizacion;
+struct Prevision;
+}
+
 namespace atipicos::app {
 
 /// Records claims one after the other, many in one commit, and tells of each what has become of it once that

@@ -1,5 +1,7 @@
 #include "host/reclamaciones/RevisionReclamaciones.hpp"
 
+#include "charges/clsAtipico.hpp"
+#include "editor/GuardarAtipico.hpp"
 #include "host/bases/Palabra.hpp"
 
 #include <utility>

@@ -1,5 +1,7 @@
 #include "host/reclamaciones/CargosReclamados.hpp"
 
+#include "charges/clsAtipico.hpp"
+#include "editor/GuardarAtipico.hpp"
 #include "tests/host/BasesDeMuestra.hpp"
 #include "tests/support/ConexionEspia.hpp"
 

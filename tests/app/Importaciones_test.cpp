@@ -1,5 +1,6 @@
 #include "host/reclamaciones/Importaciones.hpp"
 
+#include "editor/GuardarAtipico.hpp"
 #include "tests/host/Suite.hpp"
 
 namespace atipicos::app {

@@ -1,5 +1,6 @@
 #include "editor/EdicionAtipico.hpp"
 
+#include "editor/GuardarAtipico.hpp"
 #include "tests/support/Contexto.hpp"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,7 @@
 #include "editor/GuardarAtipico.hpp"
 
+#include "charges/clsAtipico.hpp"
+#include "posting/GenerarPrev.hpp"
 #include "tests/support/ConexionEspia.hpp"
 #include "tests/support/Contexto.hpp"
 

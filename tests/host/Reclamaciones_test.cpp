@@ -1,8 +1,10 @@
 // The sample claims file against the sample company: what it holds, and that all of it can be recorded.
 #include "browser/ListaAtipicos.hpp"
+#include "charges/clsAtipico.hpp"
 #include "charges/Impuesto.hpp"
 #include "editor/GuardarAtipico.hpp"
 #include "host/bexmor/Asiento.hpp"
+#include "posting/GenerarPrev.hpp"
 #include "runtime/Formato.hpp"
 #include "tests/host/Suite.hpp"
 

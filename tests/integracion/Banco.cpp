@@ -1,6 +1,8 @@
 #include "tests/integracion/Banco.hpp"
 
+#include "charges/clsAtipico.hpp"
 #include "charges/Impuesto.hpp"
+#include "posting/GenerarPrev.hpp"
 
 #include <array>
 #include <utility>

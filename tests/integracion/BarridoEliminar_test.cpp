@@ -1,5 +1,6 @@
 // The deletion of a charge, whole and with every operation failing.
 #include "browser/EliminarAtipico.hpp"
+#include "charges/clsAtipico.hpp"
 #include "tests/integracion/Banco.hpp"
 
 #include <gmock/gmock.h>

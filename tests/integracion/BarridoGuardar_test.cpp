@@ -1,4 +1,6 @@
 // The nth operation of a save fails, for every n: which boxes are shown and what is left in both databases.
+#include "charges/clsAtipico.hpp"
+#include "posting/GenerarPrev.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/integracion/EsperadoGuardar.hpp"
 

@@ -1,7 +1,9 @@
 // The same charges in every kind of place leave the same rows, byte for byte, and show the same messages.
 #include "browser/EliminarAtipico.hpp"
+#include "charges/clsAtipico.hpp"
 #include "charges/Impuesto.hpp"
 #include "host/sql/Guiones.hpp"
+#include "posting/GenerarPrev.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/integracion/Volcado.hpp"
 

@@ -3,10 +3,12 @@
 // ATIPICOS_PRUEBA_LARGA makes many more statements, of another seed.
 #include "browser/EliminarAtipico.hpp"
 #include "browser/ListaAtipicos.hpp"
+#include "charges/clsAtipico.hpp"
 #include "charges/Impuesto.hpp"
 #include "engines/sql/Guion.hpp"
 #include "engines/sqlite/Connection.hpp"
 #include "host/sql/Guiones.hpp"
+#include "posting/GenerarPrev.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/integracion/ConexionGemela.hpp"
 #include "tests/integracion/SentenciasAlAzar.hpp"

@@ -1,11 +1,13 @@
 // Entries whose charge is there no more, reversed: what is left is what the charges that exist come to,
 // reckoned apart, on every database; with everything failing, by two at once, and after whatever was done
 // before.
+#include "charges/clsAtipico.hpp"
 #include "host/comprobacion/Contrario.hpp"
 #include "host/comprobacion/Verificacion.hpp"
 
 #include "browser/EliminarAtipico.hpp"
 #include "charges/Impuesto.hpp"
+#include "posting/GenerarPrev.hpp"
 #include "tests/integracion/Banco.hpp"
 
 #include <gmock/gmock.h>

@@ -7,6 +7,7 @@
 #include "host/documento/CargoImpreso.hpp"
 #include "host/documento/DocumentoCargo.hpp"
 #include "host/orvalin/Biblioteca.hpp"
+#include "posting/GenerarPrev.hpp"
 #include "runtime/Formato.hpp"
 #include "tests/host/LienzoDePrueba.hpp"
 #include "tests/host/MedidorFijo.hpp"

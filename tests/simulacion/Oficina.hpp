@@ -1,9 +1,11 @@
 #pragma once
 
 #include "editor/EdicionAtipico.hpp"
+#include "editor/GuardarAtipico.hpp"
 #include "host/bases/Bases.hpp"
 #include "host/bexmor/Biblioteca.hpp"
 #include "host/orvalin/Empresa.hpp"
+#include "posting/Prevision.hpp"
 #include "tests/simulacion/Guion.hpp"
 #include "tests/simulacion/Modelo.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
