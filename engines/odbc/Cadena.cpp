@@ -37,7 +37,7 @@ namespace {
         return valor;
     }
 
-    void anexa_valor(std::string& texto, const std::string& valor)
+    void anexa_valor(std::string& texto, const std::string& valor, Llaves llaves)
     {
         if (valor.find_first_of(";{}=") == std::string::npos && sin_blancos(valor) == valor) {
             texto += valor;
@@ -45,7 +45,7 @@ namespace {
         }
         texto += '{';
         for (const char c : valor)
-            texto.append(c == '}' ? 2 : 1, c);
+            texto.append(c == '}' && llaves == Llaves::dobladas ? 2 : 1, c);
         texto += '}';
     }
 
@@ -89,12 +89,20 @@ void Cadena::pon(std::string_view nombre, std::string valor)
     m_partes.emplace_back(nombre, std::move(valor));
 }
 
-std::string Cadena::texto() const
+bool Cadena::admite(Llaves llaves) const noexcept
+{
+    return llaves == Llaves::dobladas || std::none_of(m_partes.begin(), m_partes.end(), [](const auto& una) {
+        return una.second.find("};") != std::string::npos;
+    });
+}
+
+std::string Cadena::texto(Llaves llaves) const
 {
     std::string texto;
     for (const auto& [nombre, valor] : m_partes) {
-        texto += (texto.empty() ? "" : ";") + nombre + "=";
-        anexa_valor(texto, valor);
+        texto += nombre + "=";
+        anexa_valor(texto, valor, llaves);
+        texto += ';'; // behind the last one too: there are drivers to which "}" alone is no end
     }
     return texto;
 }

@@ -2,6 +2,7 @@
 
 #include "runtime/Unicode.hpp"
 
+#include <algorithm>
 #include <array>
 #include <sqlucode.h>
 
@@ -34,6 +35,7 @@ Enlace::Enlace(Opciones opciones, Donde donde)
     SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &entorno);
     m_entorno.reset(entorno);
     SQLSetEnvAttr(entorno, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    m_controlador = controlador_de(Cadena(m_opciones.cadena), entorno);
     abre(donde);
 }
 
@@ -72,15 +74,32 @@ void Enlace::conecta(Donde donde)
     Cadena con_clave(m_opciones.cadena);
     if (!m_opciones.clave.empty())
         con_clave.pon("PWD", m_opciones.clave);
-    // As bytes: the driver manager narrows wide texts by halves before it knows the driver.
-    auto cadena = con_clave.texto();
-    const auto resultado = SQLDriverConnect(m_linea.get(), nullptr, reinterpret_cast<SQLCHAR*>(cadena.data()),
-        static_cast<SQLSMALLINT>(cadena.size()), nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
-    if (!SQL_SUCCEEDED(resultado))
+    if (!con_clave.admite(m_controlador.llaves))
         throw ErrorBaseDatos(Categoria::conexion, fuente,
-            "No se puede conectar con el servidor de la base de datos ("
-                + error_de(SQL_HANDLE_DBC, m_linea.get(), servidor(), {}, donde).descripcion() + ").",
+            "El controlador FreeTDS no admite «};» dentro de un usuario, una contraseña u otro valor de la "
+            "conexión: use otros sin esas dos letras seguidas.",
             {}, donde);
+    if (SQL_SUCCEEDED(m_controlador.conecta(m_linea.get(), con_clave.texto(m_controlador.llaves))))
+        return;
+    // Nothing has said which product it is; the numbers of SQL Server are looked up only where it can be one.
+    const auto& supuesto = m_controlador.es_freetds ? odbc::servidor(nombre_sql_server) : servidor();
+    const auto error = error_de(SQL_HANDLE_DBC, m_linea.get(), supuesto, {}, donde);
+    if (error.categoria() == Categoria::no_existe)
+        throw error;
+    throw ErrorBaseDatos(Categoria::conexion, fuente,
+        "No se puede conectar con el servidor de la base de datos ("
+            + error_de(SQL_HANDLE_DBC, m_linea.get(), servidor(), {}, donde).descripcion() + ").",
+        {}, donde);
+}
+
+std::chrono::seconds Enlace::limite() const noexcept
+{
+    // PostgreSQL's driver would ask for its limit in a round trip of its own: there the session has it.
+    if (!servidor().dialecto.transact)
+        return {};
+    const auto todo = m_opciones.sesion.espera_instruccion;
+    // FreeTDS calls the statement off after it, and waits as long again for the server to confirm that.
+    return m_controlador.es_freetds ? std::max(todo / 2, std::chrono::seconds(1)) : todo;
 }
 
 void Enlace::reanuda(Donde donde)
@@ -98,11 +117,8 @@ void Enlace::abandona()
 
 Respuesta Enlace::ejecuta(const std::string& sql, Donde donde)
 {
-    // PostgreSQL's driver would ask for its limit in a round trip of its own: there the session has it.
-    const auto limite
-        = servidor().dialecto.transact ? m_opciones.sesion.espera_instruccion : std::chrono::seconds(0);
     try {
-        return odbc::ejecuta(m_linea.get(), servidor(), sql, limite, donde);
+        return odbc::ejecuta(m_linea.get(), servidor(), sql, limite(), donde);
     } catch (const ErrorBaseDatos& error) {
         explica(error, sql, donde);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/odbc/Cadena.hpp"
+#include "engines/odbc/Controlador.hpp"
 #include "engines/odbc/Instruccion.hpp"
 #include "engines/sql/Linea.hpp"
 
@@ -51,7 +52,10 @@ private:
     void avisa(sql::Linea que) const;
     [[noreturn]] void explica(const adodb::ErrorBaseDatos& error, const std::string& sql, Donde donde);
 
+    [[nodiscard]] std::chrono::seconds limite() const noexcept;
+
     Opciones m_opciones;
+    Controlador m_controlador;
     Asa<SQL_HANDLE_ENV> m_entorno;
     Asa<SQL_HANDLE_DBC> m_linea;
     const Servidor* m_servidor;

@@ -37,6 +37,8 @@ namespace {
             return "La base de datos es de sólo lectura";
         case Categoria::conexion:
             return "No hay conexión con el servidor de la base de datos";
+        case Categoria::no_existe:
+            return "La base de datos no existe en el servidor, o este usuario no puede entrar en ella";
         default:
             return nullptr;
         }

@@ -117,6 +117,10 @@ Categoria Servidor::categoria(std::string_view sqlstate, int numero) const
     constexpr int sin_entrada = 916;
     if (nombre == nombre_sql_server && numero == sin_entrada)
         return Categoria::otra;
+    constexpr std::array<int, 2> no_existe{ 911, 4060 };
+    if (nombre == nombre_sql_server
+        && std::find(no_existe.begin(), no_existe.end(), numero) != no_existe.end())
+        return Categoria::no_existe;
     const auto clase = std::find_if(
         clases.begin(), clases.end(), [&](const auto& una) { return sqlstate.starts_with(una.sqlstate); });
     return clase == clases.end() ? Categoria::otra : clase->categoria;

@@ -58,12 +58,40 @@ namespace {
 
     Bases abre_fichero(
         odbc::Opciones abiertas, const fs::path& fichero, const OpcionesBases& opciones, Donde donde)
+    /// The error of a server on which there is no such database.
+    [[noreturn]] void faltan(const std::string& cadena, const adodb::ErrorBaseDatos& error, Donde donde)
+    {
+        if (odbc::Cadena(cadena).tiene(parametro_base))
+            falla(cadena,
+                "la base de datos que nombra DATABASE no está en el servidor, o este usuario no puede entrar "
+                "en "
+                "ella. Quite DATABASE de la conexión: las de este programa se llaman Orvalin y Bexmor, y las "
+                "crea atipicos crear. ("
+                    + error.descripcion() + ")",
+                donde);
+        falla(cadena,
+            "las bases de datos Orvalin y Bexmor no están en este servidor. Créelas con: atipicos crear "
+                + Lugar::de_conexion("odbc:" + cadena).opcion() + " (" + error.descripcion() + ")",
+            donde);
+    }
+
+    /// `accion`, or what to do about databases that are not there.
+    template <class Accion> auto exigiendo_bases(const std::string& cadena, Donde donde, Accion accion)
+    {
+        try {
+            return accion();
+        } catch (const adodb::ErrorBaseDatos& error) {
+            if (error.categoria() != adodb::Categoria::no_existe)
+                throw;
+            faltan(cadena, error, donde);
+        }
+    }
+
     {
         odbc::Cadena cadena(abiertas.cadena);
         cadena.pon("TIMEOUT", std::to_string(opciones.espera.count()));
         abiertas.cadena = cadena.texto();
         const auto pareja = odbc::Connection::AbrirPareja(abiertas, {}, donde);
-        comprueba_version(*pareja.gestion, "Esquema", fichero.string(), donde);
         comprueba_version(*pareja.contabilidad, "Esquema", fichero.string(), donde);
         return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
     }
@@ -82,7 +110,8 @@ bool crea_por_odbc(const std::string& cadena, bool vacia, Donde donde)
         crea_en_carpeta(*carpeta, vacia, donde); // files of SQLite are the same whoever makes them
         return true;
     }
-    const auto conexion = odbc::Connection::Abrir(opciones_de(cadena, {}, donde), donde);
+    const auto conexion = exigiendo_bases(
+        cadena, donde, [&] { return odbc::Connection::Abrir(opciones_de(cadena, {}, donde), donde); });
     exige_conocido(conexion->servidor(), cadena, donde);
     return conexion->servidor().nombre == odbc::nombre_sql_server
         ? crea_en_sql_server(*conexion, cadena, vacia, donde)
@@ -97,13 +126,15 @@ Bases abre_de_odbc(const std::string& cadena, const OpcionesBases& opciones, Don
         return abre_fichero(abiertas, *carpeta / fichero_empresa, opciones, donde);
     }
     abiertas.al_abrir = entra_en_gestion(cadena, donde);
-    const auto pareja = odbc::Connection::AbrirPareja(
-        abiertas,
-        [&](adodb::Connection& contabilidad) {
-            comprueba_tablas(contabilidad, cadena, donde); // before its tables are asked
-            return nombres_de_bexmor(contabilidad, donde);
-        },
-        donde);
+    const auto pareja = exigiendo_bases(cadena, donde, [&] {
+        return odbc::Connection::AbrirPareja(
+            abiertas,
+            [&](adodb::Connection& contabilidad) {
+                comprueba_tablas(contabilidad, cadena, donde); // before its tables are asked
+                return nombres_de_bexmor(contabilidad, donde);
+            },
+            donde);
+    });
     comprueba_tablas(*pareja.gestion, cadena, donde);
     return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
 }

@@ -19,6 +19,7 @@ namespace {
         case Categoria::instruccion:
             return -2147217900; // 0x80040E14
         case Categoria::conexion:
+        case Categoria::no_existe:
         case Categoria::otra:
             break;
         }

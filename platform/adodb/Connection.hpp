@@ -23,6 +23,7 @@ enum class Categoria : std::uint8_t {
     bloqueo, ///< another user held what was needed for too long
     solo_lectura, ///< the database does not let itself be written
     conexion, ///< not open, not reachable or lost
+    no_existe, ///< the server is there, and has no such database, or none that this user may enter
     otra,
 };
 

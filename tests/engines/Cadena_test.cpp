@@ -35,6 +35,18 @@ namespace {
         }
     }
 
+    TEST(Cadena, a_driver_that_reads_braces_plainly_gets_them_so_and_not_what_would_end_them)
+    {
+        Cadena cadena("DRIVER=x");
+        cadena.pon("PWD", "a;b}c");
+        EXPECT_EQ(cadena.texto(), "DRIVER=x;PWD={a;b}}c};");
+        EXPECT_TRUE(cadena.admite(Llaves::sencillas));
+        EXPECT_EQ(cadena.texto(Llaves::sencillas), "DRIVER=x;PWD={a;b}c};");
+        cadena.pon("PWD", "a};b");
+        EXPECT_TRUE(cadena.admite(Llaves::dobladas));
+        EXPECT_FALSE(cadena.admite(Llaves::sencillas));
+    }
+
     TEST(Cadena, braces_that_are_never_closed_end_with_the_text)
     {
         EXPECT_EQ(Cadena("A={x").valor("A"), "x");

@@ -114,9 +114,8 @@ SQLRETURN SQLFreeHandle(SQLSMALLINT tipo, SQLHANDLE asa)
 SQLRETURN SQLDriverConnectW(SQLHDBC asa, SQLHWND, SQLWCHAR* cadena, SQLSMALLINT letras, SQLWCHAR*,
     SQLSMALLINT, SQLSMALLINT*, SQLUSMALLINT)
 {
-    std::string texto; // the driver manager has made a wide letter of each byte
-    std::transform(cadena, cadena + letras, std::back_inserter(texto),
-        [](SQLWCHAR letra) { return static_cast<char>(static_cast<unsigned char>(letra)); });
+    const auto texto
+        = atipicos::a_utf8({ reinterpret_cast<const char16_t*>(cadena), static_cast<std::size_t>(letras) });
     linea(asa) = { valor_de(texto, "DATABASE="), valor_de(texto, "NOMBRE=") };
     std::ofstream(linea(asa).registro, std::ios::app) << "CONECTA\n";
     return SQL_SUCCESS;

@@ -7,6 +7,7 @@
 #include "tests/host/BasesDeMuestra.hpp"
 #include "tests/support/ConexionDePrueba.hpp"
 #include "tests/support/ServidorFingido.hpp"
+#include "tests/support/ServidorTds.hpp"
 
 #include <gmock/gmock.h>
 
@@ -84,6 +85,30 @@ namespace {
         EXPECT_THAT(error_de([&] { crea(); }),
             EndsWith("»: sólo una de las bases de datos Orvalin y Bexmor tiene sus tablas."));
         EXPECT_THAT(conexion.dichas, Not(Contains("BEGIN")));
+    }
+
+    TEST(BasesEnSqlServerPorFreeTds, that_are_not_there_are_told_with_the_command_that_makes_them)
+    {
+        if (const auto falta = pruebas::ServidorTds::falta(); !falta.empty())
+            GTEST_SKIP() << falta;
+        pruebas::ServidorTds servidor;
+        servidor.falla("USE Orvalin", 911);
+        auto cadena = servidor.cadena() + ";UID=begona";
+        const auto al_abrir
+            = [&] { return error_de([&] { static_cast<void>(abre_de_odbc(cadena, {}, Donde::aqui())); }); };
+        const auto comienzo = "«" + cadena
+            + "»: las bases de datos Orvalin y Bexmor no están en este servidor. "
+              "Créelas con: atipicos crear --conexion 'odbc:"
+            + cadena + "' (";
+        EXPECT_THAT(al_abrir(), testing::StartsWith(comienzo));
+        EXPECT_THAT(al_abrir(), Not(HasSubstr("Se ha perdido la conexión")));
+        servidor.falla("", 4060);
+        cadena += ";DATABASE=Orvalin";
+        const auto esperado
+            = HasSubstr("»: la base de datos que nombra DATABASE no está en el servidor, o este "
+                        "usuario no puede entrar en ella. Quite DATABASE de la conexión");
+        EXPECT_THAT(al_abrir(), esperado);
+        EXPECT_THAT(error_de([&] { crea_por_odbc(cadena, true, Donde::aqui()); }), esperado);
     }
 
     /// On a driver that answers as its own does, and has no tables.

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+namespace atipicos::pruebas {
+
+/// Listens on a port of 127.0.0.1 and speaks as much of the protocol of SQL Server as a driver needs to log
+/// in and to be told that statements were done: for what a driver makes of a connection string, of a refusal
+/// and of silence. It has no database.
+class ServidorTds {
+public:
+    /// What a client logged in with, as it came over the line.
+    struct Entrada {
+        std::string usuario;
+        std::string clave;
+        std::string base;
+    };
+
+    ServidorTds();
+    ServidorTds(const ServidorTds&) = delete;
+    ServidorTds& operator=(const ServidorTds&) = delete;
+    ~ServidorTds(); ///< after its clients have gone
+
+    /// A connection string without user, for FreeTDS.
+    [[nodiscard]] std::string cadena() const;
+    /// What there is to install or to set before that driver can be used; empty when nothing.
+    [[nodiscard]] static std::string falta();
+
+    [[nodiscard]] std::vector<Entrada> entradas() const; ///< all there have been
+    /// From now on statements that begin so fail with that number of the server; an empty one: the login.
+    void falla(const std::string& comienzo, std::int32_t numero);
+    void calla_ante(const std::string& comienzo); ///< statements that begin so get no answer at all
+
+private:
+    void atiende();
+    void conversa(int cliente);
+    [[nodiscard]] std::string responde(std::uint8_t clase, const std::string& contenido, bool& callada);
+    [[nodiscard]] std::string entra(const std::string& contenido);
+
+    int m_oyente = -1;
+    int m_puerto = 0;
+    mutable std::mutex m_cerrojo;
+    std::vector<Entrada> m_entradas;
+    std::map<std::string, std::int32_t> m_fallos; ///< numbers by the beginning of the statement
+    std::string m_calla; ///< empty: before none
+    std::jthread m_hilo;
+};
+
+} // namespace atipicos::pruebas
