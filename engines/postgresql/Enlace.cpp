@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <poll.h>
 #include <random>
+#include <sys/socket.h>
 #include <utility>
 
 namespace atipicos::postgresql {
@@ -47,8 +49,11 @@ namespace {
         return std::to_string(std::max<std::chrono::milliseconds::rep>(tiempo.count(), 1));
     }
 
-    /// The settings of a session travel with its opening and cost no round trip.
-    std::string ajustes(const Opciones& opciones)
+    constexpr auto solo_lectura = "default_transaction_read_only";
+
+    /// The settings of a session travel with its opening and cost no round trip. `despues`: that it only
+    /// reads is told to it later.
+    std::string ajustes(const Opciones& opciones, bool despues)
     {
         std::string texto = ajuste("search_path", opciones.esquema) + ajuste("datestyle", "ISO,DMY")
             + ajuste("standard_conforming_strings", "on")
@@ -57,24 +62,58 @@ namespace {
             // A workstation that is switched off in the middle of a save holds its locks no longer than this.
             + ajuste("tcp_keepalives_idle", "30") + ajuste("tcp_keepalives_interval", "10")
             + ajuste("tcp_keepalives_count", "3");
-        if (opciones.solo_lectura)
-            texto += ajuste("default_transaction_read_only", "on");
+        if (opciones.solo_lectura && !despues)
+            texto += ajuste(solo_lectura, "on");
         if (!opciones.sincronizacion_completa)
             texto += ajuste("synchronous_commit", "off");
         return texto;
     }
 
-    PGconn* conecta(const Parametros& parametros)
+    /// As the client library takes them.
+    void reparte(
+        const Parametros& parametros, std::vector<const char*>& nombres, std::vector<const char*>& valores)
     {
-        std::vector<const char*> nombres;
-        std::vector<const char*> valores;
         for (const auto& [nombre, valor] : parametros) {
             nombres.push_back(nombre.c_str());
             valores.push_back(valor.c_str());
         }
         nombres.push_back(nullptr);
         valores.push_back(nullptr);
+    }
+
+    PGconn* conecta(const Parametros& parametros)
+    {
+        std::vector<const char*> nombres;
+        std::vector<const char*> valores;
+        reparte(parametros, nombres, valores);
         return PQconnectdbParams(nombres.data(), valores.data(), 0);
+    }
+
+    /// Whether the server has refused because it has no such database. The client library keeps the code of
+    /// a refusal to itself: it is asked once more, for nothing but that, and in no case for long.
+    bool no_existe_la_base(const PGconn* linea, const Parametros& parametros)
+    {
+        const char* base = PQdb(linea);
+        if (base == nullptr || std::string_view(PQerrorMessage(linea)).find(base) == std::string_view::npos)
+            return false; // whatever its language, the server names it
+        std::vector<const char*> nombres;
+        std::vector<const char*> valores;
+        reparte(parametros, nombres, valores);
+        const std::unique_ptr<PGconn, decltype(&PQfinish)> otra(
+            PQconnectStartParams(nombres.data(), valores.data(), 0), &PQfinish);
+        PQsetErrorVerbosity(otra.get(), PQERRORS_VERBOSE);
+        const auto hasta = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+        for (auto estado = PGRES_POLLING_WRITING;
+             estado != PGRES_POLLING_OK && estado != PGRES_POLLING_FAILED;) {
+            const auto queda = std::chrono::duration_cast<std::chrono::milliseconds>(
+                hasta - std::chrono::steady_clock::now());
+            pollfd enchufe{ PQsocket(otra.get()),
+                static_cast<short>(estado == PGRES_POLLING_READING ? POLLIN : POLLOUT), 0 };
+            if (queda.count() <= 0 || poll(&enchufe, 1, static_cast<int>(queda.count())) <= 0)
+                return false;
+            estado = PQconnectPoll(otra.get());
+        }
+        return std::string_view(PQerrorMessage(otra.get())).find(" 3D000: ") != std::string_view::npos;
     }
 
     /// An error of the client library itself has no code of the server: the line is no longer to be used,
@@ -88,7 +127,12 @@ namespace {
     /// A person may read a list with a pager: its rows have longer than the answer of a statement has.
     constexpr auto mientras_se_lee = "SET LOCAL statement_timeout TO 3600000\n;";
 
+    constexpr std::chrono::hours mientras_se_lee_como_mucho{ 1 };
+
     constexpr int filas_sin_cancelar = 1'000;
+
+    /// The server ends a statement that takes too long by itself, and says so a little later.
+    constexpr std::chrono::seconds lo_que_tarda_en_decirlo{ 2 };
 
     void calla(void*, const PGresult*) { } // notices are for whoever administers the server
 
@@ -96,15 +140,30 @@ namespace {
 
 Enlace::Enlace(const Opciones& opciones, Donde donde)
     : m_avisa(opciones.avisa)
+    , m_sigue_esperando(opciones.sigue_esperando)
+    , m_limite(opciones.espera_instruccion + lo_que_tarda_en_decirlo)
     , m_sello("a" + std::to_string(std::random_device()()) + "_")
 {
     auto [parametros, preparadas] = lee_direccion(opciones.direccion, donde);
     m_con_preparadas = preparadas && opciones.preparadas;
     parametros["client_encoding"] = "UTF8";
-    parametros["options"] = ajustes(opciones) + " " + parametros["options"];
+    // Where the address says which kind of session it wants, the client library asks the one that it has got,
+    // and would take ours for one of a server that cannot be written.
+    m_solo_lectura_despues = opciones.solo_lectura && parametros.contains("target_session_attrs");
+    parametros["options"] = ajustes(opciones, m_solo_lectura_despues) + " " + parametros["options"];
     parametros.try_emplace("fallback_application_name", "atipicos");
     parametros.try_emplace("connect_timeout", "10");
+    // A server that is switched off, or behind a network that is gone, is not waited for for hours.
+    parametros.try_emplace("keepalives_idle", "30");
+    parametros.try_emplace("keepalives_interval", "10");
+    parametros.try_emplace("keepalives_count", "3");
+    parametros.try_emplace("tcp_user_timeout", "60000");
     m_linea.reset(conecta(parametros));
+    if (PQstatus(get()) != CONNECTION_OK && no_existe_la_base(get(), parametros))
+        throw ErrorBaseDatos(Categoria::no_existe, fuente,
+            "La base de datos «" + std::string(PQdb(get())) + "» no existe en el servidor ("
+                + en_una_linea(PQerrorMessage(get())) + ").",
+            {}, donde);
     comprueba_abierta(donde);
 }
 
@@ -119,6 +178,11 @@ void Enlace::comprueba_abierta(Donde donde)
                 + std::to_string(PQserverVersion(get()) / 10'000) + " y se necesita el 13 o posterior.",
             donde);
     PQsetNoticeReceiver(get(), &calla, nullptr);
+    if (!m_solo_lectura_despues)
+        return;
+    const auto orden = std::string("SET ") + solo_lectura + " TO on";
+    if (const Respuesta respuesta(PQexec(get(), orden.c_str())); es_error(respuesta))
+        throw error_de(respuesta, orden, donde);
 }
 
 void Enlace::reanuda(Donde donde)
@@ -154,7 +218,7 @@ std::vector<Respuesta> Enlace::intercambia_texto(
         falla(instruccion, donde);
     m_una_a_una = false;
     std::vector<Respuesta> respuestas;
-    while (auto respuesta = Respuesta(PQgetResult(get())))
+    while (auto respuesta = toma())
         respuestas.push_back(std::move(respuesta));
     if (respuestas.empty() || cortada(get(), respuestas.back()))
         falla(instruccion, donde);
@@ -201,15 +265,15 @@ std::vector<Respuesta> Enlace::recibe(
     }
     if (fallida)
         respuestas.front() = std::move(fallida);
-    if (PQresultStatus(Respuesta(PQgetResult(get())).get()) != PGRES_PIPELINE_SYNC)
+    if (PQresultStatus(toma().get()) != PGRES_PIPELINE_SYNC)
         falla(instruccion, donde);
     return respuestas;
 }
 
 Respuesta Enlace::recibe_una(std::string_view instruccion, Donde donde)
 {
-    Respuesta respuesta(PQgetResult(get()));
-    while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
+    auto respuesta = toma();
+    while (const auto sobrante = toma()) { }
     if (PQstatus(get()) == CONNECTION_BAD)
         falla(instruccion, donde);
     return respuesta;
@@ -243,6 +307,45 @@ bool Enlace::envia_preparada(
     return PQsendQueryPrepared(get(), preparada.m_nombre.c_str(), static_cast<int>(valores.size()),
                valores.data(), nullptr, nullptr, 0)
         == 1;
+}
+
+Respuesta Enlace::toma() noexcept
+{
+    try {
+        espera_respuesta();
+    } catch (...) { // NOLINT(bugprone-empty-catch): whom we ask has failed: the server is asked
+    }
+    return Respuesta(PQgetResult(get()));
+}
+
+void Enlace::espera_respuesta()
+{
+    using Reloj = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds un_momento{ 250 };
+    auto desde = Reloj::now();
+    const auto limite
+        = m_lectura != nullptr ? mientras_se_lee_como_mucho + lo_que_tarda_en_decirlo : m_limite;
+    while (PQstatus(get()) == CONNECTION_OK && PQisBusy(get()) == 1) {
+        pollfd enchufe{ PQsocket(get()), POLLIN, 0 };
+        if (poll(&enchufe, 1, static_cast<int>(un_momento.count())) > 0) {
+            if (PQconsumeInput(get()) != 1)
+                return;
+            desde = Reloj::now();
+            continue;
+        }
+        const auto callado = std::chrono::duration_cast<std::chrono::milliseconds>(Reloj::now() - desde);
+        if (callado >= limite)
+            return corta("no contesta desde hace " + std::to_string(callado.count() / 1'000) + " s");
+        if (m_sigue_esperando && !m_sigue_esperando(callado))
+            return corta("se ha dejado de esperar su respuesta");
+    }
+}
+
+/// What waits for an answer finds the end of the line instead, and the server too.
+void Enlace::corta(std::string motivo)
+{
+    m_motivo = std::move(motivo);
+    shutdown(PQsocket(get()), SHUT_RDWR);
 }
 
 /// Words about the transaction are few, and go with many statements.
@@ -301,9 +404,9 @@ Respuesta Enlace::empieza_lectura(const std::string& sql, Lectura& lectura, Dond
     PQsetSingleRowMode(get());
     m_una_a_una = true;
     m_lectura = &lectura;
-    if (auto ajuste = Respuesta(PQgetResult(get())); es_error(ajuste)) {
+    if (auto ajuste = toma(); es_error(ajuste)) {
         m_lectura = nullptr;
-        while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
+        while (const auto sobrante = toma()) { }
         if (cortada(get(), ajuste))
             falla(sql, donde);
         return ajuste;
@@ -313,11 +416,11 @@ Respuesta Enlace::empieza_lectura(const std::string& sql, Lectura& lectura, Dond
 
 Respuesta Enlace::sigue_lectura(std::string_view instruccion, Donde donde)
 {
-    Respuesta respuesta(PQgetResult(get()));
+    auto respuesta = toma();
     if (PQresultStatus(respuesta.get()) == PGRES_SINGLE_TUPLE)
         return respuesta;
     m_lectura = nullptr;
-    while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
+    while (const auto sobrante = toma()) { }
     if (!respuesta || cortada(get(), respuesta))
         falla(instruccion, donde);
     return respuesta;
@@ -330,14 +433,14 @@ void Enlace::deja_lectura(const Lectura& lectura) noexcept
     m_lectura = nullptr;
     for (int i = 0; i < filas_sin_cancelar;
          ++i) // what is on its way already comes sooner than a cancellation
-        if (!Respuesta(PQgetResult(get())))
+        if (!toma())
             return;
     if (auto* cancelacion = PQgetCancel(get())) {
         std::array<char, 256> motivo{};
         PQcancel(cancelacion, motivo.data(), static_cast<int>(motivo.size()));
         PQfreeCancel(cancelacion);
     }
-    while (const auto sobrante = Respuesta(PQgetResult(get()))) { }
+    while (const auto sobrante = toma()) { }
 }
 
 Preparada::~Preparada() { olvida(); }
@@ -363,7 +466,9 @@ void Enlace::falla(std::string_view instruccion, Donde donde)
 {
     m_perdido = true; // the client library may know it only when it reads again
     avisa(sql::Linea::perdida);
-    const std::string motivo = PQerrorMessage(get());
+    auto motivo = std::exchange(m_motivo, {});
+    if (motivo.empty())
+        motivo = PQerrorMessage(get());
     throw ErrorBaseDatos(Categoria::conexion, fuente,
         "Se ha perdido la conexión con el servidor de la base de datos ("
             + motivo.substr(0, motivo.find('\n')) + "). La próxima operación volverá a conectar.",

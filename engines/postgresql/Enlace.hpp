@@ -29,6 +29,7 @@ struct Opciones {
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
     std::chrono::milliseconds espera_instruccion{ 120'000 }; ///< the longest that one statement may take
     sql::AvisoLinea avisa = {};
+    sql::SigueEsperando sigue_esperando = {};
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
     bool preparadas = true; ///< off only to compare; the address says it too
 };
@@ -105,6 +106,11 @@ private:
     [[nodiscard]] std::vector<Respuesta> recibe(std::size_t sobrantes, const std::vector<Preparada*>& nuevas,
         std::string_view instruccion, Donde donde);
     [[nodiscard]] Respuesta recibe_una(std::string_view instruccion, Donde donde);
+    /// The next part of an answer, as `PQgetResult` gives it. From a server that is silent for longer than it
+    /// may take, or than whoever asks will wait, it comes as of a line that was cut.
+    [[nodiscard]] Respuesta toma() noexcept;
+    void espera_respuesta();
+    void corta(std::string motivo);
     void recoge_lectura();
     [[nodiscard]] Preparada* preparada_de(const Orden& orden);
     [[nodiscard]] bool conoce(const Preparada& preparada) const noexcept;
@@ -113,9 +119,13 @@ private:
 
     std::unique_ptr<PGconn, Cierra> m_linea;
     sql::AvisoLinea m_avisa;
+    sql::SigueEsperando m_sigue_esperando;
+    std::chrono::milliseconds m_limite; ///< after which a server that says nothing is lost
+    std::string m_motivo; ///< why we have cut the line ourselves; empty: we have not
     Lectura* m_lectura = nullptr; ///< whose rows are on the line
     bool m_una_a_una = false; ///< the rows of the last statement came so: the client library remembers it
     bool m_perdido = false;
+    bool m_solo_lectura_despues = false; ///< the session is told so when it is open
     bool m_con_preparadas = true;
     std::string m_sello; ///< with which nobody else's names of prepared statements begin
     std::uint64_t m_nombres = 0; ///< given so far

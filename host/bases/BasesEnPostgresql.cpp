@@ -49,6 +49,22 @@ namespace {
     }
 
     postgresql::Opciones opciones_de(
+    /// `accion`, or what to do about a database that is not there.
+    template <class Accion> auto exigiendo_base(const std::string& direccion, Donde donde, Accion accion)
+    {
+        try {
+            return accion();
+        } catch (const adodb::ErrorBaseDatos& error) {
+            if (error.categoria() != adodb::Categoria::no_existe)
+                throw;
+            falla(direccion,
+                error.descripcion()
+                    + " Créela en el servidor con createdb, y después sus tablas con: atipicos crear "
+                    + Lugar::de_conexion(direccion).opcion(),
+                donde);
+        }
+    }
+
         const std::string& direccion, const char* esquema, const OpcionesBases& opciones)
     {
         return { .direccion = direccion,
@@ -57,6 +73,7 @@ namespace {
             .espera = opciones.espera,
             .avisa = opciones.avisa_linea,
             .sincronizacion_completa = opciones.sincronizacion_completa };
+            .sigue_esperando = opciones.sigue_esperando,
     }
 
 }
@@ -100,20 +117,22 @@ bool crea_en_postgresql(adodb::Connection& conexion, const std::string& lugar, b
 
 bool crea_en_postgresql(const std::string& direccion, bool vacia, Donde donde)
 {
-    return crea_en_postgresql(
-        *postgresql::Connection::Abrir(opciones_de(direccion, esquema_bexmor, {}), donde), direccion, vacia,
-        donde);
+    const auto conexion = exigiendo_base(direccion, donde,
+        [&] { return postgresql::Connection::Abrir(opciones_de(direccion, esquema_bexmor, {}), donde); });
+    return crea_en_postgresql(*conexion, direccion, vacia, donde);
 }
 
 Bases abre_de_postgresql(const std::string& direccion, const OpcionesBases& opciones, Donde donde)
 {
-    const auto pareja = postgresql::Connection::AbrirPareja(
-        opciones_de(direccion, esquema_orvalin, opciones),
-        [&](adodb::Connection& contabilidad) {
-            comprueba_tablas(contabilidad, "Esquema", direccion, donde);
-            return nombres_de_bexmor(contabilidad, donde);
-        },
-        donde);
+    const auto pareja = exigiendo_base(direccion, donde, [&] {
+        return postgresql::Connection::AbrirPareja(
+            opciones_de(direccion, esquema_orvalin, opciones),
+            [&](adodb::Connection& contabilidad) {
+                comprueba_tablas(contabilidad, "Esquema", direccion, donde);
+                return nombres_de_bexmor(contabilidad, donde);
+            },
+            donde);
+    });
     comprueba_tablas(*pareja.gestion, "Esquema", direccion, donde);
     return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
 }

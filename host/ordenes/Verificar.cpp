@@ -2,6 +2,7 @@
 #include "host/comprobacion/Propuesta.hpp"
 #include "host/comprobacion/Verificacion.hpp"
 #include "host/ordenes/Ordenes.hpp"
+#include "host/terminal/EsperaServidor.hpp"
 
 #include <iostream>
 
@@ -9,7 +10,8 @@ namespace atipicos::app {
 
 int verificar(const OpcionesComunes& comunes, bool proponer)
 {
-    const auto bases = bases::abre_bases(comunes.lugar(), { .solo_lectura = true });
+    const auto bases = bases::abre_bases(
+        comunes.lugar(), { .solo_lectura = true, .sigue_esperando = EsperaServidor(std::cerr) });
     const auto danos = bases::danos(bases);
     for (const auto& dano : danos)
         std::cout << dano << '\n';

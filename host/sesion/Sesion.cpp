@@ -1,6 +1,7 @@
 #include "host/sesion/Sesion.hpp"
 
 #include "context/modComun.hpp"
+#include "host/terminal/EsperaServidor.hpp"
 
 #include <ctime>
 #include <iostream>
@@ -34,6 +35,13 @@ namespace {
         throw Error(no_hecho, "atipicos", texto);
     }
 
+    bases::OpcionesBases con_espera(bases::OpcionesBases opciones)
+    {
+        if (!opciones.sigue_esperando)
+            opciones.sigue_esperando = EsperaServidor(std::cerr);
+        return opciones;
+    }
+
     /// The accounting company through which the library and its settings are reached: the first one.
     std::shared_ptr<qvbxemp::Empresa> primera_empresa_contable(
         const bexmor::Biblioteca& biblioteca, adodb::Connection& conexion)
@@ -52,7 +60,7 @@ namespace {
 }
 
 Sesion::Sesion(const OpcionesComunes& opciones, const bases::OpcionesBases& opciones_bases)
-    : bases(bases::abre_bases(opciones.lugar(), opciones_bases))
+    : bases(bases::abre_bases(opciones.lugar(), con_espera(opciones_bases)))
     , catalogos(bases.orvalin, opciones.empresa)
     , avisos(std::make_shared<MsgBoxConsola>(std::cerr))
 {

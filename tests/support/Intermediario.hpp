@@ -22,8 +22,14 @@ public:
     [[nodiscard]] std::size_t viajes() const noexcept { return m_viajes; }
     void retrasa(std::chrono::milliseconds viaje) noexcept { m_retraso = viaje; }
     void pierde_la_proxima_respuesta() noexcept { m_pierde = true; } ///< and the line that it comes on
+    void calla(bool si = true) noexcept { m_calla = si; } ///< what the server says does not arrive any more
+    /// From now on the columns of answers have no number of the table that they come from, as those of a
+    /// table that is spread over several nodes.
+    void borra_numeros_de_tabla() noexcept { m_borra_numeros = true; }
 
 private:
+    class Mensajes;
+
     void atiende();
     void pasa(int cliente);
 
@@ -33,6 +39,8 @@ private:
     std::atomic<std::size_t> m_viajes = 0;
     std::atomic<std::chrono::milliseconds> m_retraso{};
     std::atomic<bool> m_pierde = false;
+    std::atomic<bool> m_calla = false;
+    std::atomic<bool> m_borra_numeros = false;
     std::jthread m_hilo;
 };
 

@@ -70,6 +70,20 @@ namespace {
             EXPECT_EQ(columna(*bases.bexmor, sql), columna(*en_carpeta.bexmor, sql)) << sql;
     }
 
+    TEST_F(BasesEnPostgresql, in_a_database_that_is_not_there_are_told_with_what_makes_it)
+    {
+        direccion = servidor->direccion("sin_hacer");
+        for (const auto& dicho : { error_al_abrir(), error_al_crear() }) {
+            EXPECT_THAT(dicho,
+                testing::StartsWith(
+                    "«" + direccion + "»: La base de datos «sin_hacer» no existe en el servidor ("));
+            EXPECT_THAT(dicho,
+                EndsWith("Créela en el servidor con createdb, y después sus tablas con: atipicos crear "
+                         "--conexion '"
+                    + direccion + "'"));
+        }
+    }
+
     TEST_F(BasesEnPostgresql, made_again_are_left_as_they_are)
     {
         EXPECT_TRUE(crea(true));
