@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/postgresql/Procedencia.hpp"
 #include "engines/postgresql/Sesion.hpp"
 #include "engines/sql/Pareja.hpp"
 #include "platform/adodb/Connection.hpp"
@@ -60,6 +61,11 @@ public:
 
     [[nodiscard]] bool en_transaccion() const noexcept;
     [[nodiscard]] const Tablas& tablas() const noexcept { return m_sesion->tablas(); }
+    /// Where the rows of a query of this side come from; it refers to `consulta`.
+    [[nodiscard]] Procedencia procedencia(const std::string& consulta) const
+    {
+        return { consulta, m_sesion->catalogo(m_lado), tablas() };
+    }
     [[nodiscard]] PGconn* base() const noexcept { return m_sesion->base(); }
 
 private:

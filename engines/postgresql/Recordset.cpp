@@ -18,10 +18,27 @@ bool Recordset::abre(const std::string& sql, bool bloquea, Donde donde)
         : solo_hacia_delante() ? m_conexion.pide_para_leer(sql, *this, donde)
                                : m_conexion.pide(sql, donde);
     m_por_filas = PQresultStatus(m_respuesta.get()) == PGRES_SINGLE_TUPLE;
-    for (int i = 0; i < PQnfields(m_respuesta.get()); ++i)
-        m_tipos.push_back(m_conexion.tablas().tipo_de_columna(m_respuesta.get(), i));
+    lee_tipos();
     m_actual = 0;
     return PQntuples(m_respuesta.get()) > 0;
+}
+
+void Recordset::lee_tipos()
+{
+    const auto& tablas = m_conexion.tablas();
+    bool con_bits = tablas.nombra_algun_bit(instruccion());
+    for (int i = 0; i < PQnfields(m_respuesta.get()); ++i) {
+        m_tipos.push_back(tipo_de(PQftype(m_respuesta.get(), i)));
+        con_bits
+            = con_bits || (m_tipos.back() == Tipo::Entero && tablas.hay_bit(PQfname(m_respuesta.get(), i)));
+    }
+    if (!con_bits)
+        return;
+    const auto procedencia = m_conexion.procedencia(instruccion());
+    for (std::size_t i = 0; i < m_tipos.size(); ++i)
+        if (m_tipos[i] == Tipo::Entero
+            && procedencia.es_bit(i, PQfname(m_respuesta.get(), static_cast<int>(i))))
+            m_tipos[i] = Tipo::Bit;
 }
 
 std::vector<sql::Filas::Columna> Recordset::columnas() const
@@ -115,12 +132,10 @@ void Recordset::cierra() noexcept
 
 bool Recordset::en_transaccion() const noexcept { return m_conexion.en_transaccion(); }
 
-/// The one that the columns come from.
 sql::Filas::Tabla Recordset::tabla(Donde donde)
 {
-    for (int i = 0; i < PQnfields(m_respuesta.get()); ++i)
-        if (const auto* una = m_conexion.tablas().tabla(PQftable(m_respuesta.get(), i)))
-            return { una->nombre, una->calificado, una->clave };
+    if (const auto* una = m_conexion.procedencia(instruccion()).tabla())
+        return { una->nombre, una->calificado, una->clave };
     falla("Las filas no son de ninguna tabla en la que escribir.", donde);
 }
 

@@ -36,6 +36,7 @@ private:
     std::int32_t escribe(const std::string& sql, const std::vector<Variant>& valores, Donde donde) override;
 
     void recoge() override;
+    void lee_tipos();
     bool avanza_por_la_linea(Donde donde);
     [[nodiscard]] bool es_nulo(std::size_t columna) const;
     [[nodiscard]] std::string_view texto(std::size_t columna) const;

@@ -1,7 +1,9 @@
 #include "engines/postgresql/Tablas.hpp"
 
 #include "engines/sql/Postgresql.hpp"
+#include "engines/sql/Tokens.hpp"
 
+#include <algorithm>
 #include <cstdlib>
 #include <string_view>
 
@@ -22,7 +24,8 @@ const char* const Tablas::consulta = R"(
         SELECT c.oid, quote_ident(n.nspname) || '.' || quote_ident(c.relname), c.relname, a.attname, a.attnum,
                CASE WHEN t.typtype = 'd' THEN t.typbasetype ELSE t.oid END, t.typname, a.attgenerated,
                COALESCE(a.attnum = ANY (i.indkey), false),
-               CASE WHEN n.nspname = current_schema() THEN '' ELSE n.nspname || '.' END || c.relname
+               CASE WHEN n.nspname = current_schema() THEN '' ELSE n.nspname || '.' END || c.relname,
+               n.nspname || '.' || c.relname
         FROM pg_class c
              JOIN pg_namespace n ON n.oid = c.relnamespace
              JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped
@@ -34,6 +37,7 @@ const char* const Tablas::consulta = R"(
 void Tablas::lee(const Respuesta& respuesta, std::span<sql::Catalogo> catalogos)
 {
     m_tablas.clear();
+    m_numeros.clear();
     m_bits.clear();
     for (auto& catalogo : catalogos)
         catalogo.olvida_fechas();
@@ -45,8 +49,12 @@ void Tablas::lee(const Respuesta& respuesta, std::span<sql::Catalogo> catalogos)
         con_clave.calificado = celda(respuesta, i, 1);
         if (celda(respuesta, i, 8) == "t")
             con_clave.clave.emplace_back(celda(respuesta, i, 3));
-        if (celda(respuesta, i, 6) == sql::tipo_bit_postgresql)
-            m_bits.emplace(tabla, static_cast<int>(columna));
+        for (const int nombre : { 9, 10 })
+            m_numeros.emplace(celda(respuesta, i, nombre), tabla);
+        if (celda(respuesta, i, 6) == sql::tipo_bit_postgresql) {
+            con_clave.bits.emplace(celda(respuesta, i, 3));
+            m_bits.emplace(celda(respuesta, i, 3));
+        }
         if (!es_fecha(numero(celda(respuesta, i, 5))))
             continue;
         const auto lugar = celda(respuesta, i, 7).empty() ? columna - 1 : sql::Catalogo::sin_lugar;
@@ -55,19 +63,18 @@ void Tablas::lee(const Respuesta& respuesta, std::span<sql::Catalogo> catalogos)
     }
 }
 
-Tipo Tablas::tipo_de_columna(const PGresult* respuesta, int columna) const
+const TablaConClave* Tablas::tabla(std::string_view nombre) const
 {
-    const auto tipo = tipo_de(PQftype(respuesta, columna));
-    if (tipo == Tipo::Entero
-        && m_bits.contains({ PQftable(respuesta, columna), PQftablecol(respuesta, columna) }))
-        return Tipo::Bit;
-    return tipo;
+    const auto lugar = m_numeros.find(nombre);
+    return lugar == m_numeros.end() ? nullptr : &m_tablas.at(lugar->second);
 }
 
-const TablaConClave* Tablas::tabla(Oid numero) const
+bool Tablas::nombra_algun_bit(std::string_view texto) const
 {
-    const auto lugar = m_tablas.find(numero);
-    return lugar == m_tablas.end() ? nullptr : &lugar->second;
+    const auto igual = [](char a, char b) { return sql::minuscula(a) == sql::minuscula(b); };
+    return std::any_of(m_bits.begin(), m_bits.end(), [&](const std::string& nombre) {
+        return std::search(texto.begin(), texto.end(), nombre.begin(), nombre.end(), igual) != texto.end();
+    });
 }
 
 } // namespace atipicos::postgresql

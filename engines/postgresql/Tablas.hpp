@@ -8,7 +8,7 @@
 #include <set>
 #include <span>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 namespace atipicos::postgresql {
@@ -18,6 +18,7 @@ struct TablaConClave {
     std::string nombre;
     std::string calificado; ///< with its schema, quoted
     std::vector<std::string> clave; ///< columns of its primary key
+    std::set<std::string, sql::MenorSinCaja> bits; ///< its BIT columns
 };
 
 /// What has been read of the database's own catalogue.
@@ -30,12 +31,17 @@ public:
     /// session.
     void lee(const Respuesta& respuesta, std::span<sql::Catalogo> catalogos);
 
-    [[nodiscard]] Tipo tipo_de_columna(const PGresult* respuesta, int columna) const;
-    [[nodiscard]] const TablaConClave* tabla(Oid numero) const; ///< null: not known
+    /// As the session calls it, or with its schema before it; null: not known.
+    [[nodiscard]] const TablaConClave* tabla(std::string_view nombre) const;
+    /// Whether a column may be a BIT, by its name, of some table.
+    [[nodiscard]] bool hay_bit(std::string_view columna) const { return m_bits.contains(columna); }
+    /// Whether a query names such a column, perhaps under another name.
+    [[nodiscard]] bool nombra_algun_bit(std::string_view texto) const;
 
 private:
     std::map<Oid, TablaConClave> m_tablas;
-    std::set<std::pair<Oid, int>> m_bits; ///< BIT columns, by table and number
+    std::map<std::string, Oid, sql::MenorSinCaja> m_numeros; ///< by both names
+    std::set<std::string, sql::MenorSinCaja> m_bits; ///< of all tables
 };
 
 } // namespace atipicos::postgresql
