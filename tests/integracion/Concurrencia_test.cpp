@@ -30,7 +30,6 @@ namespace {
         {
             if (const auto& falta = GetParam().falta; !falta.empty())
                 GTEST_SKIP() << falta;
-            muestra = GetParam().muestra();
         }
 
         /// How many operations a save has before it commits the charge; the first of a year has more. A
@@ -139,6 +138,7 @@ namespace {
     TEST_P(Concurrencia, codes_and_entries_are_unique_and_consecutive_and_nothing_is_half_written)
     {
         const auto operaciones = operaciones_hasta_confirmar();
+        muestra = GetParam().muestra(); // now: on some servers there is place for one at a time
         std::vector<pid_t> hijos;
         for (unsigned puesto = 0; puesto < puestos; ++puesto) {
             const pid_t hijo = fork();
