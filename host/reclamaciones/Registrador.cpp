@@ -137,6 +137,7 @@ bool Registrador::empieza(const Reclamacion& reclamacion)
         m_tanda.empieza(serie);
         return true;
     } catch (const Error& error) { // others are still waiting, or the database is gone
+        deja_si_no_esta(error);
         rechaza(reclamacion.fila, reclamacion.referencia, error.descripcion());
         return false;
     }
@@ -182,7 +183,8 @@ void Registrador::cuenta_fallida(const Reclamacion& reclamacion, const clsAtipic
     std::vector<Importada> veces;
     try {
         veces = m_importaciones.busca(reclamacion.referencia);
-    } catch (const Error&) { // NOLINT(bugprone-empty-catch): why the save failed is what matters
+    } catch (const Error& error) { // why the save failed is what matters
+        deja_si_no_esta(error);
     }
     if (veces.empty() || veces.back().vez < vez)
         return rechaza(reclamacion.fila, reclamacion.referencia, motivo);
@@ -204,6 +206,14 @@ void Registrador::di(const char* que, const Reparo& reparo)
 {
     m_progreso.aparta();
     m_dice(que, reparo);
+}
+
+/// A query opens a lost line again: where it cannot, the server is not there, and the others need not be
+/// tried.
+void Registrador::deja_si_no_esta(const Error& error)
+{
+    const auto* de_la_base = dynamic_cast<const adodb::ErrorBaseDatos*>(&error);
+    m_parado = m_parado || (de_la_base != nullptr && de_la_base->categoria() == adodb::Categoria::conexion);
 }
 
 /// A claim of which nothing has been kept. When the disk is full the others need not be tried.
@@ -259,6 +269,7 @@ void Registrador::cuenta_sin_confirmar(const std::string& motivo)
                 veces = m_importaciones.busca(una.referencia);
         } catch (const Error& error) {
             sin_respuesta = error.descripcion();
+            deja_si_no_esta(error);
         }
         const bool esta = !veces.empty() && veces.back().vez >= una.vez;
         if (una.nueva && !sin_respuesta.empty()) {

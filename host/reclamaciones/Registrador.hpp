@@ -65,7 +65,7 @@ public:
     void confirma(); ///< commits what is pending and tells it
     void termina(); ///< writes what is still to be written of the table; nothing pending is told
 
-    /// Whether it makes no sense to go on: the disk is full. Nothing more is recorded.
+    /// Whether it makes no sense to go on: the disk is full, or the server gone. Nothing more is recorded.
     [[nodiscard]] bool parado() const noexcept { return m_parado; }
 
     [[nodiscard]] const Recuento& recuento() const noexcept { return m_recuento; }
@@ -91,6 +91,7 @@ private:
     void cuenta_fallida(const Reclamacion& reclamacion, const clsAtipico& cargo, std::int16_t vez,
         const std::string& contenido, const std::string& motivo);
     void cuenta_sin_confirmar(const std::string& motivo);
+    void deja_si_no_esta(const Error& error);
     void cuenta(const Pendiente& una);
     void rechaza(int fila, const std::string& referencia, const std::string& motivo);
     void di(const char* que, const Reparo& reparo);

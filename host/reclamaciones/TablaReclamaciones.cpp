@@ -1,6 +1,7 @@
 #include "host/reclamaciones/TablaReclamaciones.hpp"
 
 #include "host/comprobacion/CargoConsultado.hpp"
+#include "platform/adodb/Connection.hpp"
 #include "runtime/Formato.hpp"
 
 #include <ostream>
@@ -46,11 +47,15 @@ TablaReclamaciones::TablaReclamaciones(std::ostream& salida)
 bool TablaReclamaciones::agrega(
     const std::string& referencia, const ClaveCargo& clave, const std::string& estado)
 {
-    std::vector<std::string> fila;
+    // What is known of it without the database, which is told where that cannot be read.
+    std::vector<std::string> fila{ referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "", "",
+        "", estado };
     try {
-        fila = celdas(referencia, clave, estado);
-    } catch (const Error& error) { // what is known of it without the database is told all the same
-        fila = { referencia, clave.Codigo, std::to_string(clave.Almacen), "", "", "", "", "", estado };
+        if (!m_sin_servidor) // else each try would take as long as it takes to find nobody
+            fila = celdas(referencia, clave, estado);
+    } catch (const Error& error) {
+        const auto* de_la_base = dynamic_cast<const adodb::ErrorBaseDatos*>(&error);
+        m_sin_servidor = de_la_base != nullptr && de_la_base->categoria() == adodb::Categoria::conexion;
         m_fallo = error.descripcion();
     }
     const bool esta = fila.back() != eliminada;

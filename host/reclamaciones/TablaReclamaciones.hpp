@@ -30,6 +30,7 @@ private:
     std::ostream& m_salida;
     Tabla m_tabla;
     std::string m_fallo;
+    bool m_sin_servidor = false; ///< the database cannot be reached any more
     bool m_escrita = false;
 };
 

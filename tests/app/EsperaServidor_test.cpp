@@ -18,9 +18,20 @@ namespace {
             + " s. Se le espera; Ctrl-C deja de esperar.\n";
     }
 
-    TEST(EsperaServidor, says_nothing_of_an_ordinary_wait_and_then_ever_more_seldom)
+    TEST(EsperaServidor, ends_a_long_wait_when_a_signal_has_come_and_not_a_short_one)
     {
         const Interrupcion interrupcion;
+        std::ostringstream salida;
+        EsperaServidor espera(salida);
+        std::raise(SIGINT);
+        EXPECT_TRUE(espera(2'900ms));
+        EXPECT_FALSE(espera(3'000ms));
+        EXPECT_EQ(salida.str(), "");
+    }
+
+    TEST(EsperaServidor, says_nothing_of_an_ordinary_wait_and_then_ever_more_seldom)
+    {
+        const Interrupcion interrupcion; // and no signal of a test before it
         std::ostringstream salida;
         EsperaServidor espera(salida);
         for (const auto callado : { 250ms, 2'900ms })
@@ -33,17 +44,6 @@ namespace {
         EXPECT_TRUE(espera(500ms)); // it has answered since
         EXPECT_TRUE(espera(3'300ms));
         EXPECT_EQ(salida.str(), dice(3));
-    }
-
-    TEST(EsperaServidor, ends_a_long_wait_when_a_signal_has_come_and_not_a_short_one)
-    {
-        const Interrupcion interrupcion;
-        std::ostringstream salida;
-        EsperaServidor espera(salida);
-        std::raise(SIGINT);
-        EXPECT_TRUE(espera(2'900ms));
-        EXPECT_FALSE(espera(3'000ms));
-        EXPECT_EQ(salida.str(), "");
     }
 
 }

@@ -6,7 +6,12 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <future>
 #include <memory>
+#include <regex>
 
 namespace atipicos {
 namespace {
@@ -68,6 +73,47 @@ namespace {
             EXPECT_EQ(hecho.estado, esperado.estado) << orden;
             EXPECT_EQ(hecho.salida, esperado.salida) << orden;
         }
+    }
+
+    TEST_F(
+        ProgramaEnServidor, that_goes_away_while_claims_are_recorded_leaves_those_that_were_and_ends_the_run)
+    {
+        ASSERT_EQ(programa("crear" + conexion()).estado, 0);
+        std::string claims
+            = "referencia;almacen;proveedor;fecha;observaciones;franquiciado;articulo;descripcion;"
+              "unidades;costo;observaciones_linea\n";
+        constexpr int cuantas = 500;
+        for (int i = 0; i < cuantas; ++i)
+            claims += "Z" + std::to_string(1000 + i)
+                + ";2;104;20/11/2026;Cajas rotas;;1006;Lata abollada;12;5,6325;\n";
+        programa.escribe("muchas.csv", claims);
+        auto registro
+            = std::async(std::launch::async, [&] { return programa("registrar muchas.csv" + conexion()); });
+        const auto guardados = [] {
+            return std::atoi(
+                servidor->psql("empresa", "SELECT COUNT(*) FROM orvalin.Proveedores_Cargos_Atipicos")
+                    .c_str());
+        };
+        while (guardados() < 3 && registro.wait_for(std::chrono::seconds(0)) != std::future_status::ready) { }
+        servidor->detiene();
+        const auto hecho = registro.get();
+        servidor->arranca();
+        EXPECT_EQ(hecho.estado, 1);
+        std::smatch cifras;
+        ASSERT_TRUE(std::regex_search(
+            hecho.salida, cifras, std::regex("(\\d+) registradas, 0 ya lo estaban, (\\d+) rechazadas\\.\n$")))
+            << hecho.salida;
+        const int registradas = std::stoi(cifras[1]);
+        EXPECT_GE(registradas, 3);
+        EXPECT_LE(registradas, guardados()) << "of a commit without answer there may be more";
+        EXPECT_EQ(std::count(hecho.salida.begin(), hecho.salida.end(), '\n'), registradas + 3)
+            << "the table too";
+        EXPECT_THAT(hecho.errores,
+            HasSubstr(
+                "Quedan " + std::to_string(cuantas - registradas - std::stoi(cifras[2])) + " por registrar"));
+        const auto otra = programa("registrar muchas.csv" + conexion());
+        EXPECT_EQ(otra.estado, 0);
+        EXPECT_EQ(guardados(), cuantas) << "each once";
     }
 
     TEST_F(ProgramaEnServidor, takes_the_password_from_the_environment_or_a_pass_file_and_shows_it_nowhere)
