@@ -4,6 +4,7 @@
 #include "host/bases/Anteriores.hpp"
 #include "host/bases/Fallo.hpp"
 #include "host/bases/FicheroNuevo.hpp"
+#include "host/bases/Historial.hpp"
 #include "host/bases/Tablas.hpp"
 #include "host/bases/Version.hpp"
 
@@ -36,6 +37,7 @@ namespace {
         pareja.contabilidad->BeginTrans(donde);
         crea_tablas_bexmor(*pareja.contabilidad, vacia, donde);
         crea_tablas_orvalin(*pareja.gestion, vacia, donde);
+        crea_historial(*pareja.gestion, donde);
         pareja.gestion->CommitTrans(donde);
         pareja.contabilidad->CommitTrans(donde);
     }
@@ -79,7 +81,9 @@ Bases abre_fichero(const fs::path& fichero, const OpcionesBases& opciones, Donde
             {}, donde);
     Bases bases{ pareja.gestion, pareja.contabilidad, pareja.transacciones };
     for (const auto& conexion : { bases.orvalin, bases.bexmor })
-        comprueba_version(*conexion, "Esquema", fichero.string(), donde);
+        if (comprueba_version(*conexion, "Esquema", fichero.string(), donde) >= version_con_historial
+            && !opciones.solo_lectura && conexion == bases.orvalin)
+            firma_historial(*conexion, donde);
     return bases;
 }
 

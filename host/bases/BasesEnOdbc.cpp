@@ -5,6 +5,8 @@
 #include "host/bases/BasesEnPostgresql.hpp"
 #include "host/bases/BasesEnSqlServer.hpp"
 #include "host/bases/ClaveOdbc.hpp"
+#include "host/bases/Fallo.hpp"
+#include "host/bases/Historial.hpp"
 #include "host/bases/Tablas.hpp"
 #include "host/bases/Version.hpp"
 
@@ -56,8 +58,6 @@ namespace {
         }
     }
 
-    Bases abre_fichero(
-        odbc::Opciones abiertas, const fs::path& fichero, const OpcionesBases& opciones, Donde donde)
     /// The error of a server on which there is no such database.
     [[noreturn]] void faltan(const std::string& cadena, const adodb::ErrorBaseDatos& error, Donde donde)
     {
@@ -87,12 +87,17 @@ namespace {
         }
     }
 
+    Bases abre_fichero(
+        odbc::Opciones abiertas, const fs::path& fichero, const OpcionesBases& opciones, Donde donde)
     {
         odbc::Cadena cadena(abiertas.cadena);
         cadena.pon("TIMEOUT", std::to_string(opciones.espera.count()));
         abiertas.cadena = cadena.texto();
         const auto pareja = odbc::Connection::AbrirPareja(abiertas, {}, donde);
         comprueba_version(*pareja.contabilidad, "Esquema", fichero.string(), donde);
+        if (comprueba_version(*pareja.gestion, "Esquema", fichero.string(), donde) >= version_con_historial
+            && !opciones.solo_lectura)
+            firma_historial(*pareja.gestion, donde);
         return { pareja.gestion, pareja.contabilidad, pareja.transacciones };
     }
 

@@ -4,6 +4,7 @@
 #include "engines/sql/Postgresql.hpp"
 #include "engines/sql/Tokens.hpp"
 #include "host/bases/Fallo.hpp"
+#include "host/bases/Historial.hpp"
 #include "host/bases/Tablas.hpp"
 #include "host/bases/Version.hpp"
 
@@ -48,7 +49,6 @@ namespace {
         return true;
     }
 
-    postgresql::Opciones opciones_de(
     /// `accion`, or what to do about a database that is not there.
     template <class Accion> auto exigiendo_base(const std::string& direccion, Donde donde, Accion accion)
     {
@@ -65,6 +65,7 @@ namespace {
         }
     }
 
+    postgresql::Opciones opciones_de(
         const std::string& direccion, const char* esquema, const OpcionesBases& opciones)
     {
         return { .direccion = direccion,
@@ -72,8 +73,8 @@ namespace {
             .solo_lectura = opciones.solo_lectura,
             .espera = opciones.espera,
             .avisa = opciones.avisa_linea,
-            .sincronizacion_completa = opciones.sincronizacion_completa };
             .sigue_esperando = opciones.sigue_esperando,
+            .sincronizacion_completa = opciones.sincronizacion_completa };
     }
 
 }
@@ -111,6 +112,7 @@ bool crea_en_postgresql(adodb::Connection& conexion, const std::string& lugar, b
     crea_tablas_bexmor(conexion, vacia, donde);
     sql::crea_esquema_postgresql(conexion, esquema_orvalin, donde);
     crea_tablas_orvalin(conexion, vacia, donde);
+    crea_historial(conexion, donde);
     conexion.CommitTrans(donde);
     return true;
 }

@@ -1,7 +1,9 @@
 #include "host/bases/BasesEnSqlServer.hpp"
 
+#include "engines/sql/Guion.hpp"
 #include "host/bases/Tablas.hpp"
 #include "host/bases/Version.hpp"
+#include "host/sql/Guiones.hpp"
 
 #include <array>
 
@@ -57,8 +59,10 @@ bool crea_en_sql_server(adodb::Connection& conexion, const std::string& lugar, b
     conexion.BeginTrans(donde);
     ejecuta(conexion, "USE Bexmor", donde);
     crea_tablas_bexmor(conexion, vacia, donde);
+    sql::ejecuta_guion(conexion, guiones::historial_sqlserver_bexmor(), donde);
     ejecuta(conexion, "USE Orvalin", donde);
     crea_tablas_orvalin(conexion, vacia, donde);
+    sql::ejecuta_guion(conexion, guiones::historial_sqlserver(), donde);
     conexion.CommitTrans(donde);
     return true;
 }

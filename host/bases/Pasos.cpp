@@ -2,6 +2,7 @@
 
 #include "engines/sql/Guion.hpp"
 #include "host/bases/Fallo.hpp"
+#include "host/bases/Historial.hpp"
 #include "host/bases/Version.hpp"
 
 #include <array>
@@ -10,17 +11,19 @@ namespace atipicos::bases {
 
 namespace {
 
+    void lleva_historial(const Bases& bases, Donde donde) { crea_historial(*bases.orvalin, donde); }
+
     // 2: what a save does to both products is committed at once. The two files of a folder become one, and
     //    programs that would commit one after the other find a number that they do not know.
     // 3: a claim that has been recorded is known by its reference and content; accounting knows which entries
     // have
     //    been reversed.
-    const std::array<Paso, 2>& todos()
+    // 4: what is done to charges is written down by the database.
+    const std::array<Paso, 3>& todos()
     {
-        static const std::array<Paso, 2> todos{ { { .hasta = 2 },
-            { .hasta = guiones::version,
-                .orvalin = guiones::importaciones_3(),
-                .bexmor = guiones::regularizaciones() } } };
+        static const std::array<Paso, 3> todos{ { { .hasta = 2 },
+            { .hasta = 3, .orvalin = guiones::importaciones_3(), .bexmor = guiones::regularizaciones() },
+            { .hasta = guiones::version, .despues = &lleva_historial } } };
         return todos;
     }
 
@@ -94,6 +97,8 @@ std::int32_t da_pasos(const Bases& bases, std::span<const Paso> pasos, const std
             if (paso.hasta > desde) {
                 sql::ejecuta_guion(*bases.orvalin, paso.orvalin, donde);
                 sql::ejecuta_guion(*bases.bexmor, paso.bexmor, donde);
+                if (paso.despues != nullptr)
+                    paso.despues(bases, donde);
             }
         for (const auto& conexion : { bases.orvalin, bases.bexmor })
             pon_version(*conexion, hasta, donde);

@@ -9,12 +9,14 @@
 
 namespace atipicos::bases {
 
-/// What makes of the tables of one version those of the next: a script for each product, as it is written for
+/// What makes of the tables of one version those of the next: a script for each side, as it is written for
 /// SQL Server. It runs in the transaction of all of them.
 struct Paso {
     std::int32_t hasta = 0;
     std::string_view orvalin = {};
     std::string_view bexmor = {};
+    void (*despues)(const Bases& bases, Donde donde)
+        = nullptr; ///< what is written for each product otherwise
 };
 
 /// All of them, in order, up to the present version.

@@ -34,7 +34,7 @@ struct OpcionesCargo {
     std::string codigo;
     std::int16_t ejercicio = 0;
     std::int16_t almacen = 0;
-    std::string formato = "texto"; ///< of `mostrar`: texto or json
+    std::string formato = "texto"; ///< of `mostrar` and `historial`: texto or json
     bool si = false; ///< of `eliminar`: without asking
 };
 
@@ -69,6 +69,8 @@ int crear(const OpcionesComunes& comunes, bool vacia);
 int registrar(const OpcionesComunes& comunes, const OpcionesRegistrar& opciones);
 int listar(const OpcionesComunes& comunes, const OpcionesListar& opciones);
 int mostrar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
+/// What the database has written down about a charge, also one that is gone.
+int historial(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
 int eliminar(const OpcionesComunes& comunes, const OpcionesCargo& opciones);
 int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones);
 /// Posts a stored charge that has lost its entry, or never had one; refuses one that has it.

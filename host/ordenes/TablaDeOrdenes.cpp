@@ -91,6 +91,15 @@ namespace {
         return [&comunes = entorno.comunes, opciones] { return mostrar(comunes, *opciones); };
     }
 
+    Corre declara_historial(CLI::App& orden, const Entorno& entorno)
+    {
+        agrega_comunes(orden, entorno.comunes);
+        const auto opciones = std::make_shared<OpcionesCargo>();
+        agrega_cargo(orden, *opciones);
+        agrega_formato(orden, opciones->formato, { "texto", "json" }, "texto o json (por defecto, texto)");
+        return [&comunes = entorno.comunes, opciones] { return historial(comunes, *opciones); };
+    }
+
     Corre declara_eliminar(CLI::App& orden, const Entorno& entorno)
     {
         agrega_comunes(orden, entorno.comunes);
@@ -198,6 +207,9 @@ namespace {
         Orden{ "listar", "Lista los cargos entre dos fechas", &declara_listar },
         Orden{
             "mostrar", "Muestra un cargo con su asiento, su impuesto y sus previsiones", &declara_mostrar },
+        Orden{ "historial",
+            "Dice quién ha registrado, cambiado, eliminado o anulado un cargo, cuándo y desde dónde",
+            &declara_historial },
         Orden{ "eliminar", "Elimina un cargo; su asiento queda", &declara_eliminar },
         Orden{ "imprimir", "Escribe en PDF el documento de uno o varios cargos", &declara_imprimir },
         Orden{ "contabilizar", "Contabiliza un cargo que ha quedado sin asiento", &declara_contabilizar },

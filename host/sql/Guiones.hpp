@@ -11,8 +11,13 @@ namespace atipicos::guiones {
 [[nodiscard]] std::string_view muestra_orvalin(); ///< sample company, management side
 [[nodiscard]] std::string_view muestra_bexmor(); ///< sample company, accounting side
 [[nodiscard]] std::string_view regularizaciones(); ///< accounting: what has been reversed
+// What has been done to charges, and the triggers that write it down, as each product wants them.
+[[nodiscard]] std::string_view historial_postgresql();
+[[nodiscard]] std::string_view historial_sqlite();
+[[nodiscard]] std::string_view historial_sqlserver(); ///< the part in Orvalin
+[[nodiscard]] std::string_view historial_sqlserver_bexmor();
 
 /// Version of both schemas, as their table `Esquema` holds it.
-inline constexpr int version = 3;
+inline constexpr int version = 4;
 
 } // namespace atipicos::guiones

@@ -3,7 +3,7 @@
 --     psql -d BASE -f permisos_postgresql.sql
 -- It needs
 --   - the owner of the tables, which is who ran `atipicos crear`, or a superuser
---   - who may make roles (CREATEROLE, or a superuser), unless both roles are already on the server: roles are of the
+--   - who may make roles (CREATEROLE, or a superuser), unless all three are already on the server: roles are of the
 --     whole server, so that the second database of a server can be done by its owner alone
 -- and then, for each person, by who may make roles:
 --     CREATE ROLE begona LOGIN PASSWORD '…' IN ROLE atipicos_puesto;
@@ -28,9 +28,10 @@ BEGIN
         RAISE EXCEPTION 'Las tablas son de «%»: esto lo ejecuta él, o un superusuario, y no «%».', ajenas, current_user;
     END IF;
     IF NOT (SELECT rolsuper OR rolcreaterole FROM pg_roles WHERE rolname = current_user)
-        AND (SELECT COUNT(*) FROM pg_roles WHERE rolname IN ('atipicos_consulta', 'atipicos_puesto')) < 2 THEN
-        RAISE EXCEPTION '«%» no puede crear los papeles atipicos_consulta y atipicos_puesto: necesita CREATEROLE, o que '
-            'un superusuario los cree antes.', current_user;
+        AND (SELECT COUNT(*) FROM pg_roles
+             WHERE rolname IN ('atipicos_consulta', 'atipicos_puesto', 'atipicos_historial')) < 3 THEN
+        RAISE EXCEPTION '«%» no puede crear los papeles atipicos_consulta, atipicos_puesto y atipicos_historial: necesita '
+            'CREATEROLE, o que un superusuario los cree antes.', current_user;
     END IF;
 END
 $$;
@@ -43,6 +44,9 @@ BEGIN
     IF NOT EXISTS (SELECT 1 FROM pg_roles WHERE rolname = 'atipicos_puesto') THEN
         CREATE ROLE atipicos_puesto NOLOGIN IN ROLE atipicos_consulta;
     END IF;
+    IF NOT EXISTS (SELECT 1 FROM pg_roles WHERE rolname = 'atipicos_historial') THEN
+        CREATE ROLE atipicos_historial NOLOGIN IN ROLE atipicos_consulta;
+    END IF;
 END
 $$;
 
@@ -53,8 +57,14 @@ GRANT SELECT ON ALL TABLES IN SCHEMA orvalin, dbo TO atipicos_consulta;
 -- Who records charges. Entries are added, never changed: that is done in the accounting product.
 GRANT INSERT, UPDATE, DELETE ON orvalin.Proveedores_Cargos_Atipicos, orvalin.Proveedores_Cargos_Atipicos_Lineas
     TO atipicos_puesto;
-GRANT INSERT, UPDATE ON orvalin.Contador_Proveedores_Cargos_Atipicos, dbo.Contador_Asientos TO atipicos_puesto;
+REVOKE UPDATE ON orvalin.Contador_Proveedores_Cargos_Atipicos, dbo.Contador_Asientos FROM atipicos_puesto;
+GRANT INSERT, UPDATE (Numero) ON orvalin.Contador_Proveedores_Cargos_Atipicos, dbo.Contador_Asientos
+    TO atipicos_puesto; -- and only forward: a trigger sees to that
 GRANT INSERT ON orvalin.Importaciones, dbo.Asientos, dbo.Apuntes, dbo.Registro_Impuestos, dbo.Previsiones,
     dbo.Regularizaciones TO atipicos_puesto;
+
+-- Who reads what has been done to charges, by whom and from where: the database writes it by itself, and nobody else.
+REVOKE ALL ON orvalin.Historial, orvalin.Historial_Anulaciones FROM atipicos_consulta, atipicos_puesto;
+GRANT SELECT ON orvalin.Historial, orvalin.Historial_Anulaciones TO atipicos_historial;
 
 COMMIT;

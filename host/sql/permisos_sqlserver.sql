@@ -24,6 +24,15 @@ GRANT INSERT, UPDATE, DELETE ON dbo.Proveedores_Cargos_Atipicos_Lineas TO atipic
 GRANT INSERT, UPDATE ON dbo.Contador_Proveedores_Cargos_Atipicos TO atipicos_puesto;
 GRANT INSERT ON dbo.Importaciones TO atipicos_puesto;
 
+-- Who reads what has been done to charges, by whom and from where: the triggers write it, with the rights of the tables'
+-- owner. A member is put into it, and not into atipicos_consulta, to which it is denied.
+IF DATABASE_PRINCIPAL_ID('atipicos_historial') IS NULL CREATE ROLE atipicos_historial;
+GRANT SELECT ON SCHEMA::dbo TO atipicos_historial;
+DENY SELECT ON dbo.Historial TO atipicos_consulta;
+DENY SELECT ON dbo.Historial_Anulaciones TO atipicos_consulta;
+-- Ownership does not lead from Bexmor to here: who reverses an entry adds to it himself.
+GRANT INSERT ON dbo.Historial_Anulaciones TO atipicos_puesto;
+
 USE Bexmor;
 IF DATABASE_PRINCIPAL_ID('atipicos_consulta') IS NULL CREATE ROLE atipicos_consulta;
 IF DATABASE_PRINCIPAL_ID('atipicos_puesto') IS NULL CREATE ROLE atipicos_puesto;

@@ -12,10 +12,28 @@ inline std::vector<std::string> hacia_version_2(const std::string& esquema = {})
         "ALTER TABLE " + esquema + "Importaciones DROP COLUMN Contenido" };
 }
 
-/// The same, and the number of both products, for psql.
+/// What takes the trail of charges away from a new company; a server's tables are of the schema orvalin.
+inline std::vector<std::string> sin_historial(bool en_servidor)
+{
+    if (en_servidor)
+        return {
+            "DROP FUNCTION orvalin.historial_anota, orvalin.historial_anula, orvalin.historial_firme, orvalin.contador_no_vuelve CASCADE",
+            "DROP TABLE orvalin.Historial, orvalin.Historial_Anulaciones",
+            "DROP FUNCTION orvalin.historial_puesto"
+        };
+    std::vector<std::string> todo{ "DROP TABLE Historial", "DROP TABLE Historial_Anulaciones" };
+    for (const auto* disparador : { "Cargo_Alta", "Cargo_Cambio", "Cargo_Baja", "Linea_Alta", "Linea_Cambio",
+             "Linea_Baja", "Asiento_Anulado" })
+        todo.push_back(std::string("DROP TRIGGER ") + disparador);
+    return todo;
+}
+
+/// What makes of a new company of a server one of that version, for psql.
 inline std::string con_version_anterior(int version)
 {
     std::string todo;
+    for (const auto& una : sin_historial(true))
+        todo += una + "; ";
     for (const auto& una : hacia_version_2("orvalin."))
         todo += una + "; ";
     const auto numero = std::to_string(version);

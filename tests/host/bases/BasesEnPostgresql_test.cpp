@@ -120,7 +120,7 @@ namespace {
         EXPECT_THAT(error_al_abrir(), EndsWith("»: no es una base de datos de este programa."));
         crea(true);
         servidor->psql("empresa", "UPDATE orvalin.Esquema SET Version = 7");
-        const auto otra = "»: tiene la versión 7 de las tablas y este programa llega hasta la 3. Use la "
+        const auto otra = "»: tiene la versión 7 de las tablas y este programa llega hasta la 4. Use la "
                           "última versión del programa.";
         EXPECT_THAT(error_al_abrir(), EndsWith(otra));
         EXPECT_THAT(error_al_crear(), EndsWith(otra));
@@ -171,7 +171,8 @@ namespace {
     TEST_F(BasesEnPostgresql, rights_are_given_by_who_can_or_not_at_all_and_it_says_who_that_is)
     {
         servidor->psql("empresa",
-            "DROP ROLE IF EXISTS ana, eva, atipicos_puesto, atipicos_consulta; CREATE ROLE eva LOGIN; "
+            "DROP ROLE IF EXISTS ana, eva, atipicos_historial, atipicos_puesto, atipicos_consulta; CREATE "
+            "ROLE eva LOGIN; "
             "GRANT CREATE ON DATABASE empresa TO eva");
         std::string dicho;
         EXPECT_EQ(servidor->guion("empresa", permisos, "atipicos", dicho), 3) << "psql's own for an error";
@@ -190,7 +191,8 @@ namespace {
             "0\n");
 
         servidor->psql("empresa",
-            "CREATE ROLE atipicos_consulta; CREATE ROLE atipicos_puesto IN ROLE atipicos_consulta");
+            "CREATE ROLE atipicos_consulta; CREATE ROLE atipicos_puesto IN ROLE atipicos_consulta;"
+            "CREATE ROLE atipicos_historial IN ROLE atipicos_consulta");
         EXPECT_EQ(servidor->guion("empresa", permisos, "eva", dicho), 0) << dicho;
         EXPECT_NE(concedidos(*servidor), "0\n");
     }
