@@ -10,6 +10,9 @@ namespace atipicos::ado {
 using automation::Despacho;
 using automation::Valor;
 
+// The host may lend another connection while it answers a call, which takes this object away: calls hold what
+// they need.
+
 Connection::Connection(Despacho conexion)
     : m_conexion(std::move(conexion))
 {
@@ -17,9 +20,9 @@ Connection::Connection(Despacho conexion)
 
 void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb::CommandType, Donde donde)
 {
-    con_base_de_datos(sql, donde, [&] {
+    con_base_de_datos(sql, donde, [&, conexion = m_conexion] {
         Valor cuantas;
-        m_conexion.llama("Execute", sql, Valor::referencia(cuantas), opcion_texto);
+        conexion.llama("Execute", sql, Valor::referencia(cuantas), opcion_texto);
         if (afectadas != nullptr)
             *afectadas = cuantas.es_vacio() ? 0 : CLng(variant_de(cuantas.get(), donde), donde);
     });
@@ -27,17 +30,17 @@ void Connection::Execute(const std::string& sql, std::int32_t* afectadas, adodb:
 
 void Connection::BeginTrans(Donde donde)
 {
-    con_base_de_datos({}, donde, [&] { m_conexion.llama("BeginTrans"); });
+    con_base_de_datos({}, donde, [conexion = m_conexion] { conexion.llama("BeginTrans"); });
 }
 
 void Connection::CommitTrans(Donde donde)
 {
-    con_base_de_datos({}, donde, [&] { m_conexion.llama("CommitTrans"); });
+    con_base_de_datos({}, donde, [conexion = m_conexion] { conexion.llama("CommitTrans"); });
 }
 
 void Connection::RollbackTrans(Donde donde)
 {
-    con_base_de_datos({}, donde, [&] { m_conexion.llama("RollbackTrans"); });
+    con_base_de_datos({}, donde, [conexion = m_conexion] { conexion.llama("RollbackTrans"); });
 }
 
 std::unique_ptr<adodb::Recordset> Connection::CreateRecordset()

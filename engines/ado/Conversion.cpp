@@ -2,8 +2,8 @@
 
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 namespace atipicos::ado {
@@ -39,25 +39,33 @@ namespace {
         std::uint64_t bajas;
     };
 
-    Variant decimal(const VARIANT& valor, Donde donde)
+    /// An amount where it has no more than four decimals and fits, whatever its scale says; else a double.
+    Variant decimal(const VARIANT& valor)
     {
         Decimal96 partes{};
         std::memcpy(&partes, &valor, sizeof partes);
         __extension__ using Ancho = unsigned __int128;
         auto cifras = static_cast<Ancho>(partes.altas) << 64 | partes.bajas;
-        std::string texto;
-        for (int i = 0; cifras != 0 || i <= partes.escala; ++i, cifras /= 10) {
-            if (i != 0 && i == partes.escala)
-                texto.insert(texto.begin(), '.');
-            texto.insert(texto.begin(), static_cast<char>('0' + static_cast<int>(cifras % 10)));
+        int escala = partes.escala;
+        for (; escala > 0 && cifras % 10 == 0; --escala) // 7.500000 is 7.5
+            cifras /= 10;
+        const bool negativo = (partes.signo & 0x80) != 0;
+
+        if (escala <= 4) {
+            auto crudo = cifras; // of 96 bits, which leave room for the four decimals
+            for (int i = escala; i < 4; ++i)
+                crudo *= 10;
+            if (crudo <= static_cast<Ancho>(std::numeric_limits<std::int64_t>::max())) {
+                const auto importe = static_cast<std::int64_t>(crudo);
+                return Currency::de_crudo(negativo ? -importe : importe);
+            }
         }
-        if ((partes.signo & 0x80) != 0)
-            texto.insert(texto.begin(), '-');
+        std::string texto = "e-" + std::to_string(escala);
+        for (; cifras != 0; cifras /= 10)
+            texto.insert(texto.begin(), static_cast<char>('0' + static_cast<int>(cifras % 10)));
         double aproximado = 0;
         std::from_chars(texto.data(), texto.data() + texto.size(), aproximado);
-        if (partes.escala > 4 || std::abs(aproximado) > 9e14)
-            return Variant(aproximado);
-        return Variant(Currency::de_texto(texto, donde));
+        return negativo ? -aproximado : aproximado;
     }
 
 }
@@ -99,7 +107,7 @@ Variant variant_de(const VARIANT& valor, Donde donde)
     case VT_DATE:
         return Date::de_automatizacion(visto.date, donde);
     case VT_DECIMAL:
-        return decimal(visto, donde);
+        return decimal(visto);
     case VT_BSTR:
         return utf8(visto.bstrVal);
     default:
@@ -125,6 +133,14 @@ Valor valor_de(const Variant& valor, Donde donde)
         }
     } visita{ donde };
     return std::visit(visita, valor.valor());
+}
+
+std::string descripcion_de(const Fallo& fallo)
+{
+    const std::string dicha = fallo.what();
+    return !dicha.empty()
+        ? dicha
+        : "El anfitrión da el error " + std::to_string(fallo.numero()) + " y no dice por qué.";
 }
 
 Moneda moneda_de(Currency importe) noexcept { return { importe.crudo() }; }

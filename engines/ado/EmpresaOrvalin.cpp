@@ -10,12 +10,13 @@ using automation::Despacho;
 
 namespace {
 
-    /// The value of a member of the host's object.
+    /// The value of a member of the host's object, held meanwhile: the host may lend another one while it
+    /// answers.
     template <class... Argumentos>
     Variant lee(const Despacho& objeto, const char* miembro, Donde donde, const Argumentos&... argumentos)
     {
-        return con_anfitrion(
-            donde, [&] { return variant_de(objeto.llama(miembro, argumentos...).get(), donde); });
+        return con_anfitrion(donde,
+            [&, suyo = objeto] { return variant_de(suyo.llama(miembro, argumentos...).get(), donde); });
     }
 
     std::string texto(const Despacho& objeto, const char* miembro, Donde donde)

@@ -19,7 +19,7 @@ namespace {
         Campo(Despacho campo, const std::string& sql)
             : m_campo(std::move(campo))
             , m_sql(sql)
-            , m_nombre(m_campo.llama("Name").texto())
+            , m_nombre(CStr(variant_de(m_campo.llama("Name").get())))
             , m_valor(m_campo.id("Value"))
         {
         }
@@ -88,13 +88,7 @@ Recordset::Recordset(Despacho conexion)
 {
 }
 
-Recordset::~Recordset()
-{
-    try {
-        suelta(Donde());
-    } catch (const std::exception&) { // whoever needs to know closes it himself
-    }
-}
+Recordset::~Recordset() { abandona(); }
 
 void Recordset::Open(const std::string& sql, adodb::CursorType cursor, adodb::LockType bloqueo,
     adodb::CommandType, Donde donde)
@@ -105,15 +99,27 @@ void Recordset::Open(const std::string& sql, adodb::CursorType cursor, adodb::Lo
         auto filas = nuevas_filas(m_conexion);
         filas.llama("Open", sql, m_conexion.get(), codigo(cursor), codigo(bloqueo), opcion_texto);
         m_filas = std::move(filas);
-        const auto campos = m_filas.objeto("Fields");
-        const auto cuantos = campos.llama("Count").entero();
-        for (std::int32_t i = 0; i < cuantos; ++i)
-            m_campos.push_back(std::make_unique<Campo>(campos.objeto("Item", i), m_sql));
-        lee_fin();
     });
+    try {
+        con_base_de_datos(m_sql, donde, [&] {
+            lee_campos();
+            lee_fin();
+        });
+    } catch (...) {
+        abandona(); // none is open by half, with its rows locked
+        throw;
+    }
 }
 
-void Recordset::lee_fin() { m_fin = m_filas.llama("EOF").logico(); }
+void Recordset::lee_campos()
+{
+    const auto campos = m_filas.objeto("Fields");
+    const auto cuantos = CLng(variant_de(campos.llama("Count").get()));
+    for (std::int32_t i = 0; i < cuantos; ++i)
+        m_campos.push_back(std::make_unique<Campo>(campos.objeto("Item", i), m_sql));
+}
+
+void Recordset::lee_fin() { m_fin = CBool(variant_de(m_filas.llama("EOF").get())); }
 
 void Recordset::comprueba_abierto(Donde donde) const
 {
@@ -178,6 +184,14 @@ void Recordset::suelta(Donde donde)
     m_fin = true;
     if (const auto filas = std::exchange(m_filas, {}))
         con_base_de_datos(m_sql, donde, [&] { filas.llama("Close"); });
+}
+
+void Recordset::abandona() noexcept
+{
+    try {
+        suelta(Donde());
+    } catch (...) { // NOLINT(bugprone-empty-catch): whoever needs to know closes it himself
+    }
 }
 
 } // namespace atipicos::ado

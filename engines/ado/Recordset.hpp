@@ -1,10 +1,12 @@
 #pragma once
 
 #include "automation/Despacho.hpp"
+#include "engines/ado/Conversion.hpp"
 #include "platform/adodb/Connection.hpp"
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace atipicos::ado {
@@ -32,6 +34,8 @@ public:
 
 private:
     void suelta(Donde donde); ///< closes the host's recordset, if there is one
+    void abandona() noexcept; ///< the same, whatever the host says to it
+    void lee_campos();
     void lee_fin();
     void comprueba_abierto(Donde donde) const;
 
@@ -42,13 +46,14 @@ private:
     bool m_fin = true;
 };
 
-/// Does something with the host's database; what it raises becomes an error of the database.
+/// Does something with the host's database; what it raises, and what it gives that is no such value, becomes
+/// an error of the database.
 template <class Trabajo> auto con_base_de_datos(const std::string& sql, Donde donde, Trabajo&& trabajo)
 {
     try {
-        return trabajo();
-    } catch (const automation::Fallo& fallo) {
-        throw adodb::ErrorBaseDatos(fallo.numero(), fallo.fuente(), fallo.what(), sql, donde);
+        return con_anfitrion(donde, std::forward<Trabajo>(trabajo));
+    } catch (const Error& error) {
+        throw adodb::ErrorBaseDatos(error.numero(), error.fuente(), error.descripcion(), sql, donde);
     }
 }
 

@@ -52,11 +52,26 @@ namespace {
         });
     }
 
+    /// Those that the component may ask for; ADO has more, and refuses what is none of its own.
     adodb::CursorType cursor_de(std::int32_t codigo)
     {
-        return codigo == 1 ? adodb::CursorType::Keyset
-            : codigo == 3  ? adodb::CursorType::Static
-                           : adodb::CursorType::ForwardOnly;
+        switch (codigo) {
+        case 0:
+            return adodb::CursorType::ForwardOnly;
+        case 1:
+            return adodb::CursorType::Keyset;
+        case 3:
+            return adodb::CursorType::Static;
+        default:
+            throw Fallo(3001, "ADODB.Recordset", "Argumentos incorrectos.");
+        }
+    }
+
+    adodb::LockType bloqueo_de(std::int32_t codigo)
+    {
+        if (codigo != 1 && codigo != 2)
+            throw Fallo(3001, "ADODB.Recordset", "Argumentos incorrectos.");
+        return codigo == 2 ? adodb::LockType::Pessimistic : adodb::LockType::ReadOnly;
     }
 
     Despacho filas_de(const std::shared_ptr<adodb::Connection>& conexion)
@@ -69,9 +84,8 @@ namespace {
                     return sin_valor([&] {
                         if (a.valor(1).objeto() == nullptr || a.valor(4).entero() != 1)
                             throw Fallo(3001, "ADODB.Recordset", "Argumentos incorrectos.");
-                        const bool bloquea = a.valor(3).entero() == 2;
                         filas->Open(a.valor(0).texto(), cursor_de(a.valor(2).entero()),
-                            bloquea ? adodb::LockType::Pessimistic : adodb::LockType::ReadOnly);
+                            bloqueo_de(a.valor(3).entero()));
                     });
                 } },
             { "EOF", [filas](const Argumentos&) { return Valor(filas->Eof()); } },
