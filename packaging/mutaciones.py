@@ -4,10 +4,10 @@
     packaging/mutaciones.py [--cuantas N] [--semilla S] [--carpeta FOLDER]...
     packaging/mutaciones.py [--cuantas N] [--semilla S] --ventanas [--formulario FORM]...
 
-Works on a copy of HEAD in build/mutaciones. Of all mutants of a folder, or of a form, N are drawn by the seed, built,
-and judged: a folder of the core by its unit tests, a form by the tests of windows of its folder. In the core an operator
-or a constant changes; in a form a call is left out too, because forms are mostly calls. Prints each survivor with its
-line, and the count. Each mutant takes some seconds.
+Works on a copy of HEAD in build/mutaciones. Of all mutants of each source N are drawn by the seed, built, and judged: a
+folder of the core by its unit tests, a source of windows by the tests of windows of its folder. An operator or a
+constant changes, or a call or an assignment is left out. Prints each survivor with its line, and a table. Each mutant
+takes some seconds.
 """
 import argparse
 import os
@@ -27,11 +27,16 @@ CONSTRUIDA_CON_VENTANAS = RAIZ / "build" / "mutaciones" / "ventanas"
 PRUEBAS = {
     "runtime": ["Celdas", "Currency", "Date", "Decimal", "Error", "Formato", "MotivoSistema", "Redondeo", "SalidaSegura",
                 "Variant"],
-    "context": ["claves", "modComun", "Transaccion", "trap"],
-    "charges": ["Impuesto", "clsAtipico_Devuelve_Codigo", "clsAtipico_Lineas", "clsAtipico"],
+    "context": ["Cajas", "claves", "HastaElFinal", "modComun", "Transaccion", "trap"],
+    "charges": ["Impuesto", "clsAtipico_Devuelve_Codigo", "clsAtipico_Lineas", "clsAtipico", "clsAtipico_Calculos",
+                "DosEmpresas"],
     "posting": ["Calendario", "EdicionPrevisiones", "GenerarAsiento", "GenerarPrev"],
     "editor": ["CargoAbierto", "EdicionAtipico", "GuardarAtipico"],
-    "browser": ["ColumnasLista", "DetalleAtipico", "EliminarAtipico", "ExportarLista", "LibroXlsx", "ListaAtipicos"],
+    "browser": ["ColumnasLista", "DetalleAtipico", "EliminarAtipico", "ExportarLista", "LibroXlsx", "ListaAtipicos",
+                "ListaDelAnfitrion"],
+    "printing": ["ImprimirAtipico"],
+    "server": ["Cargos", "Clases", "Coleccion", "AnfitrionPython"],
+    "engines/ado": ["AdoConexion", "AdoFilas", "AdoEmpresas"],
     "engines/sql": ["Catalogo", "Contrato", "Fechas", "PostgresqlConnection", "Reescritura", "Servidor",
                     "SqliteConnection", "SqliteRecordset", "Tokens"],
 }
@@ -42,8 +47,11 @@ FORMULARIOS = [
     "browser/RejillasVisorQt", "context/frmclsComprasAtipVisor", "context/frmclsCompras_Atipicos", "context/frmMsg",
     "editor/frmCompras_Atipicos", "editor/frmCompras_Atipicos_Linea", "editor/frmEditor_Comentarios",
     "editor/RejillaAtipicoQt", "posting/frmCompras_Atipicos_Contabilizar", "printing/clsView",
-    "printing/frmclsCopiasImpresion", "printing/frmImpresora", "printing/frmView",
+    "printing/frmclsCopiasImpresion", "printing/frmImpresora", "printing/frmView", "server/LanzadoresQt",
 ]
+
+# Sources of windows that tests of another program judge.
+JUECES = {"server/LanzadoresQt": ("pruebas_server", ["Lanzadores"])}
 
 # What is looked for in the code, and what takes its place.
 CAMBIOS = [
@@ -53,8 +61,10 @@ CAMBIOS = [
     (r"\+\+", "--"), (r" \+= ", " -= "), (r" -= ", " += "), (r"(?<![\w.'\"])0(?![\w.'\"])", "1"),
     (r"(?<![\w.'\"])1(?![\w.'\"])", "2"), (r"\bbreak;", "continue;"),
 ]
-# A statement of one line that is nothing but a call.
+# A statement of one line that is nothing but a call, or an assignment.
 LLAMADA = (r"(?<=^)\s+(?!return|throw|case|using|connect)[\w:]+(?:(?:->|\.)\w+|\([^()]*\))*\(.*\);$", ";")
+ASIGNACION = (r"(?<=^)\s+(?:this->)?\w+(?:(?:->|\.|::)\w+|\[[^\]]*\])* [-+|&]?= [^;]*;$", ";")
+TODOS = [*CAMBIOS, LLAMADA, ASIGNACION]
 
 
 def ejecuta(orden, **mas):
@@ -64,10 +74,18 @@ def ejecuta(orden, **mas):
 def candidatas(fichero, cambios):
     """(file, offset, end, replacement) of every place in the code, outside comments, texts and includes."""
     lugar = 0
+    ocultas = []  # of each condition around: whether its lines are for Windows alone, and not built here
     for linea in fichero.read_text().splitlines(keepends=True):
+        if linea.startswith("#if"):
+            ocultas.append("ifdef _WIN32" in linea)
+            es_de_windows = "_WIN32" in linea
+        elif linea.startswith("#else") and es_de_windows:
+            ocultas[-1] = not ocultas[-1]
+        elif linea.startswith("#endif"):
+            ocultas.pop()
         codigo = re.sub(r'"(\\.|[^"\\])*"', lambda m: '"' + "\x00" * (len(m.group()) - 2) + '"', linea)
         codigo = codigo.split("//")[0]
-        if not codigo.lstrip().startswith(("#", "template", "static_assert", "namespace")):
+        if not any(ocultas) and not codigo.lstrip().startswith(("#", "template", "static_assert", "namespace")):
             for busca, pone in cambios:
                 for hallado in re.finditer(busca, codigo.rstrip("\n")):
                     yield fichero, lugar + hallado.start(), lugar + hallado.end(), pone
@@ -93,7 +111,7 @@ class Nucleo:
         construidos = (self.construida / "build.ninja").read_text()
         for fichero in sorted((COPIA / self.nombre).glob("*.cpp")):
             if f"/{self.nombre}/{fichero.name}" in construidos:  # else a window's
-                yield from candidatas(fichero, CAMBIOS)
+                yield from candidatas(fichero, TODOS)
 
 
 class Formulario:
@@ -105,17 +123,19 @@ class Formulario:
     def __init__(self, nombre):
         self.nombre = nombre
         self.carpeta, self.fuente = nombre.split("/")
-        self.programa = f"pruebas_{self.carpeta}_ventanas"
+        self.programa, self.jueces = JUECES.get(nombre, (f"pruebas_{self.carpeta}_ventanas", None))
 
     def pruebas(self):
         """Those of the form itself first, because they notice most; the long sweeps last."""
+        if self.jueces:
+            return self.jueces
         clases = ejecuta([self.construida / "tests" / self.carpeta / self.programa]).stdout.split()
         nombres = [clase.removesuffix("_Test") for clase in clases if clase.endswith("_Test")]
         return sorted(nombres, key=lambda nombre: (nombre.startswith("Barrido"), not nombre.startswith(self.fuente)))
 
     def mutantes(self):
         """All that could be made of it."""
-        yield from candidatas(COPIA / f"{self.nombre}.cpp", [*CAMBIOS, LLAMADA])
+        yield from candidatas(COPIA / f"{self.nombre}.cpp", TODOS)
 
 
 def copia():
@@ -154,36 +174,56 @@ def partes(opciones):
     return [Nucleo(carpeta) for carpeta in opciones.carpeta or PRUEBAS]
 
 
+def sortea(mutantes, cuantas, semilla):
+    """Of each source as many as asked for, in the order of the sources."""
+    por_fuente = {}
+    for mutante in mutantes:
+        por_fuente.setdefault(mutante[0], []).append(mutante)
+    for todos in por_fuente.values():
+        random.Random(semilla).shuffle(todos)
+    return {fuente: (len(todos), todos[:cuantas]) for fuente, todos in por_fuente.items()}
+
+
+def juzga_fuente(parte, mutantes):
+    """How many there are of each verdict."""
+    cuenta = {"muerto": 0, "vivo": 0, "no compila": 0}
+    for fichero, desde, hasta, pone in mutantes:
+        entero = fichero.read_text()
+        fichero.write_text(entero[:desde] + pone + entero[hasta:])
+        veredicto = juzga(parte)
+        fichero.write_text(entero)
+        cuenta[veredicto] += 1
+        if veredicto == "vivo":
+            numero = entero.count("\n", 0, desde + len(entero[desde:hasta]) - len(entero[desde:hasta].lstrip())) + 1
+            linea = entero.splitlines()[numero - 1].strip()
+            print(f"{fichero.relative_to(COPIA)}:{numero}: «{entero[desde:hasta].strip()}» -> «{pone.strip()}» "
+                  f"in: {linea}", flush=True)
+    return cuenta
+
+
 def main():
     argumentos = argparse.ArgumentParser()
-    argumentos.add_argument("--cuantas", type=int, default=12, help="mutants of each folder")
+    argumentos.add_argument("--cuantas", type=int, default=12, help="mutants of each source")
     argumentos.add_argument("--semilla", type=int, default=1)
     argumentos.add_argument("--carpeta", action="append", choices=PRUEBAS)
-    argumentos.add_argument("--ventanas", action="store_true", help="the forms instead of the core")
+    argumentos.add_argument("--ventanas", action="store_true", help="the sources of windows instead of the core")
     argumentos.add_argument("--formulario", action="append", choices=FORMULARIOS)
     opciones = argumentos.parse_args()
     copia()
-    cuenta = {"muerto": 0, "vivo": 0, "no compila": 0}
+    tabla, muertos, juzgados = [], 0, 0
     for parte in partes(opciones):
         configura(parte)
         if juzga(parte) != "vivo":
             sys.exit(f"the tests of {parte.nombre} fail without any mutation")
-        todas = list(parte.mutantes())
-        random.Random(opciones.semilla).shuffle(todas)
-        for fichero, desde, hasta, pone in todas[: opciones.cuantas]:
-            entero = fichero.read_text()
-            fichero.write_text(entero[:desde] + pone + entero[hasta:])
-            veredicto = juzga(parte)
-            fichero.write_text(entero)
-            cuenta[veredicto] += 1
-            if veredicto == "vivo":
-                numero = entero.count("\n", 0, desde) + 1
-                linea = entero.splitlines()[numero - 1].strip()
-                print(f"{fichero.relative_to(COPIA)}:{numero}: «{entero[desde:hasta].strip()}» -> «{pone.strip()}» "
-                      f"in: {linea}", flush=True)
-        print(f"{parte.nombre}: {len(todas)} possible, {cuenta} so far", flush=True)
-    juzgadas = cuenta["muerto"] + cuenta["vivo"]
-    print(f"{cuenta['muerto']} of {juzgadas} mutants killed; {cuenta['no compila']} did not compile")
+        for fuente, (posibles, elegidos) in sortea(parte.mutantes(), opciones.cuantas, opciones.semilla).items():
+            cuenta = juzga_fuente(parte, elegidos)
+            muertos += cuenta["muerto"]
+            juzgados += cuenta["muerto"] + cuenta["vivo"]
+            tabla.append(f"{str(fuente.relative_to(COPIA)):44} {posibles:8} {cuenta['muerto']:6} {cuenta['vivo']:8} "
+                         f"{cuenta['no compila']:13}")
+            print(tabla[-1], flush=True)
+    print(f"\n{'source':44} possible killed survived not compiling", *tabla, sep="\n")
+    print(f"{muertos} of {juzgados} mutants killed")
 
 
 if __name__ == "__main__":
