@@ -1,6 +1,7 @@
 // What a charge computes when it is stored, with a tax type, decimals, lines and positions that none of the
 // usual values would give by chance.
 #include "charges/clsAtipico.hpp"
+#include "charges/Impuesto.hpp"
 
 #include "tests/support/Contexto.hpp"
 
@@ -181,6 +182,15 @@ namespace {
         ASSERT_THAT(contexto.avisos->dichos, SizeIs(1));
         EXPECT_EQ(pruebas::linea_nombrada(contexto.avisos->dichos[0].texto, "charges/clsAtipico.cpp"),
             "conexion.Execute(");
+    }
+
+    TEST(CuotaDelLimite, the_last_cent_that_there_is_fits_and_one_more_does_not)
+    {
+        EXPECT_EQ(cuota_impuesto(moneda("922337203685477.58"), moneda("100")), moneda("922337203685477.58"));
+        EXPECT_EQ(
+            cuota_impuesto(moneda("-922337203685477.58"), moneda("100")), moneda("-922337203685477.58"));
+        for (const auto* importe : { "92233720368547.759", "-92233720368547.759" })
+            EXPECT_THROW(static_cast<void>(cuota_impuesto(moneda(importe), moneda("1000"))), Error);
     }
 
 }
