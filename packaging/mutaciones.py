@@ -27,7 +27,8 @@ CONSTRUIDA_CON_VENTANAS = RAIZ / "build" / "mutaciones" / "ventanas"
 PRUEBAS = {
     "runtime": ["Celdas", "Currency", "Date", "Decimal", "Error", "Formato", "MotivoSistema", "Redondeo", "SalidaSegura",
                 "Variant"],
-    "context": ["Cajas", "claves", "HastaElFinal", "modComun", "Transaccion", "trap"],
+    "context": ["Cajas", "claves", "HastaElFinal", "modComun", "Referencias", "Transaccion",
+                "trap"],
     "charges": ["Impuesto", "clsAtipico_Devuelve_Codigo", "clsAtipico_Lineas", "clsAtipico", "clsAtipico_Calculos",
                 "DosEmpresas"],
     "posting": ["Calendario", "EdicionPrevisiones", "GenerarAsiento", "GenerarPrev"],

@@ -193,6 +193,17 @@ namespace {
         EXPECT_EQ(estado.dichas.back(), "Close");
     }
 
+    TEST_F(FilasAjenas, rows_that_are_closed_are_at_their_end)
+    {
+        estado.campos = { "Codigo" };
+        estado.filas = { { "AT250001" } };
+        abre();
+        EXPECT_FALSE(rs->Eof());
+        rs->Close();
+        EXPECT_TRUE(rs->Eof());
+        EXPECT_EQ(rs->Count(), 0U);
+    }
+
     TEST_F(FilasAjenas, opening_again_closes_what_was_open)
     {
         abre();
