@@ -36,7 +36,7 @@ PRUEBAS = {
     "browser": ["ColumnasLista", "DetalleAtipico", "EliminarAtipico", "ExportarLista", "LibroXlsx", "ListaAtipicos",
                 "ListaDelAnfitrion"],
     "printing": ["ImprimirAtipico"],
-    "server": ["Cargos", "Clases", "Coleccion", "AnfitrionPython"],
+    "server": ["Argumentos", "Cargos", "Clases", "Coleccion", "ReportAnfitrion", "AnfitrionPython"],
     "engines/ado": ["AdoConexion", "AdoFilas", "AdoEmpresas"],
     "engines/sql": ["Catalogo", "Contrato", "Fechas", "PostgresqlConnection", "Reescritura", "Servidor",
                     "SqliteConnection", "SqliteRecordset", "Tokens"],
@@ -53,6 +53,9 @@ FORMULARIOS = [
 
 # Sources of windows that tests of another program judge.
 JUECES = {"server/LanzadoresQt": ("pruebas_server", ["Lanzadores"])}
+
+# Programs that judge a folder beside its own.
+DE_MAS = {"server": ["ReportAnfitrion_test"]}
 
 # What is looked for in the code, and what takes its place.
 CAMBIOS = [
@@ -101,7 +104,7 @@ class Nucleo:
 
     def __init__(self, carpeta):
         self.nombre = carpeta
-        self.programa = "pruebas_" + carpeta.split("/", maxsplit=1)[0]
+        self.programas = ["pruebas_" + carpeta.split("/", maxsplit=1)[0], *DE_MAS.get(carpeta, [])]
 
     def pruebas(self):
         """The names of the tests that judge it."""
@@ -124,13 +127,14 @@ class Formulario:
     def __init__(self, nombre):
         self.nombre = nombre
         self.carpeta, self.fuente = nombre.split("/")
-        self.programa, self.jueces = JUECES.get(nombre, (f"pruebas_{self.carpeta}_ventanas", None))
+        programa, self.jueces = JUECES.get(nombre, (f"pruebas_{self.carpeta}_ventanas", None))
+        self.programas = [programa]
 
     def pruebas(self):
         """Those of the form itself first, because they notice most; the long sweeps last."""
         if self.jueces:
             return self.jueces
-        clases = ejecuta([self.construida / "tests" / self.carpeta / self.programa]).stdout.split()
+        clases = ejecuta([self.construida / "tests" / self.carpeta / self.programas[0]]).stdout.split()
         nombres = [clase.removesuffix("_Test") for clase in clases if clase.endswith("_Test")]
         return sorted(nombres, key=lambda nombre: (nombre.startswith("Barrido"), not nombre.startswith(self.fuente)))
 
@@ -157,7 +161,7 @@ def configura(parte):
 
 def juzga(parte):
     """'no compila', 'muerto' or 'vivo'."""
-    if ejecuta(["ninja", "-C", str(parte.construida), "--quiet", parte.programa]).returncode != 0:
+    if ejecuta(["ninja", "-C", str(parte.construida), "--quiet", *parte.programas]).returncode != 0:
         return "no compila"
     # Of the million statements thrown together at random a sample will do.
     entorno = {**os.environ, "ATIPICOS_TEXTOS_AL_AZAR": "20000"}
