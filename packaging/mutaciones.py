@@ -36,7 +36,7 @@ PRUEBAS = {
     "browser": ["ColumnasLista", "DetalleAtipico", "EliminarAtipico", "ExportarLista", "LibroXlsx", "ListaAtipicos",
                 "ListaDelAnfitrion"],
     "printing": ["ImprimirAtipico"],
-    "server": ["Argumentos", "Cargos", "Clases", "Coleccion", "ReportAnfitrion", "AnfitrionPython"],
+    "server": ["Argumentos", "Cargos", "Clases", "Coleccion", "Prestamos", "ReportAnfitrion", "AnfitrionPython"],
     "engines/ado": ["AdoConexion", "AdoFilas", "AdoEmpresas"],
     "engines/sql": ["Catalogo", "Contrato", "Fechas", "PostgresqlConnection", "Reescritura", "Servidor",
                     "SqliteConnection", "SqliteRecordset", "Tokens"],
@@ -148,20 +148,22 @@ def copia():
     COPIA.mkdir(parents=True, exist_ok=True)
     archivo = subprocess.run(["git", "archive", "HEAD"], cwd=RAIZ, stdout=subprocess.PIPE, check=True).stdout
     subprocess.run(["tar", "-x"], cwd=COPIA, input=archivo, check=True)
+    opciones = COPIA / "cmake" / "Opciones.cmake"  # a warning about what a mutant leaves unused has not noticed it
+    opciones.write_text(opciones.read_text().replace(" -Werror", ""))
 
 
 def configura(parte):
     """Makes ready to build what judges it."""
     lanzador = ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
     orden = ["cmake", *lanzador, "-G", "Ninja", "-S", str(COPIA), "-B", str(parte.construida), "-DCMAKE_BUILD_TYPE=Debug",
-             "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -Wno-error", f"-DATIPICOS_GUI={parte.ventanas}"]
+             "-DCMAKE_CXX_FLAGS_DEBUG=-O0", f"-DATIPICOS_GUI={parte.ventanas}"]
     if ejecuta(orden).returncode != 0:
         sys.exit("cannot configure the copy")
 
 
 def juzga(parte):
     """'no compila', 'muerto' or 'vivo'."""
-    if ejecuta(["ninja", "-C", str(parte.construida), "--quiet", *parte.programas]).returncode != 0:
+    if ejecuta(["ninja", "-C", str(parte.construida), "-j1", "--quiet", *parte.programas]).returncode != 0:
         return "no compila"
     # Of the million statements thrown together at random a sample will do.
     entorno = {**os.environ, "ATIPICOS_TEXTOS_AL_AZAR": "20000"}

@@ -143,7 +143,7 @@ namespace {
     TEST_F(FilasAjenas, a_value_that_is_none_is_an_error_of_the_database_at_the_line_that_asked)
     {
         estado.campos = { "Codigo" };
-        estado.filas = { { Valor(ajena.objeto().get()) } };
+        estado.filas = { { Valor(automation::Anfitrion::crea({}).get()) } };
         abre();
         try {
             static_cast<void>(rs->Fields(0).Value());
