@@ -1,0 +1,80 @@
+// The directory at the end of a ZIP file says of each part where it is and how large: readers that do not try
+// to mend it go by that alone.
+#include "browser/EscritorZip.hpp"
+#include "browser/ExportarLista.hpp"
+#include "runtime/Error.hpp"
+#include "tests/support/CarpetaTemporal.hpp"
+
+#include <gmock/gmock.h>
+
+#include <sstream>
+#include <stdexcept>
+
+namespace atipicos {
+namespace {
+
+    /// Reads a number of so many bytes, the lowest first.
+    std::size_t numero_en(const std::string& bytes, std::size_t lugar, std::size_t cuantos)
+    {
+        std::size_t numero = 0;
+        for (std::size_t i = cuantos; i-- > 0;)
+            numero = numero << 8U | static_cast<unsigned char>(bytes.at(lugar + i));
+        return numero;
+    }
+
+    TEST(DirectorioZip, every_part_begins_ends_and_measures_what_the_directory_says)
+    {
+        std::ostringstream salida;
+        EscritorZip zip(salida);
+        const std::vector<std::pair<std::string, std::string>> partes{ { "uno.txt", "Palé dañado" },
+            { "carpeta/vacia", "" }, { "tres.xml", std::string(300'000, 'x') + "fin" } };
+        for (const auto& [nombre, contenido] : partes) {
+            zip.empieza(nombre);
+            zip.escribe(contenido.substr(0, contenido.size() / 2));
+            zip.escribe(contenido.substr(contenido.size() / 2));
+            zip.termina_parte();
+        }
+        zip.termina();
+        const std::string bytes = salida.str();
+
+        const auto final = bytes.size() - 22;
+        ASSERT_EQ(numero_en(bytes, final, 4), 0x0605'4B50U);
+        EXPECT_EQ(numero_en(bytes, final + 8, 2), partes.size());
+        EXPECT_EQ(numero_en(bytes, final + 10, 2), partes.size());
+        const auto directorio = numero_en(bytes, final + 16, 4);
+        EXPECT_EQ(directorio + numero_en(bytes, final + 12, 4), final) << "nothing between it and its end";
+
+        std::size_t entrada = directorio;
+        std::size_t comienzo = 0;
+        for (const auto& [nombre, contenido] : partes) {
+            ASSERT_EQ(numero_en(bytes, entrada, 4), 0x0201'4B50U) << nombre;
+            EXPECT_EQ(numero_en(bytes, entrada + 24, 4), contenido.size());
+            EXPECT_EQ(numero_en(bytes, entrada + 42, 4), comienzo);
+            ASSERT_EQ(numero_en(bytes, comienzo, 4), 0x0403'4B50U);
+            const auto empaquetado = numero_en(bytes, entrada + 20, 4);
+            const auto detras = comienzo + 30 + nombre.size() + empaquetado;
+            ASSERT_EQ(numero_en(bytes, detras, 4), 0x0807'4B50U) << nombre;
+            EXPECT_EQ(bytes.substr(detras + 4, 12), bytes.substr(entrada + 16, 12)) << "sum and sizes";
+            EXPECT_EQ(bytes.substr(entrada + 46, nombre.size()), nombre);
+            comienzo = detras + 16;
+            entrada += 46 + nombre.size();
+        }
+        EXPECT_EQ(comienzo, directorio);
+        EXPECT_EQ(entrada, final);
+    }
+
+    TEST(DirectorioZip, a_list_that_no_file_can_count_is_an_error_that_says_what_to_do)
+    {
+        const pruebas::CarpetaTemporal carpeta;
+        try {
+            exporta_xlsx(carpeta / "l.xlsx", [](const CadaCargo&) { throw std::length_error("4 GiB"); });
+            FAIL() << "written";
+        } catch (const Error& error) {
+            EXPECT_EQ(error.descripcion(),
+                "La lista entera no cabe en una hoja de cálculo (1.048.576 filas, 32.767 letras por celda): "
+                "guárdelo como CSV.");
+        }
+    }
+
+}
+}
