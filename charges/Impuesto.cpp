@@ -6,6 +6,8 @@
 #include "runtime/Redondeo.hpp"
 
 #include <limits>
+#include <string>
+#include <variant>
 
 namespace atipicos {
 
@@ -13,9 +15,8 @@ std::int16_t tipo_impuesto_atipicos(Donde donde)
 {
     const Variant tipo
         = modComun::EmpresaOrvalin(donde).Parametro(claves::Proveedores_AtipcosImpuesto, donde);
-    if (tipo.es_nulo() || CStr(tipo, donde).empty())
-        return 0;
-    return CInt(tipo, donde);
+    const auto* const texto = std::get_if<std::string>(&tipo.valor());
+    return texto != nullptr && texto->empty() ? std::int16_t{ 0 } : CInt(tipo, donde);
 }
 
 Currency importe_impuesto(Currency importe, Currency porcentaje, int decimales, Donde donde)

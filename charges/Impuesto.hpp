@@ -7,8 +7,8 @@
 /// The tax of charges: which type applies and how much it comes to.
 namespace atipicos {
 
-/// The tax type of charges that the company has configured; 0 when there is none, which means no tax.
-/// Raises the errors of the company object, 13 or 6 for a value that is no 16-bit number.
+/// The tax type of charges that the company has configured; 0 or an empty value means no tax. Raises the
+/// errors of the company object, 94 for a null, 13 or 6 for a value that is no 16-bit number.
 [[nodiscard]] std::int16_t tipo_impuesto_atipicos(Donde donde = Donde::aqui());
 
 /// `porcentaje` / 100 × `importe`, computed in floating point and rounded to `decimales`. What the charge

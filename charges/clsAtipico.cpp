@@ -19,6 +19,15 @@ namespace {
         return Val(CStr(usuario, donde), donde);
     }
 
+    /// The lines that the charge has been given, held as long as they are gone through: the host's connection
+    /// could change them. Error 91 when it has been given none.
+    std::shared_ptr<const clsAtipico_Lineas> lineas_de(const clsAtipico& cargo, Donde donde = Donde::aqui())
+    {
+        if (!cargo.Lineas)
+            throw Error::de_ejecucion(numero_error::objeto_no_establecido, donde);
+        return cargo.Lineas;
+    }
+
 }
 
 void clsAtipico::set_ConexionOrvalin(std::shared_ptr<adodb::Connection> conexion) const noexcept
@@ -60,9 +69,10 @@ bool clsAtipico::Insertar()
 
             auto& conexion = modComun::ConexionOrvalin();
             conexion.Execute(instrucciones::inserta_cabecera(*this, contexto));
-            const std::int32_t ultima = Lineas->UltimaPosicion();
+            const auto lineas = lineas_de(*this);
+            const std::int32_t ultima = lineas->UltimaPosicion();
             for (std::int32_t i = 1; i <= ultima; ++i) {
-                const auto linea = Lineas->Item(static_cast<std::int16_t>(i));
+                const auto linea = lineas->Item(static_cast<std::int16_t>(i));
                 conexion.Execute(instrucciones::inserta_linea(*this, contexto.Cod_Empresa, *linea, i));
             }
         },
@@ -89,9 +99,10 @@ bool clsAtipico::Modificar_Atipico()
             error = Insertar();
             return;
         }
-        const std::int32_t ultima = Lineas->UltimaPosicion();
+        const auto lineas = lineas_de(*this);
+        const std::int32_t ultima = lineas->UltimaPosicion();
         for (std::int32_t i = 1; i <= ultima; ++i) {
-            const auto linea = Lineas->Item(static_cast<std::int16_t>(i));
+            const auto linea = lineas->Item(static_cast<std::int16_t>(i));
             conexion.Execute(
                 instrucciones::modifica_linea(*this, contexto.Cod_Empresa, *linea, i), &afectadas);
             if (afectadas == 0)

@@ -33,6 +33,7 @@ public:
     bool AplicarImpuesto = false; ///< `Insertar` takes the tax rate from the configuration
     Currency Impuesto; ///< rate in percent that `Modificar_Atipico` stores; `Insertar` does not use it
     std::int32_t Tipo = 0;
+    /// May be set to another collection, or to none: storing the charge is error 91 then, behind its header.
     std::shared_ptr<clsAtipico_Lineas> Lineas = std::make_shared<clsAtipico_Lineas>();
 
     /// These two go to the component-wide context, not into this object.

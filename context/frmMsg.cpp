@@ -20,13 +20,14 @@ frmMsg::frmMsg(QWidget* parent)
     , m_ui(std::make_unique<Ui::frmMsg>())
 {
     m_ui->setupUi(this);
+    m_por_defecto = m_ui->lblMsg->text();
     setAttribute(Qt::WA_ShowWithoutActivating);
     const QFont negrita(QStringLiteral("MS Sans Serif"), 8, QFont::Bold);
     m_ui->lblMsg->setFont(negrita);
     const int icono = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
     m_ui->Image1->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(icono));
     RefreshMsg();
-    setFixedHeight(layout()->totalHeightForWidth(width())); // the narrowest is the highest
+    setFixedHeight(layout()->totalHeightForWidth(width())); // for its own text, at the narrowest: it stays so
 }
 
 frmMsg::~frmMsg() = default;
@@ -35,6 +36,13 @@ void frmMsg::Show()
 {
     RefreshMsg();
     show();
+}
+
+void frmMsg::Vacia()
+{
+    Mensaje.clear();
+    m_ui->lblMsg->setText(m_por_defecto);
+    RefreshMsg();
 }
 
 void frmMsg::RefreshMsg()

@@ -27,8 +27,11 @@ public:
     /// Shows `Mensaje` at once, before the work goes on, in a window as wide as its text and 2500 twips.
     void RefreshMsg();
 
+    void Vacia(); ///< back to the text that asks to wait, at once, as wide as without a message
+
 private:
     std::unique_ptr<Ui::frmMsg> m_ui;
+    QString m_por_defecto;
 };
 
 } // namespace atipicos

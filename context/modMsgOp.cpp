@@ -24,7 +24,10 @@ void Mostrar(const std::string& texto)
     auto& form = mensaje();
     if (!form.isNull()) {
         form->Mensaje = texto;
-        form->RefreshMsg();
+        if (texto.empty())
+            form->Vacia();
+        else
+            form->RefreshMsg();
         return;
     }
     form = new frmMsg(QApplication::activeWindow());

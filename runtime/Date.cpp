@@ -28,7 +28,7 @@ namespace {
         return Date(instante);
     }
 
-    /// Two or four digits at a place of a text; -1 when they are not digits.
+    /// So many digits at a place of a text; -1 when they are not digits.
     int cifras(std::string_view texto, std::size_t lugar, std::size_t cuantas)
     {
         int numero = 0;
@@ -38,6 +38,23 @@ namespace {
             numero = numero * 10 + (c - '0');
         }
         return numero;
+    }
+
+    /// A time of day as `texto_regional` writes it, the hour also with its leading zero.
+    std::optional<milliseconds> hora_de_texto(std::string_view texto)
+    {
+        constexpr std::size_t tras_la_hora = 6; // ":mm:ss"
+        if (texto.size() != tras_la_hora + 1 && texto.size() != tras_la_hora + 2)
+            return std::nullopt;
+        const auto fin_de_hora = texto.size() - tras_la_hora;
+        if (texto[fin_de_hora] != ':' || texto[fin_de_hora + 3] != ':')
+            return std::nullopt;
+        const int horas = cifras(texto, 0, fin_de_hora);
+        const int minutos = cifras(texto, fin_de_hora + 1, 2);
+        const int segundos = cifras(texto, fin_de_hora + 4, 2);
+        if (horas < 0 || horas > 23 || minutos < 0 || minutos > 59 || segundos < 0 || segundos > 59)
+            return std::nullopt;
+        return std::chrono::hours(horas) + std::chrono::minutes(minutos) + std::chrono::seconds(segundos);
     }
 
     void anexa_dos_cifras(std::string& destino, unsigned numero)
@@ -64,6 +81,19 @@ std::optional<Date> Date::de_texto(std::string_view texto) noexcept
     if (texto.size() != 10 || texto[2] != '/' || texto[5] != '/')
         return std::nullopt;
     return de_dia(cifras(texto, 6, 4), cifras(texto, 3, 2), cifras(texto, 0, 2));
+}
+
+std::optional<Date> Date::de_texto_regional(std::string_view texto) noexcept
+{
+    const auto blanco = texto.find(' ');
+    const bool solo_hora = blanco == std::string_view::npos && texto.find(':') != std::string_view::npos;
+    const auto fecha = solo_hora ? std::optional(Date()) : de_texto(texto.substr(0, blanco));
+    if (blanco == std::string_view::npos && !solo_hora)
+        return fecha;
+    const auto hora = hora_de_texto(solo_hora ? texto : texto.substr(blanco + 1));
+    if (!fecha || !hora)
+        return std::nullopt;
+    return Date(fecha->instante() + *hora);
 }
 
 Date Date::de_automatizacion(double dias, Donde donde)

@@ -31,6 +31,10 @@ public:
     /// else or no day of the calendar.
     [[nodiscard]] static std::optional<Date> de_texto(std::string_view texto) noexcept;
 
+    /// Reads what `texto_regional` writes: a day, a day and a time, or a time alone; nothing when it is
+    /// anything else.
+    [[nodiscard]] static std::optional<Date> de_texto_regional(std::string_view texto) noexcept;
+
     /// Days since 30 December 1899 with the time of day as fraction (for negative values the fraction
     /// still counts forward). Error 6 when out of range or not finite.
     [[nodiscard]] static Date de_automatizacion(double dias, Donde donde = Donde::aqui());

@@ -239,7 +239,7 @@ Date CDate(const Variant& variante, Donde donde)
     if (const auto* fecha = std::get_if<Date>(&variante.valor()))
         return *fecha;
     if (const auto* texto = std::get_if<std::string>(&variante.valor())) {
-        const auto leida = Date::de_texto(*texto);
+        const auto leida = Date::de_texto_regional(*texto);
         if (!leida)
             no_coinciden(donde);
         return *leida;

@@ -56,7 +56,7 @@ private:
 /// Conversions. Empty counts as 0, False, no date or "". All raise error 94 for null, 13 for what is not
 /// such a value, and 6 for what does not fit. Fractions are rounded by the program's one rounding routine;
 /// texts are read as display numbers ("1.234,5"), "Verdadero"/"True" and "Falso"/"False" for `CBool`,
-/// `dd/mm/yyyy` for `CDate`.
+/// days, times and both as `Date::texto_regional` writes them for `CDate`.
 [[nodiscard]] bool CBool(const Variant& valor, Donde donde = Donde::aqui());
 [[nodiscard]] std::int16_t CInt(const Variant& valor, Donde donde = Donde::aqui());
 [[nodiscard]] std::int32_t CLng(const Variant& valor, Donde donde = Donde::aqui());

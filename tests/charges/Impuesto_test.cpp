@@ -82,16 +82,30 @@ namespace {
             }
     }
 
-    TEST(Impuesto, the_tax_type_is_0_when_the_key_is_absent_empty_or_null)
+    TEST(Impuesto, the_tax_type_is_0_when_the_key_is_empty_and_nothing_is_made_of_a_null)
     {
         const pruebas::Contexto contexto;
         EXPECT_EQ(tipo_impuesto_atipicos(), 1);
-        for (const Variant& valor : { Variant(), Variant(""), Variant(Nulo{}), Variant("0") }) {
-            contexto.empresa->parametros["Proveedores_AtipcosImpuesto"] = valor;
+        const auto pon = [&](Variant valor) {
+            contexto.empresa->parametros["Proveedores_AtipcosImpuesto"] = std::move(valor);
+        };
+        for (const Variant& valor : { Variant(), Variant(""), Variant("0"), Variant(0) }) {
+            pon(valor);
             EXPECT_EQ(tipo_impuesto_atipicos(), 0);
         }
-        contexto.empresa->parametros["Proveedores_AtipcosImpuesto"] = Variant("siete");
-        EXPECT_THROW(static_cast<void>(tipo_impuesto_atipicos()), Error);
+        pon("27");
+        EXPECT_EQ(tipo_impuesto_atipicos(), 27);
+        const std::pair<Variant, int> malos[]{ { Nulo{}, 94 }, { "siete", 13 }, { " ", 13 }, { 40000, 6 } };
+        for (const auto& [valor, numero] : malos) {
+            pon(valor);
+            try {
+                static_cast<void>(tipo_impuesto_atipicos());
+                ADD_FAILURE() << "no error " << numero;
+            } catch (const Error& error) {
+                EXPECT_EQ(error.numero(), numero);
+                EXPECT_EQ(error.donde().linea(), __LINE__ - 4U);
+            }
+        }
     }
 
 }

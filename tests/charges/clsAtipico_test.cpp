@@ -228,6 +228,42 @@ namespace {
             "conexion.Execute(instrucciones::modifica_cabecera(*this, contexto), &afectadas);");
     }
 
+    TEST_F(Persistencia, without_a_collection_of_lines_the_header_is_written_and_error_91_shown)
+    {
+        cargo.Lineas = nullptr;
+        EXPECT_TRUE(cargo.Insertar());
+        ASSERT_THAT(dichas, SizeIs(1));
+        EXPECT_THAT(dichas[0], testing::StartsWith(columnas));
+        ASSERT_THAT(avisos, SizeIs(1));
+        EXPECT_EQ(avisos[0].titulo, "clsAtipico:Insertar");
+        EXPECT_EQ(avisos[0].texto, "La variable de objeto no está establecida");
+        EXPECT_EQ(avisos[0].icono, Icono::critico);
+
+        dichas.clear();
+        EXPECT_TRUE(cargo.Modificar_Atipico());
+        ASSERT_THAT(dichas, SizeIs(1));
+        EXPECT_THAT(dichas[0], testing::StartsWith("EXEC  UPDATE Proveedores_Cargos_Atipicos  SET"));
+        ASSERT_THAT(avisos, SizeIs(2));
+        EXPECT_EQ(avisos[1].titulo, "clsAtipico:Modificar");
+        EXPECT_THAT(avisos[1].texto, testing::EndsWith("] La variable de objeto no está establecida"));
+        EXPECT_EQ(pruebas::linea_nombrada(avisos[1].texto, "charges/clsAtipico.cpp"),
+            "const auto lineas = lineas_de(*this);");
+
+        dichas.clear();
+        cargo.Eliminar_Atipico();
+        EXPECT_THAT(dichas, SizeIs(2)) << "a deletion needs no lines";
+        EXPECT_THAT(avisos, SizeIs(2));
+    }
+
+    TEST_F(Persistencia, insertar_without_a_tax_type_shows_why)
+    {
+        contexto.empresa->parametros["Proveedores_AtipcosImpuesto"] = Nulo{};
+        EXPECT_TRUE(cargo.Insertar());
+        EXPECT_THAT(dichas, IsEmpty());
+        ASSERT_THAT(avisos, SizeIs(1));
+        EXPECT_EQ(avisos[0].texto, "Uso no válido de Null");
+    }
+
     TEST_F(Persistencia, eliminar_deletes_lines_then_header_with_three_blanks_before_and)
     {
         cargo.Eliminar_Atipico();

@@ -128,6 +128,14 @@ private slots:
         modMsgOp::Mostrar("Imprimiendo");
         QCOMPARE(en_pantalla(), form);
         QCOMPARE(etiqueta(*form).text(), QStringLiteral("Imprimiendo"));
+        modMsgOp::Mostrar();
+        QCOMPARE(en_pantalla(), form);
+        const auto& texto = etiqueta(*form);
+        QCOMPARE(texto.text(), QStringLiteral("Realizando operación, espere por favor..."));
+        QCOMPARE(form->width(), ancho_para(static_cast<frmMsg&>(*form), ""));
+        QVERIFY2(texto.heightForWidth(texto.width()) <= texto.height(), "it can be read in full");
+        modMsgOp::Mostrar("Leyendo");
+        QCOMPARE(texto.text(), QStringLiteral("Leyendo"));
         modMsgOp::Ocultar();
         QVERIFY(en_pantalla() == nullptr);
         modMsgOp::Ocultar();

@@ -213,6 +213,22 @@ namespace {
         EXPECT_EQ(numero_de_error([] { return CDate(3e6); }), 6);
     }
 
+    TEST(CDate, reads_the_dates_that_the_component_writes_with_their_times)
+    {
+        for (const auto* texto : { "21/11/2026 9:05:03", "21/11/2026 23:59:59", "01/01/0100 0:00:01",
+                 "29/12/1899 6:00:00", "9:05:03", "18:30:59", "0:00:00", "21/11/2026" })
+            EXPECT_EQ(CDate(texto).texto_regional(), texto);
+        EXPECT_EQ(CDate("09:05:03"), CDate("9:05:03"));
+        EXPECT_EQ(CDate("9:05:03").hora_del_dia(), std::chrono::seconds(32'703));
+        EXPECT_FALSE(CDate("9:05:03").tiene_dia());
+        EXPECT_EQ(CDate("0:00:00"), Date());
+        for (const auto* texto :
+            { "24:00:00", "9:60:00", "9:05:60", "9:05", "9:5:03", "9:05:3", ":05:03", "-9:05:03", "9:05:03 ",
+                " 9:05:03", "9.05.03", "9:05.03", "21/11/2026 ", "21/11/2026  9:05:03", "31/02/2026 9:05:03",
+                "21/11/26 9:05:03", "9:05:03 21/11/2026", "x9:05:03", "123:05:03" })
+            EXPECT_EQ(numero_de_error([&] { return CDate(texto); }), 13) << texto;
+    }
+
     TEST(CStr, gives_the_regional_text)
     {
         const std::pair<Variant, const char*> textos[] = { { true, "Verdadero" }, { false, "Falso" },
