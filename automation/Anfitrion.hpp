@@ -57,7 +57,7 @@ public:
     Anfitrion(const Anfitrion&) = delete;
     Anfitrion& operator=(const Anfitrion&) = delete;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(const GUID& iid, void** objeto) override
+    HRESULT STDMETHODCALLTYPE QueryInterface(const GUID& iid, void** objeto) noexcept override
     {
         if (objeto == nullptr)
             return E_POINTER;
@@ -67,54 +67,47 @@ public:
             AddRef();
         return suya ? S_OK : E_NOINTERFACE;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_referencias; }
-    ULONG STDMETHODCALLTYPE Release() override
+    ULONG STDMETHODCALLTYPE AddRef() noexcept override { return ++m_referencias; }
+    ULONG STDMETHODCALLTYPE Release() noexcept override
     {
         const ULONG quedan = --m_referencias;
         if (quedan == 0)
             delete this;
         return quedan;
     }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* cuantos) override
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* cuantos) noexcept override
     {
         *cuantos = 0;
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT /*cual*/, LCID /*idioma*/, ITypeInfo** tipo) override
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT /*cual*/, LCID /*idioma*/, ITypeInfo** tipo) noexcept override
     {
         *tipo = nullptr;
         return E_NOTIMPL;
     }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(
-        const GUID& /*iid*/, OLECHAR** nombres, UINT cuantos, LCID /*idioma*/, DISPID* ids) override
+        const GUID& /*iid*/, OLECHAR** nombres, UINT cuantos, LCID /*idioma*/, DISPID* ids) noexcept override
     {
         for (UINT i = 0; i < cuantos; ++i)
             ids[i] = DISPID_UNKNOWN;
-        const std::string buscado = utf8(VistaAncha(nombres[0]));
-        for (std::size_t i = 0; i < m_miembros.size(); ++i)
-            if (iguales_sin_caja(m_miembros[i].nombre, buscado))
-                ids[0] = static_cast<DISPID>(i) + 1;
+        try {
+            const std::string buscado = utf8(VistaAncha(nombres[0]));
+            for (std::size_t i = 0; i < m_miembros.size(); ++i)
+                if (iguales_sin_caja(m_miembros[i].nombre, buscado))
+                    ids[0] = static_cast<DISPID>(i) + 1;
+        } catch (...) {
+            return E_OUTOFMEMORY;
+        }
         return ids[0] == DISPID_UNKNOWN || cuantos > 1 ? DISP_E_UNKNOWNNAME : S_OK;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, const GUID& /*iid*/, LCID /*idioma*/, WORD uso,
-        DISPPARAMS* argumentos, VARIANT* resultado, EXCEPINFO* donde, UINT* /*argumento_malo*/) override
+        DISPPARAMS* argumentos, VARIANT* resultado, EXCEPINFO* donde,
+        UINT* /*argumento_malo*/) noexcept override
     {
-        if (id < 1 || static_cast<std::size_t>(id) > m_miembros.size())
-            return DISP_E_MEMBERNOTFOUND;
-        const auto& miembro = m_miembros[static_cast<std::size_t>(id) - 1];
-        const bool pone = (uso & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-        const auto& funcion = pone ? miembro.pone : miembro.lee;
-        if (!funcion)
-            return DISP_E_MEMBERNOTFOUND;
         try {
-            Valor dado = funcion(Argumentos(*argumentos));
-            if (resultado != nullptr)
-                *resultado = dado.suelta();
-            return S_OK;
-        } catch (const Fallo& fallo) {
-            return excepcion(donde, fallo.numero(), fallo.fuente(), fallo.what());
-        } catch (const std::exception& otro) {
-            return excepcion(donde, 51, "", otro.what());
+            return llama(id, uso, *argumentos, resultado, donde);
+        } catch (...) { // not even what went wrong could be told
+            return E_OUTOFMEMORY;
         }
     }
 
@@ -124,6 +117,31 @@ private:
     {
     }
     ~Anfitrion() = default;
+
+    /// Throws only where there is no memory for what an error says.
+    [[nodiscard]] HRESULT llama(
+        DISPID id, WORD uso, const DISPPARAMS& argumentos, VARIANT* resultado, EXCEPINFO* donde) const
+    {
+        if (id < 1 || static_cast<std::size_t>(id) > m_miembros.size())
+            return DISP_E_MEMBERNOTFOUND;
+        const auto& miembro = m_miembros[static_cast<std::size_t>(id) - 1];
+        const bool pone = (uso & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+        const auto& funcion = pone ? miembro.pone : miembro.lee;
+        if (!funcion)
+            return DISP_E_MEMBERNOTFOUND;
+        try {
+            Valor dado = funcion(Argumentos(argumentos));
+            if (resultado != nullptr)
+                *resultado = dado.suelta();
+            return S_OK;
+        } catch (const Fallo& fallo) {
+            return excepcion(donde, fallo.numero(), fallo.fuente(), fallo.what());
+        } catch (const std::exception& otro) {
+            return excepcion(donde, 51, "", otro.what());
+        } catch (...) {
+            return excepcion(donde, 51, "", "Error interno");
+        }
+    }
 
     [[nodiscard]] static bool iguales_sin_caja(const std::string& a, const std::string& b)
     {

@@ -68,20 +68,32 @@ struct Fecha { ///< days since 30 December 1899, the time of day as fraction
     return vista;
 }
 
-/// Fills in what an object raises for its caller, and is the result of its `Invoke`. Numbers from 1 to 65535
-/// are those of run-time errors; others are results of their own.
+/// The result that an error travels as. Numbers from 1 to 65535 are those of run-time errors; others are
+/// results of their own.
+[[nodiscard]] inline HRESULT codigo_de(std::int32_t numero) noexcept
+{
+    const bool de_ejecucion = numero > 0 && numero <= 0xFFFF;
+    const auto bits = de_ejecucion ? 0x800A0000u | static_cast<std::uint32_t>(numero)
+                                   : static_cast<std::uint32_t>(numero < 0 ? HRESULT{ numero } : E_FAIL);
+    return static_cast<HRESULT>(bits);
+}
+
+/// Fills in what an object raises for its caller, and is the result of its `Invoke`.
 inline HRESULT excepcion(
     EXCEPINFO* donde, std::int32_t numero, std::string_view fuente, std::string_view descripcion)
 {
     if (donde == nullptr)
         return DISP_E_EXCEPTION;
     std::memset(donde, 0, sizeof *donde);
-    const bool de_ejecucion = numero > 0 && numero <= 0xFFFF;
-    const auto bits = de_ejecucion ? 0x800A0000u | static_cast<std::uint32_t>(numero)
-                                   : static_cast<std::uint32_t>(numero == 0 ? E_FAIL : HRESULT{ numero });
-    donde->scode = static_cast<HRESULT>(bits);
-    donde->bstrSource = bstr(fuente);
-    donde->bstrDescription = bstr(descripcion);
+    auto* const texto = bstr(descripcion);
+    try {
+        donde->bstrSource = bstr(fuente);
+    } catch (...) {
+        SysFreeString(texto);
+        throw;
+    }
+    donde->bstrDescription = texto;
+    donde->scode = codigo_de(numero);
     return DISP_E_EXCEPTION;
 }
 

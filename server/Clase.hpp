@@ -23,12 +23,14 @@ struct Argumento {
     Tipo tipo = Tipo::Nada; ///< as the function that takes it says
 };
 
-/// One member. Its number is its position in the class, from 1 on.
+/// One member. Its number is its position in the class, from 1 on; that of a default member is 0 as well, and
+/// 0 by its name.
 struct Miembro {
     std::string_view nombre;
     bool es_metodo = false;
     Tipo tipo = Tipo::Nada; ///< of the result or the property
     std::vector<Argumento> argumentos;
+    Argumento asignado{ "valor" }; ///< what the property is set to
     void (*lee)(void* objeto, Llamada& llamada) = nullptr; ///< calls the method or reads the property
     void (*pone)(void* objeto, Llamada& llamada) = nullptr; ///< sets the property to the only argument
 };
@@ -41,6 +43,12 @@ struct Clase {
     /// Of a collection: its elements from 1 on, and nothing past the last one.
     Valor (*elemento)(void* objeto, std::int32_t posicion) = nullptr;
 };
+
+/// The number of the member at a position, from 0 on, as hosts ask for it.
+[[nodiscard]] inline DISPID numero_de(const Clase& clase, std::size_t posicion) noexcept
+{
+    return posicion + 1 == clase.por_defecto ? DISPID{ DISPID_VALUE } : static_cast<DISPID>(posicion) + 1;
+}
 
 /// The table of the class `T`; each class has its own specialisation.
 template <class T> const Clase& clase_de();

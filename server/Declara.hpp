@@ -73,13 +73,15 @@ template <auto Campo> Miembro campo(std::string_view nombre)
     return miembro;
 }
 
-/// A property of the host's objects that can only be set: `Funcion(C&, Despacho)`.
-template <auto Funcion> Miembro solo_asigna(std::string_view nombre)
+/// A property of the host's objects that can only be set: `Funcion(C&, Despacho)`; what it is set to is
+/// called as `asignado` says.
+template <auto Funcion> Miembro solo_asigna(std::string_view nombre, const Argumento& asignado = { "valor" })
 {
     using Dueno = typename detalle::Firma<decltype(Funcion)>::Clase;
     Miembro miembro;
     miembro.nombre = nombre;
     miembro.tipo = Tipo::Objeto;
+    miembro.asignado = asignado;
     miembro.pone = [](void* objeto, Llamada& llamada) {
         Funcion(*static_cast<Dueno*>(objeto), llamada.asignado<Despacho>());
     };

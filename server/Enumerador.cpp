@@ -1,8 +1,6 @@
 #include "server/Enumerador.hpp"
 
-#include "server/Servidor.hpp"
-
-#include <new>
+#include <vector>
 
 namespace atipicos::server {
 
@@ -22,76 +20,52 @@ Enumerador::Enumerador(const Clase& clase, std::shared_ptr<void> coleccion, std:
     , m_coleccion(std::move(coleccion))
     , m_posicion(posicion)
 {
-    servidor::retiene();
 }
 
-Enumerador::~Enumerador() { servidor::suelta(); }
-
-HRESULT Enumerador::QueryInterface(const GUID& iid, void** objeto)
+void* Enumerador::cara_de(const GUID& iid)
 {
-    if (objeto == nullptr)
-        return E_POINTER;
     const bool suya = iguales(iid, iid_desconocido) || iguales(iid, iid_enumerador);
-    *objeto = suya ? static_cast<IEnumVARIANT*>(this) : nullptr;
-    if (suya)
-        AddRef();
-    return suya ? HRESULT{ S_OK } : HRESULT{ E_NOINTERFACE };
+    return suya ? static_cast<IEnumVARIANT*>(this) : nullptr;
 }
 
-ULONG Enumerador::AddRef() { return ++m_referencias; }
-
-ULONG Enumerador::Release()
+HRESULT Enumerador::entrega(ULONG cuantos, VARIANT* valores, ULONG* entregados)
 {
-    const ULONG quedan = --m_referencias;
-    if (quedan == 0)
-        delete this;
-    return quedan;
-}
-
-HRESULT Enumerador::Next(ULONG cuantos, VARIANT* valores, ULONG* entregados)
-{
-    if (servidor::hilo_ajeno())
-        return RPC_E_WRONG_THREAD;
     if (valores == nullptr || (entregados == nullptr && cuantos != 1))
         return E_POINTER;
-    ULONG dados = 0;
-    try {
-        for (; dados < cuantos; ++dados, ++m_posicion) {
-            Valor elemento = m_clase.elemento(m_coleccion.get(), m_posicion);
-            if (elemento.es_vacio())
-                break;
-            valores[dados] = elemento.suelta();
-        }
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
-    }
     if (entregados != nullptr)
-        *entregados = dados;
-    return dados == cuantos ? HRESULT{ S_OK } : HRESULT{ S_FALSE };
+        *entregados = 0;
+    std::vector<Valor> elementos; // given away when all are there
+    auto posicion = m_posicion;
+    for (; elementos.size() < cuantos; ++posicion) {
+        Valor elemento = m_clase.elemento(m_coleccion.get(), posicion);
+        if (elemento.es_vacio())
+            break;
+        elementos.push_back(std::move(elemento));
+    }
+    m_posicion = posicion;
+    for (auto& elemento : elementos)
+        *valores++ = elemento.suelta();
+    if (entregados != nullptr)
+        *entregados = static_cast<ULONG>(elementos.size());
+    return elementos.size() == cuantos ? HRESULT{ S_OK } : HRESULT{ S_FALSE };
 }
 
-HRESULT Enumerador::Skip(ULONG cuantos)
+HRESULT Enumerador::salta(ULONG cuantos)
 {
-    if (servidor::hilo_ajeno())
-        return RPC_E_WRONG_THREAD;
-    for (; cuantos > 0; --cuantos, ++m_posicion)
-        if (m_clase.elemento(m_coleccion.get(), m_posicion).es_vacio())
-            return S_FALSE;
-    return S_OK;
+    auto posicion = m_posicion;
+    for (; cuantos > 0; --cuantos, ++posicion)
+        if (m_clase.elemento(m_coleccion.get(), posicion).es_vacio())
+            break;
+    m_posicion = posicion;
+    return cuantos == 0 ? HRESULT{ S_OK } : HRESULT{ S_FALSE };
 }
 
-HRESULT Enumerador::Reset()
+HRESULT Enumerador::vuelve()
 {
     m_posicion = 1;
     return S_OK;
 }
 
-HRESULT Enumerador::Clone(IEnumVARIANT** otro)
-{
-    if (otro == nullptr)
-        return E_POINTER;
-    *otro = new (std::nothrow) Enumerador(m_clase, m_coleccion, m_posicion);
-    return *otro == nullptr ? HRESULT{ E_OUTOFMEMORY } : HRESULT{ S_OK };
-}
+IEnumVARIANT* Enumerador::gemelo() const { return new Enumerador(m_clase, m_coleccion, m_posicion); }
 
 } // namespace atipicos::server

@@ -62,6 +62,12 @@ void Llamada::coloca(const DISPPARAMS& parametros)
     }
 }
 
+bool es_nada(const VARIANT& valor) noexcept
+{
+    const VARIANT visto = sin_referencia(valor);
+    return (visto.vt == VT_DISPATCH || visto.vt == VT_UNKNOWN) && visto.punkVal == nullptr;
+}
+
 const VARIANT* Llamada::dado(std::size_t posicion) const { return m_dados[posicion]; }
 
 const VARIANT& Llamada::valor_asignado() const

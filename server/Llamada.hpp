@@ -23,8 +23,8 @@ public:
     /// The argument converted to the type of the member; that type's zero where an optional one is missing.
     template <class T> [[nodiscard]] T argumento(std::size_t posicion) const;
 
-    /// The value that a property is set to.
-    template <class T> [[nodiscard]] T asignado() const { return convierte<T>(valor_asignado(), 0); }
+    /// The value that a property is set to; no object where it is set to nothing.
+    template <class T> [[nodiscard]] T asignado() const;
 
     [[nodiscard]] Valor& resultado() noexcept { return m_resultado; }
 
@@ -42,6 +42,9 @@ private:
     const VARIANT* m_dados[los_mas] = {};
     Valor m_resultado;
 };
+
+/// Whether the value is an object, and none.
+[[nodiscard]] bool es_nada(const VARIANT& valor) noexcept;
 
 /// The native object behind one of this component's own objects, checked to be of that class. Error 91 when
 /// there is no object, `Malo` when it is another's or of another class.
@@ -93,6 +96,12 @@ template <class T> T Llamada::convierte(const VARIANT& valor, std::size_t posici
 {
     using Nativa = typename TipoDe<T>::Clase;
     return std::static_pointer_cast<Nativa>(objeto_propio(valor, clase_de<Nativa>(), posicion));
+}
+
+template <class T> T Llamada::asignado() const
+{
+    const VARIANT& valor = valor_asignado();
+    return TipoDe<T>::tipo == Tipo::Objeto && es_nada(valor) ? T{} : convierte<T>(valor, 0);
 }
 
 template <class T> T Llamada::argumento(std::size_t posicion) const

@@ -3,7 +3,6 @@
 #include "context/trap.hpp"
 #include "server/Enumerador.hpp"
 #include "server/Llamada.hpp"
-#include "server/Servidor.hpp"
 
 #include <mutex>
 #include <unordered_map>
@@ -55,69 +54,48 @@ namespace {
 ObjetoExpuesto* ObjetoExpuesto::de(const Clase& clase, std::shared_ptr<void> objeto)
 {
     const std::lock_guard guarda(cerrojo_de_caras);
-    auto& cara = expuestos()[objeto.get()];
-    if (cara == nullptr)
-        cara = new ObjetoExpuesto(clase, std::move(objeto));
-    ++cara->m_referencias;
-    return cara;
+    auto& todos = expuestos();
+    const auto* const nativo = objeto.get();
+    auto lugar = todos.find(nativo);
+    if (lugar == todos.end()) {
+        lugar = todos.emplace(nativo, nullptr).first;
+        try {
+            lugar->second = new ObjetoExpuesto(clase, std::move(objeto));
+        } catch (...) {
+            todos.erase(lugar); // no place without its face
+            throw;
+        }
+    }
+    ++lugar->second->m_referencias;
+    return lugar->second;
 }
 
 ObjetoExpuesto::ObjetoExpuesto(const Clase& clase, std::shared_ptr<void> objeto) noexcept
-    : m_clase(clase)
+    : CaraDeDespacho(0)
+    , m_clase(clase)
     , m_nativo(std::move(objeto))
 {
-    servidor::retiene();
 }
 
-ObjetoExpuesto::~ObjetoExpuesto() { servidor::suelta(); }
-
-HRESULT ObjetoExpuesto::QueryInterface(const GUID& iid, void** objeto)
+void* ObjetoExpuesto::cara_de(const GUID& iid)
 {
-    if (objeto == nullptr)
-        return E_POINTER;
-    *objeto = nullptr;
     if (iguales(iid, iid_propio))
-        *objeto = this;
-    else if (iguales(iid, iid_desconocido) || iguales(iid, iid_despacho) || iguales(iid, m_clase.publica.iid))
-        *objeto = static_cast<IDispatch*>(this);
-    else
-        return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
+        return this;
+    const bool suya
+        = iguales(iid, iid_desconocido) || iguales(iid, iid_despacho) || iguales(iid, m_clase.publica.iid);
+    return suya ? static_cast<IDispatch*>(this) : nullptr;
 }
 
-ULONG ObjetoExpuesto::AddRef() { return ++m_referencias; }
-
-ULONG ObjetoExpuesto::Release()
+ULONG ObjetoExpuesto::quita_una() noexcept
 {
-    {
-        const std::lock_guard guarda(cerrojo_de_caras);
-        if (const ULONG quedan = --m_referencias; quedan != 0)
-            return quedan;
+    const std::lock_guard guarda(cerrojo_de_caras);
+    const ULONG quedan = --m_referencias;
+    if (quedan == 0)
         expuestos().erase(m_nativo.get());
-    }
-    delete this;
-    return 0;
+    return quedan;
 }
 
-HRESULT ObjetoExpuesto::GetTypeInfoCount(UINT* cuantos)
-{
-    if (cuantos == nullptr)
-        return E_POINTER;
-    *cuantos = 0;
-    return S_OK;
-}
-
-HRESULT ObjetoExpuesto::GetTypeInfo(UINT /*cual*/, LCID /*idioma*/, ITypeInfo** tipo)
-{
-    if (tipo == nullptr)
-        return E_POINTER;
-    *tipo = nullptr;
-    return E_NOTIMPL;
-}
-
-HRESULT ObjetoExpuesto::GetIDsOfNames(
-    const GUID& iid, OLECHAR** nombres, UINT cuantos, LCID /*idioma*/, DISPID* ids)
+HRESULT ObjetoExpuesto::identifica(const GUID& iid, OLECHAR** nombres, UINT cuantos, DISPID* ids)
 {
     if (!iguales(iid, iid_nulo))
         return DISP_E_UNKNOWNINTERFACE;
@@ -134,7 +112,7 @@ HRESULT ObjetoExpuesto::GetIDsOfNames(
         ids[0] = DISPID_NEWENUM;
         return cuantos == 1 ? HRESULT{ S_OK } : HRESULT{ DISP_E_UNKNOWNNAME };
     }
-    ids[0] = static_cast<DISPID>(miembro) + 1;
+    ids[0] = numero_de(m_clase, miembro);
 
     const auto& argumentos = miembros[miembro].argumentos;
     HRESULT codigo = S_OK;
@@ -148,21 +126,19 @@ HRESULT ObjetoExpuesto::GetIDsOfNames(
     return codigo;
 }
 
-HRESULT ObjetoExpuesto::Invoke(DISPID id, const GUID& iid, LCID /*idioma*/, WORD uso, DISPPARAMS* argumentos,
-    VARIANT* resultado, EXCEPINFO* donde, UINT* argumento_malo)
+HRESULT ObjetoExpuesto::invoca(DISPID id, const GUID& iid, WORD uso, DISPPARAMS* argumentos,
+    VARIANT* resultado, EXCEPINFO* donde, UINT* malo)
 {
     if (!iguales(iid, iid_nulo))
         return DISP_E_UNKNOWNINTERFACE;
-    if (servidor::hilo_ajeno())
-        return RPC_E_WRONG_THREAD;
     if (argumentos == nullptr)
         return E_INVALIDARG;
     try {
         return ejecuta(id, uso, *argumentos, resultado, donde);
-    } catch (const Llamada::Malo& malo) {
-        if (argumento_malo != nullptr && malo.argumento < argumentos->cArgs)
-            *argumento_malo = argumentos->cArgs - 1 - static_cast<UINT>(malo.argumento);
-        return malo.codigo;
+    } catch (const Llamada::Malo& mal_pasado) {
+        if (malo != nullptr && mal_pasado.argumento < argumentos->cArgs)
+            *malo = argumentos->cArgs - 1 - static_cast<UINT>(mal_pasado.argumento);
+        return mal_pasado.codigo;
     } catch (...) {
         const Error error = error_en_curso();
         return excepcion(donde, error.numero(), error.fuente(), error.descripcion());

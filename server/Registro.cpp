@@ -13,9 +13,9 @@ namespace atipicos::server {
 
 #ifndef _WIN32
 
-HRESULT registra() noexcept { return S_OK; }
+HRESULT registra() { return S_OK; }
 
-HRESULT borra_registro() noexcept { return S_OK; }
+HRESULT borra_registro() { return S_OK; }
 
 #else
 
@@ -80,7 +80,7 @@ namespace {
 
 }
 
-HRESULT registra() noexcept
+HRESULT registra()
 {
     const Ruta biblioteca = ruta_de_esta_biblioteca();
     bool bien = true;
@@ -91,7 +91,7 @@ HRESULT registra() noexcept
     return bien ? S_OK : E_FAIL;
 }
 
-HRESULT borra_registro() noexcept
+HRESULT borra_registro()
 {
     bool bien = true;
     for (const auto& clase : clases_publicas) {

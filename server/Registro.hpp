@@ -8,9 +8,9 @@ namespace atipicos::server {
 /// no rights of an administrator, and does no harm when it is done again.
 ///
 /// Elsewhere than on Windows there is nothing to write: whoever loads the library asks it for a class.
-[[nodiscard]] automation::HRESULT registra() noexcept;
+[[nodiscard]] automation::HRESULT registra();
 
 /// Takes back what `registra` wrote, whoever wrote it.
-[[nodiscard]] automation::HRESULT borra_registro() noexcept;
+[[nodiscard]] automation::HRESULT borra_registro();
 
 } // namespace atipicos::server

@@ -4,6 +4,7 @@
 #include "engines/ado/Conversion.hpp"
 
 #include <memory>
+#include <utility>
 
 namespace atipicos::server {
 
@@ -28,28 +29,44 @@ namespace {
         return CStr(ado::variant_de(argumentos.valor(i).get()));
     }
 
+    using Trazo = ReportAnfitrion::Trazo;
+
+    /// What a host passes wrong is its error, with its number; nothing is painted then.
+    template <class Lee>
+    automation::Anfitrion::Funcion pinta_en(const std::shared_ptr<ReportAnfitrion::Pagina>& pagina, Lee lee)
+    {
+        return [pagina, lee](const Argumentos& a) {
+            try {
+                Trazo trazo;
+                lee(a, trazo);
+                pagina->push_back(std::move(trazo));
+                return Valor();
+            } catch (const Error& error) {
+                throw automation::Fallo(error.numero(), error.fuente(), error.descripcion());
+            }
+        };
+    }
+
     /// `Texto x, y, texto, familia, cuerpo, negrita, color` and `Relleno x, y, ancho, alto, color`.
     Despacho lienzo_de(const std::shared_ptr<ReportAnfitrion::Pagina>& pagina)
     {
         return automation::Anfitrion::crea({
             { "Texto",
-                [pagina](const Argumentos& a) {
-                    auto& trazo = pagina->emplace_back();
-                    trazo.lugar = { medida(a, 0), medida(a, 1) };
-                    trazo.texto = texto(a, 2);
-                    trazo.letra.familia = texto(a, 3);
-                    trazo.letra.cuerpo = medida(a, 4);
-                    trazo.letra.negrita = CBool(ado::variant_de(a.valor(5).get()));
-                    trazo.color = color(a, 6);
-                    return Valor();
-                } },
+                pinta_en(pagina,
+                    [](const Argumentos& a, Trazo& trazo) {
+                        trazo.lugar = { medida(a, 0), medida(a, 1) };
+                        trazo.texto = texto(a, 2);
+                        trazo.letra.familia = texto(a, 3);
+                        trazo.letra.cuerpo = medida(a, 4);
+                        trazo.letra.negrita = CBool(ado::variant_de(a.valor(5).get()));
+                        trazo.color = color(a, 6);
+                    }) },
             { "Relleno",
-                [pagina](const Argumentos& a) {
-                    auto& trazo = pagina->emplace_back();
-                    trazo.lugar = { medida(a, 0), medida(a, 1), medida(a, 2), medida(a, 3) };
-                    trazo.color = color(a, 4);
-                    return Valor();
-                } },
+                pinta_en(pagina,
+                    [](const Argumentos& a, Trazo& trazo) {
+                        trazo.lugar = { medida(a, 0), medida(a, 1), medida(a, 2), medida(a, 3) };
+                        trazo.color = color(a, 4);
+                    }) },
         });
     }
 

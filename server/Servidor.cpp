@@ -1,5 +1,6 @@
 #include "server/Servidor.hpp"
 
+#include "automation/Despacho.hpp"
 #include "context/modComun.hpp"
 #include "server/Avisos.hpp"
 
@@ -15,6 +16,14 @@ namespace {
     long retenciones = 0;
     std::thread::id dueno;
     bool preparado = false;
+
+    /// When the process ends, what the host lent may be gone, its interpreter with it: it is not released.
+    struct FinDelProceso {
+        FinDelProceso() = default;
+        FinDelProceso(const FinDelProceso&) = delete;
+        FinDelProceso& operator=(const FinDelProceso&) = delete;
+        ~FinDelProceso() { automation::Despacho::proceso_acaba = true; }
+    };
 
     class RelojSistema final : public Reloj {
     public:
@@ -66,11 +75,14 @@ void prepara()
         return;
     modComun::set_MsgBox(nuevos_avisos());
     modComun::set_Reloj(std::make_shared<RelojSistema>());
+    static const FinDelProceso fin; // made after the references, gone before them
     preparado = true;
 }
 
 void olvida() noexcept
 {
+    if (!preparado || automation::Despacho::proceso_acaba)
+        return;
     modComun::set_EmpresaOrvalin(nullptr);
     modComun::set_ConexionOrvalin(nullptr);
     modComun::set_EmpresaBexmor(nullptr);

@@ -19,7 +19,8 @@ namespace servidor {
     /// Gives the component its message boxes and its clock, on first use.
     void prepara();
 
-    /// Drops the references to the host's objects, before the component is unloaded.
+    /// Drops the references to the host's objects, while the component is being unloaded. At the end of the
+    /// process there is nobody left to give them back to.
     void olvida() noexcept;
 
 }

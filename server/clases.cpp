@@ -1,4 +1,5 @@
 #include "charges/clsAtipico.hpp"
+#include "runtime/Variant.hpp"
 #include "server/Contexto.hpp"
 #include "server/Declara.hpp"
 
@@ -14,7 +15,7 @@ namespace {
         const auto& coleccion = *static_cast<const clsAtipico_Lineas*>(lineas);
         if (posicion > coleccion.Count())
             return {};
-        return detalle::valor(coleccion.Item(static_cast<std::int16_t>(posicion)));
+        return detalle::valor(coleccion.Item(CInt(posicion))); // error 6 beyond the last position there is
     }
 
     Clase declara_lineas()

@@ -3,8 +3,6 @@
 #include "server/Registro.hpp"
 #include "server/Servidor.hpp"
 
-#include <new>
-
 #ifdef _WIN32
 #define ATIPICOS_ENTRADA extern "C" HRESULT STDMETHODCALLTYPE
 #else
@@ -18,36 +16,37 @@ ATIPICOS_ENTRADA DllGetClassObject(const GUID& clsid, const GUID& iid, void** ob
     if (objeto == nullptr)
         return E_POINTER;
     *objeto = nullptr;
-    for (const auto* clase : clases()) {
-        if (!iguales(clase->publica.clsid, clsid))
-            continue;
-        auto* fabrica = new (std::nothrow) Fabrica(*clase);
-        if (fabrica == nullptr)
-            return E_OUTOFMEMORY;
-        const auto codigo = fabrica->QueryInterface(iid, objeto);
-        fabrica->Release();
-        return codigo;
-    }
-    return CLASS_E_CLASSNOTAVAILABLE;
+    return en_frontera([&] {
+        for (const auto* clase : clases()) {
+            if (!iguales(clase->publica.clsid, clsid))
+                continue;
+            auto* fabrica = new Fabrica(*clase);
+            const auto codigo = fabrica->QueryInterface(iid, objeto);
+            fabrica->Release();
+            return codigo;
+        }
+        return HRESULT{ CLASS_E_CLASSNOTAVAILABLE };
+    });
 }
 
-ATIPICOS_ENTRADA DllCanUnloadNow()
-{
-    if (servidor::en_uso() || hay_ventanas())
-        return S_FALSE;
-    servidor::olvida();
-    return S_OK;
-}
+ATIPICOS_ENTRADA DllCanUnloadNow() { return servidor::en_uso() || hay_ventanas() ? S_FALSE : S_OK; }
 
-ATIPICOS_ENTRADA DllRegisterServer() { return registra(); }
+ATIPICOS_ENTRADA DllRegisterServer() { return en_frontera(registra); }
 
-ATIPICOS_ENTRADA DllUnregisterServer() { return borra_registro(); }
+ATIPICOS_ENTRADA DllUnregisterServer() { return en_frontera(borra_registro); }
 
 #ifdef _WIN32
-BOOL WINAPI DllMain(HINSTANCE /*modulo*/, DWORD motivo, void* /*reservado*/)
+BOOL WINAPI DllMain(HINSTANCE /*modulo*/, DWORD motivo, void* fin_del_proceso)
 {
-    if (motivo == DLL_PROCESS_DETACH)
-        Despacho::proceso_acaba = true; // what held the host's objects was dropped, or they may be gone
+    if (motivo == DLL_PROCESS_DETACH) {
+        if (fin_del_proceso == nullptr)
+            servidor::olvida();
+        Despacho::proceso_acaba = true;
+    }
     return TRUE;
 }
+#else
+// Unloaded by hand, this runs before the library's own objects are destroyed; at the end of the process,
+// after.
+__attribute__((destructor)) static void al_descargar() { servidor::olvida(); }
 #endif

@@ -126,6 +126,20 @@ namespace {
             dicho([&] { cargo.llama("Eliminar_Atipico"); }), HasSubstr("clsAtipico:Eliminar_Atipico: ["));
     }
 
+    TEST_F(Cargos, a_charge_without_lines_at_all_is_told_and_the_process_goes_on)
+    {
+        cargo.pon("Codigo", "AT260001");
+        cargo.pon("Lineas", Despacho().valor());
+        const auto esta_sin = HasSubstr("La variable de objeto no está establecida");
+        EXPECT_THAT(dicho([&] { EXPECT_TRUE(cargo.llama("Insertar").logico()); }), esta_sin);
+        EXPECT_TRUE(existe()) << "the header was written before";
+        EXPECT_THAT(dicho([&] { EXPECT_TRUE(cargo.llama("Modificar_Atipico").logico()); }), esta_sin);
+        cargo.pon("Lineas", crea("clsAtipico_Lineas").valor());
+        agrega("Queso añejo");
+        EXPECT_EQ(dicho([&] { EXPECT_FALSE(cargo.llama("Modificar_Atipico").logico()); }), "");
+        EXPECT_EQ(primero("SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos_Lineas"), "1");
+    }
+
     TEST_F(Cargos, an_error_of_the_database_reaches_a_caller_with_its_number)
     {
         base->Execute("DROP TABLE Proveedores_Cargos_Atipicos");

@@ -20,6 +20,8 @@ namespace {
     {
         for (std::size_t i = 0; i < nombres.size(); ++i) {
             const auto esperado = static_cast<DISPID>(i) + 1;
+            if (nombres[i].empty())
+                continue; // not by its place
             std::string otra_caja = nombres[i];
             std::transform(otra_caja.begin(), otra_caja.end(), otra_caja.begin(), ::toupper);
             EXPECT_EQ(id_de(objeto, nombres[i]), esperado) << nombres[i];
@@ -103,7 +105,10 @@ namespace {
     TEST_F(Clases, members_are_numbered_in_their_order)
     {
         numerados(
-            crea("clsAtipico_Lineas"), { "Count", "Remove", "Add", "AddByClass", "Clear", "Item", "Clone" });
+            crea("clsAtipico_Lineas"), { "Count", "Remove", "Add", "AddByClass", "Clear", "", "Clone" });
+        const auto lineas = crea("clsAtipico_Lineas");
+        EXPECT_EQ(id_de(lineas, "item"), DISPID{ DISPID_VALUE }) << "it stands for the collection";
+        EXPECT_EQ(Crudo(lineas, 6, DISPATCH_METHOD, { 1 }).numero, 5) << "and has its place among the others";
         numerados(crea("clsAtipico_Linea"),
             { "NumLinea", "Cod_Articulo", "Descripcion", "Unidades", "Precio", "Observaciones", "Id",
                 "Copiar" });
@@ -325,10 +330,36 @@ namespace {
             EXPECT_EQ(error_de([&, o = objeto, m = miembro] { o.llama(m, cargo.get()); }), 13);
             EXPECT_EQ(error_de([&, o = objeto, m = miembro] { o.llama(m, 1); }), 13);
         }
-        EXPECT_EQ(error_de([&] { cargo.pon("Lineas", ninguno.valor()); }), 91);
         EXPECT_EQ(error_de([&] { cargo.pon("Lineas", linea.valor()); }), 13);
+        EXPECT_EQ(error_de([&] { cargo.pon("Lineas", Valor()); }), 13);
         EXPECT_EQ(error_de([&] { cargo.pon("EmpresaOrvalin", 1); }), 13);
         EXPECT_EQ(cargo.objeto("Lineas").llama("Count").entero(), 0) << "it still has its own";
+    }
+
+    TEST_F(Clases, the_lines_of_a_charge_are_another_collection_or_none)
+    {
+        const auto cargo = crea("clsAtipico");
+        cargo.objeto("Lineas").llama("Add", 1010, "de antes");
+        cargo.pon("Lineas", Despacho().valor());
+        EXPECT_FALSE(cargo.objeto("Lineas")) << "nothing";
+        EXPECT_EQ(Crudo(cargo, cargo.id("Lineas"), DISPATCH_PROPERTYGET, { 1 }).numero, 91);
+
+        const auto otras = crea("clsAtipico_Lineas");
+        otras.llama("Add", 1011, "de ahora");
+        cargo.pon("Lineas", otras.valor());
+        EXPECT_EQ(cargo.objeto("Lineas", 1).llama("Descripcion").texto(), "de ahora");
+        EXPECT_EQ(otras.get()->AddRef(), 2U);
+        otras.get()->Release();
+    }
+
+    TEST_F(Clases, the_components_own_date_texts_are_read_with_their_times)
+    {
+        const auto cargo = crea("clsAtipico");
+        cargo.pon("Hora", "21/11/2026 9:05:03");
+        EXPECT_EQ(cargo.llama("Hora").fecha(), Fecha{ 46347 + 32'703 / 86'400.0 });
+        cargo.pon("Hora", "18:00:00");
+        EXPECT_EQ(cargo.llama("Hora").fecha(), Fecha{ 0.75 });
+        EXPECT_EQ(error_de([&] { cargo.pon("Hora", "24:00:00"); }), 13);
     }
 
     TEST_F(Clases, an_error_carries_number_source_and_description)

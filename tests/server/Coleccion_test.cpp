@@ -2,6 +2,7 @@
 #include "tests/server/Cargado.hpp"
 
 #include <atomic>
+#include <cstdlib>
 #include <thread>
 
 namespace atipicos::pruebas {
@@ -135,6 +136,29 @@ namespace {
         gemelo->Release();
     }
 
+    TEST_F(Coleccion, a_walk_ends_with_the_overflow_error_behind_the_last_position_there_is)
+    {
+        constexpr int ultima = 32767;
+        for (int i = lineas.llama("Count").entero(); i < 40'000; ++i)
+            lineas.llama("Add", i);
+        const Paseo paseo(lineas);
+        for (int i = 1; i < ultima; ++i)
+            ASSERT_EQ(paseo.enumerador->Skip(1), HRESULT{ S_OK }) << i;
+        VARIANT dos[2] = {};
+        ULONG dados = 9;
+        EXPECT_EQ(paseo.enumerador->Next(2, dos, &dados), HRESULT{ DISP_E_OVERFLOW });
+        EXPECT_EQ(dados, 0U) << "what was taken is given back with the error";
+        EXPECT_EQ(dos[0].vt, VARTYPE{ VT_EMPTY });
+        EXPECT_EQ(paseo.enumerador->Next(1, dos, &dados), HRESULT{ S_OK }) << "the walk has not moved";
+        EXPECT_EQ(Despacho::de(dos[0]).llama("Cod_Articulo").entero(), ultima - 1);
+        VariantClear(&dos[0]);
+        for (int vez = 0; vez < 2; ++vez) {
+            EXPECT_EQ(paseo.enumerador->Next(1, dos, &dados), HRESULT{ DISP_E_OVERFLOW });
+            EXPECT_EQ(paseo.enumerador->Skip(1), HRESULT{ DISP_E_OVERFLOW });
+        }
+        EXPECT_EQ(lineas.llama("Count").entero(), 40'000) << "the component goes on";
+    }
+
     using Vida = Cargado;
 
     TEST_F(Vida, references_are_counted_exactly)
@@ -194,15 +218,51 @@ namespace {
         EXPECT_EQ(crea("clsAtipico").llama("Codigo").texto(), "") << "and comes back";
     }
 
-    TEST_F(Vida, the_hosts_objects_are_let_go_when_it_may_be_unloaded)
+    TEST_F(Vida, the_hosts_objects_are_held_until_it_is_unloaded)
     {
         const auto empresa = Anfitrion::crea({});
+        const auto sostenes = [&] {
+            empresa.get()->AddRef();
+            return empresa.get()->Release();
+        };
         crea("clsAtipico").pon("EmpresaOrvalin", empresa.valor());
-        EXPECT_EQ(empresa.get()->AddRef(), 3U) << "the context holds it, and outlives the charge";
-        empresa.get()->Release();
+        EXPECT_EQ(sostenes(), 2U) << "the context holds it, and outlives the charge";
         EXPECT_EQ(descargable(), HRESULT{ S_OK });
+        EXPECT_EQ(sostenes(), 2U) << "that it may be unloaded takes nothing from it";
+        crea("clsAtipico").pon("EmpresaOrvalin", empresa.valor());
+        EXPECT_EQ(sostenes(), 2U) << "the hold of before was given up";
+        dlclose(biblioteca);
+        EXPECT_EQ(sostenes(), 1U);
+        biblioteca = dlopen(ATIPICOS_COMPONENTE, RTLD_NOW | RTLD_LOCAL);
+        EXPECT_EQ(error_de([&] { crea("clsAtipico").llama("Existe", 1, 1, "x"); }), 91) << "it begins anew";
+    }
+
+    TEST_F(Vida, what_the_host_takes_back_is_let_go_at_once)
+    {
+        const auto empresa = Anfitrion::crea({});
+        const auto cargo = crea("clsAtipico");
+        cargo.pon("EmpresaOrvalin", empresa.valor());
+        cargo.pon("EmpresaOrvalin", Despacho().valor());
         EXPECT_EQ(empresa.get()->AddRef(), 2U);
         empresa.get()->Release();
+    }
+
+    /// A host whose own parts are gone by then, as those of an interpreter are, would crash.
+    TEST_F(Vida, a_process_that_ends_is_not_called_back)
+    {
+        struct Ultima {
+            ~Ultima() { std::_Exit(3); }
+        };
+        const auto termina = [this] {
+            const auto suelta_tarde = [u = std::make_shared<Ultima>()](const Argumentos&) { return Valor(); };
+            auto empresa = Anfitrion::crea({ { "Codigo", suelta_tarde } });
+            static const IDispatch* const visto = empresa.get(); // it is known about, and not lost
+            static_cast<void>(visto);
+            crea("clsAtipico").pon("EmpresaOrvalin", empresa.valor());
+            empresa = {};
+            std::exit(0);
+        };
+        EXPECT_EXIT(termina(), testing::ExitedWithCode(0), "");
     }
 
     TEST_F(Vida, registering_has_nothing_to_write_here)
