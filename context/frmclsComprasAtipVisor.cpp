@@ -2,6 +2,7 @@
 
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 #include "context/modComun.hpp"
+#include "context/trap.hpp"
 
 #include <utility>
 
@@ -53,16 +54,18 @@ void frmclsComprasAtipVisor::hace_form()
     QObject::connect(m_form.data(), &frmCompras_Atipicos_Visor::Buscado, m_form.data(), cuenta);
 }
 
-void frmclsComprasAtipVisor::Show(int Modal, QWidget* OwnerForm)
+void frmclsComprasAtipVisor::Show(int Modal, const Duena& OwnerForm)
 {
-    if (m_form.isNull())
-        hace_form();
-    m_form->Ejercicio = Ejercicio;
-    m_form->Almacen_Inicial = Almacen_Inicial;
-    m_form->Proveedor_Inicial = Proveedor_Inicial;
-    m_form->Fecha_Inicial = Fecha_Inicial;
-    m_form->Fecha_Final = Fecha_Final;
-    m_form->Show(Modal, OwnerForm);
+    trap("frmclsComprasAtipVisor:Show", [&] {
+        if (m_form.isNull())
+            hace_form();
+        m_form->Ejercicio = Ejercicio;
+        m_form->Almacen_Inicial = Almacen_Inicial;
+        m_form->Proveedor_Inicial = Proveedor_Inicial;
+        m_form->Fecha_Inicial = Fecha_Inicial;
+        m_form->Fecha_Final = Fecha_Final;
+        m_form->Show(Modal, OwnerForm);
+    });
 }
 
 } // namespace atipicos

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "controls/Duena.hpp"
 #include "platform/adodb/Connection.hpp"
 #include "platform/qvbxemp/Biblioteca.hpp"
 #include "platform/qvoremp/Empresa.hpp"
 #include "runtime/Date.hpp"
 
 #include <QPointer>
-#include <QWidget>
 
 #include <cstdint>
 #include <functional>
@@ -43,8 +43,9 @@ public:
     /// neither launcher nor form keeps it.
     void set_AlBuscar(std::function<void(const Busqueda&)> al_buscar);
 
-    /// Shows the form, modally with `Modal` not 0, over `OwnerForm` when there is one.
-    void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
+    /// Shows the form, modally with `Modal` not 0, over `OwnerForm` when there is one: at each call, unless
+    /// the form is being waited for. An error is shown and swallowed.
+    void Show(int Modal = 0, const Duena& OwnerForm = {});
 
     // Filters, handed to the form at each `Show`.
     std::int16_t Ejercicio = 0;

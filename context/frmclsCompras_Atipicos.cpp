@@ -1,6 +1,7 @@
 #include "context/frmclsCompras_Atipicos.hpp"
 
 #include "context/modComun.hpp"
+#include "context/trap.hpp"
 #include "editor/frmCompras_Atipicos.hpp"
 
 #include <utility>
@@ -37,11 +38,13 @@ void frmclsCompras_Atipicos::set_ConexionBexmor(std::shared_ptr<adodb::Connectio
     modComun::set_ConexionBexmor(std::move(conexion));
 }
 
-void frmclsCompras_Atipicos::Show(int Modal, QWidget* OwnerForm)
+void frmclsCompras_Atipicos::Show(int Modal, const Duena& OwnerForm)
 {
-    if (m_form.isNull())
-        m_form = new frmCompras_Atipicos;
-    m_form->Show(Modal, OwnerForm);
+    trap("frmclsCompras_Atipicos:Show", [&] {
+        if (m_form.isNull())
+            m_form = new frmCompras_Atipicos;
+        m_form->Show(Modal, OwnerForm);
+    });
 }
 
 bool frmclsCompras_Atipicos::sin_guardar() const

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "controls/Duena.hpp"
 #include "platform/adodb/Connection.hpp"
 #include "platform/qvbxemp/Biblioteca.hpp"
 #include "platform/qvoremp/Empresa.hpp"
 
 #include <QPointer>
-#include <QWidget>
 
 #include <memory>
 
@@ -27,8 +27,9 @@ public:
     void set_EmpresaBexmor(std::shared_ptr<qvbxemp::Empresa> empresa) const noexcept;
     void set_ConexionBexmor(std::shared_ptr<adodb::Connection> conexion) const noexcept;
 
-    /// Shows the form, modally with `Modal` not 0, over `OwnerForm` when there is one.
-    void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
+    /// Shows the form, modally with `Modal` not 0, over `OwnerForm` when there is one: at each call, unless
+    /// the form is being waited for. An error is shown and swallowed.
+    void Show(int Modal = 0, const Duena& OwnerForm = {});
 
     [[nodiscard]] bool sin_guardar() const; ///< the form holds lines that have not been saved
 

@@ -5,13 +5,38 @@
 
 #include <QAbstractButton>
 #include <QKeyEvent>
+#include <QWindow>
+
+#include <utility>
 
 namespace atipicos {
 
 Formulario::Formulario(QWidget* parent, Qt::WindowFlags tipo)
     : QDialog(parent, tipo)
+    , m_tipo(windowFlags())
+    , m_duena(parent)
 {
     setAttribute(Qt::WA_KeyboardFocusChange); // as if it had been moved by keys, also before the first one
+}
+
+Formulario::~Formulario() = default;
+
+void Formulario::set_Duena(const Duena& duena)
+{
+    auto* const ventana = duena.ventana();
+    if (duena == m_duena && ventana == parentWidget())
+        return;
+    auto ajena = duena.ajena();
+    const QByteArray sitio = isVisible() ? saveGeometry() : QByteArray();
+    setParent(ventana, duena.por_hWnd() ? m_tipo | Qt::Dialog : m_tipo);
+    if (ajena) {
+        winId(); // it has to be a window of the system to be owned by one
+        windowHandle()->setTransientParent(ajena.get());
+    }
+    m_ajena = std::move(ajena);
+    m_duena = duena;
+    if (!sitio.isEmpty())
+        restoreGeometry(sitio);
 }
 
 void Formulario::setVisible(bool visible)

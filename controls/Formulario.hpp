@@ -1,6 +1,10 @@
 #pragma once
 
+#include "controls/Duena.hpp"
+
 #include <QDialog>
+
+#include <memory>
 
 namespace atipicos {
 
@@ -12,11 +16,23 @@ class Formulario : public QDialog {
     Q_DISABLE_COPY_MOVE(Formulario)
 public:
     explicit Formulario(QWidget* parent = nullptr, Qt::WindowFlags tipo = {});
+    ~Formulario() override;
+
+    /// Makes a window the owner of the form, instead of the one before; the same one changes nothing. A form
+    /// that is on the screen, not modally, is taken from it, and has its place when it is shown again. Over a
+    /// window given by its handle it stays above, as a dialog does; where the window system has no such
+    /// owners (Wayland, no screen) it is shown without one. Error 1002 when there is no such window.
+    void set_Duena(const Duena& duena);
 
     void setVisible(bool visible) override;
 
 protected:
     void keyPressEvent(QKeyEvent* tecla) override;
+
+private:
+    Qt::WindowFlags m_tipo;
+    Duena m_duena;
+    std::unique_ptr<QWindow> m_ajena; ///< a window of another toolkit, as this one sees it
 };
 
 } // namespace atipicos

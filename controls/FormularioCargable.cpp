@@ -10,14 +10,18 @@ FormularioCargable::FormularioCargable(const char* nombre, QWidget* parent)
 {
 }
 
-void FormularioCargable::Show(int Modal, QWidget* OwnerForm)
+void FormularioCargable::Show(int Modal, const Duena& OwnerForm)
 {
+    const bool la_esperan = isVisible() && isModal();
+    if (!la_esperan)
+        set_Duena(OwnerForm);
     if (!m_cargado) {
-        setParent(OwnerForm, windowFlags());
         m_cargado = true;
         trap(std::string(m_nombre) + ":Form_Load", [this] { Form_Load(); });
     }
-    if (Modal != 0) {
+    if (Modal != 0 && !la_esperan) {
+        if (isVisible())
+            hide(); // what is on the screen already does not become modal
         exec();
         return;
     }

@@ -12,9 +12,11 @@ public:
     /// `nombre` is how the error box of its loading calls it.
     FormularioCargable(const char* nombre, QWidget* parent);
 
-    /// Loads the form, unless it is loaded, and shows it; with `Modal` not 0 it returns when the form is
-    /// closed.
-    void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
+    /// Loads the form, unless it is loaded, and shows it over `OwnerForm`; with `Modal` not 0 it returns when
+    /// the form is closed. A form that is shown takes the new owner, and becomes modal when that is asked
+    /// for; one that is modal already keeps its owner, because somebody waits for it, and comes to the front.
+    /// Error 1002 when `OwnerForm` is no window: nothing is shown or loaded then.
+    void Show(int Modal = 0, const Duena& OwnerForm = {});
 
 public slots:
     void done(int resultado) override; ///< closing unloads the form

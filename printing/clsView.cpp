@@ -1,5 +1,6 @@
 #include "printing/clsView.hpp"
 
+#include "context/trap.hpp"
 #include "printing/frmView.hpp"
 
 #include <utility>
@@ -10,10 +11,12 @@ void clsView::set_Report(std::shared_ptr<const Report> crxRep) noexcept { m_repo
 
 void clsView::Cargar(bool bolModal, int intZoom) const
 {
-    auto& form = frmView::compartido();
-    form.set_Report(m_report);
-    form.set_Zoom(intZoom);
-    form.Muestra(bolModal);
+    trap("clsView:Cargar", [&] {
+        auto& form = frmView::compartido();
+        form.set_Report(m_report);
+        form.set_Zoom(intZoom);
+        form.Muestra(bolModal);
+    });
 }
 
 } // namespace atipicos

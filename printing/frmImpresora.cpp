@@ -41,18 +41,22 @@ void frmImpresora::set_EmpresaOrvalin(std::shared_ptr<qvoremp::Empresa> empresa)
 
 void frmImpresora::set_Destino(DestinoImpresion destino) noexcept { m_destino = std::move(destino); }
 
-void frmImpresora::Show(int Modal, QWidget* OwnerForm)
+void frmImpresora::Show(int Modal, const Duena& OwnerForm)
 {
+    const bool la_esperan = isVisible() && isModal();
+    if (!la_esperan)
+        set_Duena(OwnerForm);
     if (!m_cargado) {
-        setParent(OwnerForm, windowFlags());
         trap("frmImpresora:Form_Load", [this] { Form_Load(); });
         m_cargado = true;
     }
     m_aceptado = false;
     m_ui->cmdAceptar->setFocus(); // what is proposed is what is wanted, nearly always
-    if (Modal != 0)
+    if (Modal != 0 && !la_esperan) {
+        if (isVisible())
+            hide(); // what is on the screen already does not become modal
         exec();
-    else
+    } else
         show();
 }
 

@@ -31,7 +31,8 @@ public:
     void set_Destino(DestinoImpresion destino) noexcept;
     [[nodiscard]] bool Aceptado() const noexcept { return m_aceptado; }
 
-    void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
+    /// Shows the dialog over `OwnerForm`, which one that is being waited for already does not take.
+    void Show(int Modal = 0, const Duena& OwnerForm = {});
 
     /// Shows a new dialog, modally, and gives what was chosen; nothing when it was cancelled.
     [[nodiscard]] static std::optional<DestinoImpresion> pregunta(

@@ -22,7 +22,7 @@ void frmclsCopiasImpresion::set_ConexionOrvalin(std::shared_ptr<adodb::Connectio
     modComun::set_ConexionOrvalin(std::move(conexion));
 }
 
-void frmclsCopiasImpresion::Show(int Modal, QWidget* OwnerForm)
+void frmclsCopiasImpresion::Show(int Modal, const Duena& OwnerForm)
 {
     trap("frmclsCopiasImpresion:Show", [&] {
         if (m_form.isNull())

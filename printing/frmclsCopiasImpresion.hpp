@@ -1,11 +1,11 @@
 #pragma once
 
+#include "controls/Duena.hpp"
 #include "platform/adodb/Connection.hpp"
 #include "platform/qvoremp/Empresa.hpp"
 #include "printing/DestinoImpresion.hpp"
 
 #include <QPointer>
-#include <QWidget>
 
 #include <memory>
 
@@ -26,8 +26,9 @@ public:
     void set_ConexionOrvalin(std::shared_ptr<adodb::Connection> conexion) const noexcept;
 
     /// Shows the dialog, modally with `Modal` not 0, over `OwnerForm` when there is one. What it holds goes
-    /// into the dialog before and comes back after, so that a cancelled dialog leaves it as it was.
-    void Show(int Modal = 0, QWidget* OwnerForm = nullptr);
+    /// into the dialog before and comes back after, so that a cancelled dialog leaves it as it was. An error
+    /// is shown and swallowed.
+    void Show(int Modal = 0, const Duena& OwnerForm = {});
 
     DestinoImpresion Destino; ///< the person's choice, after `Show`
 

@@ -15,15 +15,14 @@ namespace {
 
     constexpr std::int32_t sin_pantalla = 1001;
 
-    QApplication* nuestra
-        = nullptr; ///< never destroyed: the windows of the process may outlive any of our objects
+    bool abiertas = false; ///< windows of ours: they, and what Qt keeps of them, outlive any of our objects
 
     void crea_aplicacion()
     {
         static int argc = 1;
         static char nombre[] = "QVORComprasAtip";
         static char* argv[] = { nombre, nullptr };
-        nuestra = new QApplication(argc, argv);
+        static auto* const nuestra = new QApplication(argc, argv); // never destroyed
         QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
         auto* textos = new QTranslator(nuestra);
         if (textos->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
@@ -34,8 +33,8 @@ namespace {
 
 bool hay_pantalla()
 {
-    if (qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr)
-        return true;
+    if (QCoreApplication::instance() != nullptr)
+        return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
 #ifdef _WIN32
     return true;
 #else
@@ -48,13 +47,13 @@ bool hay_pantalla()
 
 void aplicacion()
 {
-    if (qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr)
-        return;
-    if (QCoreApplication::instance() != nullptr || !hay_pantalla())
+    if (!hay_pantalla())
         throw Error(sin_pantalla, "QVORComprasAtip", "No hay pantalla en la que abrir la ventana.");
-    crea_aplicacion();
+    if (QCoreApplication::instance() == nullptr)
+        crea_aplicacion();
+    abiertas = true;
 }
 
-bool hay_ventanas() noexcept { return nuestra != nullptr; }
+bool hay_ventanas() noexcept { return abiertas; }
 
 } // namespace atipicos::server

@@ -10,6 +10,8 @@ namespace {
     public:
         Respuesta mostrar(const Mensaje& mensaje) override
         {
+            if (!hay_pantalla()) // the host's own application came meanwhile, and has no windows
+                return AvisosConsola().mostrar(mensaje);
             aplicacion();
             return MsgBoxQt().mostrar(mensaje);
         }

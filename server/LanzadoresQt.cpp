@@ -1,10 +1,12 @@
 #include "context/frmclsCompras_Atipicos.hpp"
 #include "context/frmclsComprasAtipVisor.hpp"
+#include "context/trap.hpp"
 #include "printing/clsView.hpp"
 #include "printing/frmclsCopiasImpresion.hpp"
 #include "server/AplicacionQt.hpp"
 #include "server/Contexto.hpp"
 #include "server/Declara.hpp"
+#include "server/DuenaAnfitrionaQt.hpp"
 #include "server/ReportAnfitrion.hpp"
 
 namespace atipicos::server {
@@ -15,19 +17,31 @@ namespace {
 
     std::vector<Argumento> argumentos_show() { return { { "Modal", opcional }, { "OwnerForm", opcional } }; }
 
-    // A window of the host is no window of ours: it is accepted and cannot be the owner.
-    template <class C> void muestra(C& lanzador, std::int16_t modal, const Despacho& /*duena*/)
+    /// How an error box calls what opens the window of a launcher.
+    template <class C> constexpr const char* etiqueta = nullptr;
+    template <> constexpr const char* etiqueta<frmclsCompras_Atipicos> = "frmclsCompras_Atipicos:Show";
+    template <> constexpr const char* etiqueta<frmclsComprasAtipVisor> = "frmclsComprasAtipVisor:Show";
+    template <> constexpr const char* etiqueta<frmclsCopiasImpresion> = "frmclsCopiasImpresion:Show";
+    template <> constexpr const char* etiqueta<clsView> = "clsView:Cargar";
+
+    /// What comes before the trap of the launcher itself is told as what comes in it.
+    template <class C, class Abre> void abre(Abre&& abre_ventana)
     {
-        aplicacion();
-        lanzador.Show(modal);
+        trap(etiqueta<C>, [&] {
+            aplicacion();
+            abre_ventana();
+        });
     }
+
+    /// Connections are passed by reference; whoever passes them by value is understood as well.
+    constexpr Argumento conexion{ "valor", false, true };
 
     template <class C> std::vector<Miembro> contexto_orvalin()
     {
         return { solo_asigna<[](C&, const Despacho& d) { contexto::pone_EmpresaOrvalin(d); }>(
                      "EmpresaOrvalin"),
             solo_asigna<[](C&, const Despacho& d) { contexto::pone_ConexionOrvalin(d); }>(
-                "ConexionOrvalin") };
+                "ConexionOrvalin", conexion) };
     }
 
     template <class C> std::vector<Miembro> contexto_entero()
@@ -35,15 +49,16 @@ namespace {
         auto miembros = contexto_orvalin<C>();
         miembros.push_back(
             solo_asigna<[](C&, const Despacho& d) { contexto::pone_EmpresaBexmor(d); }>("EmpresaBexmor"));
-        miembros.push_back(
-            solo_asigna<[](C&, const Despacho& d) { contexto::pone_ConexionBexmor(d); }>("ConexionBexmor"));
+        miembros.push_back(solo_asigna<[](C&, const Despacho& d) { contexto::pone_ConexionBexmor(d); }>(
+            "ConexionBexmor", conexion));
         return miembros;
     }
 
     template <class C> Miembro show()
     {
-        return metodo<[](C& c, std::int16_t modal, const Despacho& duena) { muestra(c, modal, duena); }>(
-            "Show", argumentos_show());
+        return metodo<[](C& c, std::int16_t modal, const Despacho& duena) {
+            abre<C>([&] { c.Show(modal, duena_de(duena)); });
+        }>("Show", argumentos_show());
     }
 
     Clase declara_vista()
@@ -53,11 +68,9 @@ namespace {
             {
                 solo_asigna<[](C& c, const Despacho& report) {
                     c.set_Report(report ? std::make_shared<ReportAnfitrion>(report) : nullptr);
-                }>("Report"),
-                metodo<[](C& c, bool modal, std::int16_t zoom) {
-                    aplicacion();
-                    c.Cargar(modal, zoom);
-                }>("Cargar", { { "bolModal" }, { "intZoom", opcional } }),
+                }>("Report", { "crxRep" }),
+                metodo<[](C& c, bool modal, std::int16_t zoom) { abre<C>([&] { c.Cargar(modal, zoom); }); }>(
+                    "Cargar", { { "bolModal" }, { "intZoom", opcional } }),
             },
             nuevo<C> };
     }

@@ -6,6 +6,7 @@
 #include "tests/support/Ventanas.hpp"
 
 #include <QLineEdit>
+#include <QWindow>
 
 using namespace atipicos;
 using pruebas::Banco;
@@ -86,6 +87,43 @@ private slots:
         QVERIFY(editores().isEmpty());
         lanzador.Show();
         QCOMPARE(editores().size(), 1);
+    }
+
+    void shown_it_takes_another_owner_and_becomes_modal_where_it_was()
+    {
+        const Banco banco;
+        QWidget una;
+        QWidget otra;
+        frmclsCompras_Atipicos lanzador;
+        lanzador.Show(0, &una);
+        auto* const form = editores().front();
+        form->move(77, 55);
+        lanzador.Show(0, &otra);
+        QVERIFY(form->isVisible());
+        QCOMPARE(form->parentWidget(), &otra);
+        QCOMPARE(form->windowType(), Qt::Window);
+        QCOMPARE(form->pos(), QPoint(77, 55));
+        bool modal = false;
+        QVERIFY(pruebas::con_dialogo<frmCompras_Atipicos>([&] { lanzador.Show(1, &otra); },
+            [&](frmCompras_Atipicos& abierta) {
+                modal = &abierta == form && abierta.windowHandle()->modality() != Qt::NonModal;
+                lanzador.Show(1, &una); // returns: somebody waits for it already
+                abierta.close();
+            }));
+        QVERIFY(modal);
+        QCOMPARE(form->parentWidget(), &otra);
+        lanzador.Show();
+        QVERIFY(form->parentWidget() == nullptr);
+    }
+
+    void without_windows_of_other_toolkits_it_is_shown_without_an_owner()
+    {
+        const Banco banco;
+        frmclsCompras_Atipicos lanzador;
+        lanzador.Show(0, atipicos::Duena::de_hWnd(987654321));
+        QVERIFY(editores().front()->isVisible());
+        QVERIFY(editores().front()->parentWidget() == nullptr);
+        QVERIFY(banco.avisos->dichos.empty());
     }
 
     void context_set_through_it_is_the_component_s()

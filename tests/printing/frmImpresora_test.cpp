@@ -225,6 +225,23 @@ private slots:
         QCOMPARE(contexto.empresa->preguntas.size(), 2U); // it was loaded once
     }
 
+    void the_dialog_has_the_owner_of_each_time()
+    {
+        const ConClaves contexto("3", "2");
+        QWidget una;
+        QWidget otra;
+        frmclsCopiasImpresion copias;
+        QList<QWidget*> duenas;
+        for (QWidget* duena : { &una, &otra, static_cast<QWidget*>(nullptr) }) {
+            cuando_se_muestre([&](frmImpresora& dialogo) {
+                duenas << dialogo.parentWidget();
+                pulsa(dialogo, "cmdCancelar");
+            });
+            copias.Show(1, duena);
+        }
+        QCOMPARE(duenas, (QList<QWidget*>{ &una, &otra, nullptr }));
+    }
+
     void the_class_sets_the_context_and_takes_its_dialog_along()
     {
         const ConClaves contexto("1", "2");

@@ -2,6 +2,7 @@
 // own.
 #include "host/bases/Bases.hpp"
 #include "tests/server/Cargado.hpp"
+#include "tests/server/EmpresaAnfitriona.hpp"
 #include "tests/support/AdoDePrueba.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 
@@ -12,24 +13,22 @@ namespace {
 
     using testing::IsEmpty;
 
-    Anfitrion::Miembro con_valor(const char* nombre, Valor valor)
-    {
-        return { nombre, [valor](const Argumentos&) { return valor; } };
-    }
-
     struct Lanzadores : testing::Test {
         // Never unloaded: it has windows.
         void* biblioteca = dlopen(ATIPICOS_COMPONENTE, RTLD_NOW | RTLD_LOCAL);
         CarpetaTemporal carpeta;
         bases::Bases bases = abre();
-        Despacho empresa = Anfitrion::crea({ con_valor("Codigo", 1), con_valor("Nombre", "Muestra"),
-            con_valor("DecimalesImporte", 2), con_valor("DecimalesCosto", 3), con_valor("DecimalesPrecio", 3),
-            con_valor("AlmacenDefecto", 1), con_valor("EnlaceContable", 1),
-            con_valor("EmpresaProveedores", 1), con_valor("RaizProveedores", 400),
-            con_valor("PorcentajeImpuesto", 7), { "Parametro", [](const Argumentos& a) {
-                                                     return a.valor(0).texto() == "UsuarioActual" ? Valor("1")
-                                                                                                  : Valor();
-                                                 } } });
+        Despacho empresa = empresa_con_ventanas();
+
+        Lanzadores() = default;
+        Lanzadores(const Lanzadores&) = delete;
+        Lanzadores& operator=(const Lanzadores&) = delete;
+        ~Lanzadores() override ///< takes back what it has lent
+        {
+            const auto editor = crea("frmclsCompras_Atipicos");
+            for (const char* una : { "EmpresaOrvalin", "ConexionOrvalin", "EmpresaBexmor", "ConexionBexmor" })
+                editor.pon(una, Despacho().valor());
+        }
 
         bases::Bases abre() const
         {
@@ -75,12 +74,34 @@ namespace {
             editor.pon("ConexionBexmor", ado_de(bases.bexmor).valor());
             editor.pon("EmpresaBexmor", Anfitrion::crea({}).valor());
             editor.llama("Show");
-            editor.llama("Show", 0, editor.get());
+            editor.llama("Show", 0, Despacho().get());
             EXPECT_EQ(error_de([&] { editor.llama("Show", 0, 5); }), 13);
             EXPECT_EQ(error_de([&] { editor.llama("EmpresaBexmor"); }), 438);
         });
         EXPECT_THAT(dichas, IsEmpty());
         EXPECT_EQ(descargable(), HRESULT{ S_FALSE }) << "with windows it stays loaded";
+    }
+
+    TEST_F(Lanzadores, what_cannot_be_an_owner_is_told_and_nothing_is_raised)
+    {
+        const auto ventana
+            = [](Valor hWnd) { return Anfitrion::crea({ con_valor("hWnd", std::move(hWnd)) }); };
+        for (const char* nombre :
+            { "frmclsCompras_Atipicos", "frmclsComprasAtipVisor", "frmclsCopiasImpresion" }) {
+            const auto lanzador = con_contexto(nombre);
+            const auto dice = [&](const Despacho& duena) {
+                return dicho(
+                    [&] { EXPECT_EQ(error_de([&] { lanzador.llama("Show", 0, duena.get()); }), 0); });
+            };
+            const std::string comienzo = std::string(nombre) + ":Show: \\[[0-9]+\\] ";
+            using testing::MatchesRegex;
+            EXPECT_THAT(dice(lanzador),
+                MatchesRegex(comienzo + "El objeto no admite esta propiedad o método: hWnd\n"));
+            EXPECT_THAT(dice(ventana("ninguna")), MatchesRegex(comienzo + "No coinciden los tipos\n"));
+            EXPECT_THAT(dice(ventana(1.5)), MatchesRegex(comienzo + "No coinciden los tipos\n"));
+            EXPECT_THAT(dice(ventana(Valor::nulo())), MatchesRegex(comienzo + "Uso no válido de Null\n"));
+            EXPECT_THAT(dice(ventana(0)), MatchesRegex(comienzo + ".*no tiene todavía ninguna ventana.*\n"));
+        }
     }
 
     TEST_F(Lanzadores, the_browser_keeps_its_filters_and_opens_with_them)
