@@ -253,13 +253,16 @@ namespace {
         struct Ultima {
             ~Ultima() { std::_Exit(3); }
         };
-        const auto termina = [this] {
-            const auto suelta_tarde = [u = std::make_shared<Ultima>()](const Argumentos&) { return Valor(); };
-            auto empresa = Anfitrion::crea({ { "Codigo", suelta_tarde } });
-            static const IDispatch* const visto = empresa.get(); // it is known about, and not lost
-            static_cast<void>(visto);
-            crea("clsAtipico").pon("EmpresaOrvalin", empresa.valor());
-            empresa = {};
+        const auto empresa = [] {
+            return Anfitrion::crea(
+                { { "Codigo", [u = std::make_shared<Ultima>()](const Argumentos&) { return Valor(); } } });
+        };
+        [[maybe_unused]] static const void* visto = nullptr; // it is known about, and not lost
+        const auto termina = [&] {
+            auto prestada = empresa();
+            visto = prestada.get();
+            crea("clsAtipico").pon("EmpresaOrvalin", prestada.valor());
+            prestada = {};
             std::exit(0);
         };
         EXPECT_EXIT(termina(), testing::ExitedWithCode(0), "");

@@ -30,8 +30,6 @@ Despacho crea(const std::string& nombre)
         nombre, reinterpret_cast<automation::DameClase>(dlsym(biblioteca, "DllGetClassObject")));
 }
 
-constexpr std::array contexto{ "EmpresaOrvalin", "ConexionOrvalin", "EmpresaBexmor", "ConexionBexmor" };
-
 /// A host with its databases; what it lends is taken back at the end.
 struct Casa {
     pruebas::CarpetaTemporal carpeta;
@@ -50,7 +48,7 @@ struct Casa {
     ~Casa()
     {
         const auto editor = crea("frmclsCompras_Atipicos");
-        for (const char* una : contexto)
+        for (const char* una : { "EmpresaOrvalin", "ConexionOrvalin" })
             editor.pon(una, Despacho().valor());
     }
 };
@@ -67,12 +65,6 @@ QList<QDialog*> ventanas(const char* clase)
 
 Despacho con_hWnd(Valor hWnd) { return Anfitrion::crea({ pruebas::con_valor("hWnd", std::move(hWnd)) }); }
 Despacho con_hWnd(const QWidget& ventana) { return con_hWnd(static_cast<std::int32_t>(ventana.winId())); }
-
-unsigned sostenes(const Despacho& objeto)
-{
-    objeto.get()->AddRef();
-    return objeto.get()->Release();
-}
 
 }
 
@@ -191,70 +183,6 @@ private slots:
         const auto form = ventanas("atipicos::frmCompras_Atipicos").front();
         QVERIFY(form->isVisible());
         QVERIFY(form->parentWidget() == nullptr);
-    }
-
-    void every_setter_of_every_class_reaches_the_context_and_no_other()
-    {
-        const std::map<std::string, std::size_t> clases{ { "clsAtipico", 2 }, { "frmclsCopiasImpresion", 2 },
-            { "frmclsComprasAtipVisor", 4 }, { "frmclsCompras_Atipicos", 4 } };
-        std::array<Despacho, 4> puestos;
-        {
-            const auto editor = crea("frmclsCompras_Atipicos");
-            for (std::size_t i = 0; i < contexto.size(); ++i) {
-                puestos[i] = Anfitrion::crea({});
-                editor.pon(contexto[i], puestos[i].valor());
-            }
-        }
-        for (const auto& [clase, cuantos] : clases) {
-            for (std::size_t i = 0; i < cuantos; ++i) {
-                const auto nuevo = Anfitrion::crea({});
-                crea(clase).pon(contexto[i], nuevo.valor());
-                QVERIFY2(sostenes(nuevo) > 1, "it outlives the object through which it was set");
-                QCOMPARE(sostenes(puestos[i]), 1U);
-                puestos[i] = nuevo;
-                for (const auto& uno : puestos)
-                    QVERIFY2(sostenes(uno) > 1, "the other three are those of before");
-            }
-            for (std::size_t i = cuantos; i < contexto.size(); ++i)
-                QVERIFY(!crea(clase).tiene(contexto[i]));
-        }
-        const auto editor = crea("frmclsCompras_Atipicos");
-        for (std::size_t i = 0; i < contexto.size(); ++i) {
-            editor.pon(contexto[i], Despacho().valor());
-            QCOMPARE(sostenes(puestos[i]), 1U);
-        }
-    }
-
-    void company_and_connection_of_each_launcher_are_those_that_charges_use()
-    {
-        const auto caso = [](const std::string& clase) {
-            QStringList preguntado;
-            const auto empresa = Anfitrion::crea({ { "Codigo", [&](const Argumentos&) {
-                                                        preguntado << QStringLiteral("Codigo");
-                                                        return Valor(std::int16_t{ 7 });
-                                                    } } });
-            const auto conexion
-                = Anfitrion::crea({ { "CreateRecordset", [&](const Argumentos&) -> Valor {
-                                         preguntado << QStringLiteral("CreateRecordset");
-                                         throw automation::Fallo(1000, "prueba", "hasta aquí");
-                                     } } });
-            const auto objeto = crea(clase);
-            objeto.pon("EmpresaOrvalin", empresa.valor());
-            objeto.pon("ConexionOrvalin", conexion.valor());
-            try {
-                crea("clsAtipico").llama("Existe", 2025, 3, "AT250009");
-            } catch (const automation::Fallo& fallo) {
-                preguntado << QString::fromUtf8(fallo.what());
-            }
-            objeto.pon("EmpresaOrvalin", Despacho().valor());
-            objeto.pon("ConexionOrvalin", Despacho().valor());
-            return preguntado;
-        };
-        const QStringList debido{ QStringLiteral("Codigo"), QStringLiteral("CreateRecordset"),
-            QStringLiteral("hasta aquí") };
-        for (const char* clase :
-            { "clsAtipico", "frmclsCopiasImpresion", "frmclsComprasAtipVisor", "frmclsCompras_Atipicos" })
-            QCOMPARE(caso(clase), debido);
     }
 
     void the_browser_opens_with_the_filters_of_its_launcher()

@@ -13,6 +13,14 @@ namespace {
 
     using testing::IsEmpty;
 
+    constexpr std::array contexto{ "EmpresaOrvalin", "ConexionOrvalin", "EmpresaBexmor", "ConexionBexmor" };
+
+    unsigned sostenes(const Despacho& objeto)
+    {
+        objeto.get()->AddRef();
+        return objeto.get()->Release();
+    }
+
     struct Lanzadores : testing::Test {
         // Never unloaded: it has windows.
         void* biblioteca = dlopen(ATIPICOS_COMPONENTE, RTLD_NOW | RTLD_LOCAL);
@@ -26,7 +34,7 @@ namespace {
         ~Lanzadores() override ///< takes back what it has lent
         {
             const auto editor = crea("frmclsCompras_Atipicos");
-            for (const char* una : { "EmpresaOrvalin", "ConexionOrvalin", "EmpresaBexmor", "ConexionBexmor" })
+            for (const char* una : contexto)
                 editor.pon(una, Despacho().valor());
         }
 
@@ -158,6 +166,59 @@ namespace {
         EXPECT_EQ(error_de([&] { vista.pon("Report", Anfitrion::crea({}).valor()); }), 438);
         vista.pon("Report", Valor(static_cast<IDispatch*>(nullptr)));
         EXPECT_EQ(error_de([&] { vista.llama("Cargar"); }), 450);
+    }
+
+    TEST_F(Lanzadores, every_setter_of_every_class_reaches_its_place_of_the_context_and_no_other)
+    {
+        const std::pair<const char*, std::size_t> clases[]{ { "clsAtipico", 2 },
+            { "frmclsCopiasImpresion", 2 }, { "frmclsComprasAtipVisor", 4 },
+            { "frmclsCompras_Atipicos", 4 } };
+        std::array<Despacho, contexto.size()> puestos;
+        for (std::size_t i = 0; i < contexto.size(); ++i) {
+            puestos[i] = Anfitrion::crea({});
+            crea("frmclsCompras_Atipicos").pon(contexto[i], puestos[i].valor());
+        }
+        for (const auto& [clase, cuantos] : clases) {
+            for (std::size_t i = 0; i < cuantos; ++i) {
+                const auto nuevo = Anfitrion::crea({});
+                crea(clase).pon(contexto[i], nuevo.valor());
+                EXPECT_EQ(sostenes(puestos[i]), 1U) << clase << " " << contexto[i];
+                puestos[i] = nuevo;
+                for (const auto& uno : puestos)
+                    EXPECT_GT(sostenes(uno), 1U) << clase << " " << contexto[i] << ": they outlive it";
+            }
+            for (std::size_t i = cuantos; i < contexto.size(); ++i)
+                EXPECT_FALSE(crea(clase).tiene(contexto[i])) << clase << " " << contexto[i];
+        }
+        for (std::size_t i = 0; i < contexto.size(); ++i) {
+            crea("frmclsCompras_Atipicos").pon(contexto[i], Despacho().valor());
+            EXPECT_EQ(sostenes(puestos[i]), 1U) << contexto[i];
+        }
+    }
+
+    TEST_F(Lanzadores, company_and_connection_of_each_class_are_those_that_charges_use)
+    {
+        for (const char* clase :
+            { "clsAtipico", "frmclsCopiasImpresion", "frmclsComprasAtipVisor", "frmclsCompras_Atipicos" }) {
+            std::vector<std::string> preguntado;
+            const auto objeto = crea(clase);
+            objeto.pon("EmpresaOrvalin",
+                Anfitrion::crea({ { "Codigo",
+                                    [&](const Argumentos&) {
+                                        preguntado.emplace_back("Codigo");
+                                        return Valor(std::int16_t{ 7 });
+                                    } } })
+                    .valor());
+            objeto.pon("ConexionOrvalin",
+                Anfitrion::crea({ { "CreateRecordset",
+                                    [&](const Argumentos&) -> Valor {
+                                        preguntado.emplace_back("CreateRecordset");
+                                        throw Fallo(1234, "prueba", "hasta aquí");
+                                    } } })
+                    .valor());
+            EXPECT_EQ(error_de([&] { crea("clsAtipico").llama("Existe", 2025, 3, "AT250009"); }), 1234);
+            EXPECT_THAT(preguntado, testing::ElementsAre("Codigo", "CreateRecordset")) << clase;
+        }
     }
 
 }
