@@ -114,6 +114,7 @@ inline constexpr HRESULT DISP_E_TYPEMISMATCH = resultado(0x80020005);
 inline constexpr HRESULT DISP_E_UNKNOWNNAME = resultado(0x80020006);
 inline constexpr HRESULT DISP_E_EXCEPTION = resultado(0x80020009);
 inline constexpr HRESULT DISP_E_OVERFLOW = resultado(0x8002000A);
+inline constexpr HRESULT DISP_E_BADINDEX = resultado(0x8002000B);
 inline constexpr HRESULT DISP_E_BADPARAMCOUNT = resultado(0x8002000E);
 inline constexpr HRESULT DISP_E_PARAMNOTOPTIONAL = resultado(0x8002000F);
 

@@ -21,8 +21,8 @@ for para in "$@"; do
             ;;
         medidas) paquetes+=(clang gcovr) ;;
         ci)
-            paquetes+=(appstream clang-format clang-tidy desktop-file-utils g++-mingw-w64-x86-64-posix lintian make
-                tcl wine wine64)
+            paquetes+=(appstream clang-format clang-tidy desktop-file-utils g++-mingw-w64-x86-64-posix libwine-dev lintian
+                make mingw-w64-tools tcl wine wine64)
             ;;
         *)
             echo "packaging/dependencias.sh: no se conoce «$para»" >&2

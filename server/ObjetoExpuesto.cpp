@@ -3,6 +3,7 @@
 #include "context/trap.hpp"
 #include "server/Enumerador.hpp"
 #include "server/Llamada.hpp"
+#include "server/TipoExpuesto.hpp"
 
 #include <mutex>
 #include <unordered_map>
@@ -93,6 +94,25 @@ ULONG ObjetoExpuesto::quita_una() noexcept
     if (quedan == 0)
         expuestos().erase(m_nativo.get());
     return quedan;
+}
+
+UINT ObjetoExpuesto::tipos() const
+{
+#ifdef _WIN32
+    return 1;
+#else
+    return 0;
+#endif
+}
+
+HRESULT ObjetoExpuesto::informa(UINT cual, ITypeInfo** tipo) const
+{
+    if (tipos() == 0)
+        return E_NOTIMPL;
+    if (cual != 0)
+        return DISP_E_BADINDEX;
+    *tipo = tipo_de(m_clase);
+    return S_OK;
 }
 
 HRESULT ObjetoExpuesto::identifica(const GUID& iid, OLECHAR** nombres, UINT cuantos, DISPID* ids)

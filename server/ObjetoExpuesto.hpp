@@ -18,6 +18,8 @@ public:
 protected:
     [[nodiscard]] void* cara_de(const GUID& iid) override;
     ULONG quita_una() noexcept override;
+    [[nodiscard]] UINT tipos() const override;
+    [[nodiscard]] HRESULT informa(UINT cual, ITypeInfo** tipo) const override;
     [[nodiscard]] HRESULT identifica(const GUID& iid, OLECHAR** nombres, UINT cuantos, DISPID* ids) override;
     [[nodiscard]] HRESULT invoca(DISPID id, const GUID& iid, WORD uso, DISPPARAMS* argumentos,
         VARIANT* resultado, EXCEPINFO* donde, UINT* malo) override;

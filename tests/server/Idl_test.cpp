@@ -29,7 +29,14 @@ namespace {
         return nombres.at(static_cast<std::size_t>(tipo));
     }
 
-    void escribe_miembro(std::ostream& idl, const Miembro& miembro, std::size_t numero)
+    std::string escrito(const Argumento& argumento, const std::string& tipo)
+    {
+        return std::string("[in") + (argumento.por_referencia ? ", out" : "")
+            + (argumento.opcional ? ", optional" : "") + "] " + tipo + (argumento.por_referencia ? "*" : "")
+            + " " + std::string(argumento.nombre);
+    }
+
+    void escribe_miembro(std::ostream& idl, const Miembro& miembro, DISPID numero)
     {
         const std::string id = "        [id(" + std::to_string(numero);
         const std::string nombre(miembro.nombre);
@@ -38,10 +45,7 @@ namespace {
             idl << id << ")] " << tipo << " " << nombre << "(";
             std::string separador;
             for (const auto& argumento : miembro.argumentos) {
-                idl << separador << "[in" << (argumento.por_referencia ? ", out" : "")
-                    << (argumento.opcional ? ", optional] VARIANT" : "] ")
-                    << (argumento.opcional ? "" : nombre_de(argumento.tipo))
-                    << (argumento.por_referencia ? "* " : " ") << argumento.nombre;
+                idl << separador << escrito(argumento, nombre_de(argumento.tipo));
                 separador = ", ";
             }
             idl << ");\n";
@@ -51,7 +55,7 @@ namespace {
             idl << id << "), propget] " << tipo << " " << nombre << "();\n";
         if (miembro.pone != nullptr)
             idl << id << "), " << (miembro.tipo == Tipo::Objeto ? "propputref" : "propput") << "] void "
-                << nombre << "([in] " << tipo << " valor);\n";
+                << nombre << "(" << escrito(miembro.asignado, tipo) << ");\n";
     }
 
     std::string idl()
@@ -65,9 +69,8 @@ namespace {
             const std::string nombre(clase->publica.nombre);
             idl << "\n    [uuid(" << texto_de(clase->publica.iid) << ")]\n    dispinterface _" << nombre
                 << "\n    {\n        properties:\n        methods:\n";
-            std::size_t numero = 0;
-            for (const auto& miembro : clase->miembros)
-                escribe_miembro(idl, miembro, ++numero);
+            for (std::size_t i = 0; i < clase->miembros.size(); ++i)
+                escribe_miembro(idl, clase->miembros[i], numero_de(*clase, i));
             if (clase->elemento != nullptr)
                 idl << "        [id(-4), restricted] IUnknown* _NewEnum();\n";
             idl << "    };\n\n    [uuid(" << texto_de(clase->publica.clsid) << ")]\n    coclass " << nombre

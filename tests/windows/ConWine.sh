@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # The component on Windows, as far as Wine is Windows: registered, driven by a script and by a program, taken out again.
-#     ConWine.sh COMPONENT.dll TEST.dll CLIENT.exe SCRIPT.vbs
+#     ConWine.sh COMPONENT.dll TEST.dll CLIENT.exe SCRIPT.vbs TYPES.exe [TYPES.tlb]
+# Without the type library that the .idl becomes, its types are not compared.
 set -euo pipefail
 if ! command -v wine >/dev/null; then
     echo "Omitida: Wine no está instalado (apt-get install wine wine64)."
     exit 77
 fi
-componente=$1 prueba=$2 cliente=$3 guion=$4
+componente=$1 prueba=$2 cliente=$3 guion=$4 comparador=$5 tipos=${6:-}
 
 carpeta=$(mktemp -d)
 export TMPDIR=$carpeta # Wine's server leaves its folder there
@@ -43,6 +44,13 @@ wine cscript //nologo "$(basename "$guion")" 2>&1 | tr -d '\r' | tee guion.txt
 grep -aqE '^guion: [1-9][0-9]* comprobaciones bien, 0 mal$' guion.txt
 wine "$(basename "$cliente")" cliente.db | tr -d '\r' | tee cliente.txt
 grep -aqE '^cliente: [1-9][0-9]* comprobaciones bien, 0 mal$' cliente.txt
+if [ -n "$tipos" ]; then
+    cp "$comparador" "$tipos" .
+    wine "$(basename "$comparador")" "$(basename "$tipos")" | tr -d '\r' | tee tipos.txt
+    grep -aqE '^tipos: [1-9][0-9]* comprobaciones bien, 0 mal$' tipos.txt
+else
+    echo "tipos: omitidos, porque no está instalado lo que compila el .idl (apt-get install mingw-w64-tools libwine-dev)"
+fi
 
 wine regsvr32 /s /u "$componente"
 if registrado || wine reg query 'HKCU\Software\Classes\CLSID' /s 2>/dev/null | grep -q QVORComprasAtip; then
