@@ -40,9 +40,11 @@ permitidas() {
         host/reclamaciones/*)
             echo runtime platform context charges posting editor browser engines host/sql host/bases host/orvalin \
                 host/bexmor host/terminal host/sesion host/comprobacion host/reclamaciones ;;
+        host/panel/*)
+            echo runtime platform host/sql host/bases host/comprobacion host/panel ;;
         host/ventanas/*)
             echo runtime platform context controls printing host/bases host/orvalin host/terminal host/sesion \
-                host/ventanas ;;
+                host/comprobacion host/panel host/ventanas ;;
         host/ordenes/*) echo runtime platform context controls charges posting editor browser printing engines host ;;
         *) echo "?" ;;
     esac

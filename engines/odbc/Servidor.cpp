@@ -19,7 +19,7 @@ namespace {
     std::array<Servidor, 4> todos()
     {
         const Servidor sql_server{ .nombre = nombre_sql_server,
-            .dialecto = { .isnull = "ISNULL", .tipos = tipos_sql_server, .transact = true },
+            .dialecto = { .isnull = "ISNULL", .tipos = tipos_sql_server, .transact = true, .fetch = true },
             .empieza = "BEGIN TRANSACTION",
             .deshace = "IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION",
             .bloqueo_de_tabla = " WITH (UPDLOCK, HOLDLOCK, ROWLOCK)", // held also where there is no row yet

@@ -27,6 +27,7 @@ struct Dialecto {
     std::string_view isnull = "IFNULL"; ///< the function
     std::span<const TipoEscrito> tipos = {}; ///< those that it does not understand
     bool transact = false; ///< Transact-SQL: texts of more than ASCII are N'…', statements need no ";"
+    bool fetch = false; ///< it understands `OFFSET n ROWS FETCH NEXT m ROWS ONLY`
 };
 
 /// What the rewriting must know of a database. Names compare without case.

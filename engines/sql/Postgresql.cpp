@@ -20,7 +20,10 @@ namespace {
 
 }
 
-Dialecto dialecto_postgresql() noexcept { return { .isnull = "ISNULL", .tipos = tipos_escritos }; }
+Dialecto dialecto_postgresql() noexcept
+{
+    return { .isnull = "ISNULL", .tipos = tipos_escritos, .fetch = true };
+}
 
 void crea_esquema_postgresql(adodb::Connection& conexion, std::string_view nombre, Donde donde)
 {

@@ -22,6 +22,7 @@ namespace {
             if (c == '\'' || c == ';' || (c == 'i' && iguales(sql.substr(i, 6), "ISNULL"))
                 || (c == 'd' && iguales(sql.substr(i, 3), "dbo"))
                 || (c == 'c' && iguales(sql.substr(i, 6), "CREATE"))
+                || (c == 'f' && iguales(sql.substr(i, 5), "FETCH"))
                 || (c == 'a' && iguales(sql.substr(i, 5), "ALTER")))
                 return true;
         }
@@ -72,6 +73,7 @@ namespace {
                 falla("Sólo se admite una instrucción en cada ejecución.");
             cambia_isnull();
             cambia_tipos();
+            cambia_limite();
             const auto tablas = tablas_nombradas(m_vista);
             if (std::any_of(m_tokens.begin(), m_tokens.end(),
                     [](const Token& token) { return token.clase == Clase::texto; })) {
@@ -127,6 +129,27 @@ namespace {
             for (std::size_t i = 0; i + 1 < m_vista.size(); ++i)
                 if (m_vista.es(i, "ISNULL") && m_vista.es(i + 1, "("))
                     m_vista.cambia(i, m_catalogo.dialecto().isnull);
+        }
+
+        /// How many rows are wanted: the numbers stay where they are, so that they are the same values.
+        void cambia_limite()
+        {
+            static constexpr std::array<std::string_view, 8> palabras{ "OFFSET", {}, "ROWS", "FETCH", "NEXT",
+                {}, "ROWS", "ONLY" };
+            static constexpr std::array<std::string_view, 8> limite{ "LIMIT", {}, "," };
+            const auto es_limite = [&](std::size_t i) {
+                for (std::size_t j = 0; j < palabras.size(); ++j)
+                    if (!palabras[j].empty() && !m_vista.es(i + j, palabras[j]))
+                        return false;
+                return true;
+            };
+            if (m_catalogo.dialecto().fetch)
+                return;
+            for (std::size_t i = 0; i < m_vista.size(); ++i)
+                if (es_limite(i))
+                    for (std::size_t j = 0; j < palabras.size(); ++j)
+                        if (!palabras[j].empty())
+                            m_vista.cambia(i + j, limite[j]);
         }
 
         /// The words of a CREATE or ALTER TABLE that stand for a type, which no quoted name does.

@@ -17,6 +17,7 @@ namespace atipicos::sql {
 ///
 /// - `ISNULL(a, b)` becomes `IFNULL(a, b)`, or what the catalogue's dialect calls it;
 /// - the types in CREATE TABLE become those of the dialect;
+/// - `OFFSET n ROWS FETCH NEXT m ROWS ONLY` becomes `LIMIT n , m` where the dialect has it so;
 /// - `base.dbo.Tabla` becomes `esquema.Tabla` for the bases of the catalogue;
 /// - a regional date text becomes its ISO text where a date column receives it (INSERT, UPDATE) or is
 ///   compared with it (=, <>, <, <=, >, >=, BETWEEN, IN), text and column each standing alone, not inside an

@@ -56,6 +56,15 @@ namespace {
         EXPECT_EQ(reescrita("CREATE TABLE t (x MONEY)"), "CREATE TABLE t (x MONEY)");
     }
 
+    TEST(Reescritura, how_many_rows_are_wanted_is_said_as_the_dialect_says_it)
+    {
+        const std::string sql = "SELECT n FROM Cargos ORDER BY n OFFSET 20 ROWS FETCH NEXT 7 ROWS ONLY";
+        EXPECT_EQ(reescrita(sql), "SELECT n FROM Cargos ORDER BY n LIMIT 20 ,   7  ");
+        EXPECT_EQ(reescribe(sql, Catalogo({ .fetch = true })), sql);
+        const std::string no_es = "SELECT Offset, Fetch, 'OFFSET 1 ROWS FETCH NEXT 7 ROWS ONLY' FROM Cargos";
+        EXPECT_EQ(reescrita(no_es), no_es);
+    }
+
     TEST(Reescritura, three_part_names_of_known_bases_go_to_their_schema)
     {
         EXPECT_EQ(
