@@ -53,13 +53,15 @@ namespace {
         DibujoSvg m_dibujo;
     };
 
-    constexpr std::array<std::pair<const char*, const char*>, 19> de_orden{ {
+    constexpr std::array<std::pair<const char*, const char*>, 25> de_orden{ {
+        { "cmdAbrir", "abrir" },
         { "cmdAceptar", "aceptar" },
         { "cmdAnterior", "anterior" },
         { "cmdBuscar", "buscar" },
         { "cmdCancelar", "cancelar" },
         { "cmdCerrar", "cerrar" },
         { "cmdComent", "comentario" },
+        { "cmdCrear", "nuevo" },
         { "cmdEliminar", "eliminar" },
         { "cmdExportar", "exportar" },
         { "cmdGuardar", "guardar" },
@@ -71,7 +73,11 @@ namespace {
         { "cmdSalir", "salir" },
         { "cmdSiguiente", "siguiente" },
         { "cmdUltimo", "ultimo" },
+        { "mnuAbrirEmpresa", "abrir" },
+        { "mnuActualizar", "actualizar" },
+        { "mnuBuscar", "buscar" },
         { "mnuReclamaciones", "nuevo" },
+        { "mnuTeclas", "teclas" },
         { "mnuVisor", "lista" },
     } };
 

@@ -53,8 +53,8 @@ namespace {
             for (const auto& [orden, corre] : m_ordenes)
                 if (orden->parsed())
                     return corre();
-            return m_ventanas.principal(
-                { m_comunes, m_app.count("--empresa") > 0, m_app.count("--usuario") > 0 });
+            return m_ventanas.principal({ m_comunes, m_app.count("--empresa") > 0,
+                m_app.count("--usuario") > 0, m_app.count("--datos") + m_app.count("--conexion") > 0 });
         }
 
     private:

@@ -1,20 +1,24 @@
 #include "host/ventanas/VentanaPrincipal.hpp"
 
-#include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "controls/MsgBoxQt.hpp"
 #include "controls/SalidaQt.hpp"
 #include "controls/Texto.hpp"
+#include "host/bases/EmpresaPropia.hpp"
 #include "host/orvalin/Biblioteca.hpp"
 #include "host/orvalin/PrevisionesCargo.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/terminal/Interrupcion.hpp"
 #include "host/ventanas/Apariencia.hpp"
+#include "host/ventanas/EmpresasRecientes.hpp"
+#include "host/ventanas/frmDatosEmpresa.hpp"
+#include "host/ventanas/frmEmpresa.hpp"
 #include "host/ventanas/frmPrincipal.hpp"
 #include "host/ventanas/frmSesion.hpp"
 #include "printing/clsView.hpp"
 
 #include <QApplication>
+#include <QDate>
 #include <QLibraryInfo>
 #include <QPointer>
 #include <QSocketNotifier>
@@ -63,43 +67,95 @@ namespace {
             sesion.bases.orvalin, std::make_shared<SalidaQt>(visor), orvalin::Plantilla::de_lugar(lugar));
     }
 
-    /// False when the person does not want them.
-    bool ofrece_crear_bases(const std::filesystem::path& carpeta)
+    bool hay_bases(const bases::Lugar& lugar)
     {
-        MsgBoxQt avisos;
-        const auto respuesta = avisos.mostrar(
-            { "No hay ninguna base de datos en la carpeta «" + std::filesystem::absolute(carpeta).string()
-                    + "».\r\n\r\n¿Desea crear en ella la empresa de muestra?",
-                atencion, Icono::pregunta, Botones::SiNo, Respuesta::No });
-        if (respuesta == Respuesta::No)
+        return lugar.clase() != bases::Lugar::Clase::carpeta || bases::hay_bases(lugar.carpeta());
+    }
+
+    OpcionesVentana con_lugar(OpcionesVentana opciones, const bases::Lugar& lugar)
+    {
+        const bool en_carpeta = lugar.clase() == bases::Lugar::Clase::carpeta;
+        opciones.comunes.datos = en_carpeta ? lugar.carpeta() : std::filesystem::path();
+        opciones.comunes.conexion = en_carpeta ? std::string() : lugar.texto();
+        opciones.lugar_dado = true;
+        return opciones;
+    }
+
+    /// Another place for those that cannot be opened; nothing when the person gives up.
+    std::optional<OpcionesVentana> pregunta_lugar(const OpcionesVentana& opciones, const QString& motivo)
+    {
+        const auto lugar = opciones.comunes.lugar();
+        frmEmpresa dialogo;
+        dialogo.Propon(lugar.clase() == bases::Lugar::Clase::carpeta
+                ? a_qt(std::filesystem::absolute(lugar.carpeta()).lexically_normal().string())
+                : a_qt(lugar.texto()),
+            motivo);
+        if (dialogo.exec() != QDialog::Accepted || !dialogo.Elegido())
+            return std::nullopt;
+        return con_lugar(opciones, *dialogo.Elegido());
+    }
+
+    /// Tables without a company in them become those of one; false when the person gives up.
+    bool con_empresa(const bases::Lugar& lugar)
+    {
+        const auto bases = bases::abre_bases(lugar);
+        if (!bases::sin_empresas(*bases.orvalin))
+            return true;
+        frmDatosEmpresa dialogo;
+        if (dialogo.exec() != QDialog::Accepted)
             return false;
-        bases::crea_bases(carpeta, false);
+        bases::funda_empresa(bases, dialogo.Datos(), static_cast<std::int16_t>(QDate::currentDate().year()));
         return true;
     }
 
-    int abre(const OpcionesVentana& opciones)
+    struct Salida {
+        int estado = no_hecho;
+        std::optional<OpcionesVentana> siguiente = {}; ///< with which to go on
+    };
+
+    /// The main window on one company, until it is closed.
+    Salida trabaja(const OpcionesComunes& elegida)
     {
-        const auto lugar = opciones.comunes.lugar();
-        if (lugar.clase() == bases::Lugar::Clase::carpeta && !bases::hay_bases(lugar.carpeta())
-            && !ofrece_crear_bases(lugar.carpeta()))
-            return no_hecho;
-        const auto elegida = elige_sesion(opciones);
-        if (!elegida)
-            return no_hecho;
         QPointer<frmPrincipal> abierta;
-        Sesion sesion(*elegida, { .avisa_linea = [&abierta](sql::Linea que) {
+        Sesion sesion(elegida, { .avisa_linea = [&abierta](sql::Linea que) {
             if (abierta)
                 abierta->muestra_linea(que);
         } });
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
-        modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida->lugar()));
+        modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida.lugar()));
         modComun::set_PrevisionesCargo(
             std::make_shared<orvalin::PrevisionesCargo>(sesion.bases.orvalin, sesion.empresa));
-        sesion.Guarda_Borradores(elegida->lugar());
-        frmPrincipal ventana(sesion, *elegida);
+        sesion.Guarda_Borradores(elegida.lugar());
+        EmpresasRecientes().apunta(elegida.lugar());
+        frmPrincipal ventana(sesion, elegida);
         abierta = &ventana;
         ventana.show();
-        return Interrupcion::senal() == 0 ? QApplication::exec() : no_hecho;
+        if (Interrupcion::senal() != 0)
+            return {};
+        const int estado = QApplication::exec();
+        if (estado != hecho || !ventana.Siguiente())
+            return { estado };
+        // The company and the user of this one are not those of another.
+        return { estado, con_lugar({}, *ventana.Siguiente()) };
+    }
+
+    Salida abre(const OpcionesVentana& opciones)
+    {
+        const auto lugar = opciones.comunes.lugar();
+        if (!hay_bases(lugar))
+            return { no_hecho,
+                pregunta_lugar(opciones,
+                    opciones.lugar_dado
+                        ? QStringLiteral("En esa carpeta no hay ninguna empresa: créela, o elija otra.")
+                        : QString()) };
+        try {
+            if (!con_empresa(lugar))
+                return {};
+            const auto elegida = elige_sesion(opciones);
+            return elegida ? trabaja(*elegida) : Salida{};
+        } catch (const Error& error) {
+            return { no_hecho, pregunta_lugar(opciones, a_qt(error.descripcion())) };
+        }
     }
 
 }
@@ -129,7 +185,10 @@ int ventana_principal(const OpcionesVentana& opciones)
         QCoreApplication::exit(no_hecho);
     });
     try {
-        return abre(opciones);
+        auto salida = abre(opciones);
+        while (salida.siguiente)
+            salida = abre(OpcionesVentana(*salida.siguiente));
+        return salida.estado;
     } catch (const Error& error) {
         MsgBoxQt().mostrar({ error.descripcion(), "atipicos", Icono::critico });
         return no_hecho;

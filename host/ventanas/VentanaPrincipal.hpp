@@ -9,6 +9,7 @@ struct OpcionesVentana {
     OpcionesComunes comunes;
     bool empresa_dada = false; ///< on the command line: not to be asked for
     bool usuario_dado = false;
+    bool lugar_dado = false; ///< on the command line, or by the person
 };
 
 /// Runs until the window is closed; returns the exit status.

@@ -2,29 +2,38 @@
 
 #include "context/Cajas.hpp"
 #include "context/modComun.hpp"
-#include "context/trap.hpp"
 #include "controls/Anuncio.hpp"
 #include "controls/Icono.hpp"
+#include "controls/Pantalla.hpp"
 #include "controls/Texto.hpp"
+#include "host/panel/Comparacion.hpp"
+#include "host/panel/Pendientes.hpp"
+#include "host/ventanas/MemoriaDeVentanas.hpp"
 #include "host/ventanas/PanelBorradores.hpp"
+#include "host/ventanas/PanelCargos.hpp"
+#include "host/ventanas/PanelCifras.hpp"
+#include "host/ventanas/PanelPendientes.hpp"
 
-#include <QActionGroup>
-#include <QApplication>
 #include <QCloseEvent>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QMenuBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSettings>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QTime>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace atipicos::app {
 
 namespace {
 
     constexpr auto geometria = "ventana";
+    constexpr int diez_segundos = 10'000; ///< milliseconds
+    constexpr int letras_de_la_izquierda = 130; ///< wide
+    constexpr int letras_de_la_derecha = 76;
 
     QString nombre_de(const std::vector<orvalin::Ficha>& fichas, std::int32_t codigo)
     {
@@ -39,90 +48,132 @@ namespace {
 frmPrincipal::frmPrincipal(Sesion& sesion, const OpcionesComunes& opciones, QWidget* parent)
     : QMainWindow(parent)
     , m_sesion(sesion)
+    , m_lugar(opciones.lugar())
     , m_ultima_busqueda(sesion.empresa->Codigo(), sesion.empresa->Usuario())
     , m_recuperacion(sesion.borradores,
           { [this] { return abre_editor_vacio(); },
               [this](std::int16_t ejercicio, std::int16_t almacen) {
                   return abre_visor_en(ejercicio, almacen);
               } })
+    , m_lector_cargos(m_lugar, sesion.empresa->Codigo(), sesion.empresa->EmpresaProveedores())
+    , m_lector_cifras(m_lugar, sesion.empresa->Codigo(), sesion.empresa->EmpresaProveedores())
 {
     m_visor.set_AlBuscar([this](const frmclsComprasAtipVisor::Busqueda& buscado) {
-        m_ultima_busqueda.guarda(buscado, modComun::reloj().hoy());
+        if (!m_de_la_lista)
+            m_ultima_busqueda.guarda(buscado, modComun::reloj().hoy());
     });
     setObjectName(QStringLiteral("frmPrincipal"));
     setWindowTitle(QStringLiteral("Cargos atípicos a proveedores - ") + a_qt(sesion.empresa->Nombre()));
+    setAttribute(Qt::WA_KeyboardFocusChange); // shows where the focus is
+    new MemoriaDeVentanas(sesion.empresa->Usuario(), this);
     hace_menus();
     hace_portada();
     hace_estado(opciones);
     pon_iconos(*this);
-    resize(760, 460);
+    resize(fontMetrics().averageCharWidth() * (letras_de_la_izquierda + letras_de_la_derecha),
+        fontMetrics().height() * 36);
+    cabe_en_pantalla(*this);
     restoreGeometry(QSettings().value(QLatin1String(geometria)).toByteArray());
-}
-
-void frmPrincipal::hace_menus()
-{
-    auto* compras = menuBar()->addMenu(QStringLiteral("&Compras"));
-    auto* reclamaciones = compras->addAction(QStringLiteral("&Reclamaciones a Proveedores"),
-        QKeySequence(Qt::CTRL | Qt::Key_R), this, [this] { abre_editor(); });
-    reclamaciones->setObjectName(QStringLiteral("mnuReclamaciones"));
-    auto* visor = compras->addAction(QStringLiteral("&Visor de Atípicos"), QKeySequence(Qt::CTRL | Qt::Key_B),
-        this, [this] { abre_visor(); });
-    visor->setObjectName(QStringLiteral("mnuVisor"));
-    compras->addSeparator();
-    compras
-        ->addAction(QStringLiteral("&Salir"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, [this] { close(); })
-        ->setObjectName(QStringLiteral("mnuSalir"));
-    hace_menu_ver();
-    auto* ayuda = menuBar()->addMenu(QStringLiteral("A&yuda"));
-    ayuda->addAction(QStringLiteral("&Teclas"), QKeySequence(Qt::Key_F1), this, [this] { muestra_teclas(); })
-        ->setObjectName(QStringLiteral("mnuTeclas"));
-}
-
-void frmPrincipal::hace_menu_ver()
-{
-    auto* ver = menuBar()->addMenu(QStringLiteral("&Ver"));
-    auto* temas = new QActionGroup(this);
-    for (const auto& [texto, tema] : { std::pair{ "Como el &sistema", Tema::sistema },
-             { "&Claro", Tema::claro }, { "&Oscuro", Tema::oscuro } }) {
-        auto* accion = ver->addAction(a_qt(texto), this, [tema = tema] {
-            aplica_tema(tema);
-            guarda_tema(tema);
-        });
-        accion->setCheckable(true);
-        accion->setChecked(tema == tema_guardado());
-        temas->addAction(accion);
-    }
 }
 
 void frmPrincipal::hace_portada()
 {
-    auto* centro = new QWidget(this);
-    auto* nombre = new QLabel(a_qt(m_sesion.empresa->Nombre()), centro);
+    auto* centro = new QSplitter(this);
+    centro->setChildrenCollapsible(false);
+    auto* izquierda = new QWidget(centro);
+    auto* nombre = new QLabel(a_qt(m_sesion.empresa->Nombre()), izquierda);
     QFont grande = nombre->font();
-    grande.setPointSizeF(grande.pointSizeF() * 1.6);
+    grande.setPointSizeF(grande.pointSizeF() * 1.4);
     nombre->setFont(grande);
-    nombre->setAlignment(Qt::AlignCenter);
     nombre->setWordWrap(true);
-    auto* empezar = new QPushButton(QStringLiteral("&Reclamaciones a Proveedores"), centro);
+    auto* empezar = new QPushButton(QStringLiteral("&Reclamaciones a Proveedores"), izquierda);
     empezar->setObjectName(QStringLiteral("cmdReclamaciones"));
+    empezar->setToolTip(QStringLiteral("Teclear un cargo nuevo (Ctrl+R)"));
     empezar->setAutoDefault(true); // Enter opens it
-    empezar->setMinimumHeight(empezar->sizeHint().height() * 3 / 2);
-    auto* pista = new QLabel(QStringLiteral("Intro abre la ventana. F1 muestra las teclas."), centro);
-    pista->setAlignment(Qt::AlignCenter);
+    empezar->setMinimumHeight(empezar->sizeHint().height() * 4 / 3);
     connect(empezar, &QPushButton::clicked, this, [this] { abre_editor(); });
-    auto* caja = new QVBoxLayout(centro);
-    caja->addStretch(2);
-    caja->addWidget(nombre);
-    caja->addSpacing(fontMetrics().height());
-    caja->addWidget(empezar, 0, Qt::AlignCenter);
-    caja->addWidget(pista);
-    caja->addStretch(3);
-    m_borradores = new PanelBorradores(m_sesion.borradores, centro);
-    connect(m_borradores, &PanelBorradores::Recuperar, this, &frmPrincipal::recupera);
-    connect(m_borradores, &PanelBorradores::Descartar, this, &frmPrincipal::descarta);
-    caja->addWidget(m_borradores);
+    m_cargos = new PanelCargos(m_lector_cargos, izquierda);
+    connect(m_cargos, &PanelCargos::Abrir, this, &frmPrincipal::abre_cargo);
+    auto* arriba = new QHBoxLayout;
+    arriba->addWidget(nombre, 1);
+    arriba->addWidget(empezar);
+    auto* caja = new QVBoxLayout(izquierda);
+    caja->addLayout(arriba);
+    caja->addWidget(m_cargos, 1);
+    auto* derecha = new QWidget(centro);
+    hace_derecha(*new QVBoxLayout(derecha));
+    auto* rodillo = new QScrollArea(centro); // on a small screen, or with large letters
+    rodillo->setWidgetResizable(true);
+    rodillo->setFrameShape(QFrame::NoFrame);
+    rodillo->setFocusPolicy(Qt::NoFocus);
+    rodillo->setWidget(derecha);
+    centro->addWidget(izquierda);
+    centro->addWidget(rodillo);
+    centro->setStretchFactor(0, 1);
+    const int letra = fontMetrics().averageCharWidth();
+    centro->setSizes({ letras_de_la_izquierda * letra, letras_de_la_derecha * letra });
     setCentralWidget(centro);
     empezar->setFocus();
+}
+
+void frmPrincipal::hace_derecha(QVBoxLayout& caja)
+{
+    auto* padre = caja.parentWidget();
+    m_cifras = new PanelCifras(padre);
+    auto* titulo = new QLabel(QStringLiteral("Es&te mes y este año:"), padre);
+    titulo->setBuddy(m_cifras);
+    m_pendientes = new PanelPendientes({ m_lugar, m_sesion.empresa->Codigo() }, padre);
+    connect(m_pendientes, &PanelPendientes::Abrir, this, &frmPrincipal::abre_cargo);
+    m_borradores = new PanelBorradores(m_sesion.borradores, padre);
+    connect(m_borradores, &PanelBorradores::Recuperar, this, &frmPrincipal::recupera);
+    connect(m_borradores, &PanelBorradores::Descartar, this, &frmPrincipal::descarta);
+    caja.addWidget(titulo);
+    caja.addWidget(m_cifras);
+    caja.addSpacing(fontMetrics().height() / 2);
+    caja.addWidget(new QLabel(QStringLiteral("Pendiente:"), padre));
+    caja.addWidget(m_pendientes);
+    caja.addWidget(m_borradores);
+    caja.addStretch(1);
+    connect(&m_lector_cifras, &HiloLector::Fallo, this, [this](const QString& motivo) {
+        statusBar()->showMessage(QStringLiteral("No se pueden leer las cifras: ") + motivo, diez_segundos);
+        m_ha_trabajado = true; // the next time they are asked for again
+    });
+}
+
+/// Each as soon as it is known; the connection is given back when all is read.
+void frmPrincipal::lee_cifras()
+{
+    m_ha_trabajado = false;
+    m_lector_cifras.Haz([this, hoy = modComun::reloj().hoy()](const Ambito& ambito, const Sigue& sigue) {
+        if (const auto comparacion = compara(ambito, hoy, sigue))
+            m_lector_cifras.al_mostrar(sigue, [this, comparacion] { m_cifras->Pon(*comparacion); });
+        if (!sigue())
+            return;
+        Pendientes pendientes{ cargos_sin_asiento(ambito), {}, previsiones_proximas(ambito, hoy) };
+        auto sueltos = asientos_sueltos(ambito, sigue);
+        if (!sueltos)
+            return;
+        pendientes.sueltos = std::move(*sueltos);
+        m_lector_cifras.al_mostrar(sigue, [this, pendientes = std::move(pendientes)] {
+            m_pendientes->Pon(pendientes);
+            m_lector_cifras.Para();
+        });
+    });
+}
+
+void frmPrincipal::actualiza()
+{
+    statusBar()->clearMessage();
+    m_cargos->Actualiza();
+    lee_cifras();
+    m_borradores->Actualiza();
+}
+
+void frmPrincipal::showEvent(QShowEvent* evento)
+{
+    QMainWindow::showEvent(evento);
+    if (m_ha_trabajado)
+        lee_cifras();
 }
 
 void frmPrincipal::hace_estado(const OpcionesComunes& opciones)
@@ -162,78 +213,6 @@ void frmPrincipal::muestra_linea(sql::Linea que)
             : QStringLiteral("Conexión reanudada a las %1").arg(hora));
 }
 
-void frmPrincipal::abre_editor()
-{
-    m_editor.set_EmpresaOrvalin(m_sesion.empresa);
-    m_editor.set_ConexionOrvalin(m_sesion.bases.orvalin);
-    m_editor.Show(0, this);
-}
-
-/// It opens on what the user last searched for, and with the list of it; open already it is left as it is.
-void frmPrincipal::abre_visor()
-{
-    const auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
-    const bool de_nuevo = abierto == nullptr || !abierto->isVisible();
-    m_visor.set_EmpresaOrvalin(m_sesion.empresa);
-    m_visor.set_ConexionOrvalin(m_sesion.bases.orvalin);
-    const auto ultima = m_ultima_busqueda.lee(modComun::reloj().hoy());
-    m_visor.Fecha_Inicial = ultima.Fecha_Inicial;
-    m_visor.Fecha_Final = ultima.Fecha_Final;
-    m_visor.Almacen_Inicial = ultima.Almacen;
-    m_visor.Proveedor_Inicial = ultima.Proveedor;
-    m_visor.Show(0, this);
-    auto* ultima_caja = findChild<QWidget*>(QStringLiteral("txtFechaF"));
-    if (!de_nuevo || ultima_caja == nullptr)
-        return;
-    QKeyEvent intro(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-    QCoreApplication::sendEvent(ultima_caja, &intro);
-}
-
-/// The launcher's own form, as new: what was being keyed in there without a line stays as a draft.
-QWidget* frmPrincipal::abre_editor_vacio()
-{
-    if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos")))
-        abierto->close();
-    abre_editor();
-    return findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos"));
-}
-
-QWidget* frmPrincipal::abre_visor_en(std::int16_t ejercicio, std::int16_t almacen)
-{
-    if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor")))
-        abierto->close();
-    m_visor.set_EmpresaOrvalin(m_sesion.empresa);
-    m_visor.set_ConexionOrvalin(m_sesion.bases.orvalin);
-    m_visor.Ejercicio = ejercicio;
-    m_visor.Almacen_Inicial = almacen;
-    m_visor.Proveedor_Inicial = 0;
-    m_visor.Fecha_Inicial = Date::de_dia(ejercicio, 1, 1).value_or(Date{});
-    m_visor.Fecha_Final = Date::de_dia(ejercicio, 12, 31).value_or(Date{});
-    m_visor.Show(0, this);
-    m_visor.Almacen_Inicial = 0; // the next time as it was
-    m_visor.Fecha_Inicial = m_visor.Fecha_Final = Date{};
-    return findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
-}
-
-void frmPrincipal::recupera(const std::filesystem::path& fichero)
-{
-    if (m_editor.sin_guardar()) {
-        avisa("Hay otro cargo sin guardar en su ventana. Guárdelo o ciérrela antes de recuperar éste.");
-        abre_editor();
-        return;
-    }
-    trap(
-        "frmPrincipal:recupera", [&] { m_recuperacion.Recuperar(fichero); }, TextoError::SoloDescripcion);
-    m_borradores->Actualiza();
-}
-
-void frmPrincipal::descarta(const std::filesystem::path& fichero)
-{
-    trap(
-        "frmPrincipal:descarta", [&] { m_recuperacion.Descartar(fichero); }, TextoError::SoloDescripcion);
-    m_borradores->Actualiza();
-}
-
 /// Whether what is keyed in at this moment is kept: its window says when it is not.
 bool frmPrincipal::queda_borrador() const
 {
@@ -246,30 +225,11 @@ bool frmPrincipal::queda_borrador() const
 void frmPrincipal::changeEvent(QEvent* evento)
 {
     QMainWindow::changeEvent(evento);
-    // A window that was closed, or another process, may have left a charge.
-    if (evento->type() == QEvent::ActivationChange && isActiveWindow() && m_borradores != nullptr)
-        m_borradores->Actualiza();
-}
-
-void frmPrincipal::muestra_teclas()
-{
-    modComun::Avisos().mostrar(
-        { "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
-          "F2: busca por nombre en almacén, proveedor, artículo, tipo y banco.\r\n"
-          "F4: observaciones largas de la línea elegida.\r\n"
-          "F9: acepta el comentario o las previsiones.\r\n"
-          "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
-          "F8: va al importe, donde Intro acepta la línea. Esc en una línea que se cambia la deja como "
-          "estaba.\r\n"
-          "Fechas: 15, 1511 o 151126 se completan; h es hoy, +3 tres días más; flechas: un día más o menos; "
-          "Alt+Abajo: calendario.\r\n"
-          "Esc: cancela el cargo que se está tecleando.\r\n"
-          "Alt+A: guarda el cargo. Ctrl+Intro: salto de línea en sus observaciones.\r\n"
-          "Ctrl+R: reclamaciones. Ctrl+B: visor. Ctrl+Q: salir.\r\n"
-          "Cargos sin guardar: Alt+E o Intro los recupera, Alt+D o Supr los descarta.\r\n"
-          "En el visor, Intro y F5 buscan, Intro muestra los detalles, F9 imprime y F6 va al "
-          "último atípico abierto para cambiarlo.",
-            "Teclas", Icono::informacion });
+    if (evento->type() != QEvent::ActivationChange || !isActiveWindow() || m_borradores == nullptr)
+        return;
+    m_borradores->Actualiza(); // a window that was closed, or another process, may have left a charge
+    if (isVisible() && m_ha_trabajado)
+        actualiza();
 }
 
 void frmPrincipal::closeEvent(QCloseEvent* evento)

@@ -1,0 +1,146 @@
+#include "host/ventanas/frmPrincipal.hpp"
+
+#include "context/modComun.hpp"
+#include "controls/Texto.hpp"
+#include "host/ventanas/EmpresasRecientes.hpp"
+#include "host/ventanas/PanelCargos.hpp"
+
+#include <QActionGroup>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+#include <array>
+
+// The menus of the main window, and what they tell.
+namespace atipicos::app {
+
+void frmPrincipal::hace_menus()
+{
+    hace_menu_empresa();
+    hace_menu_compras();
+    hace_menu_ver();
+    hace_menu_ayuda();
+    hace_barra();
+}
+
+void frmPrincipal::hace_menu_empresa()
+{
+    auto* empresa = menuBar()->addMenu(QStringLiteral("E&mpresa"));
+    empresa
+        ->addAction(QStringLiteral("&Abrir o crear otra…"), QKeySequence(Qt::CTRL | Qt::Key_O), this,
+            [this] { elige_otra(); })
+        ->setObjectName(QStringLiteral("mnuAbrirEmpresa"));
+    auto* recientes = empresa->addMenu(QStringLiteral("Abiertas &últimamente"));
+    recientes->setObjectName(QStringLiteral("mnuRecientes"));
+    connect(recientes, &QMenu::aboutToShow, this, [this, recientes] { llena_recientes(*recientes); });
+    llena_recientes(*recientes);
+    empresa->addSeparator();
+    empresa
+        ->addAction(QStringLiteral("&Salir"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, [this] { close(); })
+        ->setObjectName(QStringLiteral("mnuSalir"));
+}
+
+/// All but the one that is open.
+void frmPrincipal::llena_recientes(QMenu& menu)
+{
+    menu.clear();
+    const auto lista = EmpresasRecientes().lista();
+    for (const auto& cual : lista.mid(1))
+        menu.addAction(QString(cual).replace(u'&', QStringLiteral("&&")), this,
+            [this, cual] { cambia_a(lugar_tecleado(cual)); });
+    menu.setEnabled(!menu.isEmpty());
+}
+
+void frmPrincipal::hace_menu_compras()
+{
+    auto* compras = menuBar()->addMenu(QStringLiteral("&Compras"));
+    auto* reclamaciones = compras->addAction(QStringLiteral("&Reclamaciones a Proveedores"),
+        QKeySequence(Qt::CTRL | Qt::Key_R), this, [this] { abre_editor(); });
+    reclamaciones->setObjectName(QStringLiteral("mnuReclamaciones"));
+    auto* visor = compras->addAction(QStringLiteral("&Visor de Atípicos"), QKeySequence(Qt::CTRL | Qt::Key_B),
+        this, [this] { abre_visor(); });
+    visor->setObjectName(QStringLiteral("mnuVisor"));
+}
+
+void frmPrincipal::hace_menu_ver()
+{
+    auto* ver = menuBar()->addMenu(QStringLiteral("&Ver"));
+    auto* temas = new QActionGroup(this);
+    for (const auto& [texto, tema] : { std::pair{ "Como el &sistema", Tema::sistema },
+             { "&Claro", Tema::claro }, { "&Oscuro", Tema::oscuro } }) {
+        auto* accion = ver->addAction(a_qt(texto), this, [tema = tema] {
+            aplica_tema(tema);
+            guarda_tema(tema);
+        });
+        accion->setCheckable(true);
+        accion->setChecked(tema == tema_guardado());
+        temas->addAction(accion);
+    }
+    ver->addSeparator();
+    ver->addAction(QStringLiteral("&Buscar un cargo"), QKeySequence(Qt::CTRL | Qt::Key_F), this,
+           [this] { m_cargos->EmpiezaBusqueda(); })
+        ->setObjectName(QStringLiteral("mnuBuscar"));
+    ver->addAction(QStringLiteral("&Actualizar"), QKeySequence(Qt::Key_F5), this, [this] { actualiza(); })
+        ->setObjectName(QStringLiteral("mnuActualizar"));
+}
+
+void frmPrincipal::hace_menu_ayuda()
+{
+    auto* ayuda = menuBar()->addMenu(QStringLiteral("A&yuda"));
+    ayuda->addAction(QStringLiteral("&Teclas"), QKeySequence(Qt::Key_F1), this, [this] { muestra_teclas(); })
+        ->setObjectName(QStringLiteral("mnuTeclas"));
+    ayuda->addSeparator();
+    ayuda->addAction(QStringLiteral("&Acerca de este programa"), this, [this] { muestra_acerca_de(); })
+        ->setObjectName(QStringLiteral("mnuAcercaDe"));
+}
+
+/// The actions of the menus that are used most, for the mouse.
+void frmPrincipal::hace_barra()
+{
+    auto* barra = addToolBar(QStringLiteral("Barra de herramientas"));
+    barra->setObjectName(QStringLiteral("tbPrincipal"));
+    barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    barra->setMovable(false);
+    const std::array<const char*, 5> acciones{ "mnuReclamaciones", "mnuVisor", "mnuActualizar",
+        "mnuAbrirEmpresa", "mnuTeclas" };
+    for (const auto* nombre : acciones)
+        barra->addAction(findChild<QAction*>(QLatin1String(nombre)));
+}
+
+void frmPrincipal::muestra_acerca_de()
+{
+    modComun::Avisos().mostrar({ "Cargos atípicos a proveedores, versión " ATIPICOS_VERSION
+                                 "\r\n\r\nRegistra las reclamaciones a proveedores, las contabiliza con sus "
+                                 "previsiones de pago y las imprime.\r\n\r\nMotor: "
+            + std::string(m_lugar.motor()) + ". Ventanas: Qt " + qVersion()
+            + ".\r\n© 2026, los autores de QVORComprasAtip. Se puede usar, copiar y cambiar libremente, sin "
+              "garantía (licencia MIT).",
+        "Acerca de este programa", Icono::informacion });
+}
+
+void frmPrincipal::muestra_teclas()
+{
+    modComun::Avisos().mostrar(
+        { "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
+          "F2: busca por nombre en almacén, proveedor, artículo, tipo y banco.\r\n"
+          "F4: observaciones largas de la línea elegida.\r\n"
+          "F9: acepta el comentario o las previsiones.\r\n"
+          "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
+          "F8: va al importe, donde Intro acepta la línea. Esc en una línea que se cambia la deja como "
+          "estaba.\r\n"
+          "Fechas: 15, 1511 o 151126 se completan; h es hoy, +3 tres días más; flechas: un día más o menos; "
+          "Alt+Abajo: calendario.\r\n"
+          "Esc: cancela el cargo que se está tecleando.\r\n"
+          "Alt+A: guarda el cargo. Ctrl+Intro: salto de línea en sus observaciones.\r\n"
+          "Ctrl+R: reclamaciones. Ctrl+B: visor. Ctrl+F: buscar un cargo. F5: actualizar. Ctrl+O: otra "
+          "empresa. "
+          "Ctrl+Q: salir.\r\n"
+          "En los últimos cargos, Intro abre el visor en el elegido.\r\n"
+          "Cargos sin guardar: Alt+E o Intro los recupera, Alt+D o Supr los descarta.\r\n"
+          "En el visor, Intro y F5 buscan, Intro muestra los detalles, F9 imprime y F6 va al "
+          "último atípico abierto para cambiarlo.",
+            "Teclas", Icono::informacion });
+}
+
+} // namespace atipicos::app

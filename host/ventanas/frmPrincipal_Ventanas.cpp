@@ -1,0 +1,125 @@
+#include "host/ventanas/frmPrincipal.hpp"
+
+#include "context/Cajas.hpp"
+#include "context/modComun.hpp"
+#include "context/trap.hpp"
+#include "controls/Texto.hpp"
+#include "controls/VSFlexGrid.hpp"
+#include "host/ventanas/EmpresasRecientes.hpp"
+#include "host/ventanas/frmEmpresa.hpp"
+#include "host/ventanas/PanelBorradores.hpp"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+// The windows that the main window opens.
+namespace atipicos::app {
+
+void frmPrincipal::elige_otra()
+{
+    frmEmpresa dialogo(this);
+    dialogo.Propon(EmpresasRecientes().lista().value(0));
+    if (dialogo.exec() == QDialog::Accepted && dialogo.Elegido())
+        cambia_a(*dialogo.Elegido());
+}
+
+/// The window closes, unless the person has something to save in it, and another opens.
+void frmPrincipal::cambia_a(const bases::Lugar& lugar)
+{
+    m_siguiente = lugar;
+    if (!close())
+        m_siguiente.reset();
+}
+
+void frmPrincipal::abre_editor()
+{
+    m_ha_trabajado = true;
+    m_editor.set_EmpresaOrvalin(m_sesion.empresa);
+    m_editor.set_ConexionOrvalin(m_sesion.bases.orvalin);
+    m_editor.Show(0, this);
+}
+
+/// It opens on what the user last searched for, and with the list of it; open already it is left as it is.
+void frmPrincipal::abre_visor() { muestra_visor(m_ultima_busqueda.lee(modComun::reloj().hoy())); }
+
+void frmPrincipal::muestra_visor(const frmclsComprasAtipVisor::Busqueda& busqueda)
+{
+    m_ha_trabajado = true;
+    const auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
+    const bool de_nuevo = abierto == nullptr || !abierto->isVisible();
+    m_visor.set_EmpresaOrvalin(m_sesion.empresa);
+    m_visor.set_ConexionOrvalin(m_sesion.bases.orvalin);
+    m_visor.Fecha_Inicial = busqueda.Fecha_Inicial;
+    m_visor.Fecha_Final = busqueda.Fecha_Final;
+    m_visor.Almacen_Inicial = busqueda.Almacen;
+    m_visor.Proveedor_Inicial = busqueda.Proveedor;
+    m_visor.Show(0, this);
+    auto* ultima_caja = findChild<QWidget*>(QStringLiteral("txtFechaF"));
+    if (!de_nuevo || ultima_caja == nullptr)
+        return;
+    QKeyEvent intro(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(ultima_caja, &intro);
+}
+
+/// The list of its day, warehouse and supplier, with the charge chosen. It is no search of the person's.
+void frmPrincipal::abre_cargo(const CargoResumido& cargo)
+{
+    if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor")))
+        abierto->close();
+    const auto dia = cargo.fecha.solo_dia();
+    m_de_la_lista = true;
+    muestra_visor({ dia, dia, cargo.almacen, cargo.proveedor });
+    m_de_la_lista = false;
+    auto* lista = findChild<VSFlexGrid*>(QStringLiteral("vsCab"));
+    for (int fila = 1; lista != nullptr && fila < lista->Rows(); ++fila)
+        if (de_qt(lista->TextMatrix(fila, 0).trimmed()) == cargo.codigo)
+            lista->set_Row(fila);
+}
+
+/// The launcher's own form, as new: what was being keyed in there without a line stays as a draft.
+QWidget* frmPrincipal::abre_editor_vacio()
+{
+    if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos")))
+        abierto->close();
+    abre_editor();
+    return findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos"));
+}
+
+QWidget* frmPrincipal::abre_visor_en(std::int16_t ejercicio, std::int16_t almacen)
+{
+    if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor")))
+        abierto->close();
+    m_ha_trabajado = true;
+    m_visor.set_EmpresaOrvalin(m_sesion.empresa);
+    m_visor.set_ConexionOrvalin(m_sesion.bases.orvalin);
+    m_visor.Ejercicio = ejercicio;
+    m_visor.Almacen_Inicial = almacen;
+    m_visor.Proveedor_Inicial = 0;
+    m_visor.Fecha_Inicial = Date::de_dia(ejercicio, 1, 1).value_or(Date{});
+    m_visor.Fecha_Final = Date::de_dia(ejercicio, 12, 31).value_or(Date{});
+    m_visor.Show(0, this);
+    m_visor.Almacen_Inicial = 0; // the next time as it was
+    m_visor.Fecha_Inicial = m_visor.Fecha_Final = Date{};
+    return findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
+}
+
+void frmPrincipal::recupera(const std::filesystem::path& fichero)
+{
+    if (m_editor.sin_guardar()) {
+        avisa("Hay otro cargo sin guardar en su ventana. Guárdelo o ciérrela antes de recuperar éste.");
+        abre_editor();
+        return;
+    }
+    trap(
+        "frmPrincipal:recupera", [&] { m_recuperacion.Recuperar(fichero); }, TextoError::SoloDescripcion);
+    m_borradores->Actualiza();
+}
+
+void frmPrincipal::descarta(const std::filesystem::path& fichero)
+{
+    trap(
+        "frmPrincipal:descarta", [&] { m_recuperacion.Descartar(fichero); }, TextoError::SoloDescripcion);
+    m_borradores->Actualiza();
+}
+
+} // namespace atipicos::app
