@@ -52,7 +52,7 @@ namespace {
             { "Proveedores_DptoIngresoRappels", "90" },
             { "GenerarPrevPagos", "1" },
             { "Proveedores_AtipicosDispImpresoDefault", "1" },
-            { "Proveedores_AtipicosDisp2ImpresoDefault", "3" },
+            { "Proveedores_AtipicosDisp2ImpresoDefault", "0" },
         };
         for (const auto& [clave, valor] : parametros)
             orvalin("INSERT INTO Parametros (Cod_Empresa, Clave, Valor) VALUES (1, '" + std::string(clave)

@@ -118,9 +118,10 @@ void Busqueda::por_codigo(const std::string& comienzo, const Sigue& sigue, const
             + std::to_string(m_ambito.empresa) + " ORDER BY Cod_Ejercicio DESC, Cod_Almacen ASC");
     for (; !series->Eof() && sigue(); series->MoveNext())
         lee(" AND pc.Cod_Ejercicio =" + std::to_string(adodb::entero(*series, "Cod_Ejercicio"))
-            + " AND pc.Cod_Almacen =" + std::to_string(adodb::entero(*series, "Cod_Almacen"))
-            + " AND pc.Codigo >= " + sql::literal(comienzo) + " AND pc.Codigo < "
-            + sql::literal(comienzo + "~")); // no code has a character behind it
+                + " AND pc.Cod_Almacen =" + std::to_string(adodb::entero(*series, "Cod_Almacen"))
+                + " AND pc.Codigo >= " + sql::literal(comienzo) + " AND pc.Codigo < "
+                + sql::literal(comienzo + "~"), // no code has a character behind it
+            orden_de_codigos);
 }
 
 std::optional<Date> Busqueda::ultimo_dia(const std::string& condicion) const
@@ -139,7 +140,7 @@ void Busqueda::por_meses(const std::string& condicion, const Sigue& sigue, const
     auto dia = ultimo_dia({});
     while (dia && sigue()) {
         const auto primero = primero_de_mes(*dia);
-        lee(entre_dias("pc.Fecha", primero, *dia) + " AND (" + condicion + ")");
+        lee(entre_dias("pc.Fecha", primero, *dia) + " AND (" + condicion + ")", orden_de_lista);
         dia = ultimo_dia(" AND pc.Fecha < " + sql::literal(primero));
     }
 }
@@ -149,10 +150,11 @@ bool Busqueda::busca(const Buscado& buscado, const Sigue& sigue,
 {
     std::set<std::tuple<std::int16_t, std::int16_t, std::string>> vistos;
     const Sigue queda_sitio = [&] { return vistos.size() < maximo && sigue(); };
-    const Hallazgo lee = [&](const std::string& condicion) {
+    const Hallazgo lee = [&](const std::string& condicion, const char* orden) {
         std::vector<CargoResumido> nuevos;
         lee_cargos(*m_ambito.bases.orvalin,
-            instruccion_de_cargos(m_ambito, condicion, maximo - vistos.size()), [&](const auto& cargo) {
+            instruccion_de_cargos(m_ambito, condicion, maximo - vistos.size(), orden),
+            [&](const auto& cargo) {
                 if (vistos.emplace(cargo.ejercicio, cargo.almacen, cargo.codigo).second)
                     nuevos.push_back(cargo);
             });

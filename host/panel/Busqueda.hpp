@@ -39,7 +39,7 @@ public:
         const std::function<void(std::vector<CargoResumido>)>& halladas) const;
 
 private:
-    using Hallazgo = std::function<void(const std::string& condicion)>;
+    using Hallazgo = std::function<void(const std::string& condicion, const char* orden)>;
 
     void por_codigo(const std::string& comienzo, const Sigue& sigue, const Hallazgo& lee) const;
     void por_meses(const std::string& condicion, const Sigue& sigue, const Hallazgo& lee) const;

@@ -16,7 +16,8 @@ std::string entre_dias(const std::string& columna, Date desde, Date hasta)
         + sql::literal(hasta.solo_dia().mas_dias(1));
 }
 
-std::string instruccion_de_cargos(const Ambito& ambito, const std::string& condicion, std::size_t cuantos)
+std::string instruccion_de_cargos(
+    const Ambito& ambito, const std::string& condicion, std::size_t cuantos, const char* orden)
 {
     return "SELECT pc.Cod_Ejercicio, pc.Cod_Almacen, pc.Codigo, pc.Proveedor, pc.Fecha, pc.Importe,"
            " pc.Impuesto_Importe, pc.Asiento, prov.Nombre AS Nombre_Proveedor"
@@ -24,7 +25,7 @@ std::string instruccion_de_cargos(const Ambito& ambito, const std::string& condi
            " LEFT JOIN Proveedores prov ON prov.Cod_Empresa ="
         + std::to_string(ambito.empresa_proveedores)
         + " AND prov.Codigo = pc.Proveedor WHERE pc.Cod_Empresa =" + std::to_string(ambito.empresa)
-        + condicion + " ORDER BY pc.Fecha DESC, pc.Cod_Almacen ASC, pc.Codigo DESC" + como_mucho(cuantos);
+        + condicion + " ORDER BY " + orden + como_mucho(cuantos);
 }
 
 void lee_cargos(adodb::Connection& orvalin, const std::string& instruccion,

@@ -10,10 +10,14 @@
 
 namespace atipicos::app {
 
-/// The statement that reads charges of a company in the order of the list, newest first, `cuantos` at most.
-/// `condicion` begins with " AND ", or is empty.
-[[nodiscard]] std::string instruccion_de_cargos(
-    const Ambito& ambito, const std::string& condicion, std::size_t cuantos);
+/// The order of the list, newest first, and that of the codes of one year and warehouse, last first.
+inline constexpr auto orden_de_lista = "pc.Fecha DESC, pc.Cod_Almacen ASC, pc.Codigo DESC";
+inline constexpr auto orden_de_codigos = "pc.Codigo DESC";
+
+/// The statement that reads charges of a company, `cuantos` at most. `condicion` begins with " AND ", or is
+/// empty.
+[[nodiscard]] std::string instruccion_de_cargos(const Ambito& ambito, const std::string& condicion,
+    std::size_t cuantos, const char* orden = orden_de_lista);
 
 /// Runs one, and tells each charge.
 void lee_cargos(adodb::Connection& orvalin, const std::string& instruccion,

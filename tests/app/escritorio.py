@@ -1,7 +1,7 @@
 """The started program on a screen of its own: keys and clicks of a real X server, read through AT-SPI as a screen
 reader reads it. Nothing here sleeps for a while and hopes: each step waits for what is to be there.
 
-Used by jornada.py and lector.py, which EnPantalla.sh runs with a session bus of their own.
+Used by estreno.py, jornada.py and lector.py, which EnPantalla.sh runs with a session bus of their own.
 """
 import contextlib
 import os
@@ -77,6 +77,10 @@ class Escritorio:
     def abre(self, *argumentos):
         """Starts the program with its windows."""
         self.proceso = self._lanza(self.programa, "--datos", str(self.datos), *argumentos)
+
+    def abre_de_nuevas(self):
+        """Starts it as a new user does: in the folder, which is empty, and told nothing."""
+        self.proceso = self._lanza(self.programa, cwd=self.carpeta)
 
     def cambia(self, sql):
         """Changes the company past the program."""
