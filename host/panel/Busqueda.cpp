@@ -1,6 +1,5 @@
 #include "host/panel/Busqueda.hpp"
 
-#include "host/panel/LecturaDeCargos.hpp"
 #include "host/panel/NombresPlanos.hpp"
 #include "host/sql/Literal.hpp"
 #include "platform/adodb/campos.hpp"
@@ -121,28 +120,29 @@ void Busqueda::por_codigo(const std::string& comienzo, const Sigue& sigue, const
                 + " AND pc.Cod_Almacen =" + std::to_string(adodb::entero(*series, "Cod_Almacen"))
                 + " AND pc.Codigo >= " + sql::literal(comienzo) + " AND pc.Codigo < "
                 + sql::literal(comienzo + "~"), // no code has a character behind it
-            orden_de_codigos);
+            Camino::por_codigos);
 }
 
-std::optional<Date> Busqueda::ultimo_dia(const std::string& condicion) const
+std::optional<Date> Busqueda::ultimo_dia() const
 {
     const auto rs = adodb::consulta(*m_ambito.bases.orvalin,
         "SELECT pc.Fecha FROM Proveedores_Cargos_Atipicos pc WHERE pc.Cod_Empresa ="
-            + std::to_string(m_ambito.empresa) + condicion + " ORDER BY pc.Fecha DESC" + como_mucho(1));
+            + std::to_string(m_ambito.empresa) + " ORDER BY pc.Fecha DESC" + como_mucho(1));
     if (rs->Eof())
         return std::nullopt;
     return CDate(rs->Fields("Fecha").Value()).solo_dia();
 }
 
-/// From the newest month that has charges to the one before it that has, and so on.
-void Busqueda::por_meses(const std::string& condicion, const Sigue& sigue, const Hallazgo& lee) const
+/// What is looked for is mostly of the last months, where a few hundred rows of the index are enough.
+void Busqueda::por_condicion(const std::string& condicion, const Sigue& sigue, const Hallazgo& lee) const
 {
-    auto dia = ultimo_dia({});
-    while (dia && sigue()) {
-        const auto primero = primero_de_mes(*dia);
-        lee(entre_dias("pc.Fecha", primero, *dia) + " AND (" + condicion + ")", orden_de_lista);
-        dia = ultimo_dia(" AND pc.Fecha < " + sql::literal(primero));
-    }
+    const auto dia = ultimo_dia();
+    if (!dia || !sigue())
+        return;
+    const auto desde = primero_de_mes(primero_de_mes(*dia).mas_dias(-1));
+    lee(entre_dias("pc.Fecha", desde, *dia) + " AND (" + condicion + ")", Camino::por_lista);
+    if (sigue())
+        lee(" AND pc.Fecha < " + sql::literal(desde) + " AND (" + condicion + ")", Camino::por_tabla);
 }
 
 bool Busqueda::busca(const Buscado& buscado, const Sigue& sigue,
@@ -150,10 +150,10 @@ bool Busqueda::busca(const Buscado& buscado, const Sigue& sigue,
 {
     std::set<std::tuple<std::int16_t, std::int16_t, std::string>> vistos;
     const Sigue queda_sitio = [&] { return vistos.size() < maximo && sigue(); };
-    const Hallazgo lee = [&](const std::string& condicion, const char* orden) {
+    const Hallazgo lee = [&](const std::string& condicion, Camino camino) {
         std::vector<CargoResumido> nuevos;
         lee_cargos(*m_ambito.bases.orvalin,
-            instruccion_de_cargos(m_ambito, condicion, maximo - vistos.size(), orden),
+            instruccion_de_cargos(m_ambito, condicion, maximo - vistos.size(), camino),
             [&](const auto& cargo) {
                 if (vistos.emplace(cargo.ejercicio, cargo.almacen, cargo.codigo).second)
                     nuevos.push_back(cargo);
@@ -164,7 +164,7 @@ bool Busqueda::busca(const Buscado& buscado, const Sigue& sigue,
     for (const auto& codigo : buscado.codigos)
         por_codigo(codigo, queda_sitio, lee);
     if (const auto condicion = condicion_de(buscado); !condicion.empty() && queda_sitio())
-        por_meses(condicion, queda_sitio, lee);
+        por_condicion(condicion, queda_sitio, lee);
     return vistos.size() >= maximo;
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/panel/Ambito.hpp"
 #include "host/panel/CargoResumido.hpp"
+#include "host/panel/LecturaDeCargos.hpp"
 #include "runtime/Currency.hpp"
 
 #include <functional>
@@ -23,7 +24,8 @@ struct Buscado {
 };
 
 /// Finds charges by code, amount or supplier, in a company of any size: suppliers are asked for once, codes
-/// by the primary key, the rest month by month from the newest on, each month by the index of the list.
+/// by the primary key, the rest first among those of the last months, by the index of the list, and then
+/// through the whole table at once.
 class Busqueda {
 public:
     static constexpr std::size_t maximo = 200; ///< charges found; with more, one types more
@@ -39,11 +41,11 @@ public:
         const std::function<void(std::vector<CargoResumido>)>& halladas) const;
 
 private:
-    using Hallazgo = std::function<void(const std::string& condicion, const char* orden)>;
+    using Hallazgo = std::function<void(const std::string& condicion, Camino camino)>;
 
     void por_codigo(const std::string& comienzo, const Sigue& sigue, const Hallazgo& lee) const;
-    void por_meses(const std::string& condicion, const Sigue& sigue, const Hallazgo& lee) const;
-    [[nodiscard]] std::optional<Date> ultimo_dia(const std::string& condicion) const;
+    void por_condicion(const std::string& condicion, const Sigue& sigue, const Hallazgo& lee) const;
+    [[nodiscard]] std::optional<Date> ultimo_dia() const;
 
     Ambito m_ambito;
     std::vector<std::pair<std::int32_t, std::string>> m_proveedores; ///< with their plain names

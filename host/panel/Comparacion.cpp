@@ -4,8 +4,8 @@
 #include "platform/adodb/campos.hpp"
 #include "runtime/Formato.hpp"
 
-#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace atipicos::app {
 
@@ -23,8 +23,6 @@ namespace {
         return Date::de_dia(anio, mes, 1).value_or(Date());
     }
 
-    Date fin_de_mes(Date dia) { return dia_de(dia.anio(), dia.mes(), 31); }
-
     /// A sum comes as the database adds: exactly, or in binary.
     Currency suma(adodb::Recordset& rs, const char* campo)
     {
@@ -32,13 +30,13 @@ namespace {
         return valor.es_nulo() ? Currency() : Redondear(CCur(valor), decimales);
     }
 
-    Totales de_un_mes(const Ambito& ambito, const Periodo& mes)
+    bool esta(Date dia, const Periodo& periodo) { return periodo.desde <= dia && dia <= periodo.hasta; }
+
+    void agrega(Totales& totales, const Totales& mas)
     {
-        const auto rs = adodb::consulta(*ambito.bases.orvalin,
-            "SELECT COUNT(*) AS Cuantos, SUM(pc.Importe) AS Base, SUM(pc.Impuesto_Importe) AS Impuesto"
-            " FROM Proveedores_Cargos_Atipicos pc WHERE pc.Cod_Empresa ="
-                + std::to_string(ambito.empresa) + entre_dias("pc.Fecha", mes.desde, mes.hasta));
-        return { CLng(rs->Fields("Cuantos").Value()), suma(*rs, "Base"), suma(*rs, "Impuesto") };
+        totales.cuantos += mas.cuantos;
+        totales.base += mas.base;
+        totales.impuesto += mas.impuesto;
     }
 
 }
@@ -55,35 +53,29 @@ Periodos Periodos::de(Date hoy)
         { dia_de(dia.anio() - 1, 1, 1), dia_de(dia.anio() - 1, dia.mes(), dia.dia()) } };
 }
 
-std::optional<Totales> totales(const Ambito& ambito, const Periodo& periodo, const Sigue& sigue)
-{
-    Totales todos;
-    for (auto desde = periodo.desde; desde <= periodo.hasta;) {
-        if (!sigue())
-            return std::nullopt;
-        const auto hasta = std::min(fin_de_mes(desde), periodo.hasta);
-        const auto mes = de_un_mes(ambito, { desde, hasta });
-        todos.cuantos += mes.cuantos;
-        todos.base += mes.base;
-        todos.impuesto += mes.impuesto;
-        desde = hasta.mas_dias(1);
-    }
-    return todos;
-}
-
 std::optional<Comparacion> compara(const Ambito& ambito, Date hoy, const Sigue& sigue)
 {
+    if (!sigue())
+        return std::nullopt;
     Comparacion comparacion{ Periodos::de(hoy), {}, {}, {}, {} };
     const auto& periodos = comparacion.periodos;
-    const auto lee = [&](const Periodo& periodo, Totales& destino) {
-        const auto leidos = totales(ambito, periodo, sigue);
-        destino = leidos.value_or(Totales());
-        return leidos.has_value();
-    };
-    if (lee(periodos.mes, comparacion.mes) && lee(periodos.mes_anterior, comparacion.mes_anterior)
-        && lee(periodos.anio, comparacion.anio) && lee(periodos.anio_anterior, comparacion.anio_anterior))
-        return comparacion;
-    return std::nullopt;
+    for (const auto rs = adodb::consulta(*ambito.bases.orvalin,
+             "SELECT pc.Fecha, COUNT(*) AS Cuantos, SUM(pc.Importe) AS Base, SUM(pc.Impuesto_Importe) AS"
+             " Impuesto FROM Proveedores_Cargos_Atipicos pc WHERE "
+                 + de_la_empresa("pc.Cod_Empresa", ambito.empresa, Camino::por_tabla)
+                 + entre_dias("pc.Fecha", periodos.anio_anterior.desde, periodos.anio.hasta)
+                 + " GROUP BY pc.Fecha");
+         !rs->Eof(); rs->MoveNext()) {
+        const auto dia = CDate(rs->Fields("Fecha").Value()).solo_dia();
+        const Totales del_dia{ CLng(rs->Fields("Cuantos").Value()), suma(*rs, "Base"),
+            suma(*rs, "Impuesto") };
+        for (const auto& [periodo, destino] : { std::pair{ &periodos.mes, &comparacion.mes },
+                 { &periodos.mes_anterior, &comparacion.mes_anterior }, { &periodos.anio, &comparacion.anio },
+                 { &periodos.anio_anterior, &comparacion.anio_anterior } })
+            if (esta(dia, *periodo))
+                agrega(*destino, del_dia);
+    }
+    return comparacion;
 }
 
 std::optional<std::int64_t> cambio(Currency antes, Currency ahora)

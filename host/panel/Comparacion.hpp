@@ -46,9 +46,7 @@ struct Comparacion {
     Totales anio_anterior;
 };
 
-/// Added up by the database month by month, each by the index of the list; nothing when given up.
-[[nodiscard]] std::optional<Totales> totales(
-    const Ambito& ambito, const Periodo& periodo, const Sigue& sigue);
+/// One statement, which the database adds up by days; nothing when given up.
 [[nodiscard]] std::optional<Comparacion> compara(const Ambito& ambito, Date hoy, const Sigue& sigue);
 
 /// By how much the second is more than the first, in percent without decimals; nothing from 0.

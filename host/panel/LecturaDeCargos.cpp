@@ -16,16 +16,23 @@ std::string entre_dias(const std::string& columna, Date desde, Date hasta)
         + sql::literal(hasta.solo_dia().mas_dias(1));
 }
 
+std::string de_la_empresa(const std::string& columna, std::int16_t empresa, Camino camino)
+{
+    return columna + (camino == Camino::por_tabla ? " + 0 =" : " =") + std::to_string(empresa);
+}
+
 std::string instruccion_de_cargos(
-    const Ambito& ambito, const std::string& condicion, std::size_t cuantos, const char* orden)
+    const Ambito& ambito, const std::string& condicion, std::size_t cuantos, Camino camino)
 {
     return "SELECT pc.Cod_Ejercicio, pc.Cod_Almacen, pc.Codigo, pc.Proveedor, pc.Fecha, pc.Importe,"
            " pc.Impuesto_Importe, pc.Asiento, prov.Nombre AS Nombre_Proveedor"
            " FROM Proveedores_Cargos_Atipicos pc"
            " LEFT JOIN Proveedores prov ON prov.Cod_Empresa ="
-        + std::to_string(ambito.empresa_proveedores)
-        + " AND prov.Codigo = pc.Proveedor WHERE pc.Cod_Empresa =" + std::to_string(ambito.empresa)
-        + condicion + " ORDER BY " + orden + como_mucho(cuantos);
+        + std::to_string(ambito.empresa_proveedores) + " AND prov.Codigo = pc.Proveedor WHERE "
+        + de_la_empresa("pc.Cod_Empresa", ambito.empresa, camino) + condicion + " ORDER BY "
+        + (camino == Camino::por_codigos ? "pc.Codigo DESC"
+                                         : "pc.Fecha DESC, pc.Cod_Almacen ASC, pc.Codigo DESC")
+        + como_mucho(cuantos);
 }
 
 void lee_cargos(adodb::Connection& orvalin, const std::string& instruccion,

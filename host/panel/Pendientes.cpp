@@ -49,11 +49,8 @@ SinAsiento cargos_sin_asiento(const Ambito& ambito)
     SinAsiento resultado;
     if (!contabiliza(ambito))
         return resultado;
-    // The company is written so that no index is taken for it: nearly all charges are of one company.
-    auto instruccion = instruccion_de_cargos(ambito, " AND pc.Asiento < 1", SinAsiento::maximo + 1);
-    const std::string por_indice = "WHERE pc.Cod_Empresa =";
-    instruccion.replace(instruccion.find(por_indice), por_indice.size(), "WHERE pc.Cod_Empresa + 0 =");
-    lee_cargos(*ambito.bases.orvalin, instruccion,
+    lee_cargos(*ambito.bases.orvalin,
+        instruccion_de_cargos(ambito, " AND pc.Asiento < 1", SinAsiento::maximo + 1, Camino::por_tabla),
         [&](const CargoResumido& cargo) { resultado.cargos.push_back(cargo); });
     resultado.hay_mas = resultado.cargos.size() > SinAsiento::maximo;
     if (resultado.hay_mas)
@@ -69,7 +66,7 @@ Proximas previsiones_proximas(const Ambito& ambito, Date hoy)
     const auto empresas = empresas_contables(ambito);
     if (empresas.empty())
         return proximas;
-    const auto donde = " WHERE p.Cod_Empresa IN (" + empresas + ")"
+    const auto donde = " WHERE p.Cod_Empresa + 0 IN (" + empresas + ")"
         + entre_dias("p.Vencimiento", proximas.desde, proximas.hasta);
     const auto rs = adodb::consulta(*ambito.bases.bexmor,
         "SELECT COUNT(*) AS Cuantas, SUM(p.Importe) AS Suma FROM Previsiones p" + donde);

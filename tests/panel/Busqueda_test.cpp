@@ -82,10 +82,12 @@ namespace {
         EXPECT_THAT(halla("'; --"), IsEmpty());
     }
 
-    TEST_P(BuscaEnPanel, it_stops_between_two_months_when_it_is_told_to)
+    TEST_P(BuscaEnPanel, it_stops_before_the_older_ones_when_it_is_told_to)
     {
+        pon({ "AT260020", 3, "01/10/2026", 103, "2", "0" }); // of the month before the last one
         int veces = 0;
-        EXPECT_THAT(halla("nandu", [&] { return ++veces < 4; }), ElementsAre("AT260002/3"));
+        EXPECT_THAT(halla("nandu", [&] { return ++veces < 3; }), ElementsAre("AT260020/3"));
+        EXPECT_THAT(halla("nandu"), ElementsAre("AT260020/3", "AT260002/3", "AT240007/2"));
         EXPECT_THAT(halla("nandu", [] { return false; }), IsEmpty());
     }
 

@@ -66,9 +66,7 @@ namespace {
 
     TEST_P(ComparaEnPanel, given_up_it_says_nothing)
     {
-        int veces = 0;
-        EXPECT_FALSE(compara(ambito, dia("22/11/2026"), [&] { return ++veces < 9; }));
-        EXPECT_EQ(veces, 9);
+        EXPECT_FALSE(compara(ambito, dia("22/11/2026"), [] { return false; }));
     }
 
     INSTANTIATE_TEST_SUITE_P(
