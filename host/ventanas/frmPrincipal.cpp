@@ -149,7 +149,10 @@ void frmPrincipal::lee_cifras()
             m_lector_cifras.al_mostrar(sigue, [this, comparacion] { m_cifras->Pon(*comparacion); });
         if (!sigue())
             return;
-        Pendientes pendientes{ cargos_sin_asiento(ambito), {}, previsiones_proximas(ambito, hoy) };
+        Pendientes pendientes{ cargos_sin_asiento(ambito), {}, {} };
+        if (!sigue())
+            return;
+        pendientes.proximas = previsiones_proximas(ambito, hoy);
         auto sueltos = asientos_sueltos(ambito, sigue);
         if (!sueltos)
             return;

@@ -161,6 +161,12 @@ private slots:
         const EscenaPanel escena;
         escena.abre();
         QTRY_COMPARE(escena.filas(), 4);
+        QTRY_VERIFY(control<QPushButton>(*escena.ventana, "cmdSinAsiento").isEnabled());
+        for (const char* siguiente :
+            { "cmdReclamaciones", "txtBuscarCargo", "vsUltimos", "vsCifras", "cmdSinAsiento" }) {
+            QCOMPARE(foco(), QLatin1String(siguiente));
+            pulsa(Qt::Key_Tab);
+        }
         pulsa(Qt::Key_L, Qt::AltModifier);
         QCOMPARE(foco(), QStringLiteral("vsUltimos"));
         pulsa(Qt::Key_Down);

@@ -7,7 +7,7 @@ for hace_falta in Xvfb xdotool sqlite3; do
 done
 
 carpeta=$(mktemp -d)
-trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$carpeta"' EXIT
+trap 'kill $(jobs -p) 2>/dev/null || true; wait; rm -rf "$carpeta"' EXIT
 export HOME=$carpeta XDG_CONFIG_HOME=$carpeta XDG_STATE_HOME=$carpeta/estado XDG_RUNTIME_DIR=$carpeta LC_ALL=C.UTF-8
 unset QT_QPA_PLATFORM WAYLAND_DISPLAY
 
