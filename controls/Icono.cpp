@@ -53,7 +53,7 @@ namespace {
         DibujoSvg m_dibujo;
     };
 
-    constexpr std::array<std::pair<const char*, const char*>, 25> de_orden{ {
+    constexpr std::array<std::pair<const char*, const char*>, 26> de_orden{ {
         { "cmdAbrir", "abrir" },
         { "cmdAceptar", "aceptar" },
         { "cmdAnterior", "anterior" },
@@ -76,6 +76,7 @@ namespace {
         { "mnuAbrirEmpresa", "abrir" },
         { "mnuActualizar", "actualizar" },
         { "mnuBuscar", "buscar" },
+        { "mnuImprimirElegidos", "imprimir" },
         { "mnuReclamaciones", "nuevo" },
         { "mnuTeclas", "teclas" },
         { "mnuVisor", "lista" },

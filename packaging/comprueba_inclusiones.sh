@@ -43,8 +43,8 @@ permitidas() {
         host/panel/*)
             echo runtime platform host/sql host/bases host/comprobacion host/panel ;;
         host/ventanas/*)
-            echo runtime platform context controls printing host/bases host/orvalin host/terminal host/sesion \
-                host/comprobacion host/panel host/ventanas ;;
+            echo runtime platform context controls charges printing host/bases host/documento host/orvalin \
+                host/terminal host/sesion host/comprobacion host/panel host/ventanas ;;
         host/ordenes/*) echo runtime platform context controls charges posting editor browser printing engines host ;;
         *) echo "?" ;;
     esac

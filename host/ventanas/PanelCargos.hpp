@@ -27,7 +27,7 @@ public:
 
     void Actualiza(); ///< reads the latest anew, or looks again for what is typed
     void EmpiezaBusqueda(); ///< leads to the box
-    [[nodiscard]] std::vector<CargoResumido> Elegidos() const;
+    [[nodiscard]] std::vector<CargoResumido> Elegidos() const; ///< in the order of the list
 
 signals:
     void Abrir(const CargoResumido& cargo); ///< one was chosen by Enter or a double click

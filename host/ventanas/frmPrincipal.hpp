@@ -69,6 +69,7 @@ private:
     void abre_editor();
     void abre_visor();
     void abre_cargo(const CargoResumido& cargo);
+    void imprime_elegidos();
     void muestra_visor(const frmclsComprasAtipVisor::Busqueda& busqueda);
     [[nodiscard]] QWidget* abre_editor_vacio();
     [[nodiscard]] QWidget* abre_visor_en(std::int16_t ejercicio, std::int16_t almacen);

@@ -61,6 +61,11 @@ void frmPrincipal::hace_menu_compras()
     auto* visor = compras->addAction(QStringLiteral("&Visor de Atípicos"), QKeySequence(Qt::CTRL | Qt::Key_B),
         this, [this] { abre_visor(); });
     visor->setObjectName(QStringLiteral("mnuVisor"));
+    compras->addSeparator();
+    compras
+        ->addAction(QStringLiteral("&Guardar como PDF los elegidos…"), QKeySequence(Qt::CTRL | Qt::Key_P),
+            this, [this] { imprime_elegidos(); })
+        ->setObjectName(QStringLiteral("mnuImprimirElegidos"));
 }
 
 void frmPrincipal::hace_menu_ver()
@@ -136,7 +141,9 @@ void frmPrincipal::muestra_teclas()
           "Ctrl+R: reclamaciones. Ctrl+B: visor. Ctrl+F: buscar un cargo. F5: actualizar. Ctrl+O: otra "
           "empresa. "
           "Ctrl+Q: salir.\r\n"
-          "En los últimos cargos, Intro abre el visor en el elegido.\r\n"
+          "En los últimos cargos, Intro abre el visor en el elegido; Mayúsculas y Ctrl eligen varios y "
+          "Ctrl+P los "
+          "guarda en un PDF.\r\n"
           "Cargos sin guardar: Alt+E o Intro los recupera, Alt+D o Supr los descarta.\r\n"
           "En el visor, Intro y F5 buscan, Intro muestra los detalles, F9 imprime y F6 va al "
           "último atípico abierto para cambiarlo.",

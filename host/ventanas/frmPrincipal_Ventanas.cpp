@@ -3,17 +3,28 @@
 #include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
+#include "controls/FicherosEnCastellano.hpp"
 #include "controls/Texto.hpp"
 #include "controls/VSFlexGrid.hpp"
+#include "host/ventanas/DocumentosEnPdf.hpp"
 #include "host/ventanas/EmpresasRecientes.hpp"
 #include "host/ventanas/frmEmpresa.hpp"
 #include "host/ventanas/PanelBorradores.hpp"
+#include "host/ventanas/PanelCargos.hpp"
 
 #include <QCoreApplication>
+#include <QFileDialog>
 #include <QKeyEvent>
+#include <QStatusBar>
 
 // The windows that the main window opens.
 namespace atipicos::app {
+
+namespace {
+
+    constexpr int lo_que_dura_un_aviso = 10'000; ///< milliseconds
+
+}
 
 void frmPrincipal::elige_otra()
 {
@@ -74,6 +85,39 @@ void frmPrincipal::abre_cargo(const CargoResumido& cargo)
     for (int fila = 1; lista != nullptr && fila < lista->Rows(); ++fila)
         if (de_qt(lista->TextMatrix(fila, 0).trimmed()) == cargo.codigo)
             lista->set_Row(fila);
+}
+
+/// One document each, in one file, in the order of the list.
+void frmPrincipal::imprime_elegidos()
+{
+    const auto elegidos = m_cargos->Elegidos();
+    if (elegidos.empty()) {
+        avisa("Elija antes en los últimos cargos los que quiere.");
+        return;
+    }
+    QFileDialog pregunta(
+        this, QStringLiteral("Guardar como PDF"), {}, QStringLiteral("Documento PDF (*.pdf)"));
+    pregunta.setObjectName(QStringLiteral("dlgImprimirElegidos"));
+    FicherosEnCastellano::pon(pregunta);
+    pregunta.setAcceptMode(QFileDialog::AcceptSave);
+    pregunta.setDefaultSuffix(QStringLiteral("pdf"));
+    pregunta.selectFile(elegidos.size() == 1
+            ? a_qt(elegidos.front().codigo)
+            : QStringLiteral("Reclamaciones, %1 cargos").arg(elegidos.size()));
+    if (pregunta.exec() != QDialog::Accepted)
+        return;
+    std::vector<ClaveCargo> claves;
+    for (const auto& cargo : elegidos)
+        claves.push_back({ cargo.ejercicio, cargo.almacen, cargo.codigo });
+    const auto fichero = pregunta.selectedFiles().constFirst();
+    trap(
+        "frmPrincipal:imprime_elegidos",
+        [&] {
+            DocumentosEnPdf(m_sesion, orvalin::Plantilla::de_lugar(m_lugar))
+                .en_un_fichero(claves, de_qt(fichero), [] {});
+            statusBar()->showMessage(QStringLiteral("Guardado en ") + fichero, lo_que_dura_un_aviso);
+        },
+        TextoError::SoloDescripcion);
 }
 
 /// The launcher's own form, as new: what was being keyed in there without a line stays as a draft.

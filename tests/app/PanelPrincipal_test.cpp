@@ -231,6 +231,32 @@ private slots:
         QCOMPARE(control<VSFlexGrid>(*escena.visor(), "vsCab").TextMatrix(1, 0), QStringLiteral("AT260002"));
     }
 
+    void the_chosen_charges_go_into_one_file_in_the_order_of_the_list()
+    {
+        const EscenaPanel escena;
+        escena.abre();
+        QTRY_COMPARE(escena.filas(), 4);
+        pulsa(Qt::Key_L, Qt::AltModifier);
+        pulsa(Qt::Key_Down, Qt::ShiftModifier);
+        const auto fichero = escena.carpeta / "dos.pdf";
+        {
+            const AlAbrirse guardar(
+                [&](QWidget& dialogo) {
+                    QCOMPARE(control<QLineEdit>(dialogo, "fileNameEdit").text(),
+                        QStringLiteral("Reclamaciones, 2 cargos"));
+                    control<QLineEdit>(dialogo, "fileNameEdit")
+                        .setText(QString::fromStdString(fichero.string()));
+                    intro();
+                },
+                "dlgImprimirElegidos");
+            pulsa(Qt::Key_P, Qt::ControlModifier);
+        }
+        QVERIFY(escena.avisos->dichos.empty());
+        const auto pdf = lee_fichero(fichero);
+        QVERIFY(pdf.starts_with("%PDF-"));
+        QVERIFY2(pdf.find("/Count 2") != std::string::npos, "not two pages");
+    }
+
     void columns_that_are_dragged_sizes_and_folders_are_there_the_next_time_for_each_user()
     {
         const auto ancho = [](QWidget& form, int columna) {
