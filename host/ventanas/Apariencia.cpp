@@ -10,7 +10,7 @@ namespace atipicos::app {
 
 namespace {
 
-    constexpr auto clave = "tema";
+    constexpr auto clave_del_tema = "tema";
 
     /// Every text can be read on every background that it stands on: no pair of them under 4.5 to 1.
     struct Colores {
@@ -81,10 +81,10 @@ void aplica_tema(Tema tema)
 
 Tema tema_guardado()
 {
-    const int guardado = QSettings().value(QLatin1String(clave)).toInt();
+    const int guardado = QSettings().value(QLatin1String(clave_del_tema)).toInt();
     return guardado == 1 ? Tema::claro : guardado == 2 ? Tema::oscuro : Tema::sistema;
 }
 
-void guarda_tema(Tema tema) { QSettings().setValue(QLatin1String(clave), static_cast<int>(tema)); }
+void guarda_tema(Tema tema) { QSettings().setValue(QLatin1String(clave_del_tema), static_cast<int>(tema)); }
 
 } // namespace atipicos::app

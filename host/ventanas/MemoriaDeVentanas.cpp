@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QScreen>
 #include <QSettings>
 #include <QTableView>
 #include <QTimer>

@@ -107,6 +107,7 @@ void frmPrincipal::imprime_elegidos()
     if (pregunta.exec() != QDialog::Accepted)
         return;
     std::vector<ClaveCargo> claves;
+    claves.reserve(elegidos.size());
     for (const auto& cargo : elegidos)
         claves.push_back({ cargo.ejercicio, cargo.almacen, cargo.codigo });
     const auto fichero = pregunta.selectedFiles().constFirst();
