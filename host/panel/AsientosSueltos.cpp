@@ -88,7 +88,7 @@ std::optional<AsientosSueltos> asientos_sueltos(const Ambito& ambito, const Sigu
         return std::nullopt;
     lee_regularizaciones(*ambito.bases.bexmor, [&](const Regularizacion& una) {
         nombrados.agrega(una.asiento);
-        nombrados.agrega(una.por);
+        nombrados.agrega(una.por); // it is of no charge: known without being read
     });
     auto candidatos = sin_nombrar(*ambito.bases.bexmor, sigue, nombrados);
     if (!candidatos)

@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -69,6 +70,8 @@ frmDatosEmpresa::frmDatosEmpresa(QWidget* parent)
     cancelar->setObjectName(QStringLiteral("cmdCancelar"));
     auto* botones = new QHBoxLayout;
     botones->addStretch(1);
+    aceptar->setAutoDefault(false); // Enter moves on
+    cancelar->setAutoDefault(false);
     botones->addWidget(aceptar);
     botones->addWidget(cancelar);
     caja->addWidget(empresa);
@@ -133,6 +136,7 @@ void frmDatosEmpresa::acepta()
     const auto falta = [this](QLineEdit& caja, const QString& motivo) {
         m_falta->setText(motivo);
         pon_de_aviso(*m_falta, true);
+        resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
         caja.setFocus();
     };
     for (const auto& [caja, que] : exigidos)

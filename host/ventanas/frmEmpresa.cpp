@@ -19,7 +19,15 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace atipicos::app {
+
+namespace {
+
+    constexpr std::int32_t sin_empresa = 1;
+
+}
 
 frmEmpresa::frmEmpresa(QWidget* parent)
     : Formulario(parent)
@@ -71,6 +79,7 @@ void frmEmpresa::hace_lugar(QVBoxLayout& caja)
                        "u odbc:DRIVER=…;SERVER=…;UID=…"));
     auto* examinar = new QPushButton(QStringLiteral("E&xaminar…"), this);
     examinar->setObjectName(QStringLiteral("cmdExaminar"));
+    examinar->setAutoDefault(false); // Enter in the box opens
     connect(examinar, &QPushButton::clicked, this, &frmEmpresa::examina);
     auto* fila = new QHBoxLayout;
     fila->addWidget(m_lugar, 1);
@@ -96,6 +105,7 @@ void frmEmpresa::hace_botones(QVBoxLayout& caja)
         auto* boton = new QPushButton(texto, this);
         boton->setObjectName(QLatin1String(nombre));
         boton->setToolTip(pista);
+        boton->setAutoDefault(false);
         botones->addWidget(boton);
         return boton;
     };
@@ -127,6 +137,7 @@ void frmEmpresa::dice(const QString& motivo)
 {
     m_motivo->setText(motivo);
     m_motivo->setVisible(!motivo.isEmpty());
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width()))); // room for what it says
     pon_de_aviso(*m_motivo, !motivo.isEmpty());
 }
 
@@ -163,6 +174,9 @@ void frmEmpresa::intenta(const std::function<void(const bases::Lugar&)>& que)
 void frmEmpresa::abre()
 {
     intenta([](const bases::Lugar& lugar) {
+        if (lugar.clase() == bases::Lugar::Clase::carpeta && !bases::hay_bases(lugar.carpeta()))
+            throw Error(sin_empresa, "atipicos",
+                "En esa carpeta no hay ninguna empresa. Para hacer una en ella pulse «Crear».");
         static_cast<void>(bases::abre_bases(lugar, { .solo_lectura = true })); // it says what is wrong
     });
 }
@@ -171,7 +185,7 @@ void frmEmpresa::crea()
 {
     intenta([this](const bases::Lugar& lugar) {
         if (!bases::crea_bases(lugar, !m_muestra->isChecked()))
-            throw Error(1, "atipicos", "En ese lugar ya hay una empresa: ábrala, o elija otro.");
+            throw Error(sin_empresa, "atipicos", "En ese lugar ya hay una empresa: ábrala, o elija otro.");
     });
 }
 

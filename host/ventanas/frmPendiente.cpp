@@ -69,6 +69,7 @@ void frmPendiente::hace_orden(QGridLayout& caja)
     m_orden->setObjectName(QStringLiteral("txtOrden"));
     m_orden->setReadOnly(true);
     copiar->setObjectName(QStringLiteral("cmdCopiarOrden"));
+    copiar->setAutoDefault(false); // Enter is that of the list
     copiar->setToolTip(QStringLiteral("Para pegarla en un terminal"));
     connect(copiar, &QPushButton::clicked, this,
         [this] { QGuiApplication::clipboard()->setText(m_orden->text()); });
@@ -87,12 +88,14 @@ void frmPendiente::hace_botones(QGridLayout& caja)
     if (m_lista.se_abren) {
         m_abrir = new QPushButton(QStringLiteral("&Abrir en el visor"), this);
         m_abrir->setObjectName(QStringLiteral("cmdAbrirEnVisor"));
+        m_abrir->setAutoDefault(false);
         connect(m_abrir, &QPushButton::clicked, this, &QDialog::accept);
         connect(m_rejilla, &VSFlexGrid::doubleClicked, this, &QDialog::accept);
         botones->addWidget(m_abrir);
     }
     auto* cerrar = new QPushButton(QStringLiteral("&Cerrar"), this);
     cerrar->setObjectName(QStringLiteral("cmdCerrar"));
+    cerrar->setAutoDefault(false);
     connect(cerrar, &QPushButton::clicked, this, &QDialog::reject);
     botones->addWidget(cerrar);
     caja.addLayout(botones, 3, 0, 1, 3);
