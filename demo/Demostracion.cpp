@@ -1,18 +1,25 @@
 // A recorded session: a clerk's charge keyed into the real windows, without a display, with a picture of each
 // step.
 //     demostracion FOLDER [--oscuro]     the pictures, and the sample company it works on, go to FOLDER
+// demo/capturas.sh takes the pictures of the manual from it.
 #include "context/modComun.hpp"
 #include "context/modMsgOp.hpp"
 #include "controls/MsgBoxQt.hpp"
+#include "controls/SalidaQt.hpp"
 #include "controls/Selector.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "host/ordenes/Ordenes.hpp"
+#include "host/orvalin/Biblioteca.hpp"
 #include "host/orvalin/PrevisionesCargo.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/ventanas/Apariencia.hpp"
+#include "host/ventanas/Ayuda.hpp"
 #include "host/ventanas/frmPrincipal.hpp"
+#include "platform/qvoremp/ImpresionCargo.hpp"
+#include "printing/clsView.hpp"
 #include "tests/support/Persona.hpp"
 
+#include <QComboBox>
 #include <QLabel>
 
 #include <filesystem>
@@ -138,6 +145,37 @@ void registra_muestra(const app::OpcionesComunes& opciones)
         throw Error(1, "demostracion", "No se registraron las reclamaciones de la muestra.");
 }
 
+/// Prints the charge that is chosen in the browser on the screen.
+void mira_el_documento(Grabacion& grabacion)
+{
+    const AlAbrirse impresora(
+        [](QWidget& dialogo) {
+            namespace dispositivo = qvoremp::dispositivo;
+            for (const auto& [combo, codigo] : { std::pair{ "cboDispositivo_0", dispositivo::pantalla },
+                     { "cboDispositivo_1", dispositivo::ninguno } }) {
+                auto& lista = control<QComboBox>(dialogo, combo);
+                lista.setCurrentIndex(lista.findData(int{ codigo }));
+            }
+            clic(dialogo, "cmdAceptar");
+        },
+        "frmImpresora");
+    const AlAbrirse documento(
+        [&](QWidget& ventana) {
+            grabacion.captura(ventana, "visor-documento");
+            ventana.close();
+        },
+        "frmView");
+    pulsa(Qt::Key_F9);
+}
+
+/// A page of the manual, opened as a person does.
+void mira_el_manual(Grabacion& grabacion)
+{
+    const app::Ayuda ayuda;
+    pulsa(Qt::Key_F1);
+    grabacion.captura(abierta("frmManual"), "manual");
+}
+
 void consulta(const app::OpcionesComunes& opciones, Grabacion& grabacion)
 {
     registra_muestra(opciones); // in a session of its own, which takes its context along
@@ -145,6 +183,13 @@ void consulta(const app::OpcionesComunes& opciones, Grabacion& grabacion)
     modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
     modComun::set_PrevisionesCargo(
         std::make_shared<orvalin::PrevisionesCargo>(sesion.bases.orvalin, sesion.empresa));
+    const auto en_pantalla = [](std::shared_ptr<const Report> report) {
+        clsView vista;
+        vista.set_Report(std::move(report));
+        vista.Cargar(true);
+    };
+    modComun::set_BibliotecaOrvalin(std::make_shared<orvalin::Biblioteca>(
+        sesion.bases.orvalin, std::make_shared<SalidaQt>(en_pantalla), orvalin::Plantilla::de_serie()));
     app::frmPrincipal principal(sesion, opciones);
     principal.show();
     principal.activateWindow();
@@ -159,6 +204,8 @@ void consulta(const app::OpcionesComunes& opciones, Grabacion& grabacion)
     pulsa(Qt::Key_Down);
     intro();
     grabacion.captura(visor, "visor-detalles");
+    mira_el_documento(grabacion);
+    mira_el_manual(grabacion);
     modMsgOp::Mostrar("Leyendo atípicos: 10.000");
     grabacion.captura(abierta("frmMsg"), "espera");
     modMsgOp::Ocultar();

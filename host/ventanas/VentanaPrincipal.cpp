@@ -10,6 +10,7 @@
 #include "host/sesion/Sesion.hpp"
 #include "host/terminal/Interrupcion.hpp"
 #include "host/ventanas/Apariencia.hpp"
+#include "host/ventanas/Ayuda.hpp"
 #include "host/ventanas/EmpresasRecientes.hpp"
 #include "host/ventanas/frmDatosEmpresa.hpp"
 #include "host/ventanas/frmEmpresa.hpp"
@@ -184,6 +185,7 @@ int ventana_principal(const OpcionesVentana& opciones)
         senal.setEnabled(false);
         QCoreApplication::exit(no_hecho);
     });
+    const Ayuda ayuda;
     try {
         auto salida = abre(opciones);
         while (salida.siguiente)
