@@ -39,6 +39,7 @@ install(FILES "${muestra}/empresa.db" host/datos/reclamaciones.csv
     DESTINATION "${CMAKE_INSTALL_DATADIR}/QVORComprasAtip/muestra")
 install(FILES host/sql/permisos_postgresql.sql host/sql/permisos_sqlserver.sql
     DESTINATION "${CMAKE_INSTALL_DATADIR}/QVORComprasAtip/permisos")
+install(FILES host/documento/documento_cargo.json DESTINATION "${CMAKE_INSTALL_DATADIR}/QVORComprasAtip/plantilla")
 install(FILES packaging/escritorio/atipicos.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 install(FILES packaging/escritorio/atipicos.svg DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
 install(FILES packaging/escritorio/atipicos.bash-completion
@@ -52,3 +53,7 @@ add_custom_target(uninstall
     VERBATIM)
 
 include(cmake/Paquete.cmake)
+if(ATIPICOS_GUI) # what turns the manual into pages for a browser is part of Qt
+    add_subdirectory(docs/manual)
+    add_dependencies(documentos manual_html)
+endif()

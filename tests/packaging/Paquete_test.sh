@@ -100,6 +100,16 @@ endurecido "$(find "$raiz/usr/lib" -name 'libQVORComprasAtip.so.*.*')"
 echo "binarios endurecidos"
 [ -n "$(find "$raiz/usr/lib" -name 'libQVORComprasAtip.so.*')" ]
 [ -s "$raiz/usr/share/icons/hicolor/scalable/apps/atipicos.svg" ]
+# The manual: every page that the program shows, with its pictures, where the man page and the program say that it is.
+manual=$raiz/usr/share/doc/atipicos/manual
+if grep -qx 'ATIPICOS_GUI:BOOL=ON' "$compilacion/CMakeCache.txt"; then
+    for fuente in "$(dirname "$0")"/../../docs/manual/*.md; do
+        [ -s "$manual/$(basename "$fuente" .md).html" ] || { echo "falta en el manual $(basename "$fuente")" >&2; exit 1; }
+    done
+    diff -rq "$(dirname "$0")/../../docs/manual/imagenes" "$manual/imagenes"
+    zgrep -qF "${manual#"$raiz"}/indice.html" "$raiz"/usr/share/man/man1/atipicos.1.gz
+fi
+[ -s "$raiz/usr/share/QVORComprasAtip/plantilla/documento_cargo.json" ]
 pagina=$(zcat "$raiz"/usr/share/man/man1/atipicos.1.gz | sed 's/\\-/-/g')
 
 # Every command and option that the help tells is on the man page and is completed, and nothing else is completed.
