@@ -1,6 +1,7 @@
 #include "browser/ExportarLista.hpp"
 
 #include "browser/LibroXlsx.hpp"
+#include "runtime/Celdas.hpp"
 #include "runtime/MotivoSistema.hpp"
 
 #include <cerrno>
@@ -10,22 +11,6 @@
 namespace atipicos {
 
 namespace {
-
-    /// A field as spreadsheets want it: between quotes, those inside doubled, where it needs them.
-    void anexa_campo_csv(std::string& linea, const std::string& texto)
-    {
-        if (texto.find_first_of(";\"\r\n") == std::string::npos) {
-            linea += texto;
-            return;
-        }
-        linea += '"';
-        for (const char c : texto) {
-            linea += c;
-            if (c == '"')
-                linea += c;
-        }
-        linea += '"';
-    }
 
     [[nodiscard]] bool escribe_celda(
         LibroXlsx& libro, std::size_t lugar, const CargoListado& cargo, const ColumnaLista& columna)

@@ -42,9 +42,11 @@ permitidas() {
                 host/bexmor host/terminal host/sesion host/comprobacion host/reclamaciones ;;
         host/panel/*)
             echo runtime platform host/sql host/bases host/comprobacion host/panel ;;
+        host/resumen/*) echo runtime platform browser host/sql host/terminal host/resumen ;;
+        host/graficos/*) echo runtime platform controls host/resumen host/graficos ;;
         host/ventanas/*)
             echo runtime platform context controls charges printing host/bases host/documento host/orvalin \
-                host/terminal host/sesion host/comprobacion host/panel host/ventanas ;;
+                host/terminal host/sesion host/comprobacion host/panel host/resumen host/graficos host/ventanas ;;
         host/ordenes/*) echo runtime platform context controls charges posting editor browser printing engines host ;;
         *) echo "?" ;;
     esac
@@ -69,7 +71,7 @@ while IFS= read -r fichero; do
             fallos=1
         fi
     done < <(grep -nE '^#include "' "$fichero" | sed -E 's/^([0-9]+):#include "([^"]+)".*/\1:\2/')
-    if [[ ! "$fichero" =~ (/frm[^/]*|/[^/]*Qt\.[ch]pp|^context/modMsgOp.cpp|^controls/.*|^host/ventanas/.*|^host/ordenes/Imprimir.cpp)$ ]] && grep -nE '^#include <Q' "$fichero"; then
+    if [[ ! "$fichero" =~ (/frm[^/]*|/[^/]*Qt\.[ch]pp|^context/modMsgOp.cpp|^controls/.*|^host/graficos/.*|^host/ventanas/.*|^host/ordenes/Imprimir.cpp)$ ]] && grep -nE '^#include <Q' "$fichero"; then
         echo "$fichero: includes Qt"
         fallos=1
     fi

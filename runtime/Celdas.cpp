@@ -20,4 +20,19 @@ void anexa_celda(std::string& destino, std::int32_t numero)
     destino.append(cifras.data(), fin);
 }
 
+void anexa_campo_csv(std::string& linea, std::string_view texto)
+{
+    if (texto.find_first_of(";\"\r\n") == std::string_view::npos) {
+        linea += texto;
+        return;
+    }
+    linea += '"';
+    for (const char c : texto) {
+        linea += c;
+        if (c == '"')
+            linea += c;
+    }
+    linea += '"';
+}
+
 } // namespace atipicos

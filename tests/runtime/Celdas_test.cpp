@@ -28,6 +28,17 @@ namespace {
         EXPECT_EQ(fila, "x\t");
     }
 
+    TEST(Celdas, a_csv_field_is_quoted_where_it_would_be_read_as_several)
+    {
+        for (const auto& [texto, campo] :
+            { std::pair{ "Palés, 3 \t'x'", "Palés, 3 \t'x'" }, { "a;b", "\"a;b\"" },
+                { "de 3\"", "\"de 3\"\"\"" }, { "a\nb", "\"a\nb\"" }, { "a\rb", "\"a\rb\"" } }) {
+            std::string linea = "9;";
+            anexa_campo_csv(linea, texto);
+            EXPECT_EQ(linea, std::string("9;") + campo);
+        }
+    }
+
     TEST(Celdas, numbers_are_plain_digits)
     {
         std::string fila;
