@@ -13,7 +13,7 @@ paquetes=(cmake g++ libcli11-dev libcsv-dev libpq-dev libsqlite3-dev libssl-dev 
     nlohmann-json3-dev pkg-config unixodbc-dev zlib1g-dev)
 for para in "$@"; do
     case "$para" in
-        ventanas) paquetes+=(fonts-dejavu-core qt6-base-dev qt6-translations-l10n) ;;
+        ventanas) paquetes+=(fonts-dejavu-core libqt6opengl6-dev qt6-base-dev qt6-charts-dev qt6-svg-dev qt6-translations-l10n) ;;
         pruebas)
             paquetes+=(at-spi2-core cups dbus dpkg-dev file libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc
                 lld odbc-postgresql openbox poppler-utils postgresql python3 python3-pyatspi sqlite3 unzip x11-utils xauth

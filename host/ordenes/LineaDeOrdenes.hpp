@@ -9,6 +9,7 @@ namespace atipicos::app {
 struct Ventanas {
     int (*principal)(const OpcionesVentana&); ///< when it is given no command
     int (*imprimir)(const OpcionesComunes&, const OpcionesImprimir&);
+    DibujaResumen dibuja_resumen;
 };
 
 /// The program: reads the command line, runs the command, and returns the exit status.

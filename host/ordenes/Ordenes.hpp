@@ -14,6 +14,8 @@
 /// which counts as refused.
 namespace atipicos::app {
 
+class ResumenCargos;
+
 struct OpcionesRegistrar {
     std::filesystem::path fichero;
     std::vector<std::string> otra_vez = {}; ///< references that are recorded again, in lists with commas
@@ -63,6 +65,21 @@ struct OpcionesImprimir {
     std::filesystem::path plantilla; ///< empty: that of the databases' folder, or the program's own
 };
 
+struct OpcionesResumen {
+    std::string por = "proveedor"; ///< proveedor, mes, almacen or articulo
+    std::optional<Date> desde; ///< none: the first day of the year of `hasta`
+    std::optional<Date> hasta; ///< none: today
+    std::int16_t almacen = 0; ///< 0: all
+    std::int32_t proveedor = 0; ///< 0: all
+    std::int32_t primeros = 0; ///< groups that are told apart; 0: all of them
+    std::string formato = "tabla"; ///< tabla, csv, json, xlsx, or a picture: png, svg, pdf
+    std::filesystem::path salida; ///< empty: standard output
+};
+
+/// Makes a picture of a summary and of its months, in a format of `OpcionesResumen`: the bytes of a file.
+using DibujaResumen
+    = std::string (*)(const ResumenCargos& resumen, const ResumenCargos& meses, const std::string& formato);
+
 int actualizar(const OpcionesComunes& comunes);
 int copiar(const OpcionesComunes& comunes, const std::filesystem::path& destino);
 int crear(const OpcionesComunes& comunes, bool vacia);
@@ -77,6 +94,8 @@ int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones);
 int contabilizar(const OpcionesComunes& comunes, const OpcionesContabilizar& opciones);
 /// Reverses the entries whose charge was deleted or changed, once.
 int regularizar(const OpcionesComunes& comunes, const OpcionesRegularizar& opciones);
+/// Charges added up, in numbers or, by `dibuja`, as a picture.
+int resumen(const OpcionesComunes& comunes, const OpcionesResumen& opciones, DibujaResumen dibuja);
 int verificar(const OpcionesComunes& comunes, bool proponer);
 
 } // namespace atipicos::app

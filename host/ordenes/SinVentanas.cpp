@@ -1,3 +1,4 @@
+#include "host/graficos/DibujaResumen.hpp"
 #include "host/ordenes/Ordenes.hpp"
 #include "host/ventanas/VentanaPrincipal.hpp"
 #include "runtime/Error.hpp"
@@ -16,6 +17,13 @@ int ventana_principal(const OpcionesVentana& /*opciones*/)
 int imprimir(const OpcionesComunes& /*comunes*/, const OpcionesImprimir& /*opciones*/)
 {
     throw Error(no_hecho, "atipicos", "Este programa se ha compilado sin ventanas, y sin ellas no imprime.");
+}
+
+std::string dibuja_resumen(
+    const ResumenCargos& /*resumen*/, const ResumenCargos& /*meses*/, const std::string& formato)
+{
+    rehusa("Este programa se ha compilado sin ventanas, y sin ellas no dibuja (" + formato
+        + "). Los números los da con --formato tabla, csv, json o xlsx.");
 }
 
 } // namespace atipicos::app

@@ -4,6 +4,7 @@
 #include "host/ordenes/Argumentos.hpp"
 #include "host/ordenes/Ordenes.hpp"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <string>
@@ -79,6 +80,65 @@ namespace {
             if (opciones->formato == "xlsx" && opciones->salida.empty())
                 throw MalUsada("--formato: xlsx necesita --salida FICHERO.");
             return listar(comunes, *opciones);
+        };
+    }
+
+    bool es_imagen(const std::string& formato)
+    {
+        return formato == "png" || formato == "svg" || formato == "pdf";
+    }
+
+    /// What the name of a file says of its format, in small letters; a table without one.
+    std::string formato_de(const std::filesystem::path& fichero)
+    {
+        auto letras = fichero.extension().string();
+        if (letras.empty() || letras == ".txt")
+            return "tabla";
+        letras.erase(0, 1);
+        std::ranges::transform(letras, letras.begin(),
+            [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+        if (letras == "csv" || letras == "json" || letras == "xlsx" || es_imagen(letras))
+            return letras;
+        throw MalUsada("--salida: no se conoce el formato «" + letras + "»; dígalo con --formato.");
+    }
+
+    void comprueba_resumen(OpcionesResumen& opciones, bool con_formato)
+    {
+        if (!con_formato)
+            opciones.formato = formato_de(opciones.salida);
+        if (opciones.salida.empty() && (opciones.formato == "xlsx" || es_imagen(opciones.formato)))
+            throw MalUsada("--formato: " + opciones.formato + " necesita --salida FICHERO.");
+        if (opciones.desde && opciones.hasta && *opciones.desde > *opciones.hasta)
+            throw MalUsada("--desde: es un día posterior al de --hasta.");
+    }
+
+    Corre declara_resumen(CLI::App& orden, const Entorno& entorno)
+    {
+        agrega_comunes(orden, entorno.comunes);
+        const auto opciones = std::make_shared<OpcionesResumen>();
+        const auto desde = std::make_shared<Date>();
+        const auto hasta = std::make_shared<Date>();
+        orden
+            .add_option("--por", opciones->por, "proveedor, mes, almacen o articulo (por defecto, proveedor)")
+            ->check(uno_de({ "proveedor", "mes", "almacen", "articulo" }, "la manera de resumir"));
+        const auto* con_desde
+            = agrega_dia(orden, "--desde", *desde, "Primer día (por defecto, el 1 de enero de ese año)");
+        const auto* con_hasta = agrega_dia(orden, "--hasta", *hasta, "Último día (por defecto, hoy)");
+        agrega_numero(orden, "--almacen", opciones->almacen, "Sólo los cargos de este almacén");
+        agrega_numero(orden, "--proveedor", opciones->proveedor, "Sólo los cargos de este proveedor");
+        agrega_numero(orden, "--primeros", opciones->primeros, "Sólo los N primeros, y los demás juntos");
+        const auto* formato = agrega_formato(orden, opciones->formato,
+            { "tabla", "csv", "json", "xlsx", "png", "svg", "pdf" },
+            "tabla, csv, json, xlsx, png, svg o pdf (por defecto, como acabe el nombre de --salida)");
+        orden.add_option("--salida", opciones->salida, "Fichero en el que se escribe");
+        return [&comunes = entorno.comunes, dibuja = entorno.ventanas.dibuja_resumen, opciones, desde, hasta,
+                   con_desde, con_hasta, formato] {
+            if (!con_desde->empty())
+                opciones->desde = *desde;
+            if (!con_hasta->empty())
+                opciones->hasta = *hasta;
+            comprueba_resumen(*opciones, !formato->empty());
+            return resumen(comunes, *opciones, dibuja);
         };
     }
 
@@ -205,6 +265,8 @@ namespace {
         Orden{ "verificar", "Comprueba las bases de datos enteras, sin cambiar nada", &declara_verificar },
         Orden{ "registrar", "Registra y contabiliza los cargos de un fichero CSV", &declara_registrar },
         Orden{ "listar", "Lista los cargos entre dos fechas", &declara_listar },
+        Orden{ "resumen", "Suma los cargos por proveedor, mes, almacén o artículo, y los dibuja",
+            &declara_resumen },
         Orden{
             "mostrar", "Muestra un cargo con su asiento, su impuesto y sus previsiones", &declara_mostrar },
         Orden{ "historial",

@@ -65,7 +65,8 @@ namespace {
     }
 
     /// What is shown of the first session's company; the last two change it.
-    const std::vector<std::string> ordenes{ "mostrar AT260001 --ejercicio 2026 --almacen 4", "copiar copias/",
+    const std::vector<std::string> ordenes{ "mostrar AT260001 --ejercicio 2026 --almacen 4",
+        "resumen --por almacen --desde 01/01/2026 --hasta 31/12/2026", "copiar copias/",
         "eliminar AT260001 --ejercicio 2026 --almacen 4 --si", "regularizar --si --fecha 30/11/2026" };
 
     struct Leeme : testing::Test {

@@ -55,7 +55,7 @@ namespace {
         auto* antes_salida = std::cout.rdbuf(salida.rdbuf());
         auto* antes_errores = std::cerr.rdbuf(errores.rdbuf());
         const int estado = app::ejecuta(static_cast<int>(argv.size()), argv.data(),
-            { [](const app::OpcionesVentana&) { return 3; }, &app::imprimir });
+            { [](const app::OpcionesVentana&) { return 3; }, &app::imprimir, nullptr });
         std::cout.rdbuf(antes_salida);
         std::cerr.rdbuf(antes_errores);
         pruebas::vacia_contexto();
