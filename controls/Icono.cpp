@@ -53,7 +53,7 @@ namespace {
         DibujoSvg m_dibujo;
     };
 
-    constexpr std::array<std::pair<const char*, const char*>, 26> de_orden{ {
+    constexpr std::array<std::pair<const char*, const char*>, 27> de_orden{ {
         { "cmdAbrir", "abrir" },
         { "cmdAceptar", "aceptar" },
         { "cmdAnterior", "anterior" },
@@ -78,6 +78,7 @@ namespace {
         { "mnuBuscar", "buscar" },
         { "mnuImprimirElegidos", "imprimir" },
         { "mnuReclamaciones", "nuevo" },
+        { "mnuResumen", "resumen" },
         { "mnuTeclas", "teclas" },
         { "mnuVisor", "lista" },
     } };

@@ -54,7 +54,6 @@ private:
     void hace_barra();
     void llena_recientes(QMenu& menu);
     void hace_estado(const OpcionesComunes& opciones);
-    void muestra_teclas();
     void muestra_acerca_de();
 
     // What stands in the window

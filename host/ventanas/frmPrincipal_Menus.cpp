@@ -2,7 +2,9 @@
 
 #include "context/modComun.hpp"
 #include "controls/Texto.hpp"
+#include "host/ventanas/Ayuda.hpp"
 #include "host/ventanas/EmpresasRecientes.hpp"
+#include "host/ventanas/frmResumen.hpp"
 #include "host/ventanas/PanelCargos.hpp"
 
 #include <QActionGroup>
@@ -61,6 +63,10 @@ void frmPrincipal::hace_menu_compras()
     auto* visor = compras->addAction(QStringLiteral("&Visor de Atípicos"), QKeySequence(Qt::CTRL | Qt::Key_B),
         this, [this] { abre_visor(); });
     visor->setObjectName(QStringLiteral("mnuVisor"));
+    compras
+        ->addAction(QStringLiteral("Resu&men de cargos"), QKeySequence(Qt::CTRL | Qt::Key_T), this,
+            [this] { abre_resumen(m_sesion, m_lugar, *this); })
+        ->setObjectName(QStringLiteral("mnuResumen"));
     compras->addSeparator();
     compras
         ->addAction(QStringLiteral("&Guardar como PDF los elegidos…"), QKeySequence(Qt::CTRL | Qt::Key_P),
@@ -93,7 +99,9 @@ void frmPrincipal::hace_menu_ver()
 void frmPrincipal::hace_menu_ayuda()
 {
     auto* ayuda = menuBar()->addMenu(QStringLiteral("A&yuda"));
-    ayuda->addAction(QStringLiteral("&Teclas"), QKeySequence(Qt::Key_F1), this, [this] { muestra_teclas(); })
+    ayuda->addAction(QStringLiteral("&Manual"), QKeySequence(Qt::Key_F1), this, [] { Ayuda::abre(); })
+        ->setObjectName(QStringLiteral("mnuManual"));
+    ayuda->addAction(QStringLiteral("&Teclas"), this, [] { Ayuda::abre(QStringLiteral("teclas.md")); })
         ->setObjectName(QStringLiteral("mnuTeclas"));
     ayuda->addSeparator();
     ayuda->addAction(QStringLiteral("&Acerca de este programa"), this, [this] { muestra_acerca_de(); })
@@ -107,8 +115,8 @@ void frmPrincipal::hace_barra()
     barra->setObjectName(QStringLiteral("tbPrincipal"));
     barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     barra->setMovable(false);
-    const std::array<const char*, 5> acciones{ "mnuReclamaciones", "mnuVisor", "mnuActualizar",
-        "mnuAbrirEmpresa", "mnuTeclas" };
+    const std::array<const char*, 6> acciones{ "mnuReclamaciones", "mnuVisor", "mnuResumen",
+        "mnuActualizar", "mnuAbrirEmpresa", "mnuTeclas" };
     for (const auto* nombre : acciones)
         barra->addAction(findChild<QAction*>(QLatin1String(nombre)));
 }
@@ -122,32 +130,6 @@ void frmPrincipal::muestra_acerca_de()
             + ".\r\n© 2026, los autores de QVORComprasAtip. Se puede usar, copiar y cambiar libremente, sin "
               "garantía (licencia MIT).",
         "Acerca de este programa", Icono::informacion });
-}
-
-void frmPrincipal::muestra_teclas()
-{
-    modComun::Avisos().mostrar(
-        { "Intro: pasa al campo siguiente; en el importe, acepta la línea.\r\n"
-          "F2: busca por nombre en almacén, proveedor, artículo, tipo y banco.\r\n"
-          "F4: observaciones largas de la línea elegida.\r\n"
-          "F9: acepta el comentario o las previsiones.\r\n"
-          "Intro y Supr en la lista: modifica y elimina la línea elegida.\r\n"
-          "F8: va al importe, donde Intro acepta la línea. Esc en una línea que se cambia la deja como "
-          "estaba.\r\n"
-          "Fechas: 15, 1511 o 151126 se completan; h es hoy, +3 tres días más; flechas: un día más o menos; "
-          "Alt+Abajo: calendario.\r\n"
-          "Esc: cancela el cargo que se está tecleando.\r\n"
-          "Alt+A: guarda el cargo. Ctrl+Intro: salto de línea en sus observaciones.\r\n"
-          "Ctrl+R: reclamaciones. Ctrl+B: visor. Ctrl+F: buscar un cargo. F5: actualizar. Ctrl+O: otra "
-          "empresa. "
-          "Ctrl+Q: salir.\r\n"
-          "En los últimos cargos, Intro abre el visor en el elegido; Mayúsculas y Ctrl eligen varios y "
-          "Ctrl+P los "
-          "guarda en un PDF.\r\n"
-          "Cargos sin guardar: Alt+E o Intro los recupera, Alt+D o Supr los descarta.\r\n"
-          "En el visor, Intro y F5 buscan, Intro muestra los detalles, F9 imprime y F6 va al "
-          "último atípico abierto para cambiarlo.",
-            "Teclas", Icono::informacion });
 }
 
 } // namespace atipicos::app
