@@ -15,6 +15,7 @@
 #include "host/ventanas/Apariencia.hpp"
 #include "host/ventanas/Ayuda.hpp"
 #include "host/ventanas/frmPrincipal.hpp"
+#include "host/ventanas/frmResumen.hpp"
 #include "platform/qvoremp/ImpresionCargo.hpp"
 #include "printing/clsView.hpp"
 #include "tests/support/Persona.hpp"
@@ -206,6 +207,16 @@ void consulta(const app::OpcionesComunes& opciones, Grabacion& grabacion)
     grabacion.captura(visor, "visor-detalles");
     mira_el_documento(grabacion);
     mira_el_manual(grabacion);
+    visor.close();
+    principal.activateWindow();
+    pulsa(Qt::Key_T, Qt::ControlModifier);
+    auto& resumen = static_cast<app::frmResumen&>(abierta("frmResumen"));
+    resumen.Muestra({ app::VistaResumen::proveedor,
+        { Date::de_dia(2026, 1, 1).value_or(Date{}), Date::de_dia(2026, 12, 31).value_or(Date{}) } });
+    if (!QTest::qWaitFor([&] { return control<VSFlexGrid>(resumen, "vsResumen").Rows() > 2; }))
+        throw Error(1, "demostracion", "El resumen no se lee.");
+    grabacion.captura(resumen, "resumen");
+    resumen.close();
     modMsgOp::Mostrar("Leyendo atípicos: 10.000");
     grabacion.captura(abierta("frmMsg"), "espera");
     modMsgOp::Ocultar();

@@ -86,7 +86,7 @@ namespace {
 
 std::string instruccion_resumen(const PeticionResumen& peticion, const AmbitoResumen& ambito)
 {
-    const auto grupos = mitad(peticion, ambito, false) + " UNION ALL " + mitad(peticion, ambito, true);
+    auto grupos = mitad(peticion, ambito, false) + " UNION ALL " + mitad(peticion, ambito, true);
     if (peticion.por == VistaResumen::mes)
         return grupos;
     const bool de_proveedores = peticion.por == VistaResumen::proveedor;

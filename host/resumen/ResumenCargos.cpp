@@ -56,8 +56,8 @@ std::string nombre_de_mes(std::int32_t clave)
     return std::string(meses[static_cast<std::size_t>(clave % 12)]) + " de " + std::to_string(clave / 12);
 }
 
-ResumenCargos::ResumenCargos(PeticionResumen peticion, std::vector<GrupoResumen> grupos)
-    : m_peticion(std::move(peticion))
+ResumenCargos::ResumenCargos(const PeticionResumen& peticion, std::vector<GrupoResumen> grupos)
+    : m_peticion(peticion)
     , m_grupos(junta_iguales(std::move(grupos)))
 {
     if (m_peticion.por == VistaResumen::mes)

@@ -43,7 +43,7 @@ public:
     /// Groups of the same key are put together. By month there is a group for each month of the range, also
     /// one without charges; of more than ten years, from the first with charges to the last. A group whose
     /// name is empty gets words in its place. Error 6 when a sum does not fit.
-    ResumenCargos(PeticionResumen peticion, std::vector<GrupoResumen> grupos);
+    ResumenCargos(const PeticionResumen& peticion, std::vector<GrupoResumen> grupos);
 
     [[nodiscard]] const PeticionResumen& peticion() const noexcept { return m_peticion; }
     [[nodiscard]] const std::vector<GrupoResumen>& grupos() const noexcept { return m_grupos; }

@@ -110,6 +110,7 @@ void resumen_en_xlsx(std::ostream& salida, const ResumenCargos& resumen)
 {
     const auto columnas = columnas_resumen(resumen.peticion().por);
     std::vector<std::string> titulos;
+    titulos.reserve(columnas.size());
     for (const auto& columna : columnas)
         titulos.emplace_back(columna.nombre);
     LibroXlsx libro(salida, "Resumen", titulos);

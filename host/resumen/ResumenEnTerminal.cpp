@@ -47,6 +47,7 @@ namespace {
     {
         const auto columnas = columnas_resumen(resumen.peticion().por);
         std::vector<Tabla::Columna> titulos;
+        titulos.reserve(columnas.size());
         for (const auto& columna : columnas)
             titulos.push_back({ columna.titulo,
                 columna.dato == DatoResumen::nombre ? Alineacion::izquierda : Alineacion::derecha });
@@ -104,9 +105,9 @@ std::string barra(Currency valor, Currency mayor, std::size_t lugares)
     static constexpr std::array<const char*, 8> octavos{ "", "▏", "▎", "▍", "▌", "▋", "▊", "▉" };
     if (valor == Currency() || mayor == Currency() || lugares == 0)
         return {};
-    auto cuantos
-        = redondea_cociente<entero_ancho>(tamano(valor) * static_cast<int>(lugares) * 8, tamano(mayor));
-    cuantos = std::clamp<entero_ancho>(cuantos, 1, static_cast<int>(lugares) * 8);
+    const auto octavas = static_cast<entero_ancho>(lugares) * 8;
+    auto cuantos = redondea_cociente<entero_ancho>(tamano(valor) * octavas, tamano(mayor));
+    cuantos = std::clamp<entero_ancho>(cuantos, 1, octavas);
     const bool negativo = valor < Currency();
     if (negativo) // there are no eighths of this pattern
         cuantos = std::max<entero_ancho>((cuantos + 4) / 8, 1) * 8;

@@ -335,6 +335,10 @@ namespace {
             const auto sql
                 = instruccion_resumen({ por, { dia("01/01/2026"), dia("31/12/2026") }, 3, 107 }, { 2, 1 });
             EXPECT_THAT(sql, testing::StartsWith("SELECT "));
+            const bool de_proveedores = por == VistaResumen::proveedor; // which another company may keep
+            EXPECT_THAT(sql + (por == VistaResumen::mes ? " f ON f.Cod_Empresa =2 AND " : ""),
+                testing::HasSubstr(
+                    de_proveedores ? " f ON f.Cod_Empresa =1 AND " : " f ON f.Cod_Empresa =2 AND "));
             EXPECT_THAT(sql,
                 testing::HasSubstr("pc.Cod_Empresa =2 AND pc.Fecha >= '01/01/2025' AND pc.Fecha < "
                                    "'01/01/2026' AND pc.Cod_Almacen =3 AND pc.Proveedor =107"));
