@@ -115,8 +115,8 @@ void frmPrincipal::hace_barra()
     barra->setObjectName(QStringLiteral("tbPrincipal"));
     barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     barra->setMovable(false);
-    const std::array<const char*, 6> acciones{ "mnuReclamaciones", "mnuVisor", "mnuResumen",
-        "mnuActualizar", "mnuAbrirEmpresa", "mnuTeclas" };
+    const std::array<const char*, 6> acciones{ "mnuReclamaciones", "mnuVisor", "mnuResumen", "mnuActualizar",
+        "mnuAbrirEmpresa", "mnuTeclas" };
     for (const auto* nombre : acciones)
         barra->addAction(findChild<QAction*>(QLatin1String(nombre)));
 }

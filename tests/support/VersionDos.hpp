@@ -16,11 +16,10 @@ inline std::vector<std::string> hacia_version_2(const std::string& esquema = {})
 inline std::vector<std::string> sin_historial(bool en_servidor)
 {
     if (en_servidor)
-        return {
-            "DROP FUNCTION orvalin.historial_anota, orvalin.historial_anula, orvalin.historial_firme, orvalin.contador_no_vuelve CASCADE",
+        return { "DROP FUNCTION orvalin.historial_anota, orvalin.historial_anula, orvalin.historial_firme, "
+                 "orvalin.contador_no_vuelve CASCADE",
             "DROP TABLE orvalin.Historial, orvalin.Historial_Anulaciones",
-            "DROP FUNCTION orvalin.historial_puesto"
-        };
+            "DROP FUNCTION orvalin.historial_puesto" };
     std::vector<std::string> todo{ "DROP TABLE Historial", "DROP TABLE Historial_Anulaciones" };
     for (const auto* disparador : { "Cargo_Alta", "Cargo_Cambio", "Cargo_Baja", "Linea_Alta", "Linea_Cambio",
              "Linea_Baja", "Asiento_Anulado" })
