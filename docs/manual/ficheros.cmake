@@ -7,6 +7,7 @@ set(ATIPICOS_PAGINAS
     previsiones
     buscar
     visor
+    resumen
     imprimir
     teclas
     reclamaciones
@@ -25,6 +26,7 @@ set(ATIPICOS_IMAGENES
     impresora
     previsiones
     principal
+    resumen
     visor-detalles
     visor-documento
     visor-lista)

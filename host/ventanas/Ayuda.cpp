@@ -17,9 +17,17 @@ namespace {
     constexpr auto propiedad = "pagina_del_manual";
 
     /// Names of windows, of parts of windows, and of classes that have no name of their own.
-    constexpr std::array<std::pair<const char*, const char*>, 22> paginas{ {
+    constexpr std::array<std::pair<const char*, const char*>, 30> paginas{ {
         { "frmPrincipal", "principal.md" },
         { "fraBorradores", "principal.md#cargos-sin-guardar" },
+        { "fraPendientes", "principal.md#pendiente" },
+        { "vsCifras", "principal.md#este-mes-y-este-año" },
+        { "panCargos", "principal.md#últimos-cargos" },
+        { "frmPendiente", "principal.md#pendiente" },
+        { "frmEmpresa", "principal.md#abrir-o-crear-otra-empresa" },
+        { "frmDatosEmpresa", "principal.md#abrir-o-crear-otra-empresa" },
+        { "frmResumen", "resumen.md" },
+        { "dlgImprimirElegidos", "imprimir.md#guardar-como-pdf" },
         { "frmSesion", "principal.md#empresa-y-usuario" },
         { "frmCompras_Atipicos", "editor.md" },
         { "fraCab1", "editor.md#la-cabecera" },

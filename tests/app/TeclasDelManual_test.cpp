@@ -3,8 +3,11 @@
 #include "controls/ListaSeleccion.hpp"
 #include "controls/VisorReport.hpp"
 #include "editor/frmEditor_Comentarios.hpp"
+#include "host/ventanas/frmDatosEmpresa.hpp"
+#include "host/ventanas/frmEmpresa.hpp"
 #include "host/ventanas/frmManual.hpp"
 #include "host/ventanas/frmPrincipal.hpp"
+#include "host/ventanas/frmResumen.hpp"
 #include "host/ventanas/frmSesion.hpp"
 #include "posting/frmCompras_Atipicos_Contabilizar.hpp"
 #include "printing/frmImpresora.hpp"
@@ -146,6 +149,13 @@ private slots:
     {
         const app::frmSesion sesion(m_sesion->catalogos.empresas(), m_sesion->catalogos.usuarios());
         compara(QStringLiteral("Empresa y usuario"), sesion, {});
+        const app::frmEmpresa empresa;
+        compara(QStringLiteral("Elegir empresa"), empresa, {});
+        const app::frmDatosEmpresa datos;
+        compara(QStringLiteral("Datos de la empresa"), datos, {});
+        const app::frmResumen resumen(*m_sesion, m_opciones.lugar());
+        compara(QStringLiteral("Resumen de cargos"), resumen,
+            QStringLiteral("host/ventanas/frmResumen.cpp"));
         const frmEditor_Comentarios comentario;
         compara(QStringLiteral("Editor de Comentarios"), comentario,
             QStringLiteral("editor/frmEditor_Comentarios.cpp"));
