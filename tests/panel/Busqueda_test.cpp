@@ -103,7 +103,7 @@ namespace {
     }
 
     INSTANTIATE_TEST_SUITE_P(
-        Sedes, BuscaEnPanel, testing::ValuesIn(pruebas::sedes_sin_odbc()), pruebas::nombre_de_sede);
+        Sedes, BuscaEnPanel, testing::ValuesIn(pruebas::sedes()), pruebas::nombre_de_sede);
 
 }
 }

@@ -70,7 +70,7 @@ namespace {
     }
 
     INSTANTIATE_TEST_SUITE_P(
-        Sedes, ComparaEnPanel, testing::ValuesIn(pruebas::sedes_sin_odbc()), pruebas::nombre_de_sede);
+        Sedes, ComparaEnPanel, testing::ValuesIn(pruebas::sedes()), pruebas::nombre_de_sede);
 
 }
 }

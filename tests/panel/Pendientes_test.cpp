@@ -81,7 +81,7 @@ namespace {
     }
 
     INSTANTIATE_TEST_SUITE_P(
-        Sedes, PendientesEnPanel, testing::ValuesIn(pruebas::sedes_sin_odbc()), pruebas::nombre_de_sede);
+        Sedes, PendientesEnPanel, testing::ValuesIn(pruebas::sedes()), pruebas::nombre_de_sede);
 
 }
 }
