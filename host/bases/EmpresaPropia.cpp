@@ -83,10 +83,24 @@ namespace {
             + texto(proveedor.poblacion) + ")");
     }
 
+    using Cuentas = std::array<std::pair<std::string, std::string>, 6>; ///< with their names
+
+    void escribe_ejercicio(const Escritor& bexmor, const std::string& ejercicio, const Cuentas& cuentas)
+    {
+        std::string sql = "INSERT INTO Ejercicios (Cod_Empresa, Ejercicio, Inicio, Fin) VALUES (1, ";
+        sql.append(ejercicio).append(", '01/01/").append(ejercicio).append("', '31/12/").append(ejercicio);
+        bexmor(sql + "')");
+        for (const auto& [cuenta, nombre] : cuentas) {
+            sql = "INSERT INTO Cuentas (Cod_Empresa, Cod_Ejercicio, Cuenta, Nombre) VALUES (1, ";
+            sql.append(ejercicio).append(", '").append(cuenta).append("', ").append(texto(nombre));
+            bexmor(sql + ")");
+        }
+    }
+
     void escribe_cuentas(const Escritor& bexmor, const DatosEmpresa& datos, std::int16_t anio)
     {
         const auto& proveedor = datos.proveedor.nombre;
-        const std::array<std::pair<std::string, std::string>, 6> cuentas{ {
+        const Cuentas cuentas{ {
             { "40000001", proveedor },
             { "44000001", proveedor + " (deudor)" },
             { "52100001", proveedor + " (deuda a corto plazo)" },
@@ -94,14 +108,8 @@ namespace {
             { cuenta_banco, "Bancos, c/c" },
             { cuenta_ingresos, "Ingresos atípicos " + datos.almacen },
         } };
-        for (const int ejercicio : { anio - 1, int{ anio }, anio + 1 }) {
-            const auto del_ejercicio = std::to_string(ejercicio);
-            bexmor("INSERT INTO Ejercicios (Cod_Empresa, Ejercicio, Inicio, Fin) VALUES (1, " + del_ejercicio
-                + ", '01/01/" + del_ejercicio + "', '31/12/" + del_ejercicio + "')");
-            for (const auto& [cuenta, nombre] : cuentas)
-                bexmor("INSERT INTO Cuentas (Cod_Empresa, Cod_Ejercicio, Cuenta, Nombre) VALUES (1, "
-                    + del_ejercicio + ", '" + cuenta + "', " + texto(nombre) + ")");
-        }
+        for (const int ejercicio : { anio - 1, int{ anio }, anio + 1 })
+            escribe_ejercicio(bexmor, std::to_string(ejercicio), cuentas);
     }
 
     void escribe_contabilidad(const Escritor& bexmor, const DatosEmpresa& datos, std::int16_t anio)
