@@ -4,6 +4,7 @@
 #include "tests/app/Programa.hpp"
 #include "tests/app/Reclamaciones.hpp"
 #include "tests/host/BasesDeMuestra.hpp"
+#include "tests/support/ServidorPostgresql.hpp"
 
 #include <gmock/gmock.h>
 
@@ -64,6 +65,22 @@ namespace {
         EXPECT_THAT(columna(*bases.bexmor, "SELECT Ejercicio FROM Ejercicios ORDER BY Ejercicio"),
             ElementsAre("2025", "2026", "2027"));
         EXPECT_EQ(columna(*bases.bexmor, "SELECT Cuenta FROM Cuentas").size(), 18U);
+    }
+
+    TEST(EmpresaPropiaEnServidor, is_founded_as_in_a_folder)
+    {
+        if (const auto falta = pruebas::ServidorPostgresql::falta(); !falta.empty())
+            GTEST_SKIP() << falta;
+        const pruebas::ServidorPostgresql servidor;
+        servidor.crea_base("propia");
+        const auto lugar = bases::Lugar::de_conexion(servidor.direccion("propia"));
+        EXPECT_TRUE(bases::crea_bases(lugar, true));
+        const auto bases = bases::abre_bases(lugar);
+        EXPECT_TRUE(bases::sin_empresas(*bases.orvalin));
+        bases::funda_empresa(bases, taller(), 2026);
+        EXPECT_THAT(columna(*bases.orvalin, "SELECT Nombre FROM SGD_Usuarios"), ElementsAre("Añaterve Díaz"));
+        EXPECT_THAT(columna(*bases.bexmor, "SELECT Fin FROM Ejercicios ORDER BY Ejercicio"),
+            ElementsAre("31/12/2025", "31/12/2026", "31/12/2027"));
     }
 
     TEST_F(EmpresaPropia, is_founded_once_and_whole_or_not_at_all)
