@@ -9,7 +9,7 @@ destino=$(realpath "${1:-docs/rendimiento.md}")
 shift || true
 programas=("$@")
 [ ${#programas[@]} -gt 0 ] || programas=(bench_guardar bench_operaciones bench_listar bench_servidor bench_panel bench_ventana
-    bench_visor bench_imprimir bench_registrar bench_despacho bench_forma)
+    bench_visor bench_imprimir bench_registrar bench_resumen bench_despacho bench_forma)
 
 packaging/dependencias.sh ventanas pruebas
 cmake --preset release -B build/bench >/dev/null
