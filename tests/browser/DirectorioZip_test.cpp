@@ -76,5 +76,31 @@ namespace {
         }
     }
 
+    TEST(HojaLlena, a_charge_behind_the_last_row_of_a_sheet_is_told_and_not_left_out)
+    {
+        const pruebas::CarpetaTemporal carpeta;
+        CargoListado cargo; // not posted: its only cell is empty, which is written quickly
+        cargo.Codigo = "AT250034";
+        const auto asiento = columnas_lista().subspan(9, 1);
+        const auto exporta = [&](std::size_t cuantos) {
+            exporta_xlsx(
+                carpeta / "l.xlsx",
+                [&](const CadaCargo& cada) {
+                    for (std::size_t i = 0; i < cuantos; ++i)
+                        cada(cargo);
+                },
+                asiento);
+        };
+        constexpr std::size_t debajo_de_los_titulos = 1'048'575;
+        try {
+            exporta(debajo_de_los_titulos + 1);
+            FAIL() << "written";
+        } catch (const Error& error) {
+            EXPECT_THAT(
+                error.descripcion(), testing::StartsWith("El cargo AT250034 no cabe en una hoja de cálculo"));
+        }
+        EXPECT_NO_THROW(exporta(debajo_de_los_titulos));
+    }
+
 }
 }
