@@ -2,11 +2,15 @@
 // to mend it go by that alone.
 #include "browser/EscritorZip.hpp"
 #include "browser/ExportarLista.hpp"
+#include "browser/LibroXlsx.hpp"
 #include "runtime/Error.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 
@@ -100,6 +104,24 @@ namespace {
                 error.descripcion(), testing::StartsWith("El cargo AT250034 no cabe en una hoja de cálculo"));
         }
         EXPECT_NO_THROW(exporta(debajo_de_los_titulos));
+    }
+
+    TEST(HojaLlena, a_text_that_is_nothing_but_what_a_sheet_takes_for_a_letter_stays_that_text)
+    {
+        const pruebas::CarpetaTemporal carpeta;
+        {
+            std::ofstream salida(carpeta / "l.xlsx", std::ios::binary);
+            LibroXlsx libro(salida, "Hoja", { "T" });
+            EXPECT_TRUE(libro.empieza_fila());
+            EXPECT_TRUE(libro.texto(0, "_x0041_"));
+            libro.termina();
+        }
+        const auto orden = "unzip -p '" + (carpeta / "l.xlsx").string() + "' xl/worksheets/sheet1.xml >'"
+            + (carpeta / "hoja").string() + "'";
+        ASSERT_EQ(std::system(orden.c_str()), 0);
+        std::ifstream hoja(carpeta / "hoja", std::ios::binary);
+        EXPECT_THAT(
+            std::string(std::istreambuf_iterator<char>(hoja), {}), testing::HasSubstr(">_x005F_x0041_<"));
     }
 
 }
