@@ -78,6 +78,26 @@ Next
 Comprueba "For Each", vistas, "1010;0;1011;"
 Comprueba "Clone", lineas.Clone.Count, 3
 
+' More lines than there are positions: the walk ends with an error, and nothing else ends
+Dim muchas, andadas
+Set muchas = CreateObject("QVORComprasAtip.clsAtipico_Lineas")
+For andadas = 1 To 40000
+    muchas.Add andadas
+Next
+Sub Recorre
+    Dim otra
+    For Each otra In muchas
+        andadas = otra.Cod_Articulo
+    Next
+End Sub
+On Error Resume Next
+Recorre
+Comprueba "For Each de 40.000", Err.Number, 6
+Err.Clear
+On Error GoTo 0
+Comprueba "la ultima", andadas, 32767
+Comprueba "Count de 40.000", muchas.Count, 40000
+
 ' Numbered and inserted
 Comprueba "codigo sin tomar", cargo.Devuelve_Codigo(False, 2026), "AT260001"
 cargo.Codigo = cargo.Devuelve_Codigo(True, 2026)
