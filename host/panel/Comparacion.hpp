@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/panel/Ambito.hpp"
+#include "host/sql/Periodo.hpp"
 #include "runtime/Currency.hpp"
 #include "runtime/Date.hpp"
 
@@ -17,14 +18,6 @@ struct Totales {
 
     [[nodiscard]] Currency total() const { return base + impuesto; }
     friend bool operator==(const Totales&, const Totales&) = default;
-};
-
-/// Days, both of them in.
-struct Periodo {
-    Date desde;
-    Date hasta;
-
-    friend bool operator==(const Periodo&, const Periodo&) = default;
 };
 
 /// The periods that are compared, each with as many days as the one beside it has so far: this month until

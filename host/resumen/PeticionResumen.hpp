@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/sql/Periodo.hpp"
 #include "runtime/Date.hpp"
 
 #include <cstdint>
@@ -10,14 +11,6 @@ namespace atipicos::app {
 
 /// What charges are added up by.
 enum class VistaResumen : std::uint8_t { proveedor, mes, almacen, articulo };
-
-/// From one day to another, both of them included.
-struct Periodo {
-    Date desde;
-    Date hasta;
-
-    friend bool operator==(const Periodo&, const Periodo&) = default;
-};
 
 /// The same days of the year before. A range that ends with a month ends with that month also then, whatever
 /// its days: with 29 February against 28, and with 28 against 29.

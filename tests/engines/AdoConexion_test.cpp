@@ -17,7 +17,6 @@ namespace {
     using adodb::CursorType;
     using adodb::ErrorBaseDatos;
     using adodb::LockType;
-    using automation::Fallo;
     using automation::Valor;
     using pruebas::valor_decimal;
     using testing::ElementsAre;
@@ -110,7 +109,7 @@ namespace {
                  { 0x80040E09, Categoria::solo_lectura }, { 0x80004005, Categoria::otra } }) {
             const auto numero = static_cast<std::int32_t>(caso.numero);
             estado.fallos.clear();
-            estado.fallos.emplace("Execute", Fallo(numero, "Proveedor OLE DB", "No se pudo."));
+            estado.fallos.emplace("Execute", automation::Fallo(numero, "Proveedor OLE DB", "No se pudo."));
             const auto error = error_de([&] { conexion->Execute("INSERT INTO Cargos"); });
             ASSERT_TRUE(error);
             EXPECT_EQ(error->numero(), numero);
@@ -124,7 +123,7 @@ namespace {
 
     TEST_F(Ado, a_failure_without_words_is_told_with_its_number)
     {
-        estado.fallos.emplace("BeginTrans", Fallo(3246, "", ""));
+        estado.fallos.emplace("BeginTrans", automation::Fallo(3246, "", ""));
         EXPECT_EQ(error_de([&] { conexion->BeginTrans(); })->descripcion(),
             "El anfitrión da el error 3246 y no dice por qué.");
     }
@@ -155,8 +154,10 @@ namespace {
         for (const auto numero : { publicada::adErrStillExecuting, publicada::rechazada }) {
             estado.dichas.clear();
             estado.fallos.clear();
-            estado.fallos.emplace("Execute", Fallo(numero, "ADODB.Connection", "Hay otra en marcha."));
-            estado.fallos.emplace("Open", Fallo(numero, "ADODB.Recordset", "Hay otra en marcha."));
+            estado.fallos.emplace(
+                "Execute", automation::Fallo(numero, "ADODB.Connection", "Hay otra en marcha."));
+            estado.fallos.emplace(
+                "Open", automation::Fallo(numero, "ADODB.Recordset", "Hay otra en marcha."));
             EXPECT_EQ(error_de([&] { conexion->Execute("UPDATE Cargos"); })->numero(), numero);
             EXPECT_EQ(error_de([&] { abiertas(); })->numero(), numero);
             EXPECT_THAT(estado.dichas, testing::SizeIs(2));

@@ -14,7 +14,6 @@ namespace {
     using automation::Anfitrion;
     using automation::Argumentos;
     using automation::Despacho;
-    using automation::Fallo;
     using automation::Valor;
     using pruebas::dia;
     using pruebas::moneda;

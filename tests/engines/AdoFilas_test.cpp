@@ -12,7 +12,6 @@ namespace {
     using adodb::CursorType;
     using adodb::ErrorBaseDatos;
     using adodb::LockType;
-    using automation::Fallo;
     using automation::Fecha;
     using automation::Moneda;
     using automation::Valor;
@@ -168,7 +167,8 @@ namespace {
     {
         estado.campos = { "Codigo" };
         estado.filas = { { "AT250001" } };
-        estado.fallos.emplace("EOF", Fallo(-2147467259, "Proveedor", "Se ha perdido la conexión."));
+        estado.fallos.emplace(
+            "EOF", automation::Fallo(-2147467259, "Proveedor", "Se ha perdido la conexión."));
         EXPECT_EQ(numero_de([&] { abre(); }), -2147467259);
         EXPECT_EQ(estado.abiertas, 0);
         EXPECT_TRUE(rs->Eof());
@@ -229,7 +229,7 @@ namespace {
             ElementsAre("Open SELECT * cursor 1 bloqueo 2 opción 1", "AddNew", "Value Numero tipo 3",
                 "Value Importe tipo 6", "Value Fecha tipo 7", "Value Codigo tipo 8", "Value Observ tipo 1",
                 "Value Marca tipo 11", "Update"));
-        estado.fallos.emplace("Update", Fallo(-2147217871, "Proveedor", "Bloqueada."));
+        estado.fallos.emplace("Update", automation::Fallo(-2147217871, "Proveedor", "Bloqueada."));
         EXPECT_EQ(numero_de([&] { rs->Update(); }), -2147217871);
     }
 
