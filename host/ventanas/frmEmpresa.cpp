@@ -54,7 +54,7 @@ frmEmpresa::frmEmpresa(QWidget* parent)
 void frmEmpresa::hace_recientes(QVBoxLayout& caja)
 {
     const auto lista = EmpresasRecientes().lista();
-    auto* titulo = new QLabel(QStringLiteral("Abiertas &últimamente:"), this);
+    auto* titulo = new QLabel(QStringLiteral("Abiertas ú&ltimamente:"), this);
     titulo->setBuddy(m_recientes);
     m_recientes->setObjectName(QStringLiteral("lstRecientes"));
     m_recientes->setAccessibleName(QStringLiteral("Empresas abiertas últimamente"));

@@ -33,7 +33,7 @@ void frmPrincipal::hace_menu_empresa()
         ->addAction(QStringLiteral("&Abrir o crear otra…"), QKeySequence(Qt::CTRL | Qt::Key_O), this,
             [this] { elige_otra(); })
         ->setObjectName(QStringLiteral("mnuAbrirEmpresa"));
-    auto* recientes = empresa->addMenu(QStringLiteral("Abiertas &últimamente"));
+    auto* recientes = empresa->addMenu(QStringLiteral("Abiertas ú&ltimamente"));
     recientes->setObjectName(QStringLiteral("mnuRecientes"));
     connect(recientes, &QMenu::aboutToShow, this, [this, recientes] { llena_recientes(*recientes); });
     llena_recientes(*recientes);

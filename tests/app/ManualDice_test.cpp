@@ -53,7 +53,7 @@ namespace {
     std::vector<std::pair<std::string, Nombres>> ordenes_del_programa()
     {
         static app::OpcionesComunes comunes;
-        static const app::Ventanas sin_ventanas{ nullptr, nullptr };
+        static const app::Ventanas sin_ventanas{ nullptr, nullptr, nullptr };
         std::vector<std::pair<std::string, Nombres>> todas;
         for (const auto& una : app::ordenes()) {
             CLI::App orden;
@@ -112,7 +112,7 @@ namespace {
     {
         CLI::App listar;
         app::OpcionesComunes comunes;
-        const app::Ventanas sin_ventanas{ nullptr, nullptr };
+        const app::Ventanas sin_ventanas{ nullptr, nullptr, nullptr };
         for (const auto& una : app::ordenes())
             if (una.nombre == std::string("listar"))
                 static_cast<void>(una.declara(listar, { comunes, sin_ventanas }));

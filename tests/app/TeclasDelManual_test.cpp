@@ -154,8 +154,7 @@ private slots:
         const app::frmDatosEmpresa datos;
         compara(QStringLiteral("Datos de la empresa"), datos, {});
         const app::frmResumen resumen(*m_sesion, m_opciones.lugar());
-        compara(QStringLiteral("Resumen de cargos"), resumen,
-            QStringLiteral("host/ventanas/frmResumen.cpp"));
+        compara(QStringLiteral("Resumen de cargos"), resumen, QStringLiteral("host/ventanas/frmResumen.cpp"));
         const frmEditor_Comentarios comentario;
         compara(QStringLiteral("Editor de Comentarios"), comentario,
             QStringLiteral("editor/frmEditor_Comentarios.cpp"));

@@ -59,7 +59,7 @@ class Escritorio:
 
     def _pantalla(self):
         lee, escribe = os.pipe()
-        self._lanza("Xvfb", "-displayfd", str(escribe), "-screen", "0", "1280x900x24", pass_fds=(escribe,))
+        self._lanza("Xvfb", "-noreset", "-displayfd", str(escribe), "-screen", "0", "1280x900x24", pass_fds=(escribe,))
         os.close(escribe)
         with os.fdopen(lee) as numero:
             os.environ["DISPLAY"] = ":" + numero.readline().strip()

@@ -4,6 +4,7 @@
 #include "engines/sql/Guion.hpp"
 #include "engines/sql/Postgresql.hpp"
 #include "engines/sql/Unidad.hpp"
+#include "tests/engines/FalloDe.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 #include "tests/support/TrazaPostgresql.hpp"
 
@@ -133,21 +134,6 @@ struct ParPostgresql : testing::Test {
         return pruebas::TrazaPostgresql(gestion->base(), uso).viajes();
     }
 };
-
-struct Fallo {
-    adodb::Categoria categoria = adodb::Categoria::otra;
-    std::string descripcion = "no error";
-};
-
-template <class Uso> Fallo fallo_de(Uso uso)
-{
-    try {
-        uso();
-    } catch (const adodb::ErrorBaseDatos& error) {
-        return { error.categoria(), error.descripcion() };
-    }
-    return {};
-}
 
 inline Fallo al_ejecutar(Connection& conexion, const std::string& sql)
 {

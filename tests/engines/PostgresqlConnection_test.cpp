@@ -1,6 +1,7 @@
 #include "engines/postgresql/Connection.hpp"
 
 #include "engines/sql/Postgresql.hpp"
+#include "tests/engines/FalloDe.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 #include "tests/support/TrazaPostgresql.hpp"
 
@@ -67,21 +68,6 @@ namespace {
                 "SELECT pg_terminate_backend(" + std::to_string(PQbackendPID(victima.base())) + ", 5000)");
         }
     };
-
-    struct Fallo {
-        Categoria categoria = Categoria::otra;
-        std::string descripcion = "no error";
-    };
-
-    template <class Uso> Fallo fallo_de(Uso uso)
-    {
-        try {
-            uso();
-        } catch (const ErrorBaseDatos& error) {
-            return { error.categoria(), error.descripcion() };
-        }
-        return {};
-    }
 
     Fallo al_abrir(const std::string& direccion)
     {
