@@ -5,7 +5,7 @@ target_include_directories(atipicos_opciones INTERFACE "${PROJECT_SOURCE_DIR}")
 target_compile_options(atipicos_opciones INTERFACE
     -Wall -Wextra -Wpedantic -Werror
     -Wcast-align -Wconversion -Wduplicated-cond -Wextra-semi -Wformat=2 -Wlogical-op -Wnon-virtual-dtor
-    -Wnull-dereference -Wold-style-cast -Woverloaded-virtual -Wshadow -Wsign-conversion -Wuseless-cast
+    -Wold-style-cast -Woverloaded-virtual -Wshadow -Wsign-conversion -Wuseless-cast
     # GCC 12 sees overlaps and overflows in std::string that are not there (bug 105651); the second only when it
     # optimises, by a name that other compilers do not know.
     -Wno-restrict "$<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overflow>"
@@ -30,7 +30,7 @@ if(NOT WIN32 AND NOT ATIPICOS_SANITIZADORES AND NOT ATIPICOS_FUZZ)
 endif()
 if(ATIPICOS_SANITIZADORES)
     target_compile_options(atipicos_opciones INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -Wno-null-dereference)
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(atipicos_opciones INTERFACE -fsanitize=address,undefined)
 endif()
 if(ATIPICOS_FUZZ)

@@ -6,11 +6,10 @@ add_library(atipicos_opciones_qt INTERFACE)
 target_link_libraries(atipicos_opciones_qt INTERFACE atipicos_opciones Qt6::Widgets atipicos_indulgencias_qt)
 target_compile_definitions(atipicos_opciones_qt INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CONTEXTLESS_CONNECT QT_NO_URL_CAST_FROM_STRING)
-# The code that Qt's tools write for us has casts that ours has not; optimised, GCC 12 sees null pointers inside
-# Qt's own inline functions.
+# The code that Qt's tools write for us has casts that ours has not.
 # A target of its own, because it has to come after the flags that it takes back.
 add_library(atipicos_indulgencias_qt INTERFACE)
-target_compile_options(atipicos_indulgencias_qt INTERFACE -Wno-null-dereference -Wno-useless-cast)
+target_compile_options(atipicos_indulgencias_qt INTERFACE -Wno-useless-cast)
 
 # One static library of widgets: atipicos_ventanas(<name> SOURCES … FORMS … USES …). Qt's headers are compiled once,
 # with the controls.
