@@ -73,7 +73,7 @@ namespace {
                 } },
             { "entry of 3 lines, rolled back",
                 [](std::size_t vez) {
-                    const Transaccion transaccion(*modComun::ConexionBexmor());
+                    const Transaccion transaccion(modComun::ConexionBexmor());
                     std::int32_t asiento = 0;
                     GenerarAsiento(codigo(vez), 1, asiento, datos_asiento(3));
                     comprueba_que(asiento > 0, "no entry");
@@ -142,7 +142,7 @@ namespace {
         const pruebas::Banco banco;
         crece("entry, by lines", { 1, 10, 100, 1'000 }, [](std::size_t lineas) {
             return mediana_de(9, [&] {
-                const Transaccion transaccion(*modComun::ConexionBexmor());
+                const Transaccion transaccion(modComun::ConexionBexmor());
                 std::int32_t asiento = 0;
                 GenerarAsiento("AT269999", 1, asiento, datos_asiento(lineas));
                 comprueba_que(asiento > 0, "no entry");

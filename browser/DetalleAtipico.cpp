@@ -36,8 +36,8 @@ void anexa_fila(std::string& destino, const LineaDetalle& linea, int decimales_p
 
 void Cargar_Detalles(const ClaveCargo& clave, const std::function<void(const LineaDetalle&)>& cada)
 {
-    const auto empresa = modComun::EmpresaOrvalin().Codigo();
-    auto rs = modComun::ConexionOrvalin().CreateRecordset();
+    const auto empresa = modComun::EmpresaOrvalin()->Codigo();
+    auto rs = modComun::CreateRecordset();
     rs->Open(instruccion_detalle(clave, empresa), adodb::CursorType::ForwardOnly, adodb::LockType::ReadOnly);
     for (; !rs->Eof(); rs->MoveNext()) {
         LineaDetalle linea;

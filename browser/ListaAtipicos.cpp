@@ -31,9 +31,9 @@ std::string instruccion_lista(
 void Cargar_Atipicos(const FiltroAtipicos& filtro, const std::function<void(const CargoListado&)>& cada,
     ColumnasLista columnas)
 {
-    auto& empresa = modComun::EmpresaOrvalin();
-    auto rs = modComun::ConexionOrvalin().CreateRecordset();
-    rs->Open(instruccion_lista(filtro, empresa.Codigo(), empresa.EmpresaProveedores()),
+    const auto empresa = modComun::EmpresaOrvalin();
+    auto rs = modComun::CreateRecordset();
+    rs->Open(instruccion_lista(filtro, empresa->Codigo(), empresa->EmpresaProveedores()),
         adodb::CursorType::ForwardOnly, adodb::LockType::ReadOnly);
     const LectorLista lector(*rs, columnas);
     CargoListado cargo;

@@ -110,8 +110,8 @@ void frmCompras_Atipicos_Visor::conecta()
 void frmCompras_Atipicos_Visor::Form_Load()
 {
     empieza_vacio();
-    const auto& empresa = modComun::comparte_EmpresaOrvalin();
-    const auto& conexion = modComun::comparte_ConexionOrvalin();
+    const auto empresa = modComun::EmpresaOrvalin();
+    const auto conexion = modComun::ConexionOrvalin();
     m_ui->tabDetalles->Prepara();
     m_ui->txtAlmacen->Prepara(empresa, conexion);
     m_ui->txtProveedor->Prepara(empresa, conexion);
@@ -365,7 +365,7 @@ void frmCompras_Atipicos_Visor::cmdImprimir_Click()
     const auto& cargo = elegido();
     const auto clave = clave_de(cargo);
     ImprimirAtipico({ clave.Ejercicio, clave.Almacen, clave.Codigo, cargo.Proveedor },
-        [this] { return frmImpresora::pregunta(modComun::comparte_EmpresaOrvalin(), this); });
+        [this] { return frmImpresora::pregunta(modComun::EmpresaOrvalin(), this); });
 }
 
 void frmCompras_Atipicos_Visor::cmdEliminar_Click()

@@ -67,8 +67,8 @@ frmDetalleAtipico::~frmDetalleAtipico() = default;
 
 void frmDetalleAtipico::Prepara()
 {
-    const auto& empresa = modComun::comparte_EmpresaOrvalin();
-    const auto& conexion = modComun::comparte_ConexionOrvalin();
+    const auto empresa = modComun::EmpresaOrvalin();
+    const auto conexion = modComun::ConexionOrvalin();
     m_ui->txtAlmacenDet->Prepara(empresa, conexion);
     m_ui->txtProveedorDet->Prepara(empresa, conexion);
     m_ui->vsPrevisiones->setVisible(modComun::PrevisionesCargo() != nullptr);
@@ -132,7 +132,7 @@ void frmDetalleAtipico::Cargar_Detalles(const ClaveCargo& clave)
         std::string fila;
         atipicos::Cargar_Detalles(clave, [&](const LineaDetalle& linea) {
             fila.clear();
-            anexa_fila(fila, linea, modComun::EmpresaOrvalin().DecimalesPrecio());
+            anexa_fila(fila, linea, modComun::EmpresaOrvalin()->DecimalesPrecio());
             rejilla.AddItem(QByteArray::fromStdString(fila));
         });
     });

@@ -14,7 +14,7 @@ namespace atipicos {
 std::int16_t tipo_impuesto_atipicos(Donde donde)
 {
     const Variant tipo
-        = modComun::EmpresaOrvalin(donde).Parametro(claves::Proveedores_AtipcosImpuesto, donde);
+        = modComun::EmpresaOrvalin(donde)->Parametro(claves::Proveedores_AtipcosImpuesto, donde);
     const auto* const texto = std::get_if<std::string>(&tipo.valor());
     return texto != nullptr && texto->empty() ? std::int16_t{ 0 } : CInt(tipo, donde);
 }

@@ -1,11 +1,13 @@
 #include "context/Transaccion.hpp"
 
+#include <utility>
+
 namespace atipicos {
 
-Transaccion::Transaccion(adodb::Connection& conexion, Donde donde)
-    : m_conexion(conexion)
+Transaccion::Transaccion(std::shared_ptr<adodb::Connection> conexion, Donde donde)
+    : m_conexion(std::move(conexion))
 {
-    m_conexion.BeginTrans(donde);
+    m_conexion->BeginTrans(donde);
 }
 
 Transaccion::~Transaccion()
@@ -13,7 +15,7 @@ Transaccion::~Transaccion()
     if (!m_abierta)
         return;
     try {
-        m_conexion.RollbackTrans();
+        m_conexion->RollbackTrans();
     } catch (...) { // NOLINT(bugprone-empty-catch): the error that led here is the one to show; a lost
                     // connection has rolled back by itself
     }
@@ -21,7 +23,7 @@ Transaccion::~Transaccion()
 
 void Transaccion::Confirma(Donde donde)
 {
-    m_conexion.CommitTrans(donde);
+    m_conexion->CommitTrans(donde);
     m_abierta = false;
 }
 

@@ -2,13 +2,15 @@
 
 #include "platform/adodb/Connection.hpp"
 
+#include <memory>
+
 namespace atipicos {
 
-/// A transaction on a connection of the host: rolled back when it is destroyed without `Confirma`.
-/// The connection must outlive it.
+/// A transaction on a connection of the host: rolled back when it is destroyed without `Confirma`. It ends on
+/// the connection on which it began, which it holds.
 class Transaccion {
 public:
-    explicit Transaccion(adodb::Connection& conexion, Donde donde = Donde::aqui());
+    explicit Transaccion(std::shared_ptr<adodb::Connection> conexion, Donde donde = Donde::aqui());
     Transaccion(const Transaccion&) = delete;
     Transaccion& operator=(const Transaccion&) = delete;
     ~Transaccion();
@@ -16,7 +18,7 @@ public:
     void Confirma(Donde donde = Donde::aqui()); ///< commits; when that fails the transaction is still open
 
 private:
-    adodb::Connection& m_conexion;
+    std::shared_ptr<adodb::Connection> m_conexion;
     bool m_abierta = true;
 };
 

@@ -79,39 +79,47 @@ void set_Borradores(std::shared_ptr<Borradores> borradores) noexcept
 
 std::shared_ptr<Borradores> comparte_Borradores() noexcept { return referencias().borradores; }
 
-const std::shared_ptr<qvoremp::Empresa>& comparte_EmpresaOrvalin(Donde donde)
+std::shared_ptr<qvoremp::Empresa> EmpresaOrvalin(Donde donde)
 {
     return establecida(referencias().EmpresaOrvalin, donde);
 }
 
-const std::shared_ptr<adodb::Connection>& comparte_ConexionOrvalin(Donde donde)
+std::shared_ptr<adodb::Connection> ConexionOrvalin(Donde donde)
 {
     return establecida(referencias().ConexionOrvalin, donde);
 }
 
-qvoremp::Empresa& EmpresaOrvalin(Donde donde) { return *comparte_EmpresaOrvalin(donde); }
+std::shared_ptr<qvbxemp::Empresa> EmpresaBexmor(Donde donde)
+{
+    return establecida(referencias().EmpresaBexmor, donde);
+}
 
-adodb::Connection& ConexionOrvalin(Donde donde) { return *comparte_ConexionOrvalin(donde); }
-
-qvbxemp::Empresa& EmpresaBexmor(Donde donde) { return *establecida(referencias().EmpresaBexmor, donde); }
-
-const std::shared_ptr<adodb::Connection>& ConexionBexmor(Donde donde)
+std::shared_ptr<adodb::Connection> ConexionBexmor(Donde donde)
 {
     return establecida(referencias().ConexionBexmor, donde);
 }
 
-const std::shared_ptr<MsgBox>& comparte_Avisos(Donde donde)
-{
-    return establecida(referencias().avisos, donde);
-}
+std::shared_ptr<MsgBox> Avisos(Donde donde) { return establecida(referencias().avisos, donde); }
 
-MsgBox& Avisos(Donde donde) { return *comparte_Avisos(donde); }
+std::shared_ptr<const qvoremp::Biblioteca> BibliotecaOrvalin(Donde donde)
+{
+    return establecida(referencias().BibliotecaOrvalin, donde);
+}
 
 Reloj& reloj(Donde donde) { return *establecida(referencias().reloj, donde); }
 
-const qvoremp::Biblioteca& BibliotecaOrvalin(Donde donde)
+std::shared_ptr<adodb::Recordset> CreateRecordset(Donde donde)
 {
-    return *establecida(referencias().BibliotecaOrvalin, donde);
+    auto conexion = ConexionOrvalin(donde);
+    auto filas = conexion->CreateRecordset();
+    // Whoever lets the rows go closes them, and then lets the connection go.
+    struct ConSuConexion {
+        std::shared_ptr<adodb::Connection> conexion;
+        std::unique_ptr<adodb::Recordset> filas;
+    };
+    auto ambas = std::make_shared<ConSuConexion>(std::move(conexion), std::move(filas));
+    auto* unas = ambas->filas.get();
+    return { std::move(ambas), unas };
 }
 
 } // namespace atipicos::modComun

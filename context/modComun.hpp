@@ -39,17 +39,17 @@ void set_PrevisionesCargo(std::shared_ptr<const qvoremp::PrevisionesCargo> previ
 void set_Borradores(std::shared_ptr<Borradores> borradores) noexcept;
 [[nodiscard]] std::shared_ptr<Borradores> comparte_Borradores() noexcept; ///< nothing where nothing is kept
 
-/// The references in force. Each raises error 91 while it has not been set.
-[[nodiscard]] qvoremp::Empresa& EmpresaOrvalin(Donde donde = Donde::aqui());
-[[nodiscard]] adodb::Connection& ConexionOrvalin(Donde donde = Donde::aqui());
-[[nodiscard]] qvbxemp::Empresa& EmpresaBexmor(Donde donde = Donde::aqui());
-[[nodiscard]] const std::shared_ptr<adodb::Connection>& ConexionBexmor(Donde donde = Donde::aqui());
-/// The same references, for whoever keeps them beyond the call: a control given its company and connection.
-[[nodiscard]] const std::shared_ptr<qvoremp::Empresa>& comparte_EmpresaOrvalin(Donde donde = Donde::aqui());
-[[nodiscard]] const std::shared_ptr<adodb::Connection>& comparte_ConexionOrvalin(Donde donde = Donde::aqui());
-[[nodiscard]] const std::shared_ptr<MsgBox>& comparte_Avisos(Donde donde = Donde::aqui());
-[[nodiscard]] MsgBox& Avisos(Donde donde = Donde::aqui());
-[[nodiscard]] Reloj& reloj(Donde donde = Donde::aqui());
-[[nodiscard]] const qvoremp::Biblioteca& BibliotecaOrvalin(Donde donde = Donde::aqui());
+/// The references in force, each with a hold of its own: the host may set another one while it answers a
+/// call, and an operation goes on with what it began with. Each raises error 91 while it has not been set.
+[[nodiscard]] std::shared_ptr<qvoremp::Empresa> EmpresaOrvalin(Donde donde = Donde::aqui());
+[[nodiscard]] std::shared_ptr<adodb::Connection> ConexionOrvalin(Donde donde = Donde::aqui());
+[[nodiscard]] std::shared_ptr<qvbxemp::Empresa> EmpresaBexmor(Donde donde = Donde::aqui());
+[[nodiscard]] std::shared_ptr<adodb::Connection> ConexionBexmor(Donde donde = Donde::aqui());
+[[nodiscard]] std::shared_ptr<MsgBox> Avisos(Donde donde = Donde::aqui());
+[[nodiscard]] std::shared_ptr<const qvoremp::Biblioteca> BibliotecaOrvalin(Donde donde = Donde::aqui());
+[[nodiscard]] Reloj& reloj(Donde donde = Donde::aqui()); ///< it asks nobody, so that none takes its place
+
+/// A closed recordset of `ConexionOrvalin`, which holds that connection as long as it lives.
+[[nodiscard]] std::shared_ptr<adodb::Recordset> CreateRecordset(Donde donde = Donde::aqui());
 
 } // namespace atipicos::modComun

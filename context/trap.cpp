@@ -35,7 +35,7 @@ Error error_en_curso()
 
 void muestra_error_en_curso(std::string_view etiqueta, TextoError texto)
 {
-    modComun::Avisos().mostrar(mensaje_error(etiqueta, error_en_curso(), texto));
+    modComun::Avisos()->mostrar(mensaje_error(etiqueta, error_en_curso(), texto));
 }
 
 } // namespace atipicos

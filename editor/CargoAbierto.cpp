@@ -7,9 +7,9 @@ namespace atipicos {
 
 namespace {
 
-    std::unique_ptr<adodb::Recordset> abre(const std::string& instruccion)
+    std::shared_ptr<adodb::Recordset> abre(const std::string& instruccion)
     {
-        auto rs = modComun::ConexionOrvalin().CreateRecordset();
+        auto rs = modComun::CreateRecordset();
         rs->Open(instruccion, adodb::CursorType::ForwardOnly, adodb::LockType::ReadOnly);
         return rs;
     }
@@ -45,7 +45,7 @@ std::string instruccion_lineas(const ClaveCargo& clave, std::int16_t empresa)
 
 std::optional<CabeceraAbierta> lee_cabecera(const ClaveCargo& clave)
 {
-    const auto rs = abre(instruccion_cabecera(clave, modComun::EmpresaOrvalin().Codigo()));
+    const auto rs = abre(instruccion_cabecera(clave, modComun::EmpresaOrvalin()->Codigo()));
     if (rs->Eof())
         return std::nullopt;
     CabeceraAbierta cabecera;
@@ -59,7 +59,7 @@ std::optional<CabeceraAbierta> lee_cabecera(const ClaveCargo& clave)
 
 void lee_lineas(const ClaveCargo& clave, const std::function<void(const LineaAbierta&)>& cada)
 {
-    const auto rs = abre(instruccion_lineas(clave, modComun::EmpresaOrvalin().Codigo()));
+    const auto rs = abre(instruccion_lineas(clave, modComun::EmpresaOrvalin()->Codigo()));
     for (; !rs->Eof(); rs->MoveNext()) {
         LineaAbierta leida;
         leida.linea.Cod_Articulo = CLng(valor(*rs, "Cod_Articulo"));

@@ -79,7 +79,7 @@ FilaCargo EdicionAtipico::forma_fila(const LineaTecleada& linea, std::string cue
     FilaCargo fila{ linea, importe_linea(linea.Unidades, linea.Costo), std::move(cuenta),
         linea.Cod_Articulo };
     fila.linea.Unidades = Redondear(linea.Unidades, decimales_unidades);
-    fila.linea.Costo = Redondear(linea.Costo, modComun::EmpresaOrvalin().DecimalesCosto());
+    fila.linea.Costo = Redondear(linea.Costo, modComun::EmpresaOrvalin()->DecimalesCosto());
     return fila;
 }
 

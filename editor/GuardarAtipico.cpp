@@ -16,8 +16,8 @@ namespace {
 
     std::int16_t empresa_contable(std::int16_t almacen)
     {
-        const auto empresa = modComun::EmpresaOrvalin().Codigo();
-        auto rs = modComun::ConexionOrvalin().CreateRecordset();
+        const auto empresa = modComun::EmpresaOrvalin()->Codigo();
+        auto rs = modComun::CreateRecordset();
         rs->Open("SELECT EmpContable FROM Almacenes WHERE Cod_Empresa =" + std::to_string(empresa)
                 + " AND Codigo =" + std::to_string(almacen),
             adodb::CursorType::Static, adodb::LockType::ReadOnly);
@@ -29,9 +29,9 @@ namespace {
     Currency total_a_pagar(Currency total)
     {
         const auto tipo = tipo_impuesto_atipicos();
-        auto& empresa = modComun::EmpresaOrvalin();
-        const Currency porcentaje = empresa.PorcentajeImpuesto(tipo);
-        return total + importe_impuesto(total, porcentaje, empresa.DecimalesImporte());
+        const auto empresa = modComun::EmpresaOrvalin();
+        const Currency porcentaje = empresa->PorcentajeImpuesto(tipo);
+        return total + importe_impuesto(total, porcentaje, empresa->DecimalesImporte());
     }
 
     Contabilizacion prepara(const CargoTecleado& tecleado)
@@ -76,14 +76,14 @@ namespace {
         // Declared first so that, when an error leaves this block, management is rolled back first.
         std::optional<Transaccion> contabilidad;
         Transaccion gestion(modComun::ConexionOrvalin());
-        contabilidad.emplace(*modComun::ConexionBexmor());
+        contabilidad.emplace(modComun::ConexionBexmor());
 
         const bool nuevo = tecleado.Codigo.empty();
         const auto ejercicio = CInt(tecleado.Fecha.anio());
         const std::string codigo = nuevo ? cargo.Devuelve_Codigo(true, ejercicio) : tecleado.Codigo;
 
         std::int32_t asiento = 0;
-        if (modComun::EmpresaOrvalin().EnlaceContable() == 1)
+        if (modComun::EmpresaOrvalin()->EnlaceContable() == 1)
             GenerarAsiento(codigo, contable, asiento, datos);
 
         rellena(cargo, tecleado, codigo, asiento, contable);

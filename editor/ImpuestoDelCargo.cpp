@@ -26,8 +26,8 @@ void ImpuestoDelCargo::Leer() noexcept
 {
     m_tipo.reset();
     try {
-        const auto& empresa = modComun::EmpresaOrvalin();
-        m_tipo = Tipo{ empresa.PorcentajeImpuesto(tipo_impuesto_atipicos()), empresa.DecimalesImporte() };
+        const auto empresa = modComun::EmpresaOrvalin();
+        m_tipo = Tipo{ empresa->PorcentajeImpuesto(tipo_impuesto_atipicos()), empresa->DecimalesImporte() };
     } catch (...) { // told when the charge is saved, and not before
     }
 }

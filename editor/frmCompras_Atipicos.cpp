@@ -119,8 +119,8 @@ void frmCompras_Atipicos::Form_Load()
     empieza_vacio();
     Nuevo_Atipico();
 
-    const auto& empresa = modComun::comparte_EmpresaOrvalin();
-    const auto& conexion = modComun::comparte_ConexionOrvalin();
+    const auto empresa = modComun::EmpresaOrvalin();
+    const auto conexion = modComun::ConexionOrvalin();
     m_ui->txtAlmacen->Prepara(empresa, conexion);
     m_ui->txtAlmacen->set_Codigo(empresa->AlmacenDefecto());
     m_ui->txtAlmacen->Buscar();
@@ -166,8 +166,8 @@ void frmCompras_Atipicos::Nuevo_Atipico()
     m_edicion = {}; // gone in any case: its lines may have been saved
     muestra_cambio();
     m_edicion.Nuevo_Atipico();
-    m_edicion.cargo().set_ConexionOrvalin(modComun::comparte_ConexionOrvalin());
-    m_edicion.cargo().set_EmpresaOrvalin(modComun::comparte_EmpresaOrvalin());
+    m_edicion.cargo().set_ConexionOrvalin(modComun::ConexionOrvalin());
+    m_edicion.cargo().set_EmpresaOrvalin(modComun::EmpresaOrvalin());
 }
 
 void frmCompras_Atipicos::Limpiar_Cabecera()
@@ -176,7 +176,7 @@ void frmCompras_Atipicos::Limpiar_Cabecera()
     Codigo.clear(); // what comes next is another charge
     pasos.haz([this] { m_ui->txtAlmacen->setEnabled(es_oficina_central()); });
     pasos.haz([this] {
-        m_ui->txtAlmacen->set_Codigo(modComun::EmpresaOrvalin().AlmacenDefecto());
+        m_ui->txtAlmacen->set_Codigo(modComun::EmpresaOrvalin()->AlmacenDefecto());
         m_ui->txtAlmacen->Buscar();
     });
     m_ui->txtProv->set_Codigo(0);
@@ -278,11 +278,11 @@ void frmCompras_Atipicos::muestra_importe(Currency total)
     m_ui->lblConImpuesto->setText(a_qt(m_impuesto.texto(total)));
 }
 
-int frmCompras_Atipicos::decimales_costo() const { return modComun::EmpresaOrvalin().DecimalesCosto(); }
+int frmCompras_Atipicos::decimales_costo() const { return modComun::EmpresaOrvalin()->DecimalesCosto(); }
 
 bool frmCompras_Atipicos::es_oficina_central() const
 {
-    return CBool(modComun::EmpresaOrvalin().Parametro(claves::OficinaCentral));
+    return CBool(modComun::EmpresaOrvalin()->Parametro(claves::OficinaCentral));
 }
 
 } // namespace atipicos

@@ -148,8 +148,8 @@ void frmCompras_Atipicos::cmdComent_Click()
         if (!hay_lineas() || fila < 1)
             return;
         frmEditor_Comentarios editor(this);
-        editor.set_Conexion(modComun::comparte_ConexionOrvalin());
-        editor.set_cEmpresa(modComun::comparte_EmpresaOrvalin());
+        editor.set_Conexion(modComun::ConexionOrvalin());
+        editor.set_cEmpresa(modComun::EmpresaOrvalin());
         editor.set_Comentario(m_edicion.filas()[static_cast<std::size_t>(fila) - 1].linea.Observaciones);
         editor.exec();
         if (!editor.Aceptado())

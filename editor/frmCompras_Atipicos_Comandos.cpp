@@ -50,7 +50,7 @@ void frmCompras_Atipicos::cmdAceptar_Click()
             m_borrador.Dejar(); // the charge may not have been written, and the form lets go of it
         else
             m_borrador.Quitar();
-        modComun::Avisos().mostrar(mensaje_guardado(resultado));
+        modComun::Avisos()->mostrar(mensaje_guardado(resultado));
         Imprimir_Atipico();
         empieza_otro();
     });
@@ -103,7 +103,7 @@ void frmCompras_Atipicos::Imprimir_Atipico()
             return;
         const auto& cargo = m_edicion.cargo();
         ImprimirAtipico({ cargo.Cod_Ejercicio, cargo.Cod_Almacen, cargo.Codigo, cargo.Proveedor },
-            [this] { return frmImpresora::pregunta(modComun::comparte_EmpresaOrvalin(), this); });
+            [this] { return frmImpresora::pregunta(modComun::EmpresaOrvalin(), this); });
     });
 }
 

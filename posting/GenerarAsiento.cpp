@@ -19,7 +19,7 @@ namespace {
 
     std::string configuracion(std::string_view clave, Donde donde = Donde::aqui())
     {
-        const Variant valor = modComun::EmpresaOrvalin(donde).Parametro(clave, donde);
+        const Variant valor = modComun::EmpresaOrvalin(donde)->Parametro(clave, donde);
         return valor.es_nulo() ? std::string() : CStr(valor, donde);
     }
 
@@ -34,7 +34,7 @@ namespace {
 
     std::unique_ptr<qvbxemp::Empresa> abre_empresa(std::int16_t codigo, Date fecha)
     {
-        auto empresa = modComun::EmpresaBexmor().biblioteca().NuevaEmpresa();
+        auto empresa = modComun::EmpresaBexmor()->biblioteca().NuevaEmpresa();
         empresa->Codigo = codigo;
         if (!empresa->Cargar())
             throw Error(error_contable, "QVORComprasAtip", "No existe empresa Contable en el Cargo");
@@ -53,7 +53,7 @@ namespace {
 
     std::string clave_de(std::int32_t codigo)
     {
-        return " WHERE Cod_Empresa =" + std::to_string(modComun::EmpresaOrvalin().Codigo())
+        return " WHERE Cod_Empresa =" + std::to_string(modComun::EmpresaOrvalin()->Codigo())
             + " AND Codigo =" + std::to_string(codigo);
     }
 
@@ -62,7 +62,7 @@ namespace {
         std::int32_t proveedor, const qvbxemp::ServicioCuentas& servicio, int longitud)
     {
         CuentasProveedor cuentas;
-        auto rs = modComun::ConexionOrvalin().CreateRecordset();
+        auto rs = modComun::CreateRecordset();
         rs->Open(
             "SELECT Cta_Proveedor, Cta_Deudor, Cta_DeudaCortoPlazo FROM Proveedores" + clave_de(proveedor),
             adodb::CursorType::Static, adodb::LockType::ReadOnly);
@@ -74,7 +74,7 @@ namespace {
         rs->Close();
 
         if (cuentas.Proveedor.empty()) {
-            const auto raiz = std::to_string(modComun::EmpresaOrvalin().RaizProveedores());
+            const auto raiz = std::to_string(modComun::EmpresaOrvalin()->RaizProveedores());
             cuentas.Proveedor = servicio.FormarCuenta(raiz, proveedor, longitud);
         }
         if (cuentas.Deudor.empty()) {
@@ -90,7 +90,7 @@ namespace {
 
     std::string lee_cuenta_ingresos(std::int16_t almacen)
     {
-        auto rs = modComun::ConexionOrvalin().CreateRecordset();
+        auto rs = modComun::CreateRecordset();
         rs->Open("SELECT CtaIngresosAtipicos FROM Almacenes" + clave_de(almacen), adodb::CursorType::Static,
             adodb::LockType::ReadOnly);
         std::string cuenta;

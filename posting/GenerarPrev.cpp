@@ -71,7 +71,7 @@ namespace {
     /// The bank from which the accounting company pays; none when there is no such company.
     std::string banco_de_pago(std::int16_t empresa_contable)
     {
-        const auto empresa = modComun::EmpresaBexmor().biblioteca().NuevaEmpresa();
+        const auto empresa = modComun::EmpresaBexmor()->biblioteca().NuevaEmpresa();
         empresa->Codigo = empresa_contable;
         return empresa->Cargar() ? empresa->CuentaBancoPago() : std::string();
     }
@@ -97,13 +97,13 @@ namespace {
     bool busca_condiciones(const Contabilizacion& datos, Condiciones& condiciones)
     {
         Contabilidad c;
-        c.tablas = CStr(modComun::EmpresaBexmor().Parametro(claves::ODBCBaseDatos)) + ".dbo.";
+        c.tablas = CStr(modComun::EmpresaBexmor()->Parametro(claves::ODBCBaseDatos)) + ".dbo.";
         c.empresa = std::to_string(datos.EmpresaContable);
         c.ejercicio = std::to_string(datos.Fecha.anio());
         c.banco = banco_de_pago(datos.EmpresaContable);
-        const auto empresa = modComun::EmpresaOrvalin().Codigo();
+        const auto empresa = modComun::EmpresaOrvalin()->Codigo();
 
-        auto rs = modComun::ConexionOrvalin().CreateRecordset();
+        auto rs = modComun::CreateRecordset();
         rs->Open(consulta_proveedor(c, empresa, datos.Proveedor), adodb::CursorType::Static,
             adodb::LockType::ReadOnly);
         if (rs->Eof()) {
@@ -147,7 +147,7 @@ namespace {
 
 bool genera_previsiones(Donde donde)
 {
-    return CBool(modComun::EmpresaOrvalin(donde).Parametro(claves::GenerarPrevPagos, donde), donde);
+    return CBool(modComun::EmpresaOrvalin(donde)->Parametro(claves::GenerarPrevPagos, donde), donde);
 }
 
 Propuesta GenerarPrev(const Contabilizacion& datos)

@@ -100,8 +100,8 @@ void frmCompras_Atipicos_Contabilizar::prepara_rejilla()
 
 void frmCompras_Atipicos_Contabilizar::prepara_selectores()
 {
-    const auto& conexion = modComun::ConexionBexmor();
-    m_contable = modComun::EmpresaBexmor().biblioteca().NuevaEmpresa();
+    const auto conexion = modComun::ConexionBexmor();
+    m_contable = modComun::EmpresaBexmor()->biblioteca().NuevaEmpresa();
     m_contable->Codigo = m_edicion.datos().EmpresaContable;
     m_contable->Ejercicio = CInt(m_edicion.datos().Fecha.anio());
     m_contable->Conexion = conexion;
@@ -111,9 +111,9 @@ void frmCompras_Atipicos_Contabilizar::prepara_selectores()
 
 void frmCompras_Atipicos_Contabilizar::lee_banco_del_proveedor()
 {
-    auto rs = modComun::ConexionOrvalin().CreateRecordset();
+    auto rs = modComun::CreateRecordset();
     rs->Open("SELECT CtaBancoPago FROM Proveedores WHERE Cod_Empresa ="
-            + std::to_string(modComun::EmpresaOrvalin().Codigo())
+            + std::to_string(modComun::EmpresaOrvalin()->Codigo())
             + " AND Codigo =" + std::to_string(m_edicion.datos().Proveedor),
         adodb::CursorType::Static, adodb::LockType::ReadOnly);
     if (!rs->Eof()) {

@@ -9,18 +9,18 @@ bool ImprimirAtipico(const CargoAImprimir& cargo, const PedirDestino& pedir_dest
     const auto destino = pedir_destino();
     if (!destino)
         return false;
-    const auto& empresa = modComun::EmpresaOrvalin(donde);
-    const auto& biblioteca = modComun::BibliotecaOrvalin(donde);
+    const auto empresa = modComun::EmpresaOrvalin(donde);
+    const auto biblioteca = modComun::BibliotecaOrvalin(donde);
 
     // A charge outlives its warehouse and its supplier: what is left of them is their code.
-    auto almacen = biblioteca.NuevoAlmacen(empresa, donde);
+    auto almacen = biblioteca->NuevoAlmacen(*empresa, donde);
     almacen->Codigo = cargo.Almacen;
     almacen->Cargar(donde);
-    auto proveedor = biblioteca.NuevoProveedor(empresa, donde);
+    auto proveedor = biblioteca->NuevoProveedor(*empresa, donde);
     proveedor->Codigo = cargo.Proveedor;
     proveedor->Cargar(donde);
 
-    const auto impresion = biblioteca.NuevaImpresionCargo(empresa, donde);
+    const auto impresion = biblioteca->NuevaImpresionCargo(*empresa, donde);
     impresion->Ejercicio = cargo.Ejercicio;
     impresion->Codigo = cargo.Codigo;
     impresion->almacen = std::move(almacen);

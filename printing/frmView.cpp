@@ -20,7 +20,7 @@ namespace {
     {
         const auto visor = QStringLiteral("Visor de Reportes");
         return modComun::hay_EmpresaOrvalin()
-            ? a_qt(modComun::EmpresaOrvalin().Nombre()) + QStringLiteral(" - ") + visor
+            ? a_qt(modComun::EmpresaOrvalin()->Nombre()) + QStringLiteral(" - ") + visor
             : visor;
     }
 

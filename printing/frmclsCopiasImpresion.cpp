@@ -27,10 +27,11 @@ void frmclsCopiasImpresion::Show(int Modal, const Duena& OwnerForm)
     trap("frmclsCopiasImpresion:Show", [&] {
         if (m_form.isNull())
             m_form = new frmImpresora;
-        m_form->set_EmpresaOrvalin(modComun::comparte_EmpresaOrvalin());
+        m_form->set_EmpresaOrvalin(modComun::EmpresaOrvalin());
         m_form->set_Destino(Destino);
         m_form->Show(Modal, OwnerForm);
-        Destino = m_form->Destino();
+        if (!m_form.isNull()) // else it has gone with its owner meanwhile
+            Destino = m_form->Destino();
     });
 }
 

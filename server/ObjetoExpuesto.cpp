@@ -178,19 +178,20 @@ HRESULT ObjetoExpuesto::ejecuta(
         return DISP_E_MEMBERNOTFOUND;
     const Miembro& miembro = m_clase.miembros[numero - 1];
     const bool es_objeto = miembro.tipo == Tipo::Objeto;
+    const auto nativo = m_nativo; // the host may give up its last hold of this object while it answers a call
 
     if ((uso & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) {
         if (miembro.pone == nullptr || ((uso & DISPATCH_PROPERTYPUT) == 0 && !es_objeto))
             return DISP_E_MEMBERNOTFOUND;
         Llamada llamada(miembro, argumentos);
-        miembro.pone(m_nativo.get(), llamada);
+        miembro.pone(nativo.get(), llamada);
         return S_OK;
     }
     if (miembro.lee == nullptr)
         return DISP_E_MEMBERNOTFOUND;
     const bool para_su_objeto = es_objeto && !miembro.es_metodo && argumentos.cArgs != 0;
     Llamada llamada(miembro, para_su_objeto ? DISPPARAMS{} : argumentos);
-    miembro.lee(m_nativo.get(), llamada);
+    miembro.lee(nativo.get(), llamada);
     if (para_su_objeto)
         return aplica(llamada.resultado(), argumentos, resultado, donde);
     if (resultado != nullptr)

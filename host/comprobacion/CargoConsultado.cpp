@@ -14,17 +14,17 @@ ClaveAsiento CargoConsultado::asiento() const
 
 std::optional<CargoConsultado> busca_cargo(const ClaveCargo& clave)
 {
-    auto& empresa = modComun::EmpresaOrvalin();
-    auto rs = modComun::ConexionOrvalin().CreateRecordset();
+    const auto empresa = modComun::EmpresaOrvalin();
+    auto rs = modComun::CreateRecordset();
     rs->Open(
         "SELECT pc.*, ISNULL(alm.Nombre, '') AS Nombre_Almacen, ISNULL(prov.Nombre, '') AS Nombre_Proveedor,"
         " ISNULL(usu.Nombre, '') AS Nombre_Usuario FROM Proveedores_Cargos_Atipicos pc"
         " LEFT JOIN Almacenes alm ON alm.Cod_Empresa = pc.Cod_Empresa AND alm.Codigo = pc.Cod_Almacen"
         " LEFT JOIN Proveedores prov ON prov.Cod_Empresa ="
-            + std::to_string(empresa.EmpresaProveedores())
+            + std::to_string(empresa->EmpresaProveedores())
             + " AND prov.Codigo = pc.Proveedor LEFT JOIN SGD_Usuarios usu ON usu.Codigo = pc.Usuario"
               " WHERE pc.Cod_Empresa ="
-            + std::to_string(empresa.Codigo()) + " AND pc.Cod_Ejercicio =" + std::to_string(clave.Ejercicio)
+            + std::to_string(empresa->Codigo()) + " AND pc.Cod_Ejercicio =" + std::to_string(clave.Ejercicio)
             + " AND pc.Cod_Almacen =" + std::to_string(clave.Almacen)
             + " AND pc.Codigo =" + sql::literal(clave.Codigo),
         adodb::CursorType::Static, adodb::LockType::ReadOnly);

@@ -165,8 +165,8 @@ namespace {
         const Regularizador& quien, const Contraria& contraria, Donde donde)
     {
         ResultadoRegularizar resultado;
-        Transaccion gestion(*bases.orvalin, donde);
-        Transaccion contabilidad(*bases.bexmor, donde);
+        Transaccion gestion(bases.orvalin, donde);
+        Transaccion contabilidad(bases.bexmor, donde);
         for (const auto& clave : asientos) {
             Interrupcion::comprueba();
             const auto asiento = lee_asiento(*bases.bexmor, clave);

@@ -84,7 +84,7 @@ namespace {
 
     std::string condicion(const ClaveCargo& clave)
     {
-        return " WHERE Cod_Empresa =" + std::to_string(modComun::EmpresaOrvalin().Codigo())
+        return " WHERE Cod_Empresa =" + std::to_string(modComun::EmpresaOrvalin()->Codigo())
             + " AND Cod_Ejercicio =" + std::to_string(clave.Ejercicio) + " AND Cod_Almacen ="
             + std::to_string(clave.Almacen) + " AND Codigo =" + sql::literal(clave.Codigo);
     }
@@ -100,14 +100,14 @@ namespace {
     /// The rows of the charge as they are, by the number of their line.
     std::map<std::int32_t, FilaLeida> ahora(const ClaveCargo& clave)
     {
-        auto& conexion = modComun::ConexionOrvalin();
+        const auto conexion = modComun::ConexionOrvalin();
         std::map<std::int32_t, FilaLeida> filas;
         const auto cabecera
-            = adodb::consulta(conexion, "SELECT * FROM Proveedores_Cargos_Atipicos" + condicion(clave));
+            = adodb::consulta(*conexion, "SELECT * FROM Proveedores_Cargos_Atipicos" + condicion(clave));
         if (!cabecera->Eof())
             filas.emplace(0, leida(*cabecera, de_cabecera));
         const auto lineas = adodb::consulta(
-            conexion, "SELECT * FROM Proveedores_Cargos_Atipicos_Lineas" + condicion(clave));
+            *conexion, "SELECT * FROM Proveedores_Cargos_Atipicos_Lineas" + condicion(clave));
         for (; !lineas->Eof(); lineas->MoveNext())
             filas.emplace(CLng(lineas->Fields("Num_Linea").Value()), leida(*lineas, de_linea));
         return filas;
@@ -163,7 +163,7 @@ namespace {
     void agrega_anulaciones(std::vector<Suceso>& sucesos)
     {
         for (const auto& [empresa, ejercicio, numero] : asientos_de(sucesos)) {
-            const auto rs = adodb::consulta(modComun::ConexionOrvalin(),
+            const auto rs = adodb::consulta(*modComun::ConexionOrvalin(),
                 "SELECT * FROM Historial_Anulaciones WHERE Cod_Empresa =" + std::to_string(empresa)
                     + " AND Cod_Ejercicio =" + std::to_string(ejercicio)
                     + " AND Asiento =" + std::to_string(numero));
@@ -195,7 +195,7 @@ std::vector<Suceso> historial_de(const ClaveCargo& clave)
 {
     std::vector<Suceso> sucesos;
     const auto rs = adodb::consulta(
-        modComun::ConexionOrvalin(), "SELECT * FROM Historial" + condicion(clave) + " ORDER BY Numero");
+        *modComun::ConexionOrvalin(), "SELECT * FROM Historial" + condicion(clave) + " ORDER BY Numero");
     for (; !rs->Eof(); rs->MoveNext())
         sucesos.push_back(lee_suceso(*rs));
     completa(sucesos, ahora(clave));

@@ -56,9 +56,9 @@ namespace {
             datos.Cargos.push_back(
                 { importe_linea(linea.linea.Unidades, linea.linea.Costo), linea.CtaAtipicos });
         });
-        auto& empresa = modComun::EmpresaOrvalin();
-        const Currency porcentaje = empresa.PorcentajeImpuesto(tipo_impuesto_atipicos());
-        if (importe_impuesto(cabecera.Importe, porcentaje, empresa.DecimalesImporte())
+        const auto empresa = modComun::EmpresaOrvalin();
+        const Currency porcentaje = empresa->PorcentajeImpuesto(tipo_impuesto_atipicos());
+        if (importe_impuesto(cabecera.Importe, porcentaje, empresa->DecimalesImporte())
             != cabecera.Impuesto_Importe)
             rehusa("El cargo " + clave.Codigo + " se guardó con un impuesto del "
                 + texto_pantalla(cabecera.Impuesto, 2) + " % y ahora es del " + texto_pantalla(porcentaje, 2)
@@ -73,7 +73,7 @@ namespace {
     void apunta_asiento(std::int16_t empresa, const ClaveCargo& clave, std::int32_t antes, std::int32_t ahora)
     {
         std::int32_t afectadas = 0;
-        modComun::ConexionOrvalin().Execute("UPDATE Proveedores_Cargos_Atipicos SET Asiento ="
+        modComun::ConexionOrvalin()->Execute("UPDATE Proveedores_Cargos_Atipicos SET Asiento ="
                 + std::to_string(ahora) + " WHERE Cod_Empresa =" + std::to_string(empresa)
                 + " AND Cod_Ejercicio =" + std::to_string(clave.Ejercicio)
                 + " AND Cod_Almacen =" + std::to_string(clave.Almacen)
@@ -99,7 +99,7 @@ int contabilizar(const OpcionesComunes& comunes, const OpcionesContabilizar& opc
     // Management is committed first, as in a save: a process that dies in between leaves the charge as it was
     // found, to be posted again.
     Transaccion gestion(modComun::ConexionOrvalin());
-    Transaccion contabilidad(*modComun::ConexionBexmor());
+    Transaccion contabilidad(modComun::ConexionBexmor());
     std::int32_t asiento = 0;
     GenerarAsiento(clave.Codigo, cargo->EmpContable, asiento, datos);
     if (asiento == 0)

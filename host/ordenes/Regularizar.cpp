@@ -126,7 +126,7 @@ int regularizar(const OpcionesComunes& comunes, const OpcionesRegularizar& opcio
     std::vector<ClaveAsiento> cuales;
     for (const auto& uno : elegidos)
         cuales.push_back(uno.asiento);
-    const Regularizador quien{ fecha, CStr(modComun::EmpresaOrvalin().Parametro(claves::UsuarioActual)),
+    const Regularizador quien{ fecha, CStr(modComun::EmpresaOrvalin()->Parametro(claves::UsuarioActual)),
         ahora };
     cuenta_lo_hecho(
         a_mano ? da_por_saldados(sesion.bases, cuales, quien) : regulariza(sesion.bases, cuales, quien));

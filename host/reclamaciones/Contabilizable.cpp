@@ -18,7 +18,7 @@ namespace {
 
     std::string texto_de(std::string_view clave)
     {
-        const Variant valor = modComun::EmpresaOrvalin().Parametro(clave);
+        const Variant valor = modComun::EmpresaOrvalin()->Parametro(clave);
         return valor.es_nulo() ? std::string() : CStr(valor);
     }
 
@@ -59,7 +59,7 @@ Contabilizable::Contabilizable(const orvalin::Catalogos& catalogos, const qvbxem
 
 std::vector<Reparo> Contabilizable::reparos(const Reclamacion& reclamacion, const CargoTecleado& tecleado)
 {
-    if (modComun::EmpresaOrvalin().EnlaceContable() != 1)
+    if (modComun::EmpresaOrvalin()->EnlaceContable() != 1)
         return {};
     const auto& almacen = preguntada(m_almacenes, tecleado.Almacen,
         [&](auto codigo) { return m_catalogos.almacen(codigo).value_or(orvalin::Almacen{}); });
@@ -152,7 +152,7 @@ void Contabilizable::mira_proveedor(Examen& examen)
                 raiz, codigo, examen.ejercicio.empresa->LongitudCuenta());
     };
     try {
-        forma(cuentas.Proveedor, std::to_string(modComun::EmpresaOrvalin().RaizProveedores()));
+        forma(cuentas.Proveedor, std::to_string(modComun::EmpresaOrvalin()->RaizProveedores()));
         forma(cuentas.Deudor, texto_de(claves::Raiz_ProveedoresDeudor));
         forma(cuentas.DeudaCortoPlazo, texto_de(claves::Raiz_ProveedoresDeudaCortoPlazo));
     } catch (const adodb::ErrorBaseDatos&) {
@@ -202,10 +202,10 @@ void Contabilizable::mira_importes(Examen& examen)
 void Contabilizable::mira_condiciones(Examen& examen)
 {
     const auto& tecleado = examen.tecleado;
-    auto& empresa = modComun::EmpresaOrvalin();
+    const auto empresa = modComun::EmpresaOrvalin();
     const auto importe = tecleado.Total
-        + importe_impuesto(
-            tecleado.Total, empresa.PorcentajeImpuesto(tipo_impuesto_atipicos()), empresa.DecimalesImporte());
+        + importe_impuesto(tecleado.Total, empresa->PorcentajeImpuesto(tipo_impuesto_atipicos()),
+            empresa->DecimalesImporte());
     if (importe == Currency() || !genera_previsiones())
         return;
     const std::tuple clave{ tecleado.Proveedor, examen.almacen.EmpContable, tecleado.Fecha.texto() };

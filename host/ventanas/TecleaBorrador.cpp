@@ -52,7 +52,7 @@ namespace {
             }
         };
 
-        std::shared_ptr<MsgBox> m_antes = modComun::comparte_Avisos();
+        std::shared_ptr<MsgBox> m_antes = modComun::Avisos();
         std::shared_ptr<Caja> m_caja = std::make_shared<Caja>();
     };
 

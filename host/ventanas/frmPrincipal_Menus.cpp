@@ -123,9 +123,9 @@ void frmPrincipal::hace_barra()
 
 void frmPrincipal::muestra_acerca_de()
 {
-    modComun::Avisos().mostrar({ "Cargos atípicos a proveedores, versión " ATIPICOS_VERSION
-                                 "\r\n\r\nRegistra las reclamaciones a proveedores, las contabiliza con sus "
-                                 "previsiones de pago y las imprime.\r\n\r\nMotor: "
+    modComun::Avisos()->mostrar({ "Cargos atípicos a proveedores, versión " ATIPICOS_VERSION
+                                  "\r\n\r\nRegistra las reclamaciones a proveedores, las contabiliza con sus "
+                                  "previsiones de pago y las imprime.\r\n\r\nMotor: "
             + std::string(m_lugar.motor()) + ". Ventanas: Qt " + qVersion()
             + ".\r\n© 2026, los autores de QVORComprasAtip. Se puede usar, copiar y cambiar libremente, sin "
               "garantía (licencia MIT).",

@@ -268,7 +268,7 @@ private slots:
                 intro();
             },
             "MsgBox");
-        modComun::Avisos().mostrar(
+        modComun::Avisos()->mostrar(
             { "[203] No existe el artículo 7777. Corrija su código o déjelo vacío.", "x", Icono::critico });
         QCOMPARE(leida, QStringLiteral("mensajes.md#no-existe-el-artículo-"));
     }

@@ -21,8 +21,8 @@ struct ConDosCargos : EscenaVisor {
     }
     void sirve_previsiones()
     {
-        modComun::set_PrevisionesCargo(std::make_shared<orvalin::PrevisionesCargo>(
-            banco.bases().orvalin, modComun::comparte_EmpresaOrvalin()));
+        modComun::set_PrevisionesCargo(
+            std::make_shared<orvalin::PrevisionesCargo>(banco.bases().orvalin, modComun::EmpresaOrvalin()));
     }
     void abre_detalles()
     {

@@ -181,7 +181,7 @@ namespace {
         EXPECT_THAT(dichas, SizeIs(3));
         ASSERT_THAT(contexto.avisos->dichos, SizeIs(1));
         EXPECT_EQ(pruebas::linea_nombrada(contexto.avisos->dichos[0].texto, "charges/clsAtipico.cpp"),
-            "conexion.Execute(");
+            "conexion->Execute(");
     }
 
     TEST(CuotaDelLimite, the_last_cent_that_there_is_fits_and_one_more_does_not)

@@ -225,7 +225,7 @@ namespace {
         EXPECT_EQ(avisos[0].titulo, "clsAtipico:Modificar");
         EXPECT_THAT(avisos[0].texto, testing::EndsWith("] bloqueada"));
         EXPECT_EQ(pruebas::linea_nombrada(avisos[0].texto, "charges/clsAtipico.cpp"),
-            "conexion.Execute(instrucciones::modifica_cabecera(*this, contexto), &afectadas);");
+            "conexion->Execute(instrucciones::modifica_cabecera(*this, contexto), &afectadas);");
     }
 
     TEST_F(Persistencia, without_a_collection_of_lines_the_header_is_written_and_error_91_shown)
@@ -279,7 +279,7 @@ namespace {
         ASSERT_THAT(avisos, SizeIs(1));
         EXPECT_EQ(avisos[0].titulo, "clsAtipico:Eliminar_Atipico");
         EXPECT_EQ(pruebas::linea_nombrada(avisos[0].texto, "charges/clsAtipico.cpp"),
-            "conexion.Execute(instrucciones::elimina_cabecera(*this, empresa));");
+            "conexion->Execute(instrucciones::elimina_cabecera(*this, empresa));");
         EXPECT_TRUE(cargo.EliminarConResultado());
     }
 

@@ -43,25 +43,22 @@ namespace {
     TEST(Referencias, both_connections_and_both_companies_are_kept_apart)
     {
         const pruebas::Contexto contexto;
-        EXPECT_EQ(&modComun::ConexionOrvalin(), contexto.gestion.get());
-        EXPECT_EQ(modComun::comparte_ConexionOrvalin().get(), contexto.gestion.get());
+        EXPECT_EQ(modComun::ConexionOrvalin().get(), contexto.gestion.get());
         EXPECT_EQ(modComun::ConexionBexmor().get(), contexto.contabilidad.get());
-        EXPECT_EQ(&modComun::EmpresaOrvalin(), contexto.empresa.get());
-        EXPECT_EQ(modComun::comparte_EmpresaOrvalin().get(), contexto.empresa.get());
-        EXPECT_EQ(&modComun::EmpresaBexmor().biblioteca(), contexto.biblioteca.get());
-        EXPECT_EQ(&modComun::Avisos(), contexto.avisos.get());
-        EXPECT_EQ(modComun::comparte_Avisos().get(), contexto.avisos.get());
+        EXPECT_EQ(modComun::EmpresaOrvalin().get(), contexto.empresa.get());
+        EXPECT_EQ(&modComun::EmpresaBexmor()->biblioteca(), contexto.biblioteca.get());
+        EXPECT_EQ(modComun::Avisos().get(), contexto.avisos.get());
         EXPECT_EQ(&modComun::reloj(), contexto.reloj.get());
 
         const auto otra = std::make_shared<pruebas::ConexionDePrueba>();
         modComun::set_ConexionBexmor(otra);
         EXPECT_EQ(modComun::ConexionBexmor().get(), otra.get());
-        EXPECT_EQ(&modComun::ConexionOrvalin(), contexto.gestion.get())
+        EXPECT_EQ(modComun::ConexionOrvalin().get(), contexto.gestion.get())
             << "one does not take the other's place";
         const std::shared_ptr<qvbxemp::Empresa> contable = contexto.biblioteca->NuevaEmpresa(Donde::aqui());
         modComun::set_EmpresaBexmor(contable);
-        EXPECT_EQ(&modComun::EmpresaBexmor(), contable.get());
-        EXPECT_EQ(&modComun::EmpresaOrvalin(), contexto.empresa.get());
+        EXPECT_EQ(modComun::EmpresaBexmor().get(), contable.get());
+        EXPECT_EQ(modComun::EmpresaOrvalin().get(), contexto.empresa.get());
     }
 
     TEST(Referencias, what_may_be_missing_is_null_until_it_is_set)
@@ -71,7 +68,7 @@ namespace {
         EXPECT_EQ(modComun::comparte_Borradores(), nullptr);
         const auto biblioteca = std::make_shared<BibliotecaMuda>();
         modComun::set_BibliotecaOrvalin(biblioteca);
-        EXPECT_EQ(&modComun::BibliotecaOrvalin(), biblioteca.get());
+        EXPECT_EQ(modComun::BibliotecaOrvalin().get(), biblioteca.get());
         const auto borradores = std::make_shared<pruebas::BorradoresDePrueba>();
         modComun::set_Borradores(borradores);
         EXPECT_EQ(modComun::comparte_Borradores().get(), borradores.get());

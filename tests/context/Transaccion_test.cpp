@@ -12,21 +12,21 @@ namespace {
 
     TEST(Transaccion, is_rolled_back_when_it_is_left_without_confirming)
     {
-        pruebas::ConexionDePrueba conexion;
+        const auto conexion = std::make_shared<pruebas::ConexionDePrueba>();
         {
             const Transaccion transaccion(conexion);
         }
-        EXPECT_THAT(conexion.dichas, ElementsAre("BEGIN", "ROLLBACK"));
+        EXPECT_THAT(conexion->dichas, ElementsAre("BEGIN", "ROLLBACK"));
     }
 
     TEST(Transaccion, is_committed_once_when_confirmed)
     {
-        pruebas::ConexionDePrueba conexion;
+        const auto conexion = std::make_shared<pruebas::ConexionDePrueba>();
         {
             Transaccion transaccion(conexion);
             transaccion.Confirma();
         }
-        EXPECT_THAT(conexion.dichas, ElementsAre("BEGIN", "COMMIT"));
+        EXPECT_THAT(conexion->dichas, ElementsAre("BEGIN", "COMMIT"));
     }
 
     TEST(Transaccion, is_rolled_back_when_the_commit_fails)
@@ -34,7 +34,7 @@ namespace {
         const auto real = std::make_shared<pruebas::ConexionDePrueba>();
         const auto parte = std::make_shared<pruebas::Parte>();
         parte->falla_en = 2;
-        pruebas::ConexionEspia conexion("g", real, parte);
+        const auto conexion = std::make_shared<pruebas::ConexionEspia>("g", real, parte);
         {
             Transaccion transaccion(conexion);
             EXPECT_THROW(transaccion.Confirma(), adodb::ErrorBaseDatos);
@@ -48,12 +48,24 @@ namespace {
         const auto parte = std::make_shared<pruebas::Parte>();
         parte->falla_en = 2;
         parte->conexion_perdida = true;
-        pruebas::ConexionEspia conexion("g", std::make_shared<pruebas::ConexionDePrueba>(), parte);
+        const auto conexion = std::make_shared<pruebas::ConexionEspia>(
+            "g", std::make_shared<pruebas::ConexionDePrueba>(), parte);
         EXPECT_NO_THROW({
             const Transaccion transaccion(conexion);
             EXPECT_THROW(
-                conexion.Execute("X", nullptr, adodb::CommandType::Text, Donde{}), adodb::ErrorBaseDatos);
+                conexion->Execute("X", nullptr, adodb::CommandType::Text, Donde{}), adodb::ErrorBaseDatos);
         });
+    }
+
+    TEST(Transaccion, holds_the_connection_on_which_it_began)
+    {
+        auto conexion = std::make_shared<pruebas::ConexionDePrueba>();
+        const std::weak_ptr<pruebas::ConexionDePrueba> vista = conexion;
+        {
+            const Transaccion transaccion(std::move(conexion));
+            EXPECT_FALSE(vista.expired());
+        }
+        EXPECT_TRUE(vista.expired());
     }
 
 }

@@ -135,8 +135,8 @@ private slots:
         lanzador.set_EmpresaOrvalin(otra);
         lanzador.set_ConexionOrvalin(banco.bases().orvalin);
         lanzador.set_ConexionBexmor(banco.bases().bexmor);
-        QCOMPARE(&modComun::EmpresaOrvalin(), otra.get());
-        QCOMPARE(&modComun::ConexionOrvalin(), banco.bases().orvalin.get());
+        QCOMPARE(modComun::EmpresaOrvalin().get(), otra.get());
+        QCOMPARE(modComun::ConexionOrvalin().get(), banco.bases().orvalin.get());
         QCOMPARE(modComun::ConexionBexmor().get(), banco.bases().bexmor.get());
     }
 

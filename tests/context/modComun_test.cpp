@@ -39,9 +39,9 @@ namespace {
         const pruebas::Contexto contexto;
         const auto otra = std::make_shared<EmpresaDePrueba>();
         modComun::set_EmpresaOrvalin(otra);
-        EXPECT_EQ(&modComun::EmpresaOrvalin(), otra.get());
+        EXPECT_EQ(modComun::EmpresaOrvalin().get(), otra.get());
         modComun::set_EmpresaOrvalin(contexto.empresa);
-        EXPECT_EQ(&modComun::EmpresaOrvalin(), contexto.empresa.get());
+        EXPECT_EQ(modComun::EmpresaOrvalin().get(), contexto.empresa.get());
     }
 
     TEST(modComun, setting_takes_a_new_hold_and_drops_the_previous_one)

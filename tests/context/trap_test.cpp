@@ -31,6 +31,13 @@ namespace {
         EXPECT_TRUE(contexto.avisos->dichos.empty());
     }
 
+    TEST(trap, the_first_line_of_a_source_is_a_line_too)
+    {
+        const auto texto = [](Donde donde) { return mensaje_error("t", Error(1, "f", "algo", donde)).texto; };
+        EXPECT_EQ(texto(Donde::aqui(1)), "[1] algo");
+        EXPECT_EQ(texto(Donde{}), "algo");
+    }
+
     TEST(trap, leaves_the_bracketed_line_out_when_it_is_not_known)
     {
         const pruebas::Contexto contexto;
@@ -62,7 +69,7 @@ namespace {
         const pruebas::Contexto contexto;
         modComun::set_ConexionOrvalin(nullptr);
         const int linea = __LINE__ + 1;
-        trap("t", [] { modComun::ConexionOrvalin().BeginTrans(); });
+        trap("t", [] { modComun::ConexionOrvalin()->BeginTrans(); });
         EXPECT_EQ(contexto.avisos->dichos.at(0).texto,
             "[" + std::to_string(linea) + "] La variable de objeto no está establecida");
     }

@@ -11,10 +11,7 @@ namespace modComun = atipicos::modComun;
 
 namespace {
 
-BuscaArticulo busca()
-{
-    return { modComun::comparte_ConexionOrvalin(), modComun::comparte_EmpresaOrvalin() };
-}
+BuscaArticulo busca() { return { modComun::ConexionOrvalin(), modComun::EmpresaOrvalin() }; }
 
 }
 

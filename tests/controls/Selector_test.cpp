@@ -52,14 +52,11 @@ template <class Picker> struct Caja : pruebas::Ventana<Picker> {
 };
 
 struct Proveedor : Caja<qvProveedor> {
-    Proveedor()
-    {
-        control->Prepara(modComun::comparte_EmpresaOrvalin(), modComun::comparte_ConexionOrvalin());
-    }
+    Proveedor() { control->Prepara(modComun::EmpresaOrvalin(), modComun::ConexionOrvalin()); }
 };
 
 struct Almacen : Caja<qvAlmacen> {
-    Almacen() { control->Prepara(modComun::comparte_EmpresaOrvalin(), modComun::comparte_ConexionOrvalin()); }
+    Almacen() { control->Prepara(modComun::EmpresaOrvalin(), modComun::ConexionOrvalin()); }
 };
 
 std::function<void(ListaSeleccion&)> tecleando(const char* texto, Qt::Key final)
@@ -435,7 +432,7 @@ private slots:
     {
         const Banco banco;
         Caja<qvArticulo> caja;
-        caja.control->Prepara(modComun::comparte_EmpresaOrvalin(), modComun::comparte_ConexionOrvalin());
+        caja.control->Prepara(modComun::EmpresaOrvalin(), modComun::ConexionOrvalin());
         caja.teclea_e_intro("1030");
         QCOMPARE(caja.rotulo(), QStringLiteral("Ron añejo 70 cl"));
         QVERIFY(caja.con_lista(tecleando("mejillon", Qt::Key_Return)));
@@ -457,9 +454,9 @@ private slots:
     {
         const Banco banco;
         Caja<qvCuenta> caja;
-        auto& contable = modComun::EmpresaBexmor();
-        contable.Ejercicio = 2026;
-        caja.control->Prepara(contable, modComun::ConexionBexmor());
+        const auto contable = modComun::EmpresaBexmor();
+        contable->Ejercicio = 2026;
+        caja.control->Prepara(*contable, modComun::ConexionBexmor());
         caja.teclea_e_intro("75900010");
         QCOMPARE(caja.rotulo(), QStringLiteral("Ingresos atípicos, bebidas"));
         QCOMPARE(caja.control->Cuenta(), std::string("75900010"));

@@ -231,7 +231,7 @@ namespace {
         EXPECT_EQ(parte->dichas.back(), "gestion ROLLBACK");
         EXPECT_THAT(avisos.at(0).texto, HasSubstr("La variable de objeto no está establecida"));
         EXPECT_EQ(pruebas::linea_nombrada(avisos.at(0).texto, "editor/GuardarAtipico.cpp"),
-            "contabilidad.emplace(*modComun::ConexionBexmor());");
+            "contabilidad.emplace(modComun::ConexionBexmor());");
     }
 
     TEST_F(Guardado, a_lost_connection_in_the_middle_shows_one_box_for_each_procedure_it_meets)

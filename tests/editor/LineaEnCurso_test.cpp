@@ -192,7 +192,7 @@ private slots:
     {
         EscenaEditor escena;
         escena.banco.bases().orvalin->Execute("UPDATE Tipos_Impuesto SET Porcentaje =3.5 WHERE Codigo =1");
-        dynamic_cast<orvalin::Empresa&>(modComun::EmpresaOrvalin()).Recargar();
+        dynamic_cast<orvalin::Empresa&>(*modComun::EmpresaOrvalin()).Recargar();
         const auto codigo = escena.banco.guarda({}, 3).Codigo;
         escena.abre(codigo, 3);
         const auto cuenta = [&] { return rotulo(escena, "lblConImpuesto"); };

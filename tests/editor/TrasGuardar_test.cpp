@@ -15,7 +15,7 @@ void pon_oficina_central(const Banco& banco, const char* valor)
 {
     banco.bases().orvalin->Execute(
         std::string("UPDATE Parametros SET Valor ='") + valor + "' WHERE Clave ='OficinaCentral'");
-    dynamic_cast<orvalin::Empresa&>(modComun::EmpresaOrvalin()).Recargar();
+    dynamic_cast<orvalin::Empresa&>(*modComun::EmpresaOrvalin()).Recargar();
 }
 
 }

@@ -358,7 +358,7 @@ private slots:
     {
         EscenaDistinta escena;
         escena.pon("OficinaCentral", "0");
-        dynamic_cast<orvalin::Empresa&>(modComun::EmpresaOrvalin()).Recargar();
+        dynamic_cast<orvalin::Empresa&>(*modComun::EmpresaOrvalin()).Recargar();
         escena.abre();
         QCOMPARE(escena.codigo_en("txtAlmacen"), 4);
         teclea("105");
@@ -427,7 +427,7 @@ private slots:
     void closing_lets_the_article_look_up_go()
     {
         EscenaDistinta escena;
-        const auto conexion = modComun::comparte_ConexionOrvalin();
+        const auto conexion = modComun::ConexionOrvalin();
         escena.abre();
         const auto abierta = conexion.use_count();
         escena.form->close();

@@ -19,7 +19,7 @@ void pon_parametro(const Banco& banco, const std::string& clave, const std::stri
 {
     banco.bases().orvalin->Execute(
         "UPDATE Parametros SET Valor ='" + valor + "' WHERE Clave ='" + clave + "'");
-    dynamic_cast<orvalin::Empresa&>(modComun::EmpresaOrvalin()).Recargar();
+    dynamic_cast<orvalin::Empresa&>(*modComun::EmpresaOrvalin()).Recargar();
 }
 
 }
@@ -480,7 +480,7 @@ private slots:
     {
         EscenaEditor escena;
         escena.banco.bases().orvalin->Execute("UPDATE Empresas SET EnlaceContable =0");
-        dynamic_cast<orvalin::Empresa&>(modComun::EmpresaOrvalin()).Recargar();
+        dynamic_cast<orvalin::Empresa&>(*modComun::EmpresaOrvalin()).Recargar();
         escena.abre();
         EscenaEditor::teclea_cabecera("104");
         EscenaEditor::teclea_linea("", "Uno", "", "1", "10");

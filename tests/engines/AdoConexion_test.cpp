@@ -172,7 +172,7 @@ namespace {
         estado.campos = { "Numero" };
         estado.filas = { { Valor(7) }, { Valor(8) } };
         modComun::set_ConexionOrvalin(std::exchange(conexion, nullptr));
-        const auto rs = modComun::ConexionOrvalin().CreateRecordset();
+        const auto rs = modComun::CreateRecordset();
         rs->Open("SELECT Numero", CursorType::Keyset, LockType::Pessimistic);
         const pruebas::ConexionAjena otra;
         modComun::set_ConexionOrvalin(std::make_shared<Connection>(otra.objeto()));
@@ -180,7 +180,7 @@ namespace {
         EXPECT_EQ(rs->Fields("Numero").Value(), Variant(7));
         rs->MoveNext();
         EXPECT_EQ(rs->Fields("numero").Value(), Variant(8));
-        modComun::ConexionOrvalin().Execute("UPDATE Cargos");
+        modComun::ConexionOrvalin()->Execute("UPDATE Cargos");
         rs->Close();
         EXPECT_EQ(estado.abiertas, 0);
         EXPECT_THAT(otra.estado->dichas, ElementsAre("Execute UPDATE Cargos (3 argumentos, 1)"));
@@ -201,7 +201,7 @@ namespace {
         modComun::set_ConexionOrvalin(
             std::make_shared<Connection>(automation::Anfitrion::crea({ { "Execute", std::move(quita) } })));
         std::int32_t filas = 0;
-        modComun::ConexionOrvalin().Execute("UPDATE Cargos", &filas);
+        modComun::ConexionOrvalin()->Execute("UPDATE Cargos", &filas);
         EXPECT_EQ(filas, 6);
         EXPECT_TRUE(vivo_al_final) << "the host's object was held while it answered";
         EXPECT_TRUE(vivo.expired()) << "and not longer";

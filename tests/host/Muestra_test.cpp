@@ -31,10 +31,10 @@ namespace {
 
     std::vector<CuentaDeProveedor> cuentas_de_proveedor()
     {
-        const auto& empresa = modComun::EmpresaOrvalin();
-        return { { "Cta_Proveedor", std::to_string(empresa.RaizProveedores()) },
-            { "Cta_Deudor", CStr(empresa.Parametro(claves::Raiz_ProveedoresDeudor)) },
-            { "Cta_DeudaCortoPlazo", CStr(empresa.Parametro(claves::Raiz_ProveedoresDeudaCortoPlazo)) } };
+        const auto empresa = modComun::EmpresaOrvalin();
+        return { { "Cta_Proveedor", std::to_string(empresa->RaizProveedores()) },
+            { "Cta_Deudor", CStr(empresa->Parametro(claves::Raiz_ProveedoresDeudor)) },
+            { "Cta_DeudaCortoPlazo", CStr(empresa->Parametro(claves::Raiz_ProveedoresDeudaCortoPlazo)) } };
     }
 
     /// The accounts that posting takes or forms for every supplier, in an accounting company.
@@ -106,7 +106,7 @@ namespace {
                     claves::Concepto_Atipicos_Proveedor, claves::Proveedores_DptoIngresoRappels,
                     claves::GenerarPrevPagos, claves::Proveedores_AtipicosDispImpresoDefault,
                     claves::Proveedores_AtipicosDisp2ImpresoDefault })
-                EXPECT_FALSE(modComun::EmpresaOrvalin().Parametro(clave).es_vacio())
+                EXPECT_FALSE(modComun::EmpresaOrvalin()->Parametro(clave).es_vacio())
                     << codigo << " " << clave;
         }
     }

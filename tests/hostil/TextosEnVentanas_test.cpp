@@ -157,7 +157,7 @@ private slots:
                     clic(dialogo, "cmdAceptar");
                 },
                 "frmImpresora");
-            *destino = frmImpresora::pregunta(modComun::comparte_EmpresaOrvalin(), nullptr);
+            *destino = frmImpresora::pregunta(modComun::EmpresaOrvalin(), nullptr);
         }
         QVERIFY(primero.has_value());
         QVERIFY(segundo == primero);

@@ -1,7 +1,7 @@
 #include "printing/ImprimirAtipico.hpp"
 
 #include "platform/qvoremp/ImpresionCargo.hpp"
-#include "tests/support/Contexto.hpp"
+#include "tests/support/Relevo.hpp"
 
 #include <gmock/gmock.h>
 
@@ -87,6 +87,41 @@ namespace {
         }
     };
 
+    /// One in whose place, and in that of the company, the host lends none as soon as it is asked for
+    /// something.
+    class BibliotecaRelevada final : public qvoremp::Biblioteca,
+                                     public std::enable_shared_from_this<BibliotecaRelevada> {
+    public:
+        explicit BibliotecaRelevada(std::shared_ptr<BibliotecaQueAnota> real)
+            : m_real(std::move(real))
+        {
+        }
+        std::unique_ptr<qvoremp::Almacen> NuevoAlmacen(
+            const qvoremp::Empresa& empresa, Donde donde) const override
+        {
+            const auto real = m_real;
+            const std::weak_ptr<const BibliotecaRelevada> yo = weak_from_this();
+            modComun::set_BibliotecaOrvalin(nullptr);
+            modComun::set_EmpresaOrvalin(nullptr);
+            pruebas::exige_vivo(yo);
+            return real->NuevoAlmacen(empresa, donde);
+        }
+        std::unique_ptr<qvoremp::Proveedor> NuevoProveedor(
+            const qvoremp::Empresa& empresa, Donde donde) const override
+        {
+            return m_real->NuevoProveedor(empresa, donde);
+        }
+        std::unique_ptr<qvoremp::ImpresionCargo> NuevaImpresionCargo(
+            const qvoremp::Empresa& empresa, Donde donde) const override
+        {
+            EXPECT_EQ(empresa.Codigo(), 6) << "the company is held as long";
+            return m_real->NuevaImpresionCargo(empresa, donde);
+        }
+
+    private:
+        std::shared_ptr<BibliotecaQueAnota> m_real;
+    };
+
     struct ImprimirAtipicoConBiblioteca : testing::Test {
         pruebas::Contexto contexto;
         std::shared_ptr<BibliotecaQueAnota> biblioteca = std::make_shared<BibliotecaQueAnota>();
@@ -111,6 +146,17 @@ namespace {
         EXPECT_TRUE(ImprimirAtipico(cargo, elige(3, 1)));
         EXPECT_THAT(biblioteca->diario.at(2), testing::EndsWith("dispositivo 3"));
         EXPECT_THAT(biblioteca->diario.at(3), testing::EndsWith("dispositivo 1"));
+    }
+
+    TEST_F(ImprimirAtipicoConBiblioteca, prints_to_the_end_though_the_host_takes_library_and_company_away)
+    {
+        modComun::set_BibliotecaOrvalin(std::make_shared<BibliotecaRelevada>(biblioteca));
+        const auto propia = std::make_shared<pruebas::EmpresaDePrueba>();
+        propia->codigo = 6;
+        modComun::set_EmpresaOrvalin(propia);
+        EXPECT_TRUE(ImprimirAtipico(cargo, elige(1, 3)));
+        EXPECT_EQ(biblioteca->diario.size(), 4);
+        EXPECT_THROW(static_cast<void>(modComun::BibliotecaOrvalin()), Error);
     }
 
     TEST_F(ImprimirAtipicoConBiblioteca, both_prints_are_asked_for_whatever_the_devices)

@@ -249,7 +249,7 @@ private slots:
         {
             frmclsCopiasImpresion copias;
             copias.set_EmpresaOrvalin(otra);
-            QCOMPARE(&atipicos::modComun::EmpresaOrvalin(), otra.get());
+            QCOMPARE(atipicos::modComun::EmpresaOrvalin().get(), otra.get());
             copias.Show();
             QCOMPARE(QApplication::topLevelWidgets().size(), 1);
         }
