@@ -29,14 +29,15 @@ PRUEBAS = {
                 "Variant"],
     "context": ["Cajas", "claves", "HastaElFinal", "modComun", "Referencias", "Transaccion",
                 "trap"],
-    "charges": ["Impuesto", "clsAtipico_Devuelve_Codigo", "clsAtipico_Lineas", "clsAtipico", "clsAtipico_Calculos",
+    "charges": ["CargoRelevado", "Impuesto", "clsAtipico_Devuelve_Codigo", "clsAtipico_Lineas", "clsAtipico", "clsAtipico_Calculos",
                 "DosEmpresas"],
-    "posting": ["Calendario", "EdicionPrevisiones", "GenerarAsiento", "GenerarPrev"],
-    "editor": ["CargoAbierto", "EdicionAtipico", "GuardarAtipico"],
+    "posting": ["AsientoRelevado", "Calendario", "EdicionPrevisiones", "GenerarAsiento", "GenerarPrev"],
+    "editor": ["CargoAbierto", "EdicionAtipico", "GuardadoRelevado", "GuardarAtipico"],
     "browser": ["ClaveBorrada", "ColumnasLista", "DetalleAtipico", "DirectorioZip", "EliminarAtipico", "ExportarLista",
-                "LibroXlsx", "ListaAtipicos", "ListaDelAnfitrion"],
+                "LibroXlsx", "ListaAtipicos", "ListaDelAnfitrion", "ListaRelevada"],
     "printing": ["ImprimirAtipico"],
-    "server": ["Argumentos", "Cargos", "Clases", "Coleccion", "Prestamos", "ReportAnfitrion", "AnfitrionPython"],
+    "server": ["Argumentos", "Cargos", "Clases", "Coleccion", "Prestamos", "Relevos", "ReportAnfitrion", "Idl", "Lanzadores",
+               "LanzadoresEnVentana", "AnfitrionPython"],
     "engines/ado": ["AdoConexion", "AdoFilas", "AdoEmpresas"],
     "engines/sql": ["Catalogo", "Contrato", "Fechas", "PostgresqlConnection", "Reescritura", "Servidor",
                     "SqliteConnection", "SqliteRecordset", "Tokens"],
@@ -55,7 +56,10 @@ FORMULARIOS = [
 JUECES = {"server/LanzadoresQt": ("pruebas_server", ["Lanzadores"])}
 
 # Programs that judge a folder beside its own.
-DE_MAS = {"server": ["ReportAnfitrion_test"]}
+DE_MAS = {"server": ["Idl_test", "ReportAnfitrion_test", "pruebas_server_ventanas"]}
+
+# Folders that are built with windows, because much of them serves nothing else.
+CON_VENTANAS = {"server"}
 
 # What is looked for in the code, and what takes its place.
 CAMBIOS = [
@@ -99,11 +103,11 @@ def candidatas(fichero, cambios):
 class Nucleo:
     """A folder of the core, and its unit tests."""
 
-    construida = CONSTRUIDA
-    ventanas = "OFF"
-
     def __init__(self, carpeta):
         self.nombre = carpeta
+        con_ventanas = carpeta in CON_VENTANAS
+        self.construida = CONSTRUIDA_CON_VENTANAS if con_ventanas else CONSTRUIDA
+        self.ventanas = "ON" if con_ventanas else "OFF"
         self.programas = ["pruebas_" + carpeta.split("/", maxsplit=1)[0], *DE_MAS.get(carpeta, [])]
 
     def pruebas(self):

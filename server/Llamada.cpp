@@ -47,17 +47,17 @@ void Llamada::coloca(const DISPPARAMS& parametros)
     if (todos > caben)
         throw Malo{ DISP_E_BADPARAMCOUNT };
     for (std::size_t i = nombrados; i < todos; ++i)
-        m_dados[todos - 1 - i] = &parametros.rgvarg[i];
+        m_dados.at(todos - 1 - i) = &parametros.rgvarg[i];
     for (std::size_t i = 0; i < nombrados; ++i) {
         const auto posicion = static_cast<std::size_t>(parametros.rgdispidNamedArgs[i]);
-        if (posicion >= caben || m_dados[posicion] != nullptr)
+        if (posicion >= caben || m_dados.at(posicion) != nullptr)
             throw Malo{ DISP_E_PARAMNOTFOUND, i };
-        m_dados[posicion] = &parametros.rgvarg[i];
+        m_dados.at(posicion) = &parametros.rgvarg[i];
     }
     for (std::size_t i = 0; i < caben; ++i) {
-        if (m_dados[i] != nullptr && falta(*m_dados[i]))
-            m_dados[i] = nullptr;
-        if (m_dados[i] == nullptr && !m_miembro.argumentos[i].opcional)
+        if (m_dados.at(i) != nullptr && falta(*m_dados.at(i)))
+            m_dados.at(i) = nullptr;
+        if (m_dados.at(i) == nullptr && !m_miembro.argumentos[i].opcional)
             throw Malo{ i < todos ? HRESULT{ DISP_E_PARAMNOTOPTIONAL } : HRESULT{ DISP_E_BADPARAMCOUNT }, i };
     }
 }
@@ -68,7 +68,7 @@ bool es_nada(const VARIANT& valor) noexcept
     return (visto.vt == VT_DISPATCH || visto.vt == VT_UNKNOWN) && visto.punkVal == nullptr;
 }
 
-const VARIANT* Llamada::dado(std::size_t posicion) const { return m_dados[posicion]; }
+const VARIANT* Llamada::dado(std::size_t posicion) const { return m_dados.at(posicion); }
 
 const VARIANT& Llamada::valor_asignado() const
 {

@@ -4,6 +4,7 @@
 #include "runtime/Date.hpp"
 #include "server/Clase.hpp"
 
+#include <array>
 #include <string>
 
 namespace atipicos::server {
@@ -39,7 +40,7 @@ private:
 
     const Miembro& m_miembro;
     const DISPPARAMS& m_parametros;
-    const VARIANT* m_dados[los_mas] = {};
+    std::array<const VARIANT*, los_mas> m_dados{}; ///< places come from strangers: they are checked
     Valor m_resultado;
 };
 

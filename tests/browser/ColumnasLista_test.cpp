@@ -40,6 +40,16 @@ namespace {
                 "AT2\t0\t\t0\t\t30/12/1899\t0,00\t0,00\t0,00 %\t\t0\t\t\t0"));
     }
 
+    TEST(ColumnasLista, what_the_grid_gains_in_width_goes_to_texts_and_all_of_it)
+    {
+        int repartido = 0;
+        for (const auto& columna : columnas_lista()) {
+            EXPECT_TRUE(es_texto(columna) || columna.porcentaje == 0) << columna.nombre;
+            repartido += columna.porcentaje;
+        }
+        EXPECT_EQ(repartido, 100);
+    }
+
     TEST(ColumnasLista, a_column_stands_where_its_line_does)
     {
         auto columnas = pruebas::catorce_columnas();

@@ -207,6 +207,90 @@ private slots:
         QCOMPARE(codigo("txtProveedor"), QStringLiteral("106"));
     }
 
+    void a_charge_is_printed_by_the_library_of_the_host_on_both_devices()
+    {
+        const Casa casa;
+        QStringList impreso;
+        const auto anota = [&](const char* miembro) {
+            return Anfitrion::Miembro{ miembro, [](const Argumentos&) { return Valor(); },
+                [&impreso, miembro](const Argumentos& a) {
+                    impreso << QLatin1String(miembro) + u'=' + QString::fromStdString(a.valor(0).texto());
+                    return Valor();
+                } };
+        };
+        const auto se_pone = [](const char* miembro) {
+            return Anfitrion::Miembro{ miembro, [](const Argumentos&) { return Valor(); },
+                [](const Argumentos&) { return Valor(); } };
+        };
+        const auto ficha = Anfitrion::crea({ se_pone("Codigo"), pruebas::con_valor("Cargar", false) });
+        const auto cargo = crea("clsAtipico");
+        cargo.pon("EmpresaOrvalin",
+            pruebas::empresa_con_ventanas({ pruebas::con_valor("NuevoAlmacen", ficha.valor()),
+                                              pruebas::con_valor("NuevoProveedor", ficha.valor()),
+                                              { "NuevaImpresionCargo",
+                                                  [&](const Argumentos&) {
+                                                      return Anfitrion::crea(
+                                                          { anota("Codigo"), se_pone("Ejercicio"),
+                                                              se_pone("Almacen"), se_pone("Proveedor"),
+                                                              se_pone("Impresora"), se_pone("Dispositivo"),
+                                                              { "Imprimir",
+                                                                  [&](const Argumentos&) {
+                                                                      impreso << QStringLiteral("Imprimir");
+                                                                      return Valor();
+                                                                  } } })
+                                                          .valor();
+                                                  } } })
+                .valor());
+        cargo.pon("Cod_Ejercicio", 2025);
+        cargo.pon("Cod_Almacen", 4);
+        cargo.pon("Proveedor", 106);
+        cargo.pon("Codigo", "AT250031");
+        cargo.pon("Fecha", "11/03/2025");
+        QVERIFY(!cargo.llama("Insertar").logico());
+
+        const auto visor = crea("frmclsComprasAtipVisor");
+        visor.pon("Fecha_Inicial", "03/02/2025");
+        visor.pon("Fecha_Final", "29/11/2025");
+        visor.llama("Show");
+        auto& form = *ventanas("atipicos::frmCompras_Atipicos_Visor").front();
+        pruebas::control(form, "txtFechaF").setFocus();
+        pruebas::pulsa(Qt::Key_Return);
+        QString preguntado;
+        {
+            const pruebas::AlAbrirse al_abrirse([&](QWidget& abierta) {
+                preguntado = abierta.windowTitle();
+                pruebas::clic(abierta, "cmdAceptar");
+            });
+            pruebas::clic(form, "cmdImprimir");
+        }
+        QCOMPARE(preguntado, QStringLiteral("Seleccione Destino e Impresora."));
+        const QStringList uno{ QStringLiteral("Codigo=AT250031"), QStringLiteral("Imprimir") };
+        QCOMPARE(impreso, uno + uno);
+    }
+
+    void a_launcher_that_is_given_up_while_it_shows_its_window_ends_with_it()
+    {
+        const Casa casa;
+        auto editor = crea("frmclsCompras_Atipicos");
+        auto* ultimo = editor.get();
+        const auto show = editor.id("Show");
+        bool sigue = false;
+        {
+            const pruebas::AlAbrirse al_abrirse([&](QWidget& abierta) {
+                editor = {};
+                sigue = abierta.isVisible();
+                abierta.close();
+            });
+            Valor modal(1);
+            automation::DISPPARAMS uno{ &modal.get(), nullptr, 1, 0 };
+            QCOMPARE(ultimo->Invoke(show, automation::iid_nulo, 0, automation::DISPATCH_METHOD, &uno, nullptr,
+                         nullptr, nullptr),
+                automation::HRESULT{ automation::S_OK });
+        }
+        QVERIFY2(sigue, "whoever waits for it finds it there");
+        QVERIFY(ventanas("atipicos::frmCompras_Atipicos").isEmpty());
+    }
+
     void the_viewer_shows_the_report_modally_when_asked_and_is_one_for_all()
     {
         const Casa casa;

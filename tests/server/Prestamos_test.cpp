@@ -27,6 +27,23 @@ namespace {
         biblioteca = dlopen(ATIPICOS_COMPONENTE, RTLD_NOW | RTLD_LOCAL);
     }
 
+#if ATIPICOS_CON_VENTANAS
+    TEST_F(Prestamos, company_and_connection_of_accounting_too_while_no_window_has_been_opened)
+    {
+        const auto empresa = Anfitrion::crea({});
+        const auto conexion = Anfitrion::crea({});
+        crea("frmclsCompras_Atipicos").pon("EmpresaBexmor", empresa.valor());
+        crea("frmclsComprasAtipVisor").pon("ConexionBexmor", conexion.valor());
+        EXPECT_GT(sostenes_de(empresa), 1U);
+        EXPECT_GT(sostenes_de(conexion), 1U);
+        EXPECT_EQ(descargable(), HRESULT{ S_OK });
+        dlclose(biblioteca);
+        EXPECT_EQ(sostenes_de(empresa), 1U);
+        EXPECT_EQ(sostenes_de(conexion), 1U);
+        biblioteca = dlopen(ATIPICOS_COMPONENTE, RTLD_NOW | RTLD_LOCAL);
+    }
+#endif
+
     TEST_F(Prestamos, one_that_takes_the_place_of_another_lets_that_go)
     {
         const auto primera = Anfitrion::crea({});
