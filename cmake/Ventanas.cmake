@@ -1,5 +1,9 @@
-# Qt, for the windows alone.
-find_package(Qt6 6.4 REQUIRED COMPONENTS PrintSupport Test Widgets)
+# Qt, for the windows alone; for Windows the one of packaging/qt_para_mingw.sh, which has nothing to test with.
+set(componentes_de_qt PrintSupport Widgets)
+if(NOT WIN32)
+    list(APPEND componentes_de_qt Test)
+endif()
+find_package(Qt6 6.4 REQUIRED COMPONENTS ${componentes_de_qt})
 
 # Flags of every target that uses Qt, beside those of atipicos_opciones.
 add_library(atipicos_opciones_qt INTERFACE)

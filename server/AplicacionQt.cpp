@@ -25,7 +25,9 @@ namespace {
         static auto* const nuestra = new QApplication(argc, argv); // never destroyed
         QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
         auto* textos = new QTranslator(nuestra);
-        if (textos->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        // Beside Qt's libraries; where those are part of this one, in it.
+        if (textos->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))
+            || textos->load(QStringLiteral(":/atipicos/qtbase_es.qm")))
             QApplication::installTranslator(textos);
     }
 

@@ -1,5 +1,6 @@
 // A component of the tests: "AtipicosPrueba.Bases", whose `Abre` makes a database of the management product
-// and gives a connection with ADO's surface, and whose `Primero` reads what stands in it.
+// and gives a connection with ADO's surface, and whose `Primero` reads what stands in it. `AbreMuestra` makes
+// the sample company of both products; its connections are `Orvalin` and `Bexmor` of what it gives.
 #include "engines/sql/Guion.hpp"
 #include "engines/sqlite/Connection.hpp"
 #include "host/sql/Guiones.hpp"
@@ -16,7 +17,9 @@ constexpr GUID clsid_bases{ 0xcf6c759c, 0xfc83, 0x4f53, { 0x81, 0xc6, 0x1d, 0xeb
 constexpr auto ruta_clsid = L"Software\\Classes\\CLSID\\{cf6c759c-fc83-4f53-81c6-1deb628e72d7}";
 constexpr auto ruta_nombre = L"Software\\Classes\\AtipicosPrueba.Bases";
 
-Valor abre(std::shared_ptr<sqlite::Connection>& base, const Argumentos& argumentos)
+using Conexion = std::shared_ptr<adodb::Connection>;
+
+Valor abre(Conexion& base, const Argumentos& argumentos)
 {
     return pruebas::como_fallo([&] {
         base = sqlite::Connection::Abrir({ .fichero = argumentos.valor(0).texto(), .crear = true });
@@ -26,7 +29,26 @@ Valor abre(std::shared_ptr<sqlite::Connection>& base, const Argumentos& argument
     });
 }
 
-Valor primero(sqlite::Connection& base, const Argumentos& argumentos)
+Valor abre_muestra(Conexion& base, const Argumentos& argumentos)
+{
+    return pruebas::como_fallo([&] {
+        const auto pareja
+            = sqlite::Connection::AbrirPareja({ .fichero = argumentos.valor(0).texto(), .crear = true });
+        for (const auto guion : { guiones::bexmor(), guiones::regularizaciones(), guiones::muestra_bexmor() })
+            sql::ejecuta_guion(*pareja.contabilidad, guion);
+        for (const auto guion : { guiones::orvalin(), guiones::muestra_orvalin() })
+            sql::ejecuta_guion(*pareja.gestion, guion);
+        base = pareja.gestion;
+        const auto fijo = [](const char* nombre, const Conexion& conexion) {
+            return Anfitrion::Miembro{ nombre,
+                [ado = pruebas::ado_de(conexion)](const Argumentos&) { return ado.valor(); } };
+        };
+        return Anfitrion::crea({ fijo("Orvalin", pareja.gestion), fijo("Bexmor", pareja.contabilidad) })
+            .valor();
+    });
+}
+
+Valor primero(adodb::Connection& base, const Argumentos& argumentos)
 {
     return pruebas::como_fallo([&] {
         const auto rs = base.CreateRecordset();
@@ -37,9 +59,10 @@ Valor primero(sqlite::Connection& base, const Argumentos& argumentos)
 
 Despacho bases()
 {
-    auto base = std::make_shared<std::shared_ptr<sqlite::Connection>>();
+    auto base = std::make_shared<Conexion>();
     return Anfitrion::crea({
         { "Abre", [base](const Argumentos& a) { return abre(*base, a); } },
+        { "AbreMuestra", [base](const Argumentos& a) { return abre_muestra(*base, a); } },
         { "Primero", [base](const Argumentos& a) { return primero(**base, a); } },
     });
 }
