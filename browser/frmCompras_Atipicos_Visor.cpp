@@ -1,7 +1,5 @@
 #include "browser/frmCompras_Atipicos_Visor.hpp"
 
-#include "browser/EliminarAtipico.hpp"
-#include "browser/ExportarVisorQt.hpp"
 #include "browser/RejillasVisorQt.hpp"
 #include "browser/TextosVisorQt.hpp"
 #include "context/Cajas.hpp"
@@ -13,9 +11,6 @@
 #include "controls/Avance.hpp"
 #include "controls/SinDibujar.hpp"
 #include "controls/Texto.hpp"
-#include "editor/frmCompras_Atipicos.hpp"
-#include "printing/frmImpresora.hpp"
-#include "printing/ImprimirAtipico.hpp"
 #include "ui_frmCompras_Atipicos_Visor.h"
 
 #include <QKeyEvent>
@@ -28,22 +23,12 @@ namespace atipicos {
 
 namespace {
 
-    constexpr int documentos = 0;
-    constexpr int detalles = 1;
     constexpr int ancho_selector = 3000; ///< twips
     constexpr std::size_t aviso_cada = 10'000; ///< charges after which the reading shows how far it is
 
-    /// The year is that of the charge's date.
-    ClaveCargo clave_de(const CargoListado& cargo)
+    bool es_la_misma(const ClaveCargo& una, const ClaveCargo& otra)
     {
-        return { CInt(cargo.Fecha.anio()), CInt(cargo.Cod_Almacen), de_qt(a_qt(cargo.Codigo).trimmed()) };
-    }
-
-    bool es_de_clave(const CargoListado& cargo, const ClaveCargo& clave)
-    {
-        const auto suya = clave_de(cargo);
-        return suya.Ejercicio == clave.Ejercicio && suya.Almacen == clave.Almacen
-            && suya.Codigo == clave.Codigo;
+        return una.Ejercicio == otra.Ejercicio && una.Almacen == otra.Almacen && una.Codigo == otra.Codigo;
     }
 
 }
@@ -103,6 +88,18 @@ void frmCompras_Atipicos_Visor::conecta()
     enlaza(*m_ui->cmdModificar, "cmdModificar_Click", &Form::cmdModificar_Click);
     enlaza(*m_ui->cmdEliminar, "cmdEliminar_Click", &Form::cmdEliminar_Click);
     connect(m_ui->cmdSalir, &QPushButton::clicked, this, &QWidget::close);
+}
+
+const CargoListado& frmCompras_Atipicos_Visor::cargo_de(int fila) const
+{
+    return m_cargos.at(static_cast<std::size_t>(m_ui->vsCab->RowData(fila)));
+}
+
+const CargoListado& frmCompras_Atipicos_Visor::elegido() const { return cargo_de(m_ui->vsCab->Row()); }
+
+ClaveCargo frmCompras_Atipicos_Visor::clave_de(const CargoListado& cargo)
+{
+    return { CInt(cargo.Fecha.anio()), CInt(cargo.Cod_Almacen), de_qt(a_qt(cargo.Codigo).trimmed()) };
 }
 
 // Search and list
@@ -237,7 +234,7 @@ void frmCompras_Atipicos_Visor::Cargar_Atipicos()
 void frmCompras_Atipicos_Visor::marca_abierto()
 {
     const auto lugar = std::find_if(m_cargos.begin(), m_cargos.end(),
-        [this](const auto& cargo) { return m_abierto && es_de_clave(cargo, *m_abierto); });
+        [this](const auto& cargo) { return m_abierto && es_la_misma(clave_de(cargo), *m_abierto); });
     const bool esta = lugar != m_cargos.end();
     m_ui->vsCab->set_Marcada(esta ? static_cast<int>(lugar - m_cargos.begin()) : -1);
     if (esta)
@@ -248,7 +245,7 @@ void frmCompras_Atipicos_Visor::va_al_abierto()
 {
     auto& rejilla = *m_ui->vsCab;
     for (int fila = 1; m_abierto && fila < rejilla.Rows(); ++fila)
-        if (es_de_clave(m_cargos.at(static_cast<std::size_t>(rejilla.RowData(fila))), *m_abierto)) {
+        if (es_la_misma(clave_de(cargo_de(fila)), *m_abierto)) {
             rejilla.set_Row(fila);
             m_ui->Tabs->setCurrentIndex(documentos);
             rejilla.setFocus();
@@ -261,162 +258,6 @@ void frmCompras_Atipicos_Visor::set_Comandos(bool habilitados)
     m_ui->Tabs->setTabEnabled(detalles, habilitados);
     for (QPushButton* boton : { m_ui->cmdExportar, m_ui->cmdImprimir, m_ui->cmdModificar, m_ui->cmdEliminar })
         boton->setEnabled(habilitados);
-}
-
-// Details and navigation
-
-void frmCompras_Atipicos_Visor::vsCab_KeyPress()
-{
-    if (m_ui->vsCab->Row() < 1)
-        return;
-    m_ui->Tabs->setCurrentIndex(detalles); // which loads them
-    m_ui->tabDetalles->setFocus();
-}
-
-void frmCompras_Atipicos_Visor::Tabs_SelectedChanged()
-{
-    if (!en_detalles())
-        return;
-    if (m_ui->vsCab->Row() > 0)
-        Cargar_Cabecera();
-    else
-        m_ui->tabDetalles->Vacia();
-}
-
-void frmCompras_Atipicos_Visor::Cargar_Cabecera()
-{
-    const auto& cargo = elegido();
-    const auto clave = clave_de(cargo);
-    Ejercicio = clave.Ejercicio;
-    Almacen_Inicial = clave.Almacen;
-    Proveedor_Inicial = cargo.Proveedor;
-    m_ui->tabDetalles->Cargar_Cabecera(clave, cargo);
-    m_ui->tabDetalles->Cargar_Detalles(clave);
-}
-
-bool frmCompras_Atipicos_Visor::en_detalles() const { return m_ui->Tabs->currentIndex() == detalles; }
-
-/// On the list the grid itself moves its row.
-void frmCompras_Atipicos_Visor::teclea_en_lista(Qt::Key tecla, Qt::KeyboardModifiers con)
-{
-    if (m_ui->vsCab->Rows() < 2)
-        return;
-    m_ui->vsCab->setFocus();
-    QKeyEvent pulsada(QEvent::KeyPress, tecla, con);
-    QCoreApplication::sendEvent(m_ui->vsCab, &pulsada);
-}
-
-void frmCompras_Atipicos_Visor::muestra_fila(int fila)
-{
-    m_ui->vsCab->set_Row(fila);
-    Cargar_Cabecera();
-}
-
-void frmCompras_Atipicos_Visor::cmdPrimero_Click()
-{
-    if (en_detalles())
-        muestra_fila(1);
-    else
-        teclea_en_lista(Qt::Key_Home, Qt::ControlModifier);
-}
-
-void frmCompras_Atipicos_Visor::cmdAnterior_Click()
-{
-    if (!en_detalles())
-        teclea_en_lista(Qt::Key_Up);
-    else if (m_ui->vsCab->Row() > 1)
-        muestra_fila(m_ui->vsCab->Row() - 1);
-}
-
-void frmCompras_Atipicos_Visor::cmdSiguiente_Click()
-{
-    if (!en_detalles())
-        teclea_en_lista(Qt::Key_Down);
-    else if (m_ui->vsCab->Row() < m_ui->vsCab->Rows() - 1)
-        muestra_fila(m_ui->vsCab->Row() + 1);
-}
-
-void frmCompras_Atipicos_Visor::cmdUltimo_Click()
-{
-    if (en_detalles())
-        muestra_fila(m_ui->vsCab->Rows() - 1);
-    else
-        teclea_en_lista(Qt::Key_End, Qt::ControlModifier);
-}
-
-// Commands
-
-const CargoListado& frmCompras_Atipicos_Visor::elegido() const
-{
-    return m_cargos.at(static_cast<std::size_t>(m_ui->vsCab->RowData(m_ui->vsCab->Row())));
-}
-
-void frmCompras_Atipicos_Visor::cmdExportar_Click()
-{
-    const QString fichero = exporta_vsCab(*m_ui->vsCab, m_cargos, nombre_de_fichero(m_buscado), this);
-    if (!fichero.isEmpty())
-        m_ui->lblEstado->setText(QStringLiteral("Exportado a ") + fichero);
-}
-
-void frmCompras_Atipicos_Visor::cmdImprimir_Click()
-{
-    if (m_ui->vsCab->Row() < 1)
-        return;
-    const auto& cargo = elegido();
-    const auto clave = clave_de(cargo);
-    ImprimirAtipico({ clave.Ejercicio, clave.Almacen, clave.Codigo, cargo.Proveedor },
-        [this] { return frmImpresora::pregunta(modComun::EmpresaOrvalin(), this); });
-}
-
-void frmCompras_Atipicos_Visor::cmdEliminar_Click()
-{
-    auto& rejilla = *m_ui->vsCab;
-    const int fila = rejilla.Row();
-    if (fila < 1)
-        return;
-    const auto clave = clave_de(elegido());
-    const auto asiento = elegido().Asiento;
-    if (!confirma("Deberá ir a contabilidad y eliminar manualmente el asiento asociado "
-            + (asiento > 0 ? std::to_string(asiento) : std::string())
-            + ".\r\n\r\n¿Está seguro que desea eliminar el atípico seleccionado?"))
-        return;
-    if (!EliminarAtipico(clave))
-        return;
-    rejilla.RemoveItem(fila);
-    m_ui->lblEstado->setText(textos_visor::eliminado(clave));
-    deja_detalles();
-    if (rejilla.Rows() < 2)
-        set_Comandos(false);
-    busca();
-}
-
-/// The details still show a charge that is gone: should the search that follows fail, they must not be what
-/// the next command is given for.
-void frmCompras_Atipicos_Visor::deja_detalles()
-{
-    m_ui->tabDetalles->Vacia();
-    if (!en_detalles())
-        return;
-    m_ui->Tabs->setCurrentIndex(documentos);
-    m_ui->vsCab->setFocus();
-}
-
-void frmCompras_Atipicos_Visor::cmdModificar_Click()
-{
-    if (m_ui->vsCab->Row() < 1
-        || !confirma(
-            "Se va a generar un nuevo asiento, asegúrese de eliminar el ya existente en Contabilidad "
-            "junto a sus previsiones de pago.\r\n\r\n¿Desea Continuar?"))
-        return;
-    m_ui->Tabs->setCurrentIndex(documentos);
-    const auto clave = clave_de(elegido());
-    auto& editor = frmCompras_Atipicos::compartido();
-    editor.Codigo = clave.Codigo;
-    editor.Ejercicio = clave.Ejercicio;
-    editor.Almacen = clave.Almacen;
-    m_abierto = clave;
-    editor.Show(1, this);
-    busca();
 }
 
 void frmCompras_Atipicos_Visor::keyPressEvent(QKeyEvent* tecla)

@@ -50,6 +50,12 @@ protected:
     void keyPressEvent(QKeyEvent* tecla) override;
 
 private:
+    enum Pestana { documentos, detalles };
+
+    [[nodiscard]] const CargoListado& cargo_de(int fila) const;
+    [[nodiscard]] const CargoListado& elegido() const; ///< the charge of the chosen row
+    [[nodiscard]] static ClaveCargo clave_de(const CargoListado& cargo); ///< the year is that of its date
+
     // Search and list
     void conecta();
     void empieza_vacio();
@@ -82,7 +88,6 @@ private:
     void cmdModificar_Click();
     void cmdEliminar_Click();
     void deja_detalles();
-    [[nodiscard]] const CargoListado& elegido() const; ///< the charge of the chosen row
 
     using Accion = void (frmCompras_Atipicos_Visor::*)();
     void atrapa(const char* procedimiento, Accion accion);
