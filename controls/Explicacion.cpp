@@ -7,6 +7,10 @@ namespace atipicos {
 
 namespace {
 
+    constexpr auto para_quien_lo_mantiene
+        = "La base de datos no ha entendido lo que se le pedía. Anote el mensaje para quien mantiene el "
+          "programa.";
+
     /// How a message ends, and what it means.
     constexpr std::array<std::pair<const char*, const char*>, 5> explicaciones{ {
         { "Desbordamiento", "Un número es demasiado grande. Revise los que acaba de teclear." },
@@ -16,9 +20,7 @@ namespace {
         { "La variable de objeto no está establecida",
             "Falta algo que el programa principal tenía que dar a esta ventana, como la empresa o la "
             "conexión." },
-        { "syntax error",
-            "La base de datos no ha entendido lo que se le pedía. Anote el mensaje para quien mantiene el "
-            "programa." },
+        { "syntax error", para_quien_lo_mantiene },
     } };
 
 }
@@ -28,7 +30,10 @@ QString explicacion_de(const QString& texto)
     for (const auto& [final, significado] : explicaciones)
         if (texto.trimmed().endsWith(QString::fromUtf8(final)))
             return QString::fromUtf8(significado);
-    return {};
+    // What an engine quotes of the database stands behind its own words.
+    return texto.contains(QStringLiteral("syntax error")) && texto.trimmed().endsWith(QStringLiteral(")."))
+        ? QString::fromUtf8(para_quien_lo_mantiene)
+        : QString();
 }
 
 } // namespace atipicos

@@ -1,5 +1,6 @@
 #include "engines/odbc/Instruccion.hpp"
 
+#include "engines/sql/EnCastellano.hpp"
 #include "engines/sql/Fechas.hpp"
 #include "engines/sql/Tokens.hpp"
 #include "runtime/Unicode.hpp"
@@ -39,8 +40,12 @@ namespace {
             return "No hay conexión con el servidor de la base de datos";
         case Categoria::no_existe:
             return "La base de datos no existe en el servidor, o este usuario no puede entrar en ella";
+        case Categoria::instruccion:
+            return sql::no_puede;
+        case Categoria::restriccion:
+            return sql::no_admite;
         default:
-            return nullptr;
+            return sql::ha_fallado;
         }
     }
 
@@ -105,10 +110,10 @@ adodb::ErrorBaseDatos error_de(
         return { Categoria::otra, "ODBC", "El controlador no dice qué ha fallado.", instruccion, donde };
     const auto sqlstate = estrecho(estado, 5);
     const auto categoria = servidor.categoria(sqlstate, numero);
-    std::string descripcion = estrecho(texto, largo) + " [SQLSTATE " + sqlstate + "]";
-    if (const auto* comienzo = en_castellano(categoria))
-        descripcion = std::string(comienzo) + " (" + descripcion + ").";
-    return { categoria, "ODBC", std::move(descripcion), instruccion, donde };
+    return { categoria, "ODBC",
+        std::string(en_castellano(categoria)) + " (" + estrecho(texto, largo) + " [SQLSTATE " + sqlstate
+            + "]).",
+        instruccion, donde };
 }
 
 namespace {

@@ -1,5 +1,6 @@
 #include "engines/postgresql/Instruccion.hpp"
 
+#include "engines/sql/EnCastellano.hpp"
 #include "engines/sql/Fechas.hpp"
 
 #include <algorithm>
@@ -18,7 +19,7 @@ namespace {
     struct Clasificacion {
         std::string_view codigo; ///< the first characters of an SQLSTATE
         Categoria categoria;
-        const char* en_castellano; ///< null: the server's own words say it all
+        const char* en_castellano; ///< what the server's own words stand behind
     };
 
     constexpr auto bloqueada = "La base de datos está bloqueada por otro usuario";
@@ -27,18 +28,18 @@ namespace {
     // The first that fits counts.
     constexpr std::array<Clasificacion, 16> clasificaciones{ {
         { "08", Categoria::conexion, sin_conexion },
-        { "22", Categoria::instruccion, nullptr },
-        { "23", Categoria::restriccion, nullptr },
+        { "22", Categoria::instruccion, "La base de datos no admite uno de los valores" },
+        { "23", Categoria::restriccion, sql::no_admite },
         { "25006", Categoria::solo_lectura, "La base de datos es de sólo lectura" },
         { "28", Categoria::conexion, "El servidor no admite a este usuario o su contraseña" },
         { "3D", Categoria::conexion, "La base de datos no existe en el servidor" },
         { "40", Categoria::bloqueo, bloqueada },
         { "42501", Categoria::otra, "El usuario no tiene permiso" },
-        { "42", Categoria::instruccion, nullptr },
-        { "0A", Categoria::instruccion, nullptr },
+        { "42", Categoria::instruccion, sql::no_puede },
+        { "0A", Categoria::instruccion, sql::no_puede },
         { "53100", Categoria::otra, "No queda sitio en el disco del servidor" },
         { "53300", Categoria::conexion, "El servidor no admite más conexiones" },
-        { "54", Categoria::instruccion, nullptr },
+        { "54", Categoria::instruccion, sql::no_puede },
         { "55P03", Categoria::bloqueo, bloqueada },
         { "57014", Categoria::otra, "La instrucción ha tardado demasiado y se ha cancelado" },
         { "57P", Categoria::conexion, sin_conexion },
@@ -48,7 +49,8 @@ namespace {
     {
         const auto lugar = std::find_if(clasificaciones.begin(), clasificaciones.end(),
             [&](const auto& una) { return codigo.starts_with(una.codigo); });
-        return lugar == clasificaciones.end() ? Clasificacion{ {}, Categoria::otra, nullptr } : *lugar;
+        return lugar == clasificaciones.end() ? Clasificacion{ {}, Categoria::otra, sql::ha_fallado }
+                                              : *lugar;
     }
 
     std::string campo(const Respuesta& respuesta, int cual)
@@ -152,9 +154,9 @@ adodb::ErrorBaseDatos error_de(const Respuesta& respuesta, std::string_view inst
     if (!codigo.empty())
         descripcion += " [SQLSTATE " + codigo + "]";
     const auto clasificacion = clasifica(codigo);
-    if (clasificacion.en_castellano != nullptr)
-        descripcion = std::string(clasificacion.en_castellano) + " (" + descripcion + ").";
-    return { clasificacion.categoria, "PostgreSQL", std::move(descripcion), std::string(instruccion), donde };
+    return { clasificacion.categoria, "PostgreSQL",
+        std::string(clasificacion.en_castellano) + " (" + descripcion + ").", std::string(instruccion),
+        donde };
 }
 
 std::optional<std::string> texto_de(const Variant& valor, Donde donde)

@@ -1,5 +1,6 @@
 #include "engines/sqlite/Instruccion.hpp"
 
+#include "engines/sql/EnCastellano.hpp"
 #include "engines/sql/Fechas.hpp"
 #include "engines/sql/Tokens.hpp"
 
@@ -16,14 +17,14 @@ namespace {
 
     struct Clasificacion {
         Categoria categoria;
-        const char* en_castellano; ///< null: SQLite's own words say it all
+        const char* en_castellano; ///< what SQLite's own words stand behind
     };
 
     Clasificacion clasifica(int codigo)
     {
         switch (codigo & 0xff) {
         case SQLITE_CONSTRAINT:
-            return { Categoria::restriccion, nullptr };
+            return { Categoria::restriccion, sql::no_admite };
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
             return { Categoria::bloqueo, "La base de datos está bloqueada por otro usuario" };
@@ -43,9 +44,9 @@ namespace {
         case SQLITE_RANGE:
         case SQLITE_MISMATCH:
         case SQLITE_TOOBIG:
-            return { Categoria::instruccion, nullptr };
+            return { Categoria::instruccion, sql::no_puede };
         default:
-            return { Categoria::otra, nullptr };
+            return { Categoria::otra, sql::ha_fallado };
         }
     }
 
@@ -115,10 +116,8 @@ namespace {
 adodb::ErrorBaseDatos error_de(sqlite3* base, const std::string& instruccion, Donde donde)
 {
     const auto clasificacion = clasifica(sqlite3_extended_errcode(base));
-    std::string descripcion = sqlite3_errmsg(base);
-    if (clasificacion.en_castellano != nullptr)
-        descripcion = std::string(clasificacion.en_castellano) + " (" + descripcion + ").";
-    return { clasificacion.categoria, "SQLite", std::move(descripcion), instruccion, donde };
+    return { clasificacion.categoria, "SQLite",
+        std::string(clasificacion.en_castellano) + " (" + sqlite3_errmsg(base) + ").", instruccion, donde };
 }
 
 Instruccion::Instruccion(sqlite3* base, const std::string& sql, Donde donde)

@@ -97,7 +97,9 @@ namespace {
         EXPECT_TRUE(guardadas.contains("R39"));
         for (const auto& una : todas)
             EXPECT_NE(guardadas.contains(una),
-                ejecucion.errores.find("«" + una + "» no se ha registrado: FOREIGN KEY constraint failed\n")
+                ejecucion.errores.find("«" + una
+                    + "» no se ha registrado: La base de datos no admite el cambio (FOREIGN KEY constraint "
+                      "failed).\n")
                     != std::string::npos)
                 << una;
         EXPECT_THAT(ejecucion.salida,

@@ -29,7 +29,15 @@ private slots:
         QVERIFY(de_error(numero_error::objeto_no_establecido).contains(QStringLiteral("la conexión")));
         QVERIFY(!explicacion_de(QStringLiteral("Error inesperado. Repita la operación\rDesbordamiento"))
                      .isEmpty());
-        QVERIFY(!explicacion_de(QStringLiteral("[7] near \"Orotava\": syntax error")).isEmpty());
+        for (const auto* texto :
+            { "[7] near \"Orotava\": syntax error",
+                "[7] La base de datos no ha podido hacer lo que se le pedía (near \"Orotava\": syntax "
+                "error).",
+                "La base de datos no ha podido hacer lo que se le pedía (syntax error at or near \"Orotava\" "
+                "[SQLSTATE 42601])." })
+            QVERIFY2(
+                explicacion_de(QString::fromUtf8(texto)).startsWith(QStringLiteral("La base de datos no ha")),
+                texto);
     }
 
     void what_speaks_for_itself_is_left_alone()

@@ -80,12 +80,14 @@ namespace {
         const auto doble = fallo_de([&] { conexion->Execute("INSERT INTO t (Id) VALUES (1)"); });
         EXPECT_EQ(doble.categoria, Categoria::restriccion);
         EXPECT_EQ(doble.descripcion,
-            "duplicate key value violates unique constraint \"t_pkey\". Key (id)=(1) already exists. "
-            "[SQLSTATE 23505]");
+            "La base de datos no admite el cambio (duplicate key value violates unique constraint "
+            "\"t_pkey\". "
+            "Key (id)=(1) already exists. [SQLSTATE 23505]).");
         EXPECT_EQ(fallo_de([&] {
             conexion->Execute("INSERT INTO t (Id, Texto) VALUES (2, 'seis y mas')");
         }).descripcion,
-            "value too long for type character varying(5) [SQLSTATE 22001]");
+            "La base de datos no admite uno de los valores (value too long for type character varying(5) "
+            "[SQLSTATE 22001]).");
         EXPECT_EQ(fallo_de([&] { conexion->Execute("INSERT INTO t (Id, Marca) VALUES (2, 2)"); }).categoria,
             Categoria::restriccion)
             << "a BIT is 0 or 1";
@@ -115,7 +117,7 @@ namespace {
             EXPECT_THAT(fallo_de([&] {
                 conexion->Execute("INSERT INTO t (Id, Texto) VALUES (1, $$ ' $$); DROP TABLE t --')");
             }).descripcion,
-                EndsWith("[SQLSTATE 42601]"));
+                EndsWith("[SQLSTATE 42601])."));
             conexion->Execute(
                 dentro ? "UPDATE t SET Texto ='a;b'" : "INSERT INTO t (Id, Texto) VALUES (1, 'x;y')");
         }
