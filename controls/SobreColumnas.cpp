@@ -58,11 +58,15 @@ void SobreColumnas::reparte()
     const int ultima = m_cajas->columnCount() - 1;
     std::vector<int> anchos;
     int total = 0;
-    for (int columna = 0; columna <= ultima; ++columna) {
-        const int ancho = m_rejilla.ColWidth(columna) - (columna < ultima ? separacion : 0);
-        anchos.push_back(std::max(ancho, 1));
+    for (int columna = 0; columna < ultima; ++columna) {
+        anchos.push_back(std::max(m_rejilla.ColWidth(columna) - separacion, 1));
         total += m_rejilla.ColWidth(columna);
     }
+    int las_demas = 0;
+    for (int columna = ultima; columna < m_rejilla.Cols(); ++columna)
+        las_demas += m_rejilla.ColWidth(columna);
+    anchos.push_back(std::max(las_demas, 1));
+    total += las_demas;
     // The layout gives the first box what it needs at least; only the second is to be narrower for it.
     if (const int falta = ancho_minimo(*m_cajas, 0) - anchos[0]; falta > 0 && falta < anchos[1])
         anchos[1] -= falta;
@@ -73,8 +77,9 @@ void SobreColumnas::reparte()
             m_cajas->setColumnStretch(columna, ancho);
     }
     auto margenes = m_cajas->contentsMargins();
-    margenes.setLeft(std::max(izquierda, 0));
-    margenes.setRight(std::max(marco.width() - izquierda - total, 0));
+    const auto bordes = marco.contentsMargins(); // the frame's own, inside of which the layout counts
+    margenes.setLeft(std::max(izquierda - bordes.left(), 0));
+    margenes.setRight(std::max(marco.width() - izquierda - total - bordes.right(), 0));
     if (margenes != m_cajas->contentsMargins())
         m_cajas->setContentsMargins(margenes);
 }

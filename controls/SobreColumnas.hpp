@@ -10,7 +10,8 @@ namespace atipicos {
 class VSFlexGrid;
 
 /// Keeps a row of boxes above the columns of the grid under it, whatever widths those have: the boxes of
-/// column n of the layout stand above column n of the grid. One whose text needs more takes it from the next.
+/// column n of the layout stand above column n of the grid, those of the last one above all that are left.
+/// One whose text needs more takes it from the next.
 class SobreColumnas final : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(SobreColumnas)

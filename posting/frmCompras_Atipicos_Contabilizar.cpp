@@ -5,6 +5,7 @@
 #include "context/trap.hpp"
 #include "controls/Anclaje.hpp"
 #include "controls/Anuncio.hpp"
+#include "controls/SobreColumnas.hpp"
 #include "controls/Texto.hpp"
 #include "platform/adodb/campos.hpp"
 #include "posting/VencimientosQt.hpp"
@@ -96,6 +97,7 @@ void frmCompras_Atipicos_Contabilizar::prepara_rejilla()
     auto* anclaje = new Anclaje(rejilla);
     anclaje->AgregarColumna(1, 50);
     anclaje->AgregarColumna(5, 50);
+    new SobreColumnas(*m_ui->rejilla, rejilla);
 }
 
 void frmCompras_Atipicos_Contabilizar::prepara_selectores()
