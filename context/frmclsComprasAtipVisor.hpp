@@ -37,6 +37,8 @@ public:
         Date Fecha_Final;
         std::int16_t Almacen = 0;
         std::int32_t Proveedor = 0;
+
+        friend bool operator==(const Busqueda&, const Busqueda&) = default;
     };
 
     /// Called after each search that has been run through, for a host that hands it in again another day:

@@ -73,7 +73,7 @@ QString texto_de(const BorradorOfrecido& ofrecido)
         lineas_de(borrador), a_qt(texto_pantalla(borrador.Total, decimales_importe)) }
                         .join(QStringLiteral(", "));
     if (borrador.Guardandose)
-        texto += QStringLiteral(". Se estaba guardando: mire antes en el visor si ya está");
+        texto += QStringLiteral(". Se estaba guardando: al recuperarlo se mira si ya está");
     return texto;
 }
 

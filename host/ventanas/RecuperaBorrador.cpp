@@ -7,7 +7,6 @@
 #include "host/ventanas/TecleaBorrador.hpp"
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QPushButton>
 #include <QTimer>
 
@@ -85,8 +84,17 @@ void RecuperaBorrador::Recuperar(const std::filesystem::path& fichero) const
     const auto cerrojo = toma_o_dilo(fichero);
     if (!cerrojo)
         return;
-    const Borrador borrador = m_borradores->lee(fichero).borrador;
+    const BorradorLeido leido = m_borradores->lee(fichero);
+    const Borrador& borrador = leido.borrador;
     const auto entero = [&] { cerrojo->borra_borrador(); };
+    if (const auto codigo = m_ventanas.guardado(leido)) {
+        entero();
+        avisa("Este cargo llegó a guardarse: es el " + *codigo + " del almacén "
+                + std::to_string(borrador.Almacen)
+                + ". No hay nada que recuperar, y su borrador se ha quitado.",
+            Icono::informacion);
+        return;
+    }
     if (borrador.Codigo.empty())
         teclea(*m_ventanas.editor(), borrador, entero);
     else
@@ -109,8 +117,6 @@ void RecuperaBorrador::teclea(QWidget& editor, const Borrador& borrador, const E
 void RecuperaBorrador::abre_y_teclea(const Borrador& borrador, const Entero& entero) const
 {
     QWidget* visor = m_ventanas.visor(borrador.Ejercicio, borrador.AlmacenDelCargo);
-    QKeyEvent intro(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-    QCoreApplication::sendEvent(visor->findChild<QWidget*>(QStringLiteral("txtFechaF")), &intro);
     auto& lista = *visor->findChild<VSFlexGrid*>(QStringLiteral("vsCab"));
     const int fila = fila_de(lista, borrador);
     if (fila == 0) {

@@ -8,6 +8,7 @@
 #include "controls/Texto.hpp"
 #include "host/panel/Comparacion.hpp"
 #include "host/panel/Pendientes.hpp"
+#include "host/sesion/CargoDelBorrador.hpp"
 #include "host/ventanas/MemoriaDeVentanas.hpp"
 #include "host/ventanas/PanelBorradores.hpp"
 #include "host/ventanas/PanelCargos.hpp"
@@ -52,15 +53,19 @@ frmPrincipal::frmPrincipal(Sesion& sesion, const OpcionesComunes& opciones, QWid
     , m_ultima_busqueda(sesion.empresa->Codigo(), sesion.empresa->Usuario())
     , m_recuperacion(sesion.borradores,
           { [this] { return abre_editor_vacio(); },
-              [this](std::int16_t ejercicio, std::int16_t almacen) {
-                  return abre_visor_en(ejercicio, almacen);
+              [this](
+                  std::int16_t ejercicio, std::int16_t almacen) { return abre_visor_en(ejercicio, almacen); },
+              [&sesion](const BorradorLeido& leido) {
+                  return codigo_guardado(leido, sesion.empresa->Codigo(), *sesion.bases.orvalin);
               } })
     , m_lector_cargos(m_lugar, sesion.empresa->Codigo(), sesion.empresa->EmpresaProveedores())
     , m_lector_cifras(m_lugar, sesion.empresa->Codigo(), sesion.empresa->EmpresaProveedores())
 {
     m_visor.set_AlBuscar([this](const frmclsComprasAtipVisor::Busqueda& buscado) {
-        if (!m_de_la_lista)
-            m_ultima_busqueda.guarda(buscado, modComun::reloj().hoy());
+        if (m_del_programa == buscado)
+            return;
+        m_del_programa.reset();
+        m_ultima_busqueda.guarda(buscado, modComun::reloj().hoy());
     });
     setObjectName(QStringLiteral("frmPrincipal"));
     setWindowTitle(QStringLiteral("Cargos atípicos a proveedores - ") + a_qt(sesion.empresa->Nombre()));

@@ -70,6 +70,7 @@ private:
     void abre_cargo(const CargoResumido& cargo);
     void imprime_elegidos();
     void muestra_visor(const frmclsComprasAtipVisor::Busqueda& busqueda);
+    void muestra_visor_de_nuevo(const frmclsComprasAtipVisor::Busqueda& busqueda);
     [[nodiscard]] QWidget* abre_editor_vacio();
     [[nodiscard]] QWidget* abre_visor_en(std::int16_t ejercicio, std::int16_t almacen);
     void recupera(const std::filesystem::path& fichero);
@@ -90,7 +91,7 @@ private:
     HiloLector m_lector_cargos; ///< what is looked for does not wait for the figures
     HiloLector m_lector_cifras;
     bool m_ha_trabajado = true; ///< a window was opened since the figures were read
-    bool m_de_la_lista = false; ///< the browser opens on a charge of the list, which nobody has searched for
+    std::optional<frmclsComprasAtipVisor::Busqueda> m_del_programa; ///< the browser's, until a person's own
 };
 
 } // namespace atipicos::app

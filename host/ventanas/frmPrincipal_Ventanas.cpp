@@ -72,15 +72,20 @@ void frmPrincipal::muestra_visor(const frmclsComprasAtipVisor::Busqueda& busqued
     QCoreApplication::sendEvent(ultima_caja, &intro);
 }
 
-/// The list of its day, warehouse and supplier, with the charge chosen. It is no search of the person's.
-void frmPrincipal::abre_cargo(const CargoResumido& cargo)
+/// On what no person has searched for, and which is not remembered until one searches for something else.
+void frmPrincipal::muestra_visor_de_nuevo(const frmclsComprasAtipVisor::Busqueda& busqueda)
 {
     if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor")))
         abierto->close();
+    m_del_programa = busqueda;
+    muestra_visor(busqueda);
+}
+
+/// The list of its day, warehouse and supplier, with the charge chosen.
+void frmPrincipal::abre_cargo(const CargoResumido& cargo)
+{
     const auto dia = cargo.fecha.solo_dia();
-    m_de_la_lista = true;
-    muestra_visor({ dia, dia, cargo.almacen, cargo.proveedor });
-    m_de_la_lista = false;
+    muestra_visor_de_nuevo({ dia, dia, cargo.almacen, cargo.proveedor });
     auto* lista = findChild<VSFlexGrid*>(QStringLiteral("vsCab"));
     for (int fila = 1; lista != nullptr && fila < lista->Rows(); ++fila)
         if (de_qt(lista->TextMatrix(fila, 0).trimmed()) == cargo.codigo)
@@ -132,19 +137,8 @@ QWidget* frmPrincipal::abre_editor_vacio()
 
 QWidget* frmPrincipal::abre_visor_en(std::int16_t ejercicio, std::int16_t almacen)
 {
-    if (auto* abierto = findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor")))
-        abierto->close();
-    m_ha_trabajado = true;
-    m_visor.set_EmpresaOrvalin(m_sesion.empresa);
-    m_visor.set_ConexionOrvalin(m_sesion.bases.orvalin);
-    m_visor.Ejercicio = ejercicio;
-    m_visor.Almacen_Inicial = almacen;
-    m_visor.Proveedor_Inicial = 0;
-    m_visor.Fecha_Inicial = Date::de_dia(ejercicio, 1, 1).value_or(Date{});
-    m_visor.Fecha_Final = Date::de_dia(ejercicio, 12, 31).value_or(Date{});
-    m_visor.Show(0, this);
-    m_visor.Almacen_Inicial = 0; // the next time as it was
-    m_visor.Fecha_Inicial = m_visor.Fecha_Final = Date{};
+    muestra_visor_de_nuevo({ Date::de_dia(ejercicio, 1, 1).value_or(Date{}),
+        Date::de_dia(ejercicio, 12, 31).value_or(Date{}), almacen, 0 });
     return findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
 }
 

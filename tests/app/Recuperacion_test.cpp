@@ -1,5 +1,6 @@
 // What was being keyed in when the program ended is offered in the main window, and stored it is what it
 // would have been without that end.
+#include "host/ventanas/UltimaBusqueda.hpp"
 #include "tests/app/EscenaBorrador.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -288,6 +289,85 @@ private slots:
         QVERIFY(!std::filesystem::exists(escena.estado() / "cargo-1-1.json"));
         QVERIFY(std::filesystem::exists(escena.estado() / "cargo-1-2.json"));
         QCOMPARE(escena.lista().count(), 2);
+    }
+
+    /// As after a kill between the commits of a save and the end of its draft.
+    void a_charge_that_was_stored_before_its_draft_went_is_not_brought_back()
+    {
+        EscenaBorrador escena;
+        const auto mientras_se_guarda = [&](QWidget& editor) {
+            const auto fichero = [&] {
+                for (const auto& nombre : escena.ficheros())
+                    if (nombre.ends_with(".json"))
+                        return escena.estado() / nombre;
+                return escena.estado();
+            }();
+            auto leido = escena.sesion->borradores->lee(fichero).borrador;
+            leido.Guardandose = true;
+            escena.acepta(editor);
+            escena.sesion->borradores->Abrir()->Guardar(leido);
+            return leido;
+        };
+        const auto recupera_y_dice = [&] {
+            escena.avisos->dichos.clear();
+            clic(*escena.ventana, "cmdRecuperar");
+            return escena.avisos->dichos.empty() ? std::string() : escena.avisos->dichos.back().texto;
+        };
+        const std::string dicho
+            = "Este cargo llegó a guardarse: es el AT260001 del almacén 3. No hay nada que "
+              "recuperar, y su borrador se ha quitado.";
+        escena.teclea_cargo();
+        const auto nuevo = mientras_se_guarda(escena.editor());
+        escena.cierra_y_abre();
+        QVERIFY(escena.ofrecidos().value(0).endsWith(
+            QStringLiteral("Se estaba guardando: al recuperarlo se mira si ya está")));
+        const auto guardado = escena.todo();
+        QCOMPARE(recupera_y_dice(), dicho);
+        QVERIFY(escena.ficheros().empty());
+        QVERIFY(!escena.ofrece());
+        QVERIFY(escena.todo() == guardado);
+
+        cambia_cargo(escena, [&](QWidget& editor) {
+            static_cast<void>(mientras_se_guarda(editor));
+            editor.close();
+        });
+        escena.cierra_y_abre();
+        QCOMPARE(recupera_y_dice(), dicho);
+        QVERIFY(!escena.ofrece());
+
+        // What is kept after the save is of another one.
+        escena.reloj->valor = dia_y_hora("21/11/2026", 18, 5, 9);
+        escena.sesion->borradores->Abrir()->Guardar(nuevo);
+        escena.cierra_y_abre();
+        QCOMPARE(recupera_y_dice(), std::string());
+        QCOMPARE(escena.rejilla().Rows(), 4);
+    }
+
+    /// The list that a recovery opens is none that the person has searched for.
+    void what_a_recovery_looks_for_is_not_remembered_as_a_search()
+    {
+        const auto hoy = dia("21/11/2026");
+        const app::UltimaBusqueda ultima(1, 2);
+        ultima.guarda({ dia("03/03/2026"), dia("30/10/2026"), 4, 106 }, hoy);
+        EscenaBorrador escena;
+        escena.teclea_cargo();
+        escena.acepta(escena.editor());
+        ultima.guarda({ dia("01/01/2026"), dia("20/12/2026"), 0, 0 }, hoy);
+        cambia_cargo(escena, [](QWidget& editor) { clic(editor, "cmdSalir"); });
+        ultima.guarda({ dia("03/03/2026"), dia("30/10/2026"), 4, 106 }, hoy);
+        escena.cierra_y_abre();
+        escena.avisos->respuestas = { Respuesta::Si };
+        {
+            const AlAbrirse al_abrirse([](QWidget& editor) { editor.close(); }, "frmCompras_Atipicos");
+            clic(*escena.ventana, "cmdRecuperar");
+        }
+        QVERIFY((ultima.lee(hoy)
+            == frmclsComprasAtipVisor::Busqueda{ dia("03/03/2026"), dia("30/10/2026"), 4, 106 }));
+        auto& visor = control<QWidget>(*escena.ventana, "frmCompras_Atipicos_Visor");
+        control<QLineEdit>(visor, "txtFechaF").setText(QStringLiteral("15/12/2026"));
+        QTest::keyClick(&control<>(visor, "txtFechaF"), Qt::Key_Return);
+        QCOMPARE(ultima.lee(hoy).Fecha_Final, dia("15/12/2026")); // this is one
+        QCOMPARE(ultima.lee(hoy).Almacen, std::int16_t{ 3 });
     }
 
     void with_another_charge_in_the_editor_nothing_is_brought_over_it()
