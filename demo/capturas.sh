@@ -10,7 +10,9 @@ toma() {
     for tema in claro oscuro; do
         opciones=()
         [ "$tema" = claro ] || opciones=(--oscuro)
-        QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=$escala xvfb-run --auto-servernum --server-args="-screen 0 ${medida}x24" \
+        mkdir -p "$carpeta/$nombre-$tema/ajustes" # none of the sizes that another screen has left
+        XDG_CONFIG_HOME="$carpeta/$nombre-$tema/ajustes" QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=$escala \
+            xvfb-run --auto-servernum --server-args="-screen 0 ${medida}x24" \
             "$programa" "$carpeta/$nombre-$tema" "${opciones[@]}"
     done
 }
