@@ -3,8 +3,10 @@
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Postgresql.hpp"
 #include "engines/sql/Tokens.hpp"
+#include "host/bases/Derechos.hpp"
 #include "host/bases/Fallo.hpp"
 #include "host/bases/Historial.hpp"
+#include "host/bases/Reparto.hpp"
 #include "host/bases/Tablas.hpp"
 #include "host/bases/Version.hpp"
 
@@ -113,6 +115,8 @@ bool crea_en_postgresql(adodb::Connection& conexion, const std::string& lugar, b
     sql::crea_esquema_postgresql(conexion, esquema_orvalin, donde);
     crea_tablas_orvalin(conexion, vacia, donde);
     crea_historial(conexion, donde);
+    crea_derechos(conexion, donde);
+    reparte(conexion, donde);
     conexion.CommitTrans(donde);
     return true;
 }

@@ -60,9 +60,11 @@ bool crea_en_sql_server(adodb::Connection& conexion, const std::string& lugar, b
     ejecuta(conexion, "USE Bexmor", donde);
     crea_tablas_bexmor(conexion, vacia, donde);
     sql::ejecuta_guion(conexion, guiones::historial_sqlserver_bexmor(), donde);
+    sql::ejecuta_guion(conexion, guiones::derechos_sqlserver_bexmor(), donde);
     ejecuta(conexion, "USE Orvalin", donde);
     crea_tablas_orvalin(conexion, vacia, donde);
     sql::ejecuta_guion(conexion, guiones::historial_sqlserver(), donde);
+    sql::ejecuta_guion(conexion, guiones::derechos_sqlserver(), donde);
     conexion.CommitTrans(donde);
     return true;
 }

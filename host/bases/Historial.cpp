@@ -1,43 +1,20 @@
 #include "host/bases/Historial.hpp"
 
-#include "engines/odbc/Connection.hpp"
-#include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Guion.hpp"
-#include "engines/sqlite/Connection.hpp"
+#include "host/bases/Producto.hpp"
+#include "host/bases/Usuario.hpp"
 #include "host/sql/Guiones.hpp"
 #include "host/sql/Literal.hpp"
 
 #include <array>
-#include <cstdint>
-#include <pwd.h>
 #include <string>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 
 namespace atipicos::bases {
 
 namespace {
-
-    enum class Producto : std::uint8_t { postgresql, sqlite, sql_server };
-
-    Producto producto_de(const adodb::Connection& conexion)
-    {
-        if (const auto* por_odbc = dynamic_cast<const odbc::Connection*>(&conexion)) {
-            if (por_odbc->servidor().nombre == odbc::nombre_postgresql)
-                return Producto::postgresql;
-            return por_odbc->servidor().nombre == odbc::nombre_sqlite ? Producto::sqlite
-                                                                      : Producto::sql_server;
-        }
-        return dynamic_cast<const postgresql::Connection*>(&conexion) != nullptr ? Producto::postgresql
-                                                                                 : Producto::sqlite;
-    }
-
-    /// The user of this machine, by name where he has one.
-    std::string usuario()
-    {
-        const auto* cuenta = getpwuid(geteuid());
-        return cuenta != nullptr ? cuenta->pw_name : std::to_string(geteuid());
-    }
 
     std::string maquina()
     {
@@ -64,11 +41,9 @@ void crea_historial(adodb::Connection& orvalin, Donde donde)
     sql::ejecuta_guion(orvalin, guiones::historial_sqlserver(), donde);
 }
 
-void firma_historial(adodb::Connection& orvalin, Donde donde)
+std::vector<std::string> firma_de_fichero()
 {
-    if (producto_de(orvalin) != Producto::sqlite)
-        return;
-    const auto firma = " SET Login =" + sql::literal(usuario())
+    const auto firma = " SET Login =" + sql::literal(usuario_de_la_maquina())
         + ", Puesto =" + sql::literal(maquina() + " atipicos") + " WHERE ";
     struct Firmada {
         std::string_view disparador;
@@ -79,14 +54,24 @@ void firma_historial(adodb::Connection& orvalin, Donde donde)
         { "Anulaciones_Firma", "Historial_Anulaciones",
             "Cod_Empresa = NEW.Cod_Empresa AND Cod_Ejercicio = NEW.Cod_Ejercicio AND Asiento = "
             "NEW.Asiento" } } };
+    std::vector<std::string> instrucciones;
     for (const auto& una : firmadas) {
         std::string sql = "CREATE TEMP TRIGGER ";
         for (const auto parte : { una.disparador, std::string_view(" AFTER INSERT ON "), una.tabla,
                  std::string_view(" BEGIN UPDATE "), una.tabla, std::string_view(firma), una.cual,
                  std::string_view("; END;") })
             sql += parte;
-        orvalin.Execute(sql, nullptr, adodb::CommandType::Text, donde);
+        instrucciones.push_back(std::move(sql));
     }
+    return instrucciones;
+}
+
+void firma_historial(adodb::Connection& orvalin, Donde donde)
+{
+    if (producto_de(orvalin) != Producto::sqlite)
+        return;
+    for (const auto& sql : firma_de_fichero())
+        orvalin.Execute(sql, nullptr, adodb::CommandType::Text, donde);
 }
 
 } // namespace atipicos::bases

@@ -1,6 +1,7 @@
 #include "host/bases/Pasos.hpp"
 
 #include "engines/sql/Guion.hpp"
+#include "host/bases/Derechos.hpp"
 #include "host/bases/Fallo.hpp"
 #include "host/bases/Historial.hpp"
 #include "host/bases/Version.hpp"
@@ -12,6 +13,7 @@ namespace atipicos::bases {
 namespace {
 
     void lleva_historial(const Bases& bases, Donde donde) { crea_historial(*bases.orvalin, donde); }
+    void pone_derechos(const Bases& bases, Donde donde) { crea_derechos(*bases.orvalin, donde); }
 
     // 2: what a save does to both products is committed at once. The two files of a folder become one, and
     //    programs that would commit one after the other find a number that they do not know.
@@ -19,11 +21,16 @@ namespace {
     // have
     //    been reversed.
     // 4: what is done to charges is written down by the database.
-    const std::array<Paso, 3>& todos()
+    // 5: the login says who the user is, and an entry balances or is known to be incomplete.
+    const std::array<Paso, 4>& todos()
     {
-        static const std::array<Paso, 3> todos{ { { .hasta = 2 },
+        static const std::array<Paso, 4> todos{ { { .hasta = 2 },
             { .hasta = 3, .orvalin = guiones::importaciones_3(), .bexmor = guiones::regularizaciones() },
-            { .hasta = guiones::version, .despues = &lleva_historial } } };
+            { .hasta = version_con_historial, .despues = &lleva_historial },
+            { .hasta = version_con_derechos,
+                .orvalin = guiones::accesos(),
+                .bexmor = guiones::incompletos(),
+                .despues = &pone_derechos } } };
         return todos;
     }
 

@@ -10,6 +10,7 @@ void crea_tablas_bexmor(adodb::Connection& conexion, bool vacia, Donde donde)
 {
     sql::ejecuta_guion(conexion, guiones::bexmor(), donde);
     sql::ejecuta_guion(conexion, guiones::regularizaciones(), donde);
+    sql::ejecuta_guion(conexion, guiones::incompletos(), donde);
     if (!vacia)
         sql::ejecuta_guion(conexion, guiones::muestra_bexmor(), donde);
 }
@@ -17,6 +18,7 @@ void crea_tablas_bexmor(adodb::Connection& conexion, bool vacia, Donde donde)
 void crea_tablas_orvalin(adodb::Connection& conexion, bool vacia, Donde donde)
 {
     sql::ejecuta_guion(conexion, guiones::orvalin(), donde);
+    sql::ejecuta_guion(conexion, guiones::accesos(), donde);
     if (!vacia)
         sql::ejecuta_guion(conexion, guiones::muestra_orvalin(), donde);
 }

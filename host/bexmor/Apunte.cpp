@@ -1,5 +1,6 @@
 #include "host/bexmor/Apunte.hpp"
 
+#include "host/bexmor/Incompleto.hpp"
 #include "host/bexmor/Instrucciones.hpp"
 #include "host/sql/Literal.hpp"
 
@@ -24,6 +25,7 @@ bool Apunte::Guardar(Donde donde)
         return true;
     } catch (const Error& error) {
         m_error = error;
+        deja_incompleto(m_empresa, Asiento, error.descripcion(), donde);
         return false;
     }
 }

@@ -1,5 +1,6 @@
 #include "host/bexmor/RegistroImpuesto.hpp"
 
+#include "host/bexmor/Incompleto.hpp"
 #include "host/bexmor/Instrucciones.hpp"
 #include "host/sql/Literal.hpp"
 
@@ -17,6 +18,16 @@ RegistroImpuesto::RegistroImpuesto(const qvbxemp::Empresa& empresa)
 }
 
 void RegistroImpuesto::Guardar(Donde donde)
+{
+    try {
+        inserta(donde);
+    } catch (const Error& error) { // the lines that were to follow will not
+        deja_incompleto(m_empresa, Asiento, error.descripcion(), donde);
+        throw;
+    }
+}
+
+void RegistroImpuesto::inserta(Donde donde) const
 {
     for (const auto importe : { Base, Cuota, TotalImpuesto })
         comprueba_importe(importe, fuente_registro, donde);

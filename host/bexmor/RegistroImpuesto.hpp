@@ -14,6 +14,8 @@ public:
     void Guardar(Donde donde = Donde::aqui()) override;
 
 private:
+    void inserta(Donde donde) const;
+
     const qvbxemp::Empresa& m_empresa;
 };
 

@@ -1,6 +1,8 @@
 #include "host/comprobacion/Revision.hpp"
 
 #include "charges/Impuesto.hpp"
+#include "host/bases/Derechos.hpp"
+#include "host/bases/Version.hpp"
 #include "platform/adodb/campos.hpp"
 #include "runtime/Formato.hpp"
 
@@ -40,6 +42,7 @@ Revision::Revision(const bases::Bases& bases)
 Verificacion Revision::revisa()
 {
     lee_catalogos();
+    lee_incompletos();
     lee_cargos();
     revisa_lineas();
     m_sin_cargo.emplace(m_almacenes, m_cuentas, *m_cargos);
@@ -47,6 +50,19 @@ Verificacion Revision::revisa()
     revisa_sin_visitar();
     reune();
     return std::move(m_resultado);
+}
+
+void Revision::lee_incompletos()
+{
+    if (bases::comprueba_version(*m_bases.bexmor, "Esquema", "Bexmor", Donde::aqui())
+        < bases::version_con_derechos)
+        return;
+    for (const auto rs = adodb::consulta(
+             *m_bases.bexmor, "SELECT Cod_Empresa, Cod_Ejercicio, Numero, Motivo FROM Asientos_Incompletos");
+         !rs->Eof(); rs->MoveNext())
+        m_incompletos[{ adodb::entero(*rs, "Cod_Empresa"), adodb::entero(*rs, "Cod_Ejercicio"),
+            CLng(rs->Fields("Numero").Value()) }]
+            = adodb::texto(*rs, "Motivo");
 }
 
 void Revision::lee_catalogos()
@@ -152,6 +168,8 @@ void Revision::revisa_apuntes(const AsientoContabilizado& asiento)
     if (debe != haber)
         difiere(texto(asiento.clave) + ": no cuadra, debe " + texto_importe(debe) + " y haber "
             + texto_importe(haber) + ".");
+    if (const auto incompleto = m_incompletos.find(asiento.clave); incompleto != m_incompletos.end())
+        difiere(texto(asiento.clave) + ": quedó incompleto al contabilizarlo (" + incompleto->second + ").");
     std::int32_t linea = 0;
     if (asiento.apuntes.empty()
         || !std::all_of(asiento.apuntes.begin(), asiento.apuntes.end(),

@@ -41,6 +41,7 @@ private:
     };
 
     void lee_catalogos();
+    void lee_incompletos();
     void lee_cargos();
     void revisa_lineas();
     void cierra_lineas();
@@ -65,6 +66,7 @@ private:
     std::set<std::int16_t> m_tipos_doc;
     Almacenes m_almacenes;
     std::map<std::pair<std::int16_t, std::int16_t>, std::int32_t> m_contadores; ///< of entries, by year
+    std::map<ClaveAsiento, std::string> m_incompletos; ///< entries that say so, with why
     CuentasProveedores m_cuentas;
     Pertenencia m_pertenencia{ m_cuentas, m_almacenes };
     EjerciciosAbiertos m_ejercicios;

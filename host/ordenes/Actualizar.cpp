@@ -34,6 +34,8 @@ int actualizar(const OpcionesComunes& comunes)
     else
         std::cout << "Actualizada " << lugar.texto() << " de la versión " << actualizada.desde << " a la "
                   << actualizada.hasta << ".\n";
+    if (actualizada.repartida)
+        std::cout << repartida;
     for (const auto& apartado : actualizada.apartados)
         std::cout << "El fichero anterior se guarda como " << apartado.string()
                   << "; retírelo cuando ya no lo quiera.\n";

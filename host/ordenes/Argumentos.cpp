@@ -89,7 +89,8 @@ void agrega_comunes(CLI::App& orden, OpcionesComunes& comunes)
 {
     agrega_lugar(orden, comunes);
     agrega_numero(orden, "--empresa", comunes.empresa, "Empresa de gestión (por defecto, la 1)");
-    agrega_numero(orden, "--usuario", comunes.usuario, "Usuario (por defecto, el primero que haya)");
+    agrega_numero(
+        orden, "--usuario", comunes.usuario, "Usuario (por defecto, el de quien ha entrado, o el primero)");
 }
 
 void en_castellano(CLI::App& app)

@@ -1,4 +1,5 @@
 #include "host/bases/BasesEnCarpeta.hpp"
+#include "host/bases/Reparto.hpp"
 #include "host/ordenes/Ordenes.hpp"
 
 #include <iostream>
@@ -16,6 +17,9 @@ int crear(const OpcionesComunes& comunes, bool vacia)
             ? "Creada " + (lugar.carpeta() / bases::fichero_empresa).string()
             : "Creadas en " + lugar.texto());
     std::cout << (vacia ? ", sin datos.\n" : ", con la empresa de muestra.\n");
+    if (lugar.clase() != bases::Lugar::Clase::carpeta
+        && bases::esta_repartida(*bases::abre_bases(lugar, { .solo_lectura = true }).orvalin))
+        std::cout << repartida;
     return hecho;
 }
 

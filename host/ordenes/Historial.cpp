@@ -1,4 +1,5 @@
 #include "engines/sql/Fechas.hpp"
+#include "host/bases/Reparto.hpp"
 #include "host/comprobacion/CargoConsultado.hpp"
 #include "host/comprobacion/HistorialCargo.hpp"
 #include "host/ordenes/Ordenes.hpp"
@@ -127,6 +128,10 @@ int historial(const OpcionesComunes& comunes, const OpcionesCargo& opciones)
                   << " está como estaba cuando se empezó a llevar el historial.\n";
     else
         como_tabla(sucesos);
+    if (bases::esta_repartida(*sesion.bases.orvalin))
+        std::cerr
+            << "Esta base de datos está repartida entre varios nodos: no lleva el historial desde que lo "
+               "está.\n";
     return hecho;
 }
 

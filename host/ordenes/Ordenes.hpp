@@ -76,10 +76,22 @@ struct OpcionesResumen {
     std::filesystem::path salida; ///< empty: standard output
 };
 
+struct OpcionesAccesos {
+    std::string login; ///< empty: all of them are told
+    std::int32_t usuario = 0; ///< 0: which one it is, is told
+    bool quitar = false;
+};
+
 /// Makes a picture of a summary and of its months, in a format of `OpcionesResumen`: the bytes of a file.
 using DibujaResumen
     = std::string (*)(const ResumenCargos& resumen, const ResumenCargos& meses, const std::string& formato);
 
+/// Which user each login is: told, said, or taken back.
+int accesos(const OpcionesComunes& comunes, const OpcionesAccesos& opciones);
+/// What `crear` and `actualizar` say of a server of several nodes.
+inline constexpr auto repartida = "Sus tablas están repartidas entre los nodos del servidor: la base de "
+                                  "datos no lleva el historial de lo "
+                                  "que se haga desde ahora.\n";
 int actualizar(const OpcionesComunes& comunes);
 int copiar(const OpcionesComunes& comunes, const std::filesystem::path& destino);
 int crear(const OpcionesComunes& comunes, bool vacia);

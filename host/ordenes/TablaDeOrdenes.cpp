@@ -38,6 +38,21 @@ namespace {
         return [&comunes = entorno.comunes] { return actualizar(comunes); };
     }
 
+    Corre declara_accesos(CLI::App& orden, const Entorno& entorno)
+    {
+        agrega_lugar(orden, entorno.comunes);
+        const auto opciones = std::make_shared<OpcionesAccesos>();
+        orden.add_option("LOGIN", opciones->login, "Con qué nombre entra en el servidor, o en la máquina");
+        const auto* usuario
+            = agrega_numero(orden, "USUARIO", opciones->usuario, "Qué usuario es desde ahora");
+        orden.add_flag("--quitar", opciones->quitar, "Desde ahora no es ninguno");
+        return [&comunes = entorno.comunes, opciones, usuario] {
+            if (opciones->quitar && (opciones->login.empty() || !usuario->empty()))
+                throw MalUsada("--quitar: va con un login, y sin usuario.");
+            return accesos(comunes, *opciones);
+        };
+    }
+
     Corre declara_verificar(CLI::App& orden, const Entorno& entorno)
     {
         agrega_comunes(orden, entorno.comunes);
@@ -262,6 +277,7 @@ namespace {
             &declara_copiar },
         Orden{ "actualizar", "Pone al día las bases de datos que hizo una versión anterior del programa",
             &declara_actualizar },
+        Orden{ "accesos", "Dice qué usuario es cada login, y lo cambia", &declara_accesos },
         Orden{ "verificar", "Comprueba las bases de datos enteras, sin cambiar nada", &declara_verificar },
         Orden{ "registrar", "Registra y contabiliza los cargos de un fichero CSV", &declara_registrar },
         Orden{ "listar", "Lista los cargos entre dos fechas", &declara_listar },

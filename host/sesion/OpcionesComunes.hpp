@@ -21,7 +21,7 @@ struct OpcionesComunes {
     std::filesystem::path datos = "datos";
     std::string conexion = {}; ///< instead of a folder, when it is given
     std::int16_t empresa = 1;
-    std::int32_t usuario = 0; ///< 0: the first one there is
+    std::int32_t usuario = 0; ///< 0: the one that the login is, or the first there is
 
     [[nodiscard]] bases::Lugar lugar() const
     {

@@ -1,6 +1,8 @@
 #include "host/sesion/Sesion.hpp"
 
 #include "context/modComun.hpp"
+#include "host/bases/Acceso.hpp"
+#include "host/bases/Palabra.hpp"
 #include "host/terminal/EsperaServidor.hpp"
 
 #include <ctime>
@@ -35,6 +37,25 @@ namespace {
         throw Error(no_hecho, "atipicos", texto);
     }
 
+    /// The user to work as: the one that the login is, or, for who may act for others or only looks, the one
+    /// that was asked for, and else the first there is.
+    std::int32_t usuario_de(const OpcionesComunes& opciones, const bases::Acceso& acceso,
+        const std::vector<orvalin::Ficha>& usuarios, bool solo_lectura)
+    {
+        const auto primero = usuarios.empty() ? 0 : usuarios.front().Codigo;
+        if (acceso.por_otros || !acceso.registra || solo_lectura)
+            return opciones.usuario != 0 ? opciones.usuario : acceso.usuario.value_or(primero);
+        const auto suyo = acceso.usuario.value_or(0);
+        if (suyo == 0)
+            rehusa("«" + acceso.login
+                + "» no es ningún usuario de esta empresa. Quien la administra lo dice con: atipicos accesos "
+                + bases::como_palabra(acceso.login) + " N");
+        if (opciones.usuario != 0 && opciones.usuario != suyo)
+            rehusa("«" + acceso.login + "» es el usuario " + std::to_string(suyo)
+                + " y no puede trabajar como el " + std::to_string(opciones.usuario) + ".");
+        return suyo;
+    }
+
     bases::OpcionesBases con_espera(bases::OpcionesBases opciones)
     {
         if (!opciones.sigue_esperando)
@@ -66,8 +87,8 @@ Sesion::Sesion(const OpcionesComunes& opciones, const bases::OpcionesBases& opci
 {
     exige("la empresa", opciones.empresa, catalogos.empresas());
     const auto usuarios = catalogos.usuarios();
-    const auto usuario
-        = opciones.usuario != 0 || usuarios.empty() ? opciones.usuario : usuarios.front().Codigo;
+    const auto usuario = usuario_de(
+        opciones, bases::acceso_de(bases, opciones.lugar()), usuarios, opciones_bases.solo_lectura);
     exige("el usuario", usuario, usuarios);
 
     empresa = std::make_shared<orvalin::Empresa>(bases.orvalin, opciones.empresa, usuario);

@@ -15,7 +15,8 @@ namespace atipicos::app {
 /// An open pair of databases with the company and user that work on them, handed to the component.
 class Sesion {
 public:
-    /// Raises an error that says what is missing: the databases, the company (and which there are), the user.
+    /// Raises an error that says what is missing: the databases, the company (and which there are), the user;
+    /// and when the login may not record as that user.
     explicit Sesion(const OpcionesComunes& opciones, const bases::OpcionesBases& bases = {});
     Sesion(const Sesion&) = delete;
     Sesion& operator=(const Sesion&) = delete;

@@ -2,7 +2,7 @@
 
 #include "controls/Icono.hpp"
 #include "controls/Texto.hpp"
-#include "host/bases/Bases.hpp"
+#include "host/bases/Acceso.hpp"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -21,6 +21,15 @@ namespace {
         for (const auto& ficha : fichas)
             combo.addItem(
                 QString::number(ficha.Codigo) + QStringLiteral("  ") + a_qt(ficha.Nombre), ficha.Codigo);
+    }
+
+    /// Of all users, the one that the login is, but for who may act for others, and who only looks.
+    std::vector<orvalin::Ficha> los_que_puede_ser(
+        std::vector<orvalin::Ficha> usuarios, const bases::Acceso& acceso)
+    {
+        if (!acceso.por_otros && acceso.registra)
+            std::erase_if(usuarios, [&](const auto& uno) { return uno.Codigo != acceso.usuario; });
+        return usuarios;
     }
 
     void propon(QComboBox& combo, std::int32_t codigo)
@@ -75,7 +84,7 @@ std::optional<OpcionesComunes> elige_sesion(const OpcionesVentana& opciones)
     const auto bases = bases::abre_bases(elegida.lugar(), { .solo_lectura = true });
     const orvalin::Catalogos catalogos(bases.orvalin, elegida.empresa);
     const auto empresas = catalogos.empresas();
-    const auto usuarios = catalogos.usuarios();
+    const auto usuarios = los_que_puede_ser(catalogos.usuarios(), bases::acceso_de(bases, elegida.lugar()));
     const bool pregunta_empresa = !opciones.empresa_dada && empresas.size() > 1;
     const bool pregunta_usuario = !opciones.usuario_dado && usuarios.size() > 1;
     if (!opciones.empresa_dada && empresas.size() == 1)

@@ -61,7 +61,7 @@ namespace {
         const auto hecha = programa("actualizar");
         EXPECT_EQ(hecha.estado, 0);
         EXPECT_EQ(hecha.salida,
-            "Actualizada datos de la versión 1 a la 4.\n"
+            "Actualizada datos de la versión 1 a la 5.\n"
             "El fichero anterior se guarda como datos/orvalin.db.anterior; retírelo cuando ya no lo quiera.\n"
             "El fichero anterior se guarda como datos/bexmor.db.anterior; retírelo cuando ya no lo "
             "quiera.\n");
@@ -81,7 +81,7 @@ namespace {
         const auto antes = programa.lee("datos/empresa.db");
         const auto otra = programa("actualizar");
         EXPECT_EQ(otra.estado, 0);
-        EXPECT_EQ(otra.salida, "Ya está al día: datos tiene la versión 4.\n");
+        EXPECT_EQ(otra.salida, "Ya está al día: datos tiene la versión 5.\n");
         EXPECT_TRUE(programa.lee("datos/empresa.db") == antes);
     }
 
@@ -106,7 +106,7 @@ namespace {
         const auto posterior = programa("actualizar --datos hoy");
         EXPECT_EQ(posterior.estado, 1);
         EXPECT_EQ(posterior.errores,
-            "atipicos: «hoy/empresa.db»: tiene la versión 99 de las tablas y este programa llega hasta la 4. "
+            "atipicos: «hoy/empresa.db»: tiene la versión 99 de las tablas y este programa llega hasta la 5. "
             "Use "
             "la última versión del programa.\n");
         const auto nada = programa("actualizar --datos nada");

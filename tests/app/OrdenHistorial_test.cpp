@@ -116,6 +116,8 @@ namespace {
             "CREATE ROLE begona LOGIN IN ROLE atipicos_puesto; CREATE ROLE juan LOGIN IN ROLE "
             "atipicos_puesto;"
             "CREATE ROLE auditora LOGIN IN ROLE atipicos_historial");
+        for (const std::string quien : { "begona 1", "juan 2" })
+            ASSERT_EQ(programa("accesos " + quien + como("atipicos")).estado, 0);
         ASSERT_EQ(programa("registrar r.csv" + como("begona")).estado, 0);
         for (const std::string uno : cambios)
             servidor.psql("empresa", "SET ROLE juan; SET search_path TO orvalin; " + uno);

@@ -120,6 +120,38 @@ namespace {
         EXPECT_EQ(columna(conexion, "SELECT Cuenta FROM Apuntes"), std::vector<std::string>{ "40000101" });
     }
 
+    TEST_F(BexmorApunte, refused_leaves_its_entry_known_as_incomplete_with_the_reason)
+    {
+        const auto linea = apunte(asiento(), 1);
+        EXPECT_TRUE(linea->Guardar());
+        EXPECT_EQ(cuenta(conexion, "Asientos_Incompletos"), 0);
+        linea->Asiento = 8;
+        EXPECT_FALSE(linea->Guardar());
+        EXPECT_EQ(cuenta(conexion, "Asientos_Incompletos"), 0) << "of an entry that does not exist";
+        linea->Asiento = 1;
+        linea->Linea = 2;
+        linea->Cuenta = "99'9";
+        EXPECT_FALSE(linea->Guardar());
+        linea->Cuenta = "88888888";
+        EXPECT_FALSE(linea->Guardar());
+        EXPECT_EQ(columna(conexion,
+                      "SELECT Cod_Empresa || '/' || Cod_Ejercicio || '/' || Numero || ' ' || Motivo FROM "
+                      "Asientos_Incompletos"),
+            std::vector<std::string>{
+                "1/2026/1 La cuenta 99'9 no existe en el plan de la empresa contable 1, ejercicio 2026. Dela "
+                "de alta antes de contabilizar." })
+            << "the first reason";
+    }
+
+    TEST_F(BexmorApunte, refused_for_a_long_reason_leaves_as_much_of_it_as_fits)
+    {
+        const auto linea = apunte(asiento(), 1);
+        linea->Cuenta = std::string(170, 'x') + "ñññññññññññññññññññññ€€€😀😀😀😀😀";
+        EXPECT_FALSE(linea->Guardar());
+        const auto motivo = columna(conexion, "SELECT Motivo FROM Asientos_Incompletos").at(0);
+        EXPECT_EQ(motivo, "La cuenta " + std::string(170, 'x') + "ññññññññññññññññññññ");
+    }
+
     TEST_F(BexmorApunte, its_error_names_the_line_that_stored_it)
     {
         const auto linea = apunte(asiento(), 1);

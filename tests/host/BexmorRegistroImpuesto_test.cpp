@@ -50,6 +50,8 @@ namespace {
     {
         registro.Linea = 2;
         EXPECT_THROW(registro.Guardar(), adodb::ErrorBaseDatos);
+        EXPECT_EQ(cuenta(conexion, "Asientos_Incompletos WHERE Numero =1"), 1)
+            << "its other lines never come";
         EXPECT_EQ(cuenta(conexion, "Registro_Impuestos"), 0);
     }
 

@@ -12,6 +12,19 @@ inline std::vector<std::string> hacia_version_2(const std::string& esquema = {})
         "ALTER TABLE " + esquema + "Importaciones DROP COLUMN Contenido" };
 }
 
+/// What takes logins and their rights away from a new company.
+inline std::vector<std::string> sin_derechos(bool en_servidor)
+{
+    std::vector<std::string> todo;
+    if (en_servidor)
+        todo = { "DROP FUNCTION orvalin.es_su_usuario, dbo.asiento_cuadra CASCADE",
+            "DROP FUNCTION orvalin.actua_por_otros" };
+    todo.push_back("DROP TABLE Accesos");
+    todo.push_back(
+        en_servidor ? "DROP TABLE dbo.Asientos_Incompletos" : "DROP TABLE Bexmor_Asientos_Incompletos");
+    return todo;
+}
+
 /// What takes the trail of charges away from a new company; a server's tables are of the schema orvalin.
 inline std::vector<std::string> sin_historial(bool en_servidor)
 {
@@ -30,7 +43,9 @@ inline std::vector<std::string> sin_historial(bool en_servidor)
 /// What makes of a new company of a server one of that version, for psql.
 inline std::string con_version_anterior(int version)
 {
-    std::string todo;
+    std::string todo = "SET search_path TO orvalin; ";
+    for (const auto& una : sin_derechos(true))
+        todo += una + "; ";
     for (const auto& una : sin_historial(true))
         todo += una + "; ";
     for (const auto& una : hacia_version_2("orvalin."))

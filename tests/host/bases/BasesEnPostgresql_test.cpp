@@ -120,7 +120,7 @@ namespace {
         EXPECT_THAT(error_al_abrir(), EndsWith("»: no es una base de datos de este programa."));
         crea(true);
         servidor->psql("empresa", "UPDATE orvalin.Esquema SET Version = 7");
-        const auto otra = "»: tiene la versión 7 de las tablas y este programa llega hasta la 4. Use la "
+        const auto otra = "»: tiene la versión 7 de las tablas y este programa llega hasta la 5. Use la "
                           "última versión del programa.";
         EXPECT_THAT(error_al_abrir(), EndsWith(otra));
         EXPECT_THAT(error_al_crear(), EndsWith(otra));
@@ -148,11 +148,12 @@ namespace {
             EXPECT_EQ(servidor->guion("empresa", permisos, "atipicos", dicho), 0);
             EXPECT_EQ(dicho, "");
         }
-        servidor->psql("empresa", "CREATE ROLE ana LOGIN IN ROLE atipicos_puesto");
+        servidor->psql("empresa",
+            "CREATE ROLE ana LOGIN IN ROLE atipicos_puesto; INSERT INTO orvalin.Accesos VALUES ('ana', 3)");
         const auto bases = abre_de_postgresql(servidor->direccion("empresa", "ana"), {}, Donde::aqui());
         EXPECT_EQ(error_de([&] {
             bases.bexmor->Execute("INSERT INTO Asientos (Cod_Empresa, Cod_Ejercicio, Numero, Fecha, Usuario)"
-                                  " VALUES (1, 2026, 1, '21/11/2026', 'ana')");
+                                  " VALUES (1, 2026, 1, '21/11/2026', '3')");
         }),
             "no error");
         for (const auto* sql :
@@ -171,7 +172,8 @@ namespace {
     TEST_F(BasesEnPostgresql, rights_are_given_by_who_can_or_not_at_all_and_it_says_who_that_is)
     {
         servidor->psql("empresa",
-            "DROP ROLE IF EXISTS ana, eva, atipicos_historial, atipicos_puesto, atipicos_consulta; CREATE "
+            "DROP ROLE IF EXISTS ana, eva, atipicos_historial, atipicos_suplencia, atipicos_puesto, "
+            "atipicos_consulta; CREATE "
             "ROLE eva LOGIN; "
             "GRANT CREATE ON DATABASE empresa TO eva");
         std::string dicho;
@@ -192,6 +194,7 @@ namespace {
 
         servidor->psql("empresa",
             "CREATE ROLE atipicos_consulta; CREATE ROLE atipicos_puesto IN ROLE atipicos_consulta;"
+            "CREATE ROLE atipicos_suplencia IN ROLE atipicos_puesto;"
             "CREATE ROLE atipicos_historial IN ROLE atipicos_consulta");
         EXPECT_EQ(servidor->guion("empresa", permisos, "eva", dicho), 0) << dicho;
         EXPECT_NE(concedidos(*servidor), "0\n");

@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <sstream>
 
 namespace atipicos::bases {
 namespace {
@@ -66,6 +67,44 @@ namespace {
         conexion.dichas.clear();
         EXPECT_TRUE(crea(false));
         EXPECT_THAT(conexion.dichas, Contains(HasSubstr("INSERT INTO Articulos")));
+    }
+
+    TEST_F(BasesEnSqlServer, have_triggers_for_rights_after_all_tables)
+    {
+        crea();
+        for (const auto* tabla : { "Asientos", "Regularizaciones", "Contador_Asientos" })
+            EXPECT_LT(
+                lugar(std::string("CREATE TABLE ") + tabla), lugar(std::string(" ON ") + tabla + " AFTER"));
+        EXPECT_LT(lugar(" ON Contador_Asientos AFTER"), lugar("USE Orvalin"));
+        for (const auto* tabla : { "Proveedores_Cargos_Atipicos", "Contador_Proveedores_Cargos_Atipicos" }) {
+            EXPECT_LT(lugar("USE Orvalin"), lugar(std::string(" ON ") + tabla + " AFTER")) << tabla;
+            EXPECT_LT(lugar("CREATE TABLE Accesos"), lugar(std::string(" ON ") + tabla + " AFTER"));
+        }
+        EXPECT_THAT(conexion.dichas,
+            Contains(testing::AllOf(HasSubstr("TRIGGER Contador_Firme"), HasSubstr("n.Numero < o.Numero"),
+                         EndsWith("END")))
+                .Times(2))
+            << "whole";
+    }
+
+    TEST(PermisosDeSqlServer, are_given_in_one_batch_and_one_transaction_after_what_they_need)
+    {
+        const auto guion = pruebas::lee_fichero(ATIPICOS_FUENTES "/host/sql/permisos_sqlserver.sql");
+        std::vector<std::string> ordenes; // without comments
+        std::istringstream lineas(guion);
+        for (std::string una; std::getline(lineas, una);)
+            if (!una.empty() && !una.starts_with("--"))
+                ordenes.push_back(una);
+        EXPECT_EQ(ordenes.front(), "SET XACT_ABORT ON;");
+        EXPECT_EQ(ordenes.back(), "COMMIT TRANSACTION;");
+        const auto primera = [&](const char* que) {
+            return std::find_if(ordenes.begin(), ordenes.end(),
+                [&](const auto& una) { return una.find(que) != std::string::npos; });
+        };
+        for (const auto* cambia : { "CREATE ROLE", "ALTER ROLE", "GRANT", "DENY" })
+            EXPECT_LT(primera("BEGIN TRANSACTION;"), primera(cambia)) << cambia;
+        EXPECT_LT(primera("Bexmor.dbo.Asientos_Incompletos"), primera("BEGIN TRANSACTION;"));
+        EXPECT_EQ(std::count(ordenes.begin(), ordenes.end(), "GO"), 0) << "a batch of its own would go on";
     }
 
     TEST_F(BasesEnSqlServer, that_are_there_are_left_as_they_are)

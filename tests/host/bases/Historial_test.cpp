@@ -240,7 +240,8 @@ namespace {
             servidor->psql("derechos",
                 "CREATE ROLE ana LOGIN IN ROLE atipicos_puesto; CREATE ROLE ivan LOGIN IN ROLE "
                 "atipicos_historial;"
-                "CREATE ROLE luz LOGIN IN ROLE atipicos_consulta");
+                "CREATE ROLE luz LOGIN IN ROLE atipicos_consulta;"
+                "INSERT INTO orvalin.Accesos VALUES ('ana', 2)");
         }
 
         static Bases como(const std::string& usuario)

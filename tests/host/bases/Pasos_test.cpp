@@ -140,6 +140,8 @@ namespace {
 
     TEST_P(Pasos, of_the_program_keep_every_claim_that_is_remembered_and_number_those_of_several_files)
     {
+        for (const auto& una : pruebas::sin_derechos(GetParam().con_servidor))
+            bases.orvalin->Execute(una);
         for (const auto& una : pruebas::sin_historial(GetParam().con_servidor))
             bases.orvalin->Execute(una);
         for (const auto& una : pruebas::hacia_version_2())
@@ -186,6 +188,8 @@ namespace {
     TEST_P(Pasos, of_the_program_itself_end_at_its_version)
     {
         EXPECT_EQ(pasos().back().hasta, guiones::version);
+        for (const auto& una : pruebas::sin_derechos(GetParam().con_servidor))
+            bases.orvalin->Execute(una);
         for (const auto& una : pruebas::sin_historial(GetParam().con_servidor))
             bases.orvalin->Execute(una);
         for (const auto& una : pruebas::hacia_version_2())
