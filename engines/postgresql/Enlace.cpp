@@ -1,5 +1,6 @@
 #include "engines/postgresql/Enlace.hpp"
 
+#include "engines/postgresql/Ajustes.hpp"
 #include "engines/postgresql/Direccion.hpp"
 
 #include <algorithm>
@@ -31,42 +32,6 @@ namespace {
     [[noreturn]] void no_conecta(std::string descripcion, Donde donde)
     {
         throw ErrorBaseDatos(Categoria::conexion, fuente, std::move(descripcion), {}, donde);
-    }
-
-    std::string ajuste(const std::string& nombre, const std::string& valor)
-    {
-        std::string texto = " -c " + nombre + "=";
-        for (const char c : valor) {
-            if (c == ' ' || c == '\\')
-                texto += '\\';
-            texto += c;
-        }
-        return texto;
-    }
-
-    std::string milisegundos(std::chrono::milliseconds tiempo) // to the server 0 is for ever
-    {
-        return std::to_string(std::max<std::chrono::milliseconds::rep>(tiempo.count(), 1));
-    }
-
-    constexpr auto solo_lectura = "default_transaction_read_only";
-
-    /// The settings of a session travel with its opening and cost no round trip. `despues`: that it only
-    /// reads is told to it later.
-    std::string ajustes(const Opciones& opciones, bool despues)
-    {
-        std::string texto = ajuste("search_path", opciones.esquema) + ajuste("datestyle", "ISO,DMY")
-            + ajuste("standard_conforming_strings", "on")
-            + ajuste("lock_timeout", milisegundos(opciones.espera))
-            + ajuste("statement_timeout", milisegundos(opciones.espera_instruccion))
-            // A workstation that is switched off in the middle of a save holds its locks no longer than this.
-            + ajuste("tcp_keepalives_idle", "30") + ajuste("tcp_keepalives_interval", "10")
-            + ajuste("tcp_keepalives_count", "3");
-        if (opciones.solo_lectura && !despues)
-            texto += ajuste(solo_lectura, "on");
-        if (!opciones.sincronizacion_completa)
-            texto += ajuste("synchronous_commit", "off");
-        return texto;
     }
 
     /// As the client library takes them.
@@ -150,7 +115,10 @@ Enlace::Enlace(const Opciones& opciones, Donde donde)
     // Where the address says which kind of session it wants, the client library asks the one that it has got,
     // and would take ours for one of a server that cannot be written.
     m_solo_lectura_despues = opciones.solo_lectura && parametros.contains("target_session_attrs");
-    parametros["options"] = ajustes(opciones, m_solo_lectura_despues) + " " + parametros["options"];
+    // The settings of a session travel with its opening and cost no round trip.
+    const auto ajustes = ajustes_de(opciones, m_solo_lectura_despues);
+    m_ajustes = como_instruccion(ajustes);
+    parametros["options"] = como_opciones(ajustes) + " " + parametros["options"];
     parametros.try_emplace("fallback_application_name", "atipicos");
     parametros.try_emplace("connect_timeout", "10");
     // A server that is switched off, or behind a network that is gone, is not waited for for hours.
@@ -178,9 +146,30 @@ void Enlace::comprueba_abierta(Donde donde)
                 + std::to_string(PQserverVersion(get()) / 10'000) + " y se necesita el 13 o posterior.",
             donde);
     PQsetNoticeReceiver(get(), &calla, nullptr);
-    if (!m_solo_lectura_despues)
+    exige_ajustes(donde);
+    if (m_solo_lectura_despues)
+        ajusta(std::string("SET ") + ajuste_solo_lectura + " TO on", donde);
+}
+
+/// A pooler may keep the settings for itself, and a date would be read month first. A session that is ours
+/// for as long as it is open is told them again; one that is another's the next moment must have them
+/// already.
+void Enlace::exige_ajustes(Donde donde)
+{
+    const char* fechas = PQparameterStatus(get(), "DateStyle");
+    if (fechas == nullptr || std::string_view(fechas) == "ISO, DMY")
         return;
-    const auto orden = std::string("SET ") + solo_lectura + " TO on";
+    if (m_con_preparadas)
+        return ajusta(m_ajustes, donde);
+    no_conecta(
+        "El repartidor de conexiones no ha pasado los ajustes de la sesión, y esta base de datos no los "
+        "tiene. Los pone su propietario con ALTER DATABASE: search_path, datestyle, lock_timeout y "
+        "statement_timeout.",
+        donde);
+}
+
+void Enlace::ajusta(const std::string& orden, Donde donde)
+{
     if (const Respuesta respuesta(PQexec(get(), orden.c_str())); es_error(respuesta))
         throw error_de(respuesta, orden, donde);
 }

@@ -94,6 +94,8 @@ private:
     };
 
     void comprueba_abierta(Donde donde);
+    void exige_ajustes(Donde donde);
+    void ajusta(const std::string& orden, Donde donde);
     [[nodiscard]] std::vector<Respuesta> intercambia_texto(
         std::span<const Orden> ordenes, std::string_view instruccion, Donde donde);
     [[nodiscard]] std::vector<Respuesta> intercambia_en_fila(
@@ -125,6 +127,7 @@ private:
     Lectura* m_lectura = nullptr; ///< whose rows are on the line
     bool m_una_a_una = false; ///< the rows of the last statement came so: the client library remembers it
     bool m_perdido = false;
+    std::string m_ajustes; ///< the settings of the session, as an open one is told them
     bool m_solo_lectura_despues = false; ///< the session is told so when it is open
     bool m_con_preparadas = true;
     std::string m_sello; ///< with which nobody else's names of prepared statements begin

@@ -1,0 +1,82 @@
+#include "tests/support/Pgbouncer.hpp"
+
+#include "tests/support/ServidorPostgresql.hpp"
+
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <grp.h>
+#include <pwd.h>
+#include <stdexcept>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace atipicos::pruebas {
+
+namespace {
+
+    constexpr auto programa_pgbouncer = "/usr/sbin/pgbouncer";
+    constexpr auto puerto = "6432";
+
+    /// It refuses to be run by root, and must reach the server's socket.
+    void sin_privilegios_de(const std::filesystem::path& carpeta)
+    {
+        if (geteuid() != 0)
+            return;
+        const auto* cuenta = getpwnam("postgres");
+        if (cuenta == nullptr || chown(carpeta.c_str(), cuenta->pw_uid, cuenta->pw_gid) != 0
+            || setgroups(0, nullptr) != 0 || setgid(cuenta->pw_gid) != 0 || setuid(cuenta->pw_uid) != 0)
+            _exit(126);
+    }
+
+}
+
+std::string Pgbouncer::falta()
+{
+    return std::filesystem::exists(programa_pgbouncer) ? ServidorPostgresql::falta()
+                                                       : "no pgbouncer here: install the package pgbouncer";
+}
+
+Pgbouncer::Pgbouncer(const ServidorPostgresql& servidor, const std::string& modo, int sesiones)
+    : m_carpeta(servidor.enchufe().parent_path() / ("pgbouncer_" + modo))
+{
+    namespace fs = std::filesystem;
+    fs::create_directory(m_carpeta);
+    std::ofstream(m_carpeta / "usuarios.txt") << "\"atipicos\" \"\"\n\"ana\" \"\"\n";
+    const auto ajustes = m_carpeta / "pgbouncer.ini";
+    std::ofstream(ajustes) << "[databases]\n* = host=" << servidor.enchufe().parent_path().string()
+                           << "\n[pgbouncer]\nlisten_addr =\nlisten_port = " << puerto
+                           << "\nunix_socket_dir = " << m_carpeta.string()
+                           << "\nauth_type = trust\nauth_file = " << (m_carpeta / "usuarios.txt").string()
+                           << "\npool_mode = " << modo << "\ndefault_pool_size = " << sesiones
+                           << "\nignore_startup_parameters = extra_float_digits, options\nlogfile = "
+                           << (m_carpeta / "registro.txt").string() << '\n';
+    m_proceso = fork();
+    if (m_proceso == 0) {
+        sin_privilegios_de(m_carpeta);
+        execl(programa_pgbouncer, programa_pgbouncer, "-q", ajustes.c_str(), nullptr);
+        _exit(127);
+    }
+    const auto hasta = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (!fs::exists(m_carpeta / (std::string(".s.PGSQL.") + puerto))) {
+        if (waitpid(m_proceso, nullptr, WNOHANG) == m_proceso || std::chrono::steady_clock::now() > hasta)
+            throw std::runtime_error("pgbouncer has not started");
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+}
+
+Pgbouncer::~Pgbouncer()
+{
+    kill(m_proceso, SIGTERM);
+    waitpid(m_proceso, nullptr, 0);
+    std::error_code da_igual;
+    std::filesystem::remove_all(m_carpeta, da_igual);
+}
+
+std::string Pgbouncer::direccion(const std::string& base, const std::string& usuario) const
+{
+    return "postgresql://" + usuario + "@/" + base + "?host=" + m_carpeta.string() + "&port=" + puerto;
+}
+
+} // namespace atipicos::pruebas
