@@ -12,6 +12,8 @@
 ///
 /// - the literal one: each text as it comes, a session for each connection, both commits;
 /// - the prepared one: each shape prepared once, one session, one commit.
+///
+/// The databases of both keep the trail of charges by the same triggers as that of the component.
 namespace atipicos::bench {
 
 class Suelo {
@@ -30,9 +32,10 @@ public:
     /// component, when all have done the same.
     [[nodiscard]] std::string cuentas()
     {
-        static constexpr std::array<const char*, 8> consultas{
+        static constexpr std::array<const char*, 9> consultas{
             "SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos",
             "SELECT COUNT(*) FROM Proveedores_Cargos_Atipicos_Lineas",
+            "SELECT COUNT(*) FROM Historial",
             "SELECT COUNT(*) FROM Bexmor.dbo.Asientos",
             "SELECT COUNT(*) FROM Bexmor.dbo.Apuntes",
             "SELECT COUNT(*) FROM Bexmor.dbo.Registro_Impuestos",

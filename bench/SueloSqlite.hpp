@@ -3,6 +3,7 @@
 #include "bench/Desnudo.hpp"
 #include "bench/Suelo.hpp"
 #include "engines/sqlite/Connection.hpp"
+#include "host/bases/Historial.hpp"
 #include "host/bases/Tablas.hpp"
 
 #include <filesystem>
@@ -72,6 +73,25 @@ inline void copia_filas(
     ejecuta(base.get(), "COMMIT");
 }
 
+/// Has management in a file of its own keep the trail of charges as the company does, with what that holds.
+/// There the reversals of entries are beside it; here no floor reverses any.
+inline void lleva_historial(const std::filesystem::path& gestion, const std::filesystem::path& empresa)
+{
+    {
+        const auto conexion = sqlite::Connection::Abrir({ .fichero = gestion });
+        conexion->Execute("CREATE TABLE Bexmor_Regularizaciones (Asiento INT NOT NULL PRIMARY KEY)");
+        bases::crea_historial(*conexion, Donde::aqui());
+    }
+    const auto base = abre(gestion, false, empresa);
+    ejecuta(base.get(), "INSERT INTO main.Historial SELECT * FROM Bexmor.Historial");
+}
+
+inline void firma(sqlite3* base)
+{
+    for (const auto& sql : bases::firma_de_fichero())
+        ejecuta(base, sql);
+}
+
 /// The two products of a company, each in a file of its own: `orvalin.db` and `bexmor.db`.
 inline void separa_empresa(const std::filesystem::path& empresa, const std::filesystem::path& carpeta)
 {
@@ -85,6 +105,7 @@ inline void separa_empresa(const std::filesystem::path& empresa, const std::file
     }
     copia_filas(carpeta / "orvalin.db", empresa, "");
     copia_filas(carpeta / "bexmor.db", empresa, "Bexmor_");
+    lleva_historial(carpeta / "orvalin.db", empresa);
 }
 
 class SueloSqliteLiteral final : public Suelo {
@@ -94,6 +115,7 @@ public:
         , m_contabilidad(abre(carpeta / "bexmor.db", duradera))
         , m_gestion(abre(carpeta / "orvalin.db", duradera, carpeta / "bexmor.db"))
     {
+        firma(m_gestion.get());
     }
 
 private:
@@ -114,6 +136,7 @@ public:
         , m_base(abre(empresa, duradera))
         , m_preparadas(formas.formas.size())
     {
+        firma(m_base.get());
     }
     void prepara() override
     {

@@ -8,8 +8,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 destino=$(realpath "${1:-docs/rendimiento.md}")
 shift || true
 programas=("$@")
-[ ${#programas[@]} -gt 0 ] || programas=(bench_guardar bench_operaciones bench_listar bench_servidor bench_panel bench_ventana
-    bench_visor bench_imprimir bench_registrar bench_resumen bench_despacho bench_forma)
+[ ${#programas[@]} -gt 0 ] || programas=(bench_guardar bench_operaciones bench_listar bench_servidor bench_oficinas bench_panel
+    bench_ventana bench_visor bench_imprimir bench_registrar bench_resumen bench_despacho bench_forma)
 
 packaging/dependencias.sh ventanas pruebas
 cmake --preset release -B build/bench >/dev/null
@@ -25,7 +25,8 @@ cd build/bench/bench
     echo "Written by \`bench/todo.sh\`. Each figure of the component stands beside its floors: the same statements through"
     echo "the bare client library, in the same run and in turns, with median, minimum and maximum. The literal floor sends"
     echo "each text as it comes, in two sessions and with two commits; the prepared floor prepares each shape once and has"
-    echo "one session and one commit. Where one workstation and its PostgreSQL server share a core it says so."
+    echo "one session and one commit. The databases of the floors keep the trail of charges and hold to rights by the same"
+    echo "triggers as the component's. Where one workstation and its PostgreSQL server share a core it says so."
     echo
     echo "- Date: $(date '+%d/%m/%Y %H:%M'), commit $(git rev-parse --short HEAD)"
     echo "- Machine: $(nproc) × $(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1)," \

@@ -86,7 +86,7 @@ ServidorPostgresql::ServidorPostgresql(bool duradero)
         "--locale=C.UTF-8", "--no-sync" });
     std::ofstream(m_carpeta / "datos/postgresql.conf", std::ios::app)
         << "listen_addresses = ''\nunix_socket_directories = '" << m_carpeta.string()
-        << "'\nmax_connections = 60\nshared_buffers = 64MB\nautovacuum = off\n"
+        << "'\nmax_connections = 200\nshared_buffers = 64MB\nautovacuum = off\n"
         << (duradero ? "" : "fsync = off\n");
     const auto accesos = lee(m_carpeta / "datos/pg_hba.conf");
     std::ofstream(m_carpeta / "datos/pg_hba.conf") << "local all con_clave scram-sha-256\n" << accesos;
