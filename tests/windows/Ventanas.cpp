@@ -34,7 +34,7 @@ Despacho empresa()
         con_valor("RaizProveedores", 400), con_valor("PorcentajeImpuesto", 7),
         { "Parametro", [](const Argumentos& a) {
              const auto clave = a.valor(0).texto();
-             return clave == "UsuarioActual" || clave == "GenerarPrevPagos"
+             return clave == "UsuarioActual" || clave == "GenerarPrevPagos" || clave == "OficinaCentral"
                      || clave == "Proveedores_AtipcosImpuesto"
                  ? Valor("1")
                  : Valor();
