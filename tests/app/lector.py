@@ -184,75 +184,6 @@ def lee_el_visor(escritorio, lector):
                "text «Fecha del atípico»", "table «Líneas del atípico»", "page tab «Detalles»", *mandos)
 
 
-def lee_lo_pendiente(escritorio, lector):
-    """The main window with a charge, the list of what it has to be looked after, and a charge left half way."""
-    escritorio.teclas("Escape")
-    escritorio.teclas("Escape")
-    escritorio.ventana("Cargos atípicos")
-    escritorio.cambia("UPDATE Proveedores_Cargos_Atipicos SET Asiento = 0")
-    escritorio.teclas("F5")
-    escritorio.espera("what is pending", lambda: tiene(escritorio.objeto("Sin asiento…"), pyatspi.STATE_ENABLED))
-    lector.lee("Cargos atípicos", "text «Buscar:»", "table «Últimos cargos»", "table «Cargos de este mes y de este año»",
-               "push button «Sin asiento…»", "push button «Previsiones…»")
-    escritorio.teclas("alt+o")
-    lector.lee("Cargos sin asiento", "table «Cargos sin asiento»", "text «Orden que lo arregla:»",
-               "push button «Copiar la orden»", "push button «Abrir en el visor»", "push button «Cerrar»")
-    escritorio.teclas("Escape")
-    escritorio.ventana("Cargos atípicos")
-    escritorio.teclas("ctrl+f")
-    escritorio.foco("Buscar:")
-    lector.oye("No se encuentra ningún cargo", lambda: escritorio.escribe("zzz"))
-    escritorio.teclas("ctrl+r")
-    for nombre, texto in (("Almacén", ""), ("Proveedor", "103"), ("Fecha", ""), ("Observaciones del cargo", ""),
-                          ("Franquiciado", ""), ("Artículo", "1003"), ("Descripción del artículo", ""),
-                          ("Observaciones de la línea", ""), ("Unidades", "3"), ("Costo", "5"), ("Importe", "")):
-        escritorio.foco(nombre)
-        if texto:
-            escritorio.escribe(texto)
-        escritorio.teclas("Return")
-    escritorio.filas(LINEAS, 1)
-    escritorio.teclas("alt+s")
-    lector.lee("Cargos atípicos", "list «Cargos sin guardar»", "push button «Recuperar»", "push button «Descartar»")
-
-
-def lee_el_resumen_y_el_manual(escritorio, lector):
-    """Both are windows beside the main one."""
-    escritorio.teclas("ctrl+t")
-    lector.lee("Resumen de cargos", "combo box «por proveedor»", "text «Primer día»", "text «Último día»",
-               "text «Sólo el almacén»", "text «Sólo el proveedor»", "table «Resumen de cargos»", "label «Total: 8,56»",
-               "push button «Exportar…»", "push button «Cerrar»")
-    lector.oye("No hay cargos en esos días", lambda: (escritorio.clic(escritorio.objeto("Último día")),
-                                                      escritorio.escribe(f"0101{datetime.date.today():%Y}"),
-                                                      escritorio.teclas("Return")))
-    escritorio.teclas("Escape")
-    escritorio.ventana("Cargos atípicos")
-    escritorio.teclas("F1")
-    lector.lee("Manual", "text «Buscar en el manual»", "tree «Índice del manual»", "document web «Página del manual»",
-               "push button «Índice»")
-    escritorio.teclas("ctrl+f")
-    escritorio.foco("Buscar en el manual")
-    lector.oye("apartado", lambda: escritorio.escribe("franquiciado"))
-    escritorio.teclas("Escape")
-    escritorio.ventana("Cargos atípicos")
-
-
-def lee_la_eleccion(escritorio, lector):
-    """Another company, and the data of one's own."""
-    escritorio.teclas("ctrl+o")
-    lector.lee("Elegir empresa", "text «Carpeta, o dirección de un servidor:»", "push button «Examinar…»",
-               "radio button «Propia: se preguntan sus datos»", "push button «Abrir»", "push button «Crear»",
-               "push button «Cerrar»")
-    escritorio.clic(escritorio.objeto("Carpeta, o dirección de un servidor:", "text"))
-    escritorio.teclas("ctrl+a")
-    escritorio.escribe(str(escritorio.carpeta / "nada"))
-    lector.oye("no hay ninguna empresa", lambda: escritorio.teclas("alt+a"))
-    escritorio.teclas("alt+p", "alt+c")
-    lector.lee("Datos de la empresa", "text «Nombre:»", "text «NIF:»", "text «Código postal:»",
-               "text «Tanto por ciento:»", "text «Nombre del proveedor:»", "text «Su NIF:»", "push button «Aceptar»")
-    lector.oye("Falta", lambda: escritorio.teclas("alt+a"))
-    escritorio.teclas("Escape", "Escape")
-
-
 def main():
     with Escritorio(sys.argv[1]) as escritorio:
         escritorio.ordena("crear")
@@ -267,9 +198,6 @@ def main():
         lee_el_editor(escritorio, lector)
         lee_la_contabilizacion(escritorio, lector)
         lee_el_visor(escritorio, lector)
-        lee_lo_pendiente(escritorio, lector)
-        lee_el_resumen_y_el_manual(escritorio, lector)
-        lee_la_eleccion(escritorio, lector)
     if lector.faltas:
         sys.exit("a screen reader is not told:\n" + "\n".join(lector.faltas))
 
