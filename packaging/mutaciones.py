@@ -127,7 +127,7 @@ class Prueba:
         self.nombre = nombre
         self.orden = orden
         self.entorno = entorno
-        self.tarda = 0.0
+        self.tarda = 60.0  # seconds, until it has been timed
         self.mata = 0
 
     def falla(self, **entorno):
