@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/postgresql/Enlace.hpp"
+#include "engines/postgresql/Opciones.hpp"
 
 #include <string>
 #include <vector>

@@ -1,8 +1,5 @@
 #include "engines/postgresql/Enlace.hpp"
 
-#include "engines/postgresql/Ajustes.hpp"
-#include "engines/postgresql/Direccion.hpp"
-
 #include <algorithm>
 #include <array>
 #include <poll.h>
@@ -16,70 +13,6 @@ namespace {
 
     using adodb::Categoria;
     using adodb::ErrorBaseDatos;
-    using Parametros = std::map<std::string, std::string>;
-
-    constexpr int version_minima = 130'000; // ISNULL needs its "anycompatible" types
-
-    std::string en_una_linea(const char* texto)
-    {
-        std::string linea = texto == nullptr ? "" : texto;
-        while (!linea.empty() && linea.back() == '\n')
-            linea.pop_back();
-        std::replace(linea.begin(), linea.end(), '\n', ' ');
-        return linea;
-    }
-
-    [[noreturn]] void no_conecta(std::string descripcion, Donde donde)
-    {
-        throw ErrorBaseDatos(Categoria::conexion, fuente, std::move(descripcion), {}, donde);
-    }
-
-    /// As the client library takes them.
-    void reparte(
-        const Parametros& parametros, std::vector<const char*>& nombres, std::vector<const char*>& valores)
-    {
-        for (const auto& [nombre, valor] : parametros) {
-            nombres.push_back(nombre.c_str());
-            valores.push_back(valor.c_str());
-        }
-        nombres.push_back(nullptr);
-        valores.push_back(nullptr);
-    }
-
-    PGconn* conecta(const Parametros& parametros)
-    {
-        std::vector<const char*> nombres;
-        std::vector<const char*> valores;
-        reparte(parametros, nombres, valores);
-        return PQconnectdbParams(nombres.data(), valores.data(), 0);
-    }
-
-    /// Whether the server has refused because it has no such database. The client library keeps the code of
-    /// a refusal to itself: it is asked once more, for nothing but that, and in no case for long.
-    bool no_existe_la_base(const PGconn* linea, const Parametros& parametros)
-    {
-        const char* base = PQdb(linea);
-        if (base == nullptr || std::string_view(PQerrorMessage(linea)).find(base) == std::string_view::npos)
-            return false; // whatever its language, the server names it
-        std::vector<const char*> nombres;
-        std::vector<const char*> valores;
-        reparte(parametros, nombres, valores);
-        const std::unique_ptr<PGconn, decltype(&PQfinish)> otra(
-            PQconnectStartParams(nombres.data(), valores.data(), 0), &PQfinish);
-        PQsetErrorVerbosity(otra.get(), PQERRORS_VERBOSE);
-        const auto hasta = std::chrono::steady_clock::now() + std::chrono::seconds(2);
-        for (auto estado = PGRES_POLLING_WRITING;
-             estado != PGRES_POLLING_OK && estado != PGRES_POLLING_FAILED;) {
-            const auto queda = std::chrono::duration_cast<std::chrono::milliseconds>(
-                hasta - std::chrono::steady_clock::now());
-            pollfd enchufe{ PQsocket(otra.get()),
-                static_cast<short>(estado == PGRES_POLLING_READING ? POLLIN : POLLOUT), 0 };
-            if (queda.count() <= 0 || poll(&enchufe, 1, static_cast<int>(queda.count())) <= 0)
-                return false;
-            estado = PQconnectPoll(otra.get());
-        }
-        return std::string_view(PQerrorMessage(otra.get())).find(" 3D000: ") != std::string_view::npos;
-    }
 
     /// An error of the client library itself has no code of the server: the line is no longer to be used,
     /// whether the library says so already or not.
@@ -99,86 +32,38 @@ namespace {
     /// The server ends a statement that takes too long by itself, and says so a little later.
     constexpr std::chrono::seconds lo_que_tarda_en_decirlo{ 2 };
 
-    void calla(void*, const PGresult*) { } // notices are for whoever administers the server
-
 }
 
 Enlace::Enlace(const Opciones& opciones, Donde donde)
-    : m_avisa(opciones.avisa)
+    : m_apertura(opciones, donde)
+    , m_avisa(opciones.avisa)
     , m_sigue_esperando(opciones.sigue_esperando)
     , m_limite(opciones.espera_instruccion + lo_que_tarda_en_decirlo)
     , m_sello("a" + std::to_string(std::random_device()()) + "_")
 {
-    auto [parametros, preparadas] = lee_direccion(opciones.direccion, donde);
-    m_con_preparadas = preparadas && opciones.preparadas;
-    parametros["client_encoding"] = "UTF8";
-    // Where the address says which kind of session it wants, the client library asks the one that it has got,
-    // and would take ours for one of a server that cannot be written.
-    m_solo_lectura_despues = opciones.solo_lectura && parametros.contains("target_session_attrs");
-    // The settings of a session travel with its opening and cost no round trip.
-    const auto ajustes = ajustes_de(opciones, m_solo_lectura_despues);
-    m_ajustes = como_instruccion(ajustes);
-    parametros["options"] = como_opciones(ajustes) + " " + parametros["options"];
-    parametros.try_emplace("fallback_application_name", "atipicos");
-    parametros.try_emplace("connect_timeout", "10");
-    // A server that is switched off, or behind a network that is gone, is not waited for for hours.
-    parametros.try_emplace("keepalives_idle", "30");
-    parametros.try_emplace("keepalives_interval", "10");
-    parametros.try_emplace("keepalives_count", "3");
-    parametros.try_emplace("tcp_user_timeout", "60000");
-    m_linea.reset(conecta(parametros));
-    if (PQstatus(get()) != CONNECTION_OK && no_existe_la_base(get(), parametros))
-        throw ErrorBaseDatos(Categoria::no_existe, fuente,
-            "La base de datos «" + std::string(PQdb(get())) + "» no existe en el servidor ("
-                + en_una_linea(PQerrorMessage(get())) + ").",
-            {}, donde);
-    comprueba_abierta(donde);
-}
-
-void Enlace::comprueba_abierta(Donde donde)
-{
-    if (PQstatus(get()) != CONNECTION_OK)
-        no_conecta("No se puede conectar con el servidor de la base de datos ("
-                + en_una_linea(PQerrorMessage(get())) + ").",
-            donde);
-    if (PQserverVersion(get()) < version_minima)
-        no_conecta("El servidor de la base de datos es PostgreSQL "
-                + std::to_string(PQserverVersion(get()) / 10'000) + " y se necesita el 13 o posterior.",
-            donde);
-    PQsetNoticeReceiver(get(), &calla, nullptr);
-    exige_ajustes(donde);
-    if (m_solo_lectura_despues)
-        ajusta(std::string("SET ") + ajuste_solo_lectura + " TO on", donde);
-}
-
-/// A pooler may keep the settings for itself, and a date would be read month first. A session that is ours
-/// for as long as it is open is told them again; one that is another's the next moment must have them
-/// already.
-void Enlace::exige_ajustes(Donde donde)
-{
-    const char* fechas = PQparameterStatus(get(), "DateStyle");
-    if (fechas == nullptr || std::string_view(fechas) == "ISO, DMY")
-        return;
-    if (m_con_preparadas)
-        return ajusta(m_ajustes, donde);
-    no_conecta(
-        "El repartidor de conexiones no ha pasado los ajustes de la sesión, y esta base de datos no los "
-        "tiene. Los pone su propietario con ALTER DATABASE: search_path, datestyle, lock_timeout y "
-        "statement_timeout.",
-        donde);
-}
-
-void Enlace::ajusta(const std::string& orden, Donde donde)
-{
-    if (const Respuesta respuesta(PQexec(get(), orden.c_str())); es_error(respuesta))
-        throw error_de(respuesta, orden, donde);
+    m_con_preparadas = m_apertura.preparadas();
+    m_linea = m_apertura.abre(donde);
 }
 
 void Enlace::reanuda(Donde donde)
 {
-    PQreset(get());
-    comprueba_abierta(donde);
+    // Whoever is asked whether to go on may let other things happen meanwhile, and they may want the server.
+    if (m_reanudando)
+        throw ErrorBaseDatos(Categoria::conexion, fuente,
+            "Se está volviendo a conectar con el servidor de la base de datos: espere a que termine.", {},
+            donde);
+    m_reanudando = true;
+    if (const int enchufe = PQsocket(get()); enchufe >= 0)
+        shutdown(enchufe, SHUT_RDWR); // a server that is still there undoes what it was told
+    try {
+        m_linea = m_apertura.reabre(donde);
+    } catch (...) {
+        m_reanudando = false;
+        throw;
+    }
+    m_reanudando = false;
     m_perdido = false;
+    m_una_a_una = false;
     olvida_preparadas();
     avisa(sql::Linea::reanudada);
 }

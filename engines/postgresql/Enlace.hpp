@@ -1,12 +1,12 @@
 #pragma once
 
+#include "engines/postgresql/Apertura.hpp"
 #include "engines/postgresql/Instruccion.hpp"
+#include "engines/postgresql/Opciones.hpp"
 #include "engines/postgresql/Preparada.hpp"
-#include "engines/sql/Linea.hpp"
 
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <libpq-fe.h>
 #include <map>
 #include <memory>
@@ -17,24 +17,6 @@
 #include <vector>
 
 namespace atipicos::postgresql {
-
-struct Opciones {
-    /// `postgresql://usuario@servidor/base?sslmode=verify-full` or `host=… dbname=…`, all that libpq knows,
-    /// without a password: that comes from PGPASSWORD or from a pass file. With `preparadas=no` besides no
-    /// statement is prepared, as behind a pooler that hands a session from one client to the next.
-    std::string direccion = {};
-    std::string esquema = {}; ///< where names without a schema are looked for
-    std::vector<std::string> bases = {}; ///< `base.dbo.Tabla` is `dbo.Tabla` of this database for these names
-    bool solo_lectura = false;
-    std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
-    std::chrono::milliseconds espera_instruccion{ 120'000 }; ///< the longest that one statement may take
-    sql::AvisoLinea avisa = {};
-    sql::SigueEsperando sigue_esperando = {};
-    bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
-    bool preparadas = true; ///< off only to compare; the address says it too
-};
-
-inline constexpr auto fuente = "PostgreSQL"; ///< what errors name as their source
 
 using Texto = std::optional<std::string>; ///< a value as it travels to the server; nothing for null
 
@@ -83,19 +65,14 @@ public:
     void olvida_preparadas() noexcept; ///< when the server has
 
     [[nodiscard]] bool perdido() const noexcept { return m_perdido; }
-    void reanuda(Donde donde); ///< opens the line again, as it was opened
+    /// Opens the line again, as it was opened, to whichever of its servers will have it. Raises an error when
+    /// that cannot be done, and nobody wants to wait for it.
+    void reanuda(Donde donde);
     [[nodiscard]] PGconn* get() const noexcept { return m_linea.get(); }
 
 private:
     friend class Preparada;
 
-    struct Cierra {
-        void operator()(PGconn* linea) const noexcept { PQfinish(linea); }
-    };
-
-    void comprueba_abierta(Donde donde);
-    void exige_ajustes(Donde donde);
-    void ajusta(const std::string& orden, Donde donde);
     [[nodiscard]] std::vector<Respuesta> intercambia_texto(
         std::span<const Orden> ordenes, std::string_view instruccion, Donde donde);
     [[nodiscard]] std::vector<Respuesta> intercambia_en_fila(
@@ -119,7 +96,8 @@ private:
     void avisa(sql::Linea que) const;
     [[noreturn]] void falla(std::string_view instruccion, Donde donde);
 
-    std::unique_ptr<PGconn, Cierra> m_linea;
+    Apertura m_apertura;
+    LineaAbierta m_linea;
     sql::AvisoLinea m_avisa;
     sql::SigueEsperando m_sigue_esperando;
     std::chrono::milliseconds m_limite; ///< after which a server that says nothing is lost
@@ -127,8 +105,7 @@ private:
     Lectura* m_lectura = nullptr; ///< whose rows are on the line
     bool m_una_a_una = false; ///< the rows of the last statement came so: the client library remembers it
     bool m_perdido = false;
-    std::string m_ajustes; ///< the settings of the session, as an open one is told them
-    bool m_solo_lectura_despues = false; ///< the session is told so when it is open
+    bool m_reanudando = false;
     bool m_con_preparadas = true;
     std::string m_sello; ///< with which nobody else's names of prepared statements begin
     std::uint64_t m_nombres = 0; ///< given so far

@@ -65,6 +65,7 @@ void Puntos::lograda(bool cambia) noexcept
 {
     cumple_previas();
     m_tras_cambio = m_tras_cambio || cambia;
+    m_cambiada = m_cambiada || cambia;
 }
 
 const char* Puntos::fallida(bool previas) noexcept

@@ -27,6 +27,7 @@ public:
     void vuelve() noexcept; ///< to `u`, which is no more afterwards
 
     [[nodiscard]] bool empezada() const noexcept { return m_empezada; } ///< as the server knows it
+    [[nodiscard]] bool cambiada() const noexcept { return m_cambiada; } ///< something, or locked it
 
     /// The statement with what must go before and behind it. `cambia`: it changes or locks something.
     [[nodiscard]] Envio con(const Orden& orden, bool cambia) const;
@@ -53,6 +54,7 @@ private:
     Unidad m_unidad = Unidad::sin_punto;
     bool m_empezada = false;
     bool m_tras_cambio = false; ///< `s` is set
+    bool m_cambiada = false;
 };
 
 } // namespace atipicos::postgresql

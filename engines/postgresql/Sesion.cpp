@@ -20,6 +20,14 @@ namespace {
     constexpr auto por_el_servidor
         = "La transacción se ha perdido porque el servidor la ha terminado: sólo se puede deshacer.";
 
+    constexpr auto no_se_guardo = "Se ha perdido la conexión con el servidor de la base de datos al "
+                                  "confirmar. Se ha vuelto a conectar y "
+                                  "se ha comprobado: no se ha guardado nada. Repita la operación.";
+    constexpr auto no_se_sabe = "No se sabe si los datos llegaron a guardarse: compruébelo.";
+
+    /// Each time a transaction that has not ended is waited for as long as for any other's lock.
+    constexpr int veces_que_se_busca = 6;
+
     std::string con_bloqueo(std::string sql, bool bloquea)
     {
         return bloquea ? std::move(sql).append(Preparadas::bloqueando) : std::move(sql);
@@ -38,6 +46,7 @@ namespace {
 Sesion::Sesion(const Opciones& opciones, Donde donde)
     : m_enlace(opciones, donde)
     , m_catalogos{ sql::Catalogo(sql::dialecto_postgresql()), sql::Catalogo(sql::dialecto_postgresql()) }
+    , m_solo_lectura(opciones.solo_lectura)
     , m_transacciones(*this, fuente)
 {
 }
@@ -244,23 +253,67 @@ void Sesion::empieza(Donde) { m_puntos.empieza(); }
 
 void Sesion::confirma(Donde donde)
 {
-    const auto ordenes = m_puntos.confirmacion();
+    auto ordenes = m_puntos.confirmacion();
     if (!ordenes.empty()) {
+        const bool con_clave = lleva_clave();
+        if (con_clave) {
+            auto& clave = m_confirmaciones.escribe();
+            clave.preparada = preparada(clave.sql);
+            ordenes.insert(ordenes.end() - 1, clave);
+        }
         std::vector<Respuesta> respuestas;
         try {
             respuestas = m_enlace.intercambia(ordenes, "COMMIT", donde);
         } catch (const ErrorBaseDatos& error) {
-            pierde(Categoria::conexion, con_la_conexion);
-            throw ErrorBaseDatos(error.categoria(), fuente,
-                error.descripcion() + " No se sabe si los datos llegaron a guardarse: compruébelo.", "COMMIT",
-                donde);
+            aclara(error, con_clave ? busca_confirmacion(donde) : Confirmada::no_se_sabe, donde);
+            return m_vigencia.confirmada();
         }
-        if (es_error(respuestas.back())) {
+        const auto fallida = std::find_if(respuestas.begin(), respuestas.end(), es_error);
+        if (fallida != respuestas.end()) {
             pierde(Categoria::otra, al_confirmar);
-            throw error_de(respuestas.back(), "COMMIT", donde);
+            throw error_de(*fallida, "COMMIT", donde);
         }
+        if (con_clave)
+            m_confirmaciones.confirmada();
     }
     m_vigencia.confirmada();
+}
+
+bool Sesion::lleva_clave() const
+{
+    return !m_solo_lectura && m_puntos.cambiada() && m_tablas.tabla(Confirmaciones::tabla) != nullptr;
+}
+
+Sesion::Confirmada Sesion::busca_confirmacion(Donde donde)
+{
+    auto& orden = m_confirmaciones.pregunta();
+    for (int vez = 0; vez < veces_que_se_busca; ++vez) {
+        try {
+            asegura_enlace(donde);
+        } catch (const ErrorBaseDatos&) {
+            return Confirmada::no_se_sabe;
+        }
+        try {
+            const auto respuesta = std::move(m_enlace.intercambia({ &orden, 1 }, orden.sql, donde).front());
+            if (!es_error(respuesta))
+                return PQgetvalue(respuesta.get(), 0, 0) == std::string_view("1") ? Confirmada::si
+                                                                                  : Confirmada::no;
+            const auto error = error_de(respuesta, orden.sql, donde);
+            if (error.categoria() != Categoria::bloqueo && error.categoria() != Categoria::conexion)
+                return Confirmada::no_se_sabe;
+        } catch (const ErrorBaseDatos&) { // NOLINT(bugprone-empty-catch): lost again, and opened again
+        }
+    }
+    return Confirmada::no_se_sabe;
+}
+
+void Sesion::aclara(const ErrorBaseDatos& error, Confirmada que, Donde donde)
+{
+    if (que == Confirmada::si)
+        return;
+    pierde(Categoria::conexion, con_la_conexion);
+    throw ErrorBaseDatos(error.categoria(), fuente,
+        que == Confirmada::no ? no_se_guardo : error.descripcion() + " " + no_se_sabe, "COMMIT", donde);
 }
 
 void Sesion::deshace(Donde donde)

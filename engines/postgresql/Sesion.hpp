@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/postgresql/Confirmaciones.hpp"
 #include "engines/postgresql/Enlace.hpp"
 #include "engines/postgresql/Preparadas.hpp"
 #include "engines/postgresql/Puntos.hpp"
@@ -8,6 +9,7 @@
 #include "engines/sql/Vigencia.hpp"
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -20,7 +22,9 @@ namespace atipicos::postgresql {
 /// tables, and its one transaction.
 ///
 /// A line that is lost outside a transaction, or before the server has been told of one, is opened again and
-/// what changes nothing is repeated. With a transaction it is lost for good.
+/// what changes nothing is repeated. With a transaction it is lost for good. A commit whose answer is lost is
+/// looked up where the database keeps keys of commits (`Confirmaciones`): it is done, or it is an error that
+/// says that nothing of it is kept; an error that nobody knows is what is left where it cannot be looked up.
 class Sesion final : public sql::TransaccionFisica {
 public:
     Sesion(const Opciones& opciones, Donde donde);
@@ -63,6 +67,8 @@ public:
     void vuelve_al_punto(Donde donde) override; ///< with the next statement
 
 private:
+    enum class Confirmada : std::uint8_t { si, no, no_se_sabe };
+
     [[nodiscard]] std::optional<Respuesta> pide_preparada(
         sql::Lado lado, const std::string& sql, bool cambia, bool bloquea, Donde donde);
     /// Whether an error means that the server cannot use what it had prepared; it is forgotten here too.
@@ -78,6 +84,10 @@ private:
     void asegura_enlace(Donde donde);
     void vuelve_atras(bool previas, Donde donde);
     void pierde(adodb::Categoria categoria, const char* motivo); ///< the transaction
+    [[nodiscard]] bool lleva_clave() const; ///< the transaction that is to be committed
+    [[nodiscard]] Confirmada busca_confirmacion(Donde donde);
+    /// After a commit without an answer; an error unless it was done.
+    void aclara(const adodb::ErrorBaseDatos& error, Confirmada que, Donde donde);
     void asegura_catalogo(Donde donde);
     void lee_catalogo(Donde donde);
 
@@ -87,6 +97,8 @@ private:
     Tablas m_tablas;
     sql::Vigencia m_vigencia; ///< of what has been read of the tables
     Puntos m_puntos;
+    Confirmaciones m_confirmaciones;
+    bool m_solo_lectura;
     sql::Transacciones m_transacciones;
 };
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <string>
 
 namespace atipicos::sql {
 
@@ -15,5 +16,16 @@ using AvisoLinea = std::function<void(Linea)>;
 /// Asked from time to time while the server does not answer, with how long it has not: whether to go on
 /// waiting. May be empty; it must not use the connection.
 using SigueEsperando = std::function<bool(std::chrono::milliseconds callado)>;
+
+/// How it stands with a lost line that is to be opened again.
+struct Reintento {
+    std::chrono::milliseconds desde{}; ///< for how long it has been tried
+    std::chrono::milliseconds limite{}; ///< after which it is given up
+    std::string motivo = {}; ///< why it cannot be opened; empty: it is not known yet
+};
+
+/// Asked several times a second while a lost line cannot be opened again: whether to go on trying; with
+/// nobody to ask it is tried once. It must not use the connection.
+using SigueIntentando = std::function<bool(const Reintento&)>;
 
 } // namespace atipicos::sql

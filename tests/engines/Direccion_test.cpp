@@ -51,6 +51,22 @@ namespace {
         EXPECT_EQ(en("postgresql://s/e_preparadas=no"), "prepared|dbname=e_preparadas=no|host=s");
     }
 
+    TEST(Direccion, says_for_how_long_a_lost_line_is_tried)
+    {
+        const auto segundos = [](const std::string& direccion) {
+            return lee_direccion(direccion, Donde::aqui()).reintento.count();
+        };
+        EXPECT_EQ(segundos("postgresql://s/e"), 120);
+        EXPECT_EQ(segundos("postgresql://s,t/e?reintento=0&preparadas=no"), 0);
+        EXPECT_EQ(segundos("host=s reintento=300 dbname=e"), 300);
+        EXPECT_EQ(en("postgresql://s,t/e?preparadas=no&reintento=30&port=7"),
+            "not prepared|dbname=e|host=s,t|port=7");
+        for (const auto* valor : { "", "-1", "un rato", "3s", "86401", "99999999999999" })
+            EXPECT_EQ(en(std::string("postgresql://s/e?reintento=") + valor),
+                "El parámetro reintento de la dirección de la base de datos es un número de segundos, de 0 a "
+                "86400.");
+    }
+
     TEST(Direccion, what_is_not_understood_is_not_repeated)
     {
         EXPECT_EQ(en("postgresql://s/e?preparadas=quiza"),
