@@ -26,6 +26,7 @@ struct OpcionesBases {
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
     sql::AvisoLinea avisa_linea = {}; ///< for servers
     sql::SigueEsperando sigue_esperando = {}; ///< the same
+    sql::SigueIntentando sigue_intentando = {}; ///< the same
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
 };
 

@@ -3,6 +3,7 @@
 #include "engines/postgresql/Connection.hpp"
 #include "engines/sql/Postgresql.hpp"
 #include "engines/sql/Tokens.hpp"
+#include "host/bases/Confirmaciones.hpp"
 #include "host/bases/Derechos.hpp"
 #include "host/bases/Fallo.hpp"
 #include "host/bases/Historial.hpp"
@@ -76,6 +77,7 @@ namespace {
             .espera = opciones.espera,
             .avisa = opciones.avisa_linea,
             .sigue_esperando = opciones.sigue_esperando,
+            .sigue_intentando = opciones.sigue_intentando,
             .sincronizacion_completa = opciones.sincronizacion_completa };
     }
 
@@ -116,6 +118,7 @@ bool crea_en_postgresql(adodb::Connection& conexion, const std::string& lugar, b
     crea_tablas_orvalin(conexion, vacia, donde);
     crea_historial(conexion, donde);
     crea_derechos(conexion, donde);
+    crea_confirmaciones(conexion, donde);
     reparte(conexion, donde);
     conexion.CommitTrans(donde);
     return true;

@@ -1,6 +1,7 @@
 #include "host/bases/Pasos.hpp"
 
 #include "engines/sql/Guion.hpp"
+#include "host/bases/Confirmaciones.hpp"
 #include "host/bases/Derechos.hpp"
 #include "host/bases/Fallo.hpp"
 #include "host/bases/Historial.hpp"
@@ -14,6 +15,7 @@ namespace {
 
     void lleva_historial(const Bases& bases, Donde donde) { crea_historial(*bases.orvalin, donde); }
     void pone_derechos(const Bases& bases, Donde donde) { crea_derechos(*bases.orvalin, donde); }
+    void lleva_confirmaciones(const Bases& bases, Donde donde) { crea_confirmaciones(*bases.orvalin, donde); }
 
     // 2: what a save does to both products is committed at once. The two files of a folder become one, and
     //    programs that would commit one after the other find a number that they do not know.
@@ -22,15 +24,17 @@ namespace {
     //    been reversed.
     // 4: what is done to charges is written down by the database.
     // 5: the login says who the user is, and an entry balances or is known to be incomplete.
-    const std::array<Paso, 4>& todos()
+    // 6: a commit without an answer can be looked up.
+    const std::array<Paso, 5>& todos()
     {
-        static const std::array<Paso, 4> todos{ { { .hasta = 2 },
+        static const std::array<Paso, 5> todos{ { { .hasta = 2 },
             { .hasta = 3, .orvalin = guiones::importaciones_3(), .bexmor = guiones::regularizaciones() },
             { .hasta = version_con_historial, .despues = &lleva_historial },
             { .hasta = version_con_derechos,
                 .orvalin = guiones::accesos(),
                 .bexmor = guiones::incompletos(),
-                .despues = &pone_derechos } } };
+                .despues = &pone_derechos },
+            { .hasta = guiones::version, .despues = &lleva_confirmaciones } } };
         return todos;
     }
 

@@ -68,20 +68,35 @@ void Registrador::registra(Reclamacion& reclamacion)
         return; // it counts with its first part
     ++m_sin_contar;
     if (reclamacion.valida && !m_opciones.revisadas.malas.contains(resumen_de(reclamacion.referencia)))
-        registra_valida(reclamacion);
+        intenta(reclamacion, 0);
     else // even under the name of one that was recorded
         ++m_recuento.rechazadas;
     if (!m_tanda.abierta())
         confirma();
 }
 
-void Registrador::registra_valida(Reclamacion& reclamacion)
+/// What is asked while a unit is open may be where the line is found to be lost.
+void Registrador::intenta(Reclamacion& reclamacion, std::int16_t vez)
+{
+    try {
+        registra_valida(reclamacion, vez);
+    } catch (const Error& error) {
+        if (!es_de_la_linea(error) || !m_tanda.abierta())
+            throw;
+        if (cierra())
+            throw;
+        m_por_repetir.push_back(
+            { reclamacion.referencia, reclamacion.fila, vez, {}, true, false, std::move(reclamacion) });
+    }
+}
+
+/// `vez`: the time that it is to have; 0: it is looked up whether it has been recorded.
+void Registrador::registra_valida(Reclamacion& reclamacion, std::int16_t vez)
 {
     clsAtipico cargo;
     CargoTecleado tecleado;
     m_cargos.prepara(reclamacion, cargo, tecleado);
-    std::int16_t vez = 1;
-    if (es_conocida(reclamacion, tecleado, vez))
+    if (vez == 0 && es_conocida(reclamacion, tecleado, vez = 1))
         return;
     if (reclamacion.valida)
         return guarda(reclamacion, cargo, tecleado, vez);
@@ -144,7 +159,7 @@ bool Registrador::empieza(const Reclamacion& reclamacion)
 }
 
 void Registrador::guarda(
-    const Reclamacion& reclamacion, clsAtipico& cargo, const CargoTecleado& tecleado, std::int16_t vez)
+    Reclamacion& reclamacion, clsAtipico& cargo, const CargoTecleado& tecleado, std::int16_t vez)
 {
     if (!empieza(reclamacion))
         return;
@@ -167,12 +182,15 @@ void Registrador::guarda(
     if (const auto mostrados = m_avisos.toma(); motivo.empty())
         motivo = mostrados;
     if (resultado.estado != ResultadoGuardado::Estado::Guardado || !motivo.empty()) {
-        confirma();
-        cuenta_fallida(reclamacion, cargo, vez, contenido, motivo);
+        if (cierra())
+            cuenta_fallida(reclamacion, cargo, vez, contenido, motivo);
+        else
+            m_por_repetir.push_back({ reclamacion.referencia, reclamacion.fila, vez, clave_de(cargo), true,
+                sin_previsiones, std::move(reclamacion) });
         return;
     }
-    m_pendientes.push_back(
-        { reclamacion.referencia, reclamacion.fila, vez, clave_de(cargo), true, sin_previsiones });
+    m_pendientes.push_back({ reclamacion.referencia, reclamacion.fila, vez, clave_de(cargo), true,
+        sin_previsiones, std::move(reclamacion) });
 }
 
 /// After a save that showed an error and is undone: another process may have recorded the same claim. Where
@@ -208,13 +226,15 @@ void Registrador::di(const char* que, const Reparo& reparo)
     m_dice(que, reparo);
 }
 
-/// A query opens a lost line again: where it cannot, the server is not there, and the others need not be
-/// tried.
-void Registrador::deja_si_no_esta(const Error& error)
+bool Registrador::es_de_la_linea(const Error& error)
 {
     const auto* de_la_base = dynamic_cast<const adodb::ErrorBaseDatos*>(&error);
-    m_parado = m_parado || (de_la_base != nullptr && de_la_base->categoria() == adodb::Categoria::conexion);
+    return de_la_base != nullptr && de_la_base->categoria() == adodb::Categoria::conexion;
 }
+
+/// A query opens a lost line again: where it cannot, the server is not there, and the others need not be
+/// tried.
+void Registrador::deja_si_no_esta(const Error& error) { m_parado = m_parado || es_de_la_linea(error); }
 
 /// A claim of which nothing has been kept. When the disk is full the others need not be tried.
 void Registrador::rechaza(int fila, const std::string& referencia, const std::string& motivo)
@@ -241,51 +261,6 @@ void Registrador::cuenta(const Pendiente& una)
                 "el cargo " + una.clave.Codigo + " de «" + una.referencia
                     + "» se eliminó después. Para registrarla otra vez, dé "
                     + con_otra_vez(una.referencia) });
-}
-
-void Registrador::confirma()
-{
-    try {
-        m_tanda.cierra();
-        for (const auto& una : std::exchange(m_pendientes, {}))
-            cuenta(una);
-    } catch (const Error& error) {
-        cuenta_sin_confirmar(error.descripcion());
-    }
-    const auto contadas = std::exchange(m_sin_contar, 0);
-    m_progreso.avanza(contadas);
-    m_tanda.descansa();
-}
-
-/// After a commit that failed: ordinarily nothing of it is there, but all of it is where only the answer was
-/// lost.
-void Registrador::cuenta_sin_confirmar(const std::string& motivo)
-{
-    std::string sin_respuesta; // of the database, which is then not asked again
-    for (auto& una : std::exchange(m_pendientes, {})) {
-        std::vector<Importada> veces;
-        try {
-            if (una.nueva && sin_respuesta.empty())
-                veces = m_importaciones.busca(una.referencia);
-        } catch (const Error& error) {
-            sin_respuesta = error.descripcion();
-            deja_si_no_esta(error);
-        }
-        const bool esta = !veces.empty() && veces.back().vez >= una.vez;
-        if (una.nueva && !sin_respuesta.empty()) {
-            ++m_recuento.rechazadas;
-            di("error",
-                { una.fila, "",
-                    "no se sabe si «" + una.referencia + "» se ha registrado: " + sin_respuesta
-                        + " Para saberlo, registre el mismo fichero otra vez." });
-        } else if (una.nueva && !esta) {
-            rechaza(una.fila, una.referencia, motivo);
-        } else {
-            una.nueva = una.nueva && veces.back().clave.Codigo == una.clave.Codigo;
-            una.clave = veces.empty() ? una.clave : veces.back().clave;
-            cuenta(una);
-        }
-    }
 }
 
 void Registrador::termina()

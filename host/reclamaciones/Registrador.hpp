@@ -29,6 +29,8 @@ namespace atipicos::app {
 /// Records claims one after the other, many in one commit, and tells of each what has become of it once that
 /// is so: the table on standard output, what was wrong through `dice`. A claim whose save shows an error is
 /// undone whole. While a commit is pending nothing is written anywhere, which could keep the others waiting.
+/// What was not committed when the line to a server was lost is looked up and, where it is not there,
+/// recorded again.
 class Registrador {
 public:
     using Dice = RevisionReclamaciones::Dice;
@@ -80,17 +82,24 @@ private:
         ClaveCargo clave;
         bool nueva = false; ///< saved in this run
         bool sin_previsiones = false; ///< its terms give none
+        Reclamacion reclamacion = {}; ///< of a new one: to be recorded again
     };
 
-    void registra_valida(Reclamacion& reclamacion);
+    void intenta(Reclamacion& reclamacion, std::int16_t vez);
+    void registra_valida(Reclamacion& reclamacion, std::int16_t vez);
+    void registra_otra_vez(Pendiente& una);
     bool es_conocida(const Reclamacion& reclamacion, const CargoTecleado& tecleado, std::int16_t& vez);
-    void guarda(
-        const Reclamacion& reclamacion, clsAtipico& cargo, const CargoTecleado& tecleado, std::int16_t vez);
+    void guarda(Reclamacion& reclamacion, clsAtipico& cargo, const CargoTecleado& tecleado, std::int16_t vez);
     bool empieza(const Reclamacion& reclamacion);
     std::vector<Prevision> previsiones(const Contabilizacion& datos, bool& sin_previsiones);
     void cuenta_fallida(const Reclamacion& reclamacion, const clsAtipico& cargo, std::int16_t vez,
         const std::string& contenido, const std::string& motivo);
-    void cuenta_sin_confirmar(const std::string& motivo);
+    bool cierra(); ///< commits what is pending; false: the line was lost, and it is to be recorded again
+    void aparta_por_repetir(const Error& error);
+    void repite();
+    void reanuda(const Pendiente& una) const;
+    void cuenta_sin_confirmar(std::vector<Pendiente> todas, const std::string& motivo);
+    [[nodiscard]] static bool es_de_la_linea(const Error& error); ///< that it is lost, or cannot be opened
     void deja_si_no_esta(const Error& error);
     void cuenta(const Pendiente& una);
     void rechaza(int fila, const std::string& referencia, const std::string& motivo);
@@ -105,6 +114,10 @@ private:
     CargosReclamados& m_cargos;
     Tanda m_tanda;
     std::vector<Pendiente> m_pendientes; ///< in the order of the file
+    std::vector<Pendiente> m_por_repetir; ///< of which the line has taken the commit, or nobody knows
+    std::string m_por_que_repetir;
+    int m_perdidas = 0; ///< of the line, since something was committed
+    bool m_repitiendo = false;
     std::size_t m_sin_contar = 0; ///< claims since the last commit
     bool m_parado = false;
     Recuento m_recuento;

@@ -3,6 +3,7 @@
 #include "context/modComun.hpp"
 #include "host/bases/Acceso.hpp"
 #include "host/bases/Palabra.hpp"
+#include "host/sesion/ReintentoEnTerminal.hpp"
 #include "host/terminal/EsperaServidor.hpp"
 
 #include <ctime>
@@ -60,6 +61,8 @@ namespace {
     {
         if (!opciones.sigue_esperando)
             opciones.sigue_esperando = EsperaServidor(std::cerr);
+        if (!opciones.sigue_intentando)
+            reintenta_en_terminal(opciones);
         return opciones;
     }
 

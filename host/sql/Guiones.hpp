@@ -25,6 +25,6 @@ namespace atipicos::guiones {
 [[nodiscard]] std::string_view historial_sqlserver_bexmor();
 
 /// Version of both schemas, as their table `Esquema` holds it.
-inline constexpr int version = 5;
+inline constexpr int version = 6;
 
 } // namespace atipicos::guiones

@@ -3,7 +3,7 @@
 CREATE TABLE Esquema (
     Version INT NOT NULL PRIMARY KEY
 );
-INSERT INTO Esquema (Version) VALUES (5);
+INSERT INTO Esquema (Version) VALUES (6);
 
 CREATE TABLE Empresas (
     Codigo             SMALLINT NOT NULL PRIMARY KEY,

@@ -72,4 +72,7 @@ GRANT INSERT ON orvalin.Importaciones, dbo.Asientos, dbo.Apuntes, dbo.Registro_I
 REVOKE ALL ON orvalin.Historial, orvalin.Historial_Anulaciones FROM atipicos_consulta, atipicos_puesto;
 GRANT SELECT ON orvalin.Historial, orvalin.Historial_Anulaciones TO atipicos_historial;
 
+-- Which commits were done is written and read through functions that have the rights of the owner.
+REVOKE ALL ON orvalin.Confirmaciones FROM atipicos_consulta, atipicos_puesto;
+
 COMMIT;

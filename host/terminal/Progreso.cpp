@@ -6,15 +6,32 @@
 
 namespace atipicos::app {
 
+namespace {
+
+    Progreso* el_de_ahora = nullptr;
+
+}
+
 Progreso::Progreso(std::string texto, std::size_t total)
     : m_texto(std::move(texto))
     , m_total(total)
     , m_terminal(isatty(STDERR_FILENO) == 1)
     , m_proxima(Reloj::now() + std::chrono::seconds(1))
+    , m_anterior(std::exchange(el_de_ahora, this))
 {
 }
 
-Progreso::~Progreso() { aparta(); }
+Progreso::~Progreso()
+{
+    aparta();
+    el_de_ahora = m_anterior;
+}
+
+void Progreso::aparta_el_de_ahora()
+{
+    if (el_de_ahora != nullptr)
+        el_de_ahora->aparta();
+}
 
 void Progreso::aparta()
 {

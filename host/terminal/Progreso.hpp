@@ -17,6 +17,7 @@ public:
 
     void avanza(std::size_t cuantos = 1);
     void aparta(); ///< wipes the line before something else is written there; it comes back by itself
+    static void aparta_el_de_ahora(); ///< the same, for who does not know whether there is one
     void va_por(std::size_t hechos, std::size_t total);
 
 private:
@@ -30,6 +31,7 @@ private:
     bool m_terminal;
     bool m_escrito = false;
     Reloj::time_point m_proxima;
+    Progreso* m_anterior; ///< which was there when this one began
 };
 
 } // namespace atipicos::app

@@ -16,6 +16,7 @@
 #include "host/ventanas/frmEmpresa.hpp"
 #include "host/ventanas/frmPrincipal.hpp"
 #include "host/ventanas/frmSesion.hpp"
+#include "host/ventanas/ReintentoEnVentana.hpp"
 #include "printing/clsView.hpp"
 
 #include <QApplication>
@@ -118,10 +119,16 @@ namespace {
     Salida trabaja(const OpcionesComunes& elegida)
     {
         QPointer<frmPrincipal> abierta;
-        Sesion sesion(elegida, { .avisa_linea = [&abierta](sql::Linea que) {
-            if (abierta)
-                abierta->muestra_linea(que);
-        } });
+        ReintentoEnVentana reintento;
+        Sesion sesion(elegida,
+            { .avisa_linea =
+                    [&](sql::Linea que) {
+                        if (que == sql::Linea::reanudada)
+                            reintento.reanudada();
+                        if (abierta)
+                            abierta->muestra_linea(que);
+                    },
+                .sigue_intentando = [&](const sql::Reintento& como) { return reintento.sigue(como); } });
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
         modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida.lugar()));
         modComun::set_PrevisionesCargo(

@@ -81,7 +81,7 @@ namespace {
         const auto antes = programa.lee("datos/empresa.db");
         const auto otra = programa("actualizar");
         EXPECT_EQ(otra.estado, 0);
-        EXPECT_EQ(otra.salida, "Ya está al día: datos tiene la versión 5.\n");
+        EXPECT_EQ(otra.salida, "Ya está al día: datos tiene la versión 6.\n");
         EXPECT_TRUE(programa.lee("datos/empresa.db") == antes);
     }
 

@@ -25,14 +25,17 @@ inline std::vector<std::string> sin_derechos(bool en_servidor)
     return todo;
 }
 
-/// What takes the trail of charges away from a new company; a server's tables are of the schema orvalin.
+/// What takes the trail of charges away from a new company, and on a server, whose tables are of the schema
+/// orvalin, the keys of commits that came after it.
 inline std::vector<std::string> sin_historial(bool en_servidor)
 {
     if (en_servidor)
         return { "DROP FUNCTION orvalin.historial_anota, orvalin.historial_anula, orvalin.historial_firme, "
                  "orvalin.contador_no_vuelve CASCADE",
             "DROP TABLE orvalin.Historial, orvalin.Historial_Anulaciones",
-            "DROP FUNCTION orvalin.historial_puesto" };
+            "DROP FUNCTION orvalin.historial_puesto",
+            "DROP FUNCTION orvalin.confirmacion_anota, orvalin.confirmacion_busca",
+            "DROP TABLE orvalin.Confirmaciones" };
     std::vector<std::string> todo{ "DROP TABLE Historial", "DROP TABLE Historial_Anulaciones" };
     for (const auto* disparador : { "Cargo_Alta", "Cargo_Cambio", "Cargo_Baja", "Linea_Alta", "Linea_Cambio",
              "Linea_Baja", "Asiento_Anulado" })
