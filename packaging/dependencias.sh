@@ -16,7 +16,7 @@ for para in "$@"; do
         ventanas) paquetes+=(fonts-dejavu-core libqt6opengl6-dev qt6-base-dev qt6-charts-dev qt6-svg-dev qt6-translations-l10n) ;;
         pruebas)
             paquetes+=(at-spi2-core cups dbus dpkg-dev file libbenchmark-dev libboost-dev libgmock-dev libgtest-dev libsqliteodbc
-                lld odbc-postgresql openbox pgbouncer poppler-utils postgresql python3 python3-pyatspi sqlite3 unzip x11-utils xauth
+                lld odbc-postgresql openbox pgbouncer poppler-utils postgresql python3 python3-pyatspi sqlite3 tdsodbc unzip x11-utils xauth
                 xdotool xvfb)
             ;;
         medidas) paquetes+=(clang gcovr) ;;
