@@ -43,21 +43,22 @@ void crea_confirmaciones_postgresql(adodb::Connection& conexion, std::string_vie
             + " LANGUAGE sql SECURITY DEFINER SET search_path = pg_catalog AS '" + cuerpo + "'";
     };
     const auto tabla = en + "confirmaciones";
-    for (const auto& sql : { "CREATE TABLE " + tabla
-                 + " (clave VARCHAR(60) PRIMARY KEY, guardada SMALLINT NOT NULL DEFAULT 1,"
-                   " momento TIMESTAMP(3) NOT NULL DEFAULT localtimestamp)",
-             // Those that another session sweeps are left to it: nobody waits here.
-             funcion("confirmacion_anota(text, text) RETURNS void",
-                 "DELETE FROM " + tabla + " WHERE clave = $2; DELETE FROM " + tabla
-                     + " WHERE $2 = '''' AND clave IN (SELECT clave FROM " + tabla
-                     + " WHERE momento < localtimestamp - interval ''7 days'' FOR UPDATE SKIP LOCKED);"
-                       " INSERT INTO "
-                     + tabla + " (clave) VALUES ($1)"),
-             // It writes in either case: where a commit waits for a standby, the answer does too.
-             funcion("confirmacion_busca(text) RETURNS smallint",
-                 "INSERT INTO " + tabla
-                     + " (clave, guardada) VALUES ($1, 0) ON CONFLICT (clave) DO UPDATE"
-                       " SET momento = localtimestamp RETURNING guardada") })
+    const std::array<std::string, 3> instrucciones{ "CREATE TABLE " + tabla
+            + " (clave VARCHAR(60) PRIMARY KEY, guardada SMALLINT NOT NULL DEFAULT 1,"
+              " momento TIMESTAMP(3) NOT NULL DEFAULT localtimestamp)",
+        // Those that another session sweeps are left to it: nobody waits here.
+        funcion("confirmacion_anota(text, text) RETURNS void",
+            "DELETE FROM " + tabla + " WHERE clave = $2; DELETE FROM " + tabla
+                + " WHERE $2 = '''' AND clave IN (SELECT clave FROM " + tabla
+                + " WHERE momento < localtimestamp - interval ''7 days'' FOR UPDATE SKIP LOCKED);"
+                  " INSERT INTO "
+                + tabla + " (clave) VALUES ($1)"),
+        // It writes in either case: where a commit waits for a standby, the answer does too.
+        funcion("confirmacion_busca(text) RETURNS smallint",
+            "INSERT INTO " + tabla
+                + " (clave, guardada) VALUES ($1, 0) ON CONFLICT (clave) DO UPDATE"
+                  " SET momento = localtimestamp RETURNING guardada") };
+    for (const auto& sql : instrucciones)
         conexion.Execute(sql, nullptr, adodb::CommandType::Text, donde);
 }
 
