@@ -1,12 +1,6 @@
 #include "host/ventanas/ReintentoEnVentana.hpp"
 
-#include "context/modComun.hpp"
-#include "controls/VSFlexGrid.hpp"
-#include "host/ventanas/frmPrincipal.hpp"
-#include "tests/support/Contexto.hpp"
-#include "tests/support/MsgBoxDePrueba.hpp"
 #include "tests/support/Persona.hpp"
-#include "tests/support/ServidorPostgresql.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QLabel>
@@ -75,80 +69,6 @@ private slots:
         QVERIFY(reintento.sigue(a_los(44'900ms)));
         QVERIFY(!reintento.sigue(a_los(45'000ms)));
         QVERIFY(reintento_abierto() == nullptr);
-    }
-
-    void an_editor_whose_server_is_gone_tells_the_error_keeps_what_was_keyed_in_and_saves_it_later()
-    {
-        if (const auto falta = ServidorPostgresql::falta(); !falta.empty())
-            QSKIP(falta.c_str());
-        ServidorPostgresql servidor;
-        servidor.crea_base("empresa");
-        app::OpcionesComunes opciones;
-        opciones.conexion = servidor.direccion("empresa");
-        opciones.usuario = 2;
-        bases::crea_bases(opciones.lugar(), false);
-        const auto avisos = std::make_shared<MsgBoxDePrueba>();
-        {
-            app::ReintentoEnVentana reintento;
-            int veces = 0;
-            app::Sesion sesion(opciones,
-                { .avisa_linea =
-                        [&](sql::Linea que) {
-                            if (que == sql::Linea::reanudada)
-                                reintento.reanudada();
-                        },
-                    .sigue_intentando =
-                        [&](const sql::Reintento& como) {
-                            if (++veces == 3)
-                                control<QPushButton>(*reintento_abierto(), "cmdDejar").click();
-                            if (veces == 6)
-                                servidor.arranca();
-                            return reintento.sigue(como);
-                        } });
-            modComun::set_MsgBox(avisos);
-            app::frmPrincipal ventana(sesion, opciones);
-            ventana.show();
-            QVERIFY(QTest::qWaitForWindowActive(&ventana));
-            clic(ventana, "cmdReclamaciones");
-            auto& editor = control<QWidget>(ventana, "frmCompras_Atipicos");
-            QVERIFY(QTest::qWaitForWindowActive(&editor));
-            QTRY_COMPARE(foco(), QStringLiteral("txtAlmacen"));
-            teclea("3");
-            intro();
-            teclea("104");
-            intro(4);
-            intro();
-            teclea("Porte");
-            intro(2);
-            teclea("1");
-            intro();
-            teclea("10");
-            intro(2);
-            QCOMPARE(control<VSFlexGrid>(editor, "vsCargos").Rows(), 2);
-
-            servidor.detiene();
-            clic(editor, "cmdAceptar");
-            QCOMPARE(veces, 3); // the person has ended it
-            QCOMPARE(avisos->dichos.size(), std::size_t{ 1 });
-            QVERIFY2(avisos->dichos.front().texto.find("No se puede conectar con el servidor")
-                    != std::string::npos,
-                avisos->dichos.front().texto.c_str());
-            QCOMPARE(control<VSFlexGrid>(editor, "vsCargos").Rows(), 2);
-
-            avisos->dichos.clear();
-            {
-                const AlAbrirse previsiones(
-                    [](QWidget&) { pulsa(Qt::Key_F9); }, "frmCompras_Atipicos_Contabilizar");
-                clic(editor, "cmdAceptar");
-            }
-            QVERIFY(reintento_abierto() == nullptr);
-            QVERIFY2(!avisos->dichos.empty()
-                    && avisos->dichos.front().texto.find("generado correctamente") != std::string::npos,
-                avisos->dichos.empty() ? "nothing" : avisos->dichos.front().texto.c_str());
-            QCOMPARE(servidor.psql("empresa", "SELECT COUNT(*) FROM orvalin.proveedores_cargos_atipicos"),
-                std::string("1\n"));
-        }
-        vacia_contexto();
     }
 };
 
