@@ -83,7 +83,8 @@ namespace {
     {
         try {
             salida.cierra_entrada();
-            const Puesto puesto(lugar);
+            // Nobody is there to be told what it waits for.
+            const Puesto puesto(lugar, { .sigue_esperando = [](std::chrono::milliseconds) { return true; } });
             const auto avisos = std::make_shared<pruebas::MsgBoxDePrueba>();
             modComun::set_MsgBox(avisos);
             static_cast<void>(pruebas::guarda_un_cargo({}, almacen)); // what a session reads only once
