@@ -28,4 +28,8 @@ struct Reintento {
 /// nobody to ask it is tried once. It must not use the connection.
 using SigueIntentando = std::function<bool(const Reintento&)>;
 
+/// Asked often while a statement runs, in the thread that runs it: false ends the statement with an error.
+/// May be empty; it must not use the connection.
+using SigueTrabajando = std::function<bool()>;
+
 } // namespace atipicos::sql

@@ -17,6 +17,9 @@ namespace {
 
     using adodb::Categoria;
 
+    /// Of the virtual machine: less than a millisecond.
+    constexpr int pasos_entre_preguntas = 10'000;
+
     [[noreturn]] void no_se_abre(const std::filesystem::path& fichero, const std::string& motivo, Donde donde)
     {
         throw adodb::ErrorBaseDatos(
@@ -159,6 +162,9 @@ void Sesion::prepara(const Opciones& opciones, Donde donde)
     sqlite3_extended_result_codes(base(), 1);
     m_espera = opciones.espera;
     sqlite3_busy_handler(base(), &Sesion::espera_turno, this);
+    m_sigue = opciones.sigue;
+    if (m_sigue)
+        sqlite3_progress_handler(base(), pasos_entre_preguntas, &Sesion::mira_si_sigue, this);
     lee_algo(donde);
     if (!opciones.solo_lectura && sqlite3_db_readonly(base(), "main") == 0)
         ejecuta("PRAGMA journal_mode=WAL", nullptr, donde);
@@ -192,11 +198,13 @@ int Sesion::espera_turno(void* quien, int veces)
     const auto ahora = std::chrono::steady_clock::now();
     if (veces == 0)
         sesion.m_hasta = ahora + sesion.m_espera;
-    if (ahora >= sesion.m_hasta)
+    if (ahora >= sesion.m_hasta || (sesion.m_sigue && !sesion.m_sigue()))
         return 0;
     std::this_thread::sleep_for(std::chrono::milliseconds(std::min(1 + veces, 5)));
     return 1;
 }
+
+int Sesion::mira_si_sigue(void* quien) { return static_cast<Sesion*>(quien)->m_sigue() ? 0 : 1; }
 
 sql::Catalogo& Sesion::catalogo(sql::Lado lado) noexcept
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/sql/Catalogo.hpp"
+#include "engines/sql/Linea.hpp"
 #include "engines/sql/Transacciones.hpp"
 #include "engines/sql/Vigencia.hpp"
 #include "engines/sqlite/Preparadas.hpp"
@@ -27,6 +28,7 @@ struct Opciones {
     bool solo_lectura = false; ///< nothing is written but what another session left in its log
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
+    sql::SigueTrabajando sigue = {};
     bool preparadas = true; ///< statements that differ in values alone are prepared once; off only to compare
 };
 
@@ -76,11 +78,13 @@ private:
     Sesion(sqlite3* base, bool preparadas);
     void prepara(const Opciones& opciones, Donde donde);
     static int espera_turno(void* sesion, int veces); ///< not 0: try again
+    static int mira_si_sigue(void* sesion); ///< not 0: give up
     void lee_algo(Donde donde);
     void asegura_catalogo(Donde donde);
     void lee_catalogo(Donde donde);
     void ejecuta_propia(std::string_view sql, Donde donde);
 
+    sql::SigueTrabajando m_sigue;
     std::chrono::milliseconds m_espera{}; ///< for another user's lock
     std::chrono::steady_clock::time_point m_hasta; ///< how long the present wait lasts
     std::unique_ptr<sqlite3, Cierra> m_base; ///< after what it needs until it is closed

@@ -27,6 +27,7 @@ struct OpcionesBases {
     sql::AvisoLinea avisa_linea = {}; ///< for servers
     sql::SigueEsperando sigue_esperando = {}; ///< the same
     sql::SigueIntentando sigue_intentando = {}; ///< the same
+    sql::SigueTrabajando sigue = {}; ///< for folders and PostgreSQL: a driver cannot be told to stop
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
 };
 

@@ -77,7 +77,8 @@ Bases abre_fichero(const fs::path& fichero, const OpcionesBases& opciones, Donde
         = sqlite::Connection::AbrirPareja({ .fichero = fichero,
                                               .solo_lectura = opciones.solo_lectura,
                                               .espera = opciones.espera,
-                                              .sincronizacion_completa = opciones.sincronizacion_completa },
+                                              .sincronizacion_completa = opciones.sincronizacion_completa,
+                                              .sigue = opciones.sigue },
             {}, donde);
     Bases bases{ pareja.gestion, pareja.contabilidad, pareja.transacciones };
     for (const auto& conexion : { bases.orvalin, bases.bexmor })

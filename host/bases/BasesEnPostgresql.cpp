@@ -68,6 +68,17 @@ namespace {
         }
     }
 
+    /// Both are asked, if they are there, while the server has not answered.
+    sql::SigueEsperando mientras_sigan(
+        const sql::SigueEsperando& esperando, const sql::SigueTrabajando& trabajando)
+    {
+        if (!trabajando)
+            return esperando;
+        return [esperando, trabajando](std::chrono::milliseconds callado) {
+            return trabajando() && (!esperando || esperando(callado));
+        };
+    }
+
     postgresql::Opciones opciones_de(
         const std::string& direccion, const char* esquema, const OpcionesBases& opciones)
     {
@@ -76,7 +87,7 @@ namespace {
             .solo_lectura = opciones.solo_lectura,
             .espera = opciones.espera,
             .avisa = opciones.avisa_linea,
-            .sigue_esperando = opciones.sigue_esperando,
+            .sigue_esperando = mientras_sigan(opciones.sigue_esperando, opciones.sigue),
             .sigue_intentando = opciones.sigue_intentando,
             .sincronizacion_completa = opciones.sincronizacion_completa };
     }

@@ -25,6 +25,7 @@ HiloLector::HiloLector(
 HiloLector::~HiloLector()
 {
     ++m_ultima;
+    m_acaba = true;
     m_hilo.quit();
     m_hilo.wait();
 }
@@ -60,7 +61,8 @@ void HiloLector::corre(const Tarea& tarea, int numero)
     QString motivo;
     try {
         if (!m_abierto)
-            m_ambito.bases = bases::abre_bases(m_lugar, { .solo_lectura = true });
+            m_ambito.bases
+                = bases::abre_bases(m_lugar, { .solo_lectura = true, .sigue = [this] { return !m_acaba; } });
         m_abierto = true;
         tarea(m_ambito, sigue);
         return;

@@ -14,7 +14,7 @@ namespace atipicos::app {
 
 /// A thread that reads a company on a connection of its own, opened when it is first needed, so that no
 /// window waits for the database. What is asked for is done in order; a later request can make those before
-/// it give up. Destroyed, it gives up whatever it is at and is waited for.
+/// it give up. Destroyed, it gives up whatever it is at, in the middle of a statement too, and is waited for.
 class HiloLector final : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(HiloLector)
@@ -44,6 +44,7 @@ private:
     Ambito m_ambito; ///< of the thread
     bool m_abierto = false; ///< of the thread
     std::atomic<int> m_ultima = 0;
+    std::atomic<bool> m_acaba = false;
     QThread m_hilo;
     QObject* m_obrero; ///< lives in the thread
 };

@@ -12,9 +12,10 @@ namespace atipicos::app {
 
 namespace {
 
-    ResumenLeido lee(const bases::Lugar& lugar, const AmbitoResumen& ambito, const PeticionResumen& peticion)
+    ResumenLeido lee(const bases::Lugar& lugar, const AmbitoResumen& ambito, const PeticionResumen& peticion,
+        const sql::SigueTrabajando& sigue)
     {
-        const auto bases = bases::abre_bases(lugar, { .solo_lectura = true });
+        const auto bases = bases::abre_bases(lugar, { .solo_lectura = true, .sigue = sigue });
         auto por_meses = peticion;
         por_meses.por = VistaResumen::mes;
         auto resumen = lee_resumen(*bases.orvalin, ambito, peticion);
@@ -37,6 +38,7 @@ LectorResumenes::~LectorResumenes()
     if (m_hilo == nullptr)
         return;
     m_hilo->disconnect(this);
+    m_acaba = true;
     m_hilo->wait();
     delete m_hilo;
 }
@@ -52,9 +54,9 @@ void LectorResumenes::pide(const PeticionResumen& peticion)
 void LectorResumenes::empieza(const PeticionResumen& peticion)
 {
     m_respuesta = std::make_shared<Respuesta>();
-    m_hilo = QThread::create([respuesta = m_respuesta, lugar = m_lugar, ambito = m_ambito, peticion] {
+    m_hilo = QThread::create([this, respuesta = m_respuesta, lugar = m_lugar, ambito = m_ambito, peticion] {
         try {
-            respuesta->leido = lee(lugar, ambito, peticion);
+            respuesta->leido = lee(lugar, ambito, peticion, [this] { return !m_acaba; });
         } catch (const std::exception& error) {
             respuesta->motivo = a_qt(error.what());
         }

@@ -6,6 +6,7 @@
 
 #include <QObject>
 
+#include <atomic>
 #include <memory>
 #include <optional>
 
@@ -26,7 +27,7 @@ class LectorResumenes final : public QObject {
     Q_DISABLE_COPY_MOVE(LectorResumenes)
 public:
     LectorResumenes(bases::Lugar lugar, AmbitoResumen ambito, QObject* parent = nullptr);
-    ~LectorResumenes() override; ///< waits for what is being read
+    ~LectorResumenes() override; ///< what is being read is given up
 
     void pide(const PeticionResumen& peticion);
     [[nodiscard]] bool leyendo() const noexcept { return m_hilo != nullptr; }
@@ -47,6 +48,7 @@ private:
     bases::Lugar m_lugar;
     AmbitoResumen m_ambito;
     QThread* m_hilo = nullptr;
+    std::atomic<bool> m_acaba = false;
     std::shared_ptr<Respuesta> m_respuesta; ///< the thread's until it has ended
     std::optional<PeticionResumen> m_siguiente;
 };

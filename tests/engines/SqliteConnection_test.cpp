@@ -44,6 +44,32 @@ namespace {
         return CLng(rs->Fields("n").Value());
     }
 
+    /// Would take longer than anybody waits for a test.
+    constexpr auto interminable
+        = "SELECT COUNT(*) AS n FROM t a, t b, t c, t d, t e, t f, t g, t h, t i, t j, t k, t l";
+
+    TEST_F(Ficheros, a_statement_ends_when_nobody_wants_it_any_more_and_the_next_one_runs)
+    {
+        const auto otra = crea("t.db");
+        for (int i = 0; i < 20; ++i)
+            otra->Execute("INSERT INTO t (Id) VALUES (" + std::to_string(i) + ")");
+        int preguntas = 0;
+        bool sigue = true;
+        const auto conexion = Connection::Abrir({ .fichero = carpeta / "t.db", .sigue = [&] {
+                                                     if (++preguntas > 3)
+                                                         sigue = false;
+                                                     return sigue;
+                                                 } });
+        auto rs = conexion->CreateRecordset();
+        EXPECT_EQ(pruebas::error_de([&] {
+            rs->Open(interminable, adodb::CursorType::ForwardOnly, adodb::LockType::ReadOnly);
+        }),
+            "interrupted");
+        preguntas = -1'000'000;
+        sigue = true;
+        EXPECT_EQ(cuenta(*conexion), 20);
+    }
+
     TEST_F(Ficheros, a_missing_database_is_named)
     {
         const auto error = al_abrir({ .fichero = carpeta / "no hay.db" });

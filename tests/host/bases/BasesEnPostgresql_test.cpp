@@ -52,6 +52,21 @@ namespace {
         }
     };
 
+    TEST_F(BasesEnPostgresql, a_statement_that_nobody_wants_any_more_ends)
+    {
+        EXPECT_TRUE(crea());
+        int preguntas = 0;
+        const auto bases
+            = abre_de_postgresql(direccion, { .sigue = [&] { return ++preguntas < 2; } }, Donde::aqui());
+        EXPECT_THAT(error_de([&] {
+            static_cast<void>(columna(*bases.orvalin,
+                "SELECT COUNT(*) AS n FROM Articulos a, Articulos b, Articulos c, Articulos d, Articulos e,"
+                " Articulos f, Articulos g, Articulos h"));
+        }),
+            HasSubstr("se ha dejado de esperar su respuesta"));
+        EXPECT_EQ(preguntas, 2);
+    }
+
     TEST_F(BasesEnPostgresql, hold_the_same_sample_company_as_a_folder)
     {
         EXPECT_TRUE(crea());
