@@ -31,6 +31,7 @@ set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
     "A component that records claims against suppliers, numbers them and posts\n them in the accounts, for host applications in any language, and a program\n that uses it.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS xdg-utils) # hands documents to the mail program
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/packaging/debian/triggers") # the linker's cache

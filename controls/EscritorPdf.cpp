@@ -62,6 +62,7 @@ namespace {
 EscritorPdf::EscritorPdf(QIODevice& destino, const std::string& titulo)
     : m_pdf(&destino)
 {
+    m_pdf.setPdfVersion(QPagedPaintDevice::PdfVersion_1_6); // the first of Qt's that has attachments
     m_pdf.setTitle(a_qt(titulo));
     m_pdf.setCreator(programa);
     m_pdf.setDocumentXmpMetadata(metadatos(a_qt(titulo)));
@@ -72,6 +73,11 @@ EscritorPdf::~EscritorPdf() = default;
 
 void EscritorPdf::agrega(const Report& report, Donde donde)
 {
+    // Qt makes room for the list of attachments when it begins the document, if there is one by then.
+    for (const auto& uno : report.adjuntos())
+        if (m_adjuntos.insert(uno.nombre).second)
+            m_pdf.addFileAttachment(
+                a_qt(uno.nombre), QByteArray::fromStdString(uno.contenido), a_qt(uno.tipo));
     for (std::size_t pagina = 0; pagina < report.paginas(); ++pagina) {
         m_pdf.setPageSize(papel(report.tamano()));
         m_pdf.setPageMargins({});

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include <set>
 #include <string>
 
 namespace atipicos {
@@ -20,7 +21,8 @@ public:
     EscritorPdf& operator=(const EscritorPdf&) = delete;
     ~EscritorPdf();
 
-    /// All pages of the report. Raises an `Error` when `destino` cannot be written.
+    /// All pages of the report, and what is attached to it, once. Raises an `Error` when `destino` cannot be
+    /// written.
     void agrega(const Report& report, Donde donde = Donde::aqui());
 
     /// The end of the document. What `destino` still holds back is not yet written then.
@@ -30,6 +32,7 @@ private:
     QPdfWriter m_pdf;
     QPainter m_pintor;
     FuentesUsadas m_fuentes;
+    std::set<std::string> m_adjuntos; ///< names of what is attached so far
 };
 
 /// The report as a file that gets its name only when it is complete. Raises an `Error` that names the file

@@ -53,10 +53,11 @@ namespace {
         DibujoSvg m_dibujo;
     };
 
-    constexpr std::array<std::pair<const char*, const char*>, 27> de_orden{ {
+    constexpr std::array<std::pair<const char*, const char*>, 32> de_orden{ {
         { "cmdAbrir", "abrir" },
         { "cmdAceptar", "aceptar" },
         { "cmdAnterior", "anterior" },
+        { "cmdAnular", "eliminar" },
         { "cmdBuscar", "buscar" },
         { "cmdCancelar", "cancelar" },
         { "cmdCerrar", "cerrar" },
@@ -67,6 +68,7 @@ namespace {
         { "cmdGuardar", "guardar" },
         { "cmdImprimir", "imprimir" },
         { "cmdModificar", "modificar" },
+        { "cmdNueva", "nuevo" },
         { "cmdPrevEliminar", "eliminar" },
         { "cmdPrimero", "primero" },
         { "cmdReclamaciones", "nuevo" },
@@ -76,9 +78,12 @@ namespace {
         { "mnuAbrirEmpresa", "abrir" },
         { "mnuActualizar", "actualizar" },
         { "mnuBuscar", "buscar" },
-        { "mnuImprimirElegidos", "imprimir" },
+        { "mnuEnviarElegidos", "correo" },
+        { "mnuExportarElegidos", "exportar" },
+        { "mnuImprimirElegidos", "guardar" },
         { "mnuReclamaciones", "nuevo" },
         { "mnuResumen", "resumen" },
+        { "mnuSacarElegidos", "imprimir" },
         { "mnuTeclas", "teclas" },
         { "mnuVisor", "lista" },
     } };

@@ -1,5 +1,6 @@
 #include "controls/SalidaQt.hpp"
 
+#include "controls/Correo.hpp"
 #include "controls/EscritorPdf.hpp"
 #include "controls/FicherosEnCastellano.hpp"
 #include "controls/ImpresoraQt.hpp"
@@ -27,6 +28,13 @@ void SalidaQt::imprime(const Report& report, const std::string& impresora, Donde
 void SalidaQt::muestra(std::shared_ptr<const Report> report, Donde) { m_visor(std::move(report)); }
 
 void SalidaQt::guarda(const Report& report, Donde donde) { pregunta_y_guarda_pdf(report, donde); }
+
+void SalidaQt::envia(const Report& report, Donde donde)
+{
+    const auto fichero = Correo::fichero_nuevo(a_qt(report.nombre_de_fichero()), donde);
+    guarda_pdf(report, fichero, donde);
+    Correo::entrega(fichero, a_qt(report.asunto()), donde);
+}
 
 void pregunta_y_guarda_pdf(const Report& report, Donde donde)
 {

@@ -7,7 +7,7 @@
 
 namespace atipicos {
 
-/// Reports on the printers of the system, on the screen and as PDF files.
+/// Reports on the printers of the system, on the screen, as PDF files and by mail.
 class SalidaQt final : public SalidaReport {
 public:
     using Visor = std::function<void(std::shared_ptr<const Report>)>;
@@ -18,6 +18,7 @@ public:
     void imprime(const Report& report, const std::string& impresora, Donde donde = Donde::aqui()) override;
     void muestra(std::shared_ptr<const Report> report, Donde donde = Donde::aqui()) override;
     void guarda(const Report& report, Donde donde = Donde::aqui()) override;
+    void envia(const Report& report, Donde donde = Donde::aqui()) override;
 
 private:
     Visor m_visor;

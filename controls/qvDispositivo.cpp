@@ -20,6 +20,7 @@ void qvDispositivo::Prepara()
     addItem(QStringLiteral("Impresora"), int{ impresora });
     addItem(QStringLiteral("Pantalla"), int{ pantalla });
     addItem(QStringLiteral("Fichero PDF"), int{ fichero_pdf });
+    addItem(QStringLiteral("Correo"), int{ correo });
     addItem(QStringLiteral("Ninguno"), int{ ninguno });
     setCurrentIndex(-1);
 }

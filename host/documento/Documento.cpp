@@ -285,6 +285,7 @@ Documento::Documento(std::string titulo, const DatosDocumento& datos, const Plan
     const Medidor& medidor, Donde donde)
     : m_titulo(std::move(titulo))
     , m_nombre_de_fichero(m_titulo)
+    , m_asunto(m_titulo)
     , m_tamano(plantilla.papel)
     , m_paginas(Maqueta(datos, plantilla, medidor, donde).paginas())
 {

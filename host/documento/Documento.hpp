@@ -29,6 +29,10 @@ public:
     [[nodiscard]] std::string titulo() const override { return m_titulo; }
     [[nodiscard]] std::string nombre_de_fichero() const override { return m_nombre_de_fichero; }
     void set_NombreDeFichero(std::string nombre) { m_nombre_de_fichero = std::move(nombre); }
+    [[nodiscard]] std::string asunto() const override { return m_asunto; }
+    void set_Asunto(std::string asunto) { m_asunto = std::move(asunto); }
+    [[nodiscard]] std::vector<Adjunto> adjuntos() const override { return m_adjuntos; }
+    void Adjunta(Adjunto adjunto) { m_adjuntos.push_back(std::move(adjunto)); }
     [[nodiscard]] std::size_t paginas() const override { return m_paginas.size(); }
     [[nodiscard]] Tamano tamano() const override { return m_tamano; }
     void pinta(std::size_t pagina, Lienzo& lienzo) const override;
@@ -50,6 +54,8 @@ private:
 
     std::string m_titulo;
     std::string m_nombre_de_fichero; ///< the title where no other is given
+    std::string m_asunto; ///< the same
+    std::vector<Adjunto> m_adjuntos;
     Tamano m_tamano;
     std::vector<std::vector<Trazo>> m_paginas;
 };

@@ -1,5 +1,6 @@
 #include "host/documento/DocumentoCargo.hpp"
 
+#include "host/documento/DatosCargo.hpp"
 #include "runtime/Formato.hpp"
 
 namespace atipicos::orvalin {
@@ -76,8 +77,12 @@ std::shared_ptr<const Report> documento_cargo(const CargoImpreso& cargo, const q
 {
     auto documento = std::make_shared<Documento>(
         "Reclamación " + cargo.Codigo, datos_documento(cargo, almacen, proveedor), plantilla, medidor, donde);
-    documento->set_NombreDeFichero(
-        cargo.Codigo + "-" + std::to_string(cargo.Ejercicio) + "-" + std::to_string(almacen.Codigo));
+    const auto nombre
+        = cargo.Codigo + "-" + std::to_string(cargo.Ejercicio) + "-" + std::to_string(almacen.Codigo);
+    documento->set_NombreDeFichero(nombre);
+    if (!cargo.emisor.Nombre.empty())
+        documento->set_Asunto(documento->titulo() + " de " + cargo.emisor.Nombre);
+    documento->Adjunta({ nombre + ".json", "application/json", datos_en_json(cargo, almacen, proveedor) });
     return documento;
 }
 

@@ -12,9 +12,8 @@ namespace atipicos::orvalin {
 [[nodiscard]] DatosDocumento datos_documento(
     const CargoImpreso& cargo, const qvoremp::Almacen& almacen, const qvoremp::Proveedor& proveedor);
 
-/// The document of a charge, entitled "Reclamación AT260001"; its files are called after year and warehouse
-/// too
-/// ("AT260001-2026-4"), because each of them gives the code anew.
+/// The document of a charge, entitled "Reclamación AT260001", with its data attached; its files are called
+/// after year and warehouse too ("AT260001-2026-4"), because each of them gives the code anew.
 [[nodiscard]] std::shared_ptr<const Report> documento_cargo(const CargoImpreso& cargo,
     const qvoremp::Almacen& almacen, const qvoremp::Proveedor& proveedor, const Plantilla& plantilla,
     const Medidor& medidor, Donde donde = Donde::aqui());

@@ -9,8 +9,13 @@
 
 namespace atipicos::orvalin {
 
-/// The charge document on the devices of this host: 0 does nothing, 1 prints, 2 shows it on the screen and 3
-/// writes a PDF file where the person says.
+/// Brings a document out on a device of this host: 0 does nothing, 1 prints, 2 shows it on the screen, 3
+/// writes a PDF file where the person says and 4 hands one to his mail program. Raises an `Error` when there
+/// is no such device, or it fails.
+void saca(std::shared_ptr<const Report> documento, std::int16_t dispositivo, const std::string& impresora,
+    SalidaReport& salida, Donde donde = Donde::aqui());
+
+/// The charge document on those devices.
 class ImpresionCargo final : public qvoremp::ImpresionCargo {
 public:
     ImpresionCargo(std::shared_ptr<adodb::Connection> conexion, const qvoremp::Empresa& empresa,

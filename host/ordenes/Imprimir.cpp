@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 
 #include <algorithm>
+#include <iostream>
 
 namespace atipicos::app {
 
@@ -30,6 +31,12 @@ namespace {
             });
         std::reverse(claves.begin(), claves.end()); // the list has the newest first
         return claves;
+    }
+
+    void cuenta_otros_nombres(const std::vector<fs::path>& nombres)
+    {
+        for (const auto& nombre : nombres)
+            std::cout << "Ya había un fichero con ese nombre: queda en «" << nombre.string() << "».\n";
     }
 
     /// Qt's remarks on the surroundings are not for the person; what goes wrong is told by an error.
@@ -70,7 +77,7 @@ int imprimir(const OpcionesComunes& comunes, const OpcionesImprimir& opciones)
     if (opciones.carpeta.empty())
         documentos.en_un_fichero(claves, opciones.salida, hecho_uno);
     else
-        documentos.en_una_carpeta(claves, opciones.carpeta, hecho_uno);
+        cuenta_otros_nombres(documentos.en_una_carpeta(claves, opciones.carpeta, hecho_uno));
     return hecho;
 }
 

@@ -1,8 +1,10 @@
 #include "host/ventanas/DocumentosEnPdf.hpp"
 
 #include "controls/EscritorPdf.hpp"
+#include "host/bases/CarpetaProvisional.hpp"
 #include "host/documento/CargoImpreso.hpp"
 #include "host/documento/DocumentoCargo.hpp"
+#include "host/documento/DocumentosUnidos.hpp"
 #include "host/orvalin/Fichas.hpp"
 #include "runtime/SalidaSegura.hpp"
 
@@ -68,11 +70,20 @@ namespace {
         EscritorPdf m_pdf;
     };
 
-    fs::path nombre_fichero(const Report& documento)
+    /// The name of its file the first, second, … time.
+    std::string nombre_fichero(const Report& documento, int vez)
     {
-        auto nombre = documento.nombre_de_fichero() + ".pdf";
+        auto nombre = documento.nombre_de_fichero() + (vez == 1 ? "" : " (" + std::to_string(vez) + ")");
         std::replace(nombre.begin(), nombre.end(), '/', '_');
-        return nombre;
+        return nombre + ".pdf";
+    }
+
+    /// Gives a complete file the first of its names that is free, however many work in the same folder.
+    fs::path coloca(const fs::path& nuevo, const fs::path& carpeta, const Report& documento, int& vez)
+    {
+        for (vez = 1;; ++vez)
+            if (auto fichero = carpeta / nombre_fichero(documento, vez); bases::coloca(nuevo, fichero))
+                return fichero;
     }
 
 }
@@ -100,9 +111,7 @@ void DocumentosEnPdf::en_un_fichero(
     const std::vector<ClaveCargo>& claves, const fs::path& destino, const HechoUno& hecho_uno)
 {
     auto report = documento(claves.front());
-    FicheroPdf pdf(destino,
-        claves.size() == 1 ? report->titulo()
-                           : "Reclamaciones a proveedores (" + std::to_string(claves.size()) + ")");
+    FicheroPdf pdf(destino, claves.size() == 1 ? report->titulo() : orvalin::titulo_de_varios(claves.size()));
     for (std::size_t i = 0; i < claves.size(); ++i) {
         if (i > 0)
             report = documento(claves[i]);
@@ -112,17 +121,24 @@ void DocumentosEnPdf::en_un_fichero(
     pdf.termina();
 }
 
-void DocumentosEnPdf::en_una_carpeta(
+std::vector<fs::path> DocumentosEnPdf::en_una_carpeta(
     const std::vector<ClaveCargo>& claves, const fs::path& carpeta, const HechoUno& hecho_uno)
 {
     fs::create_directories(carpeta);
+    const bases::CarpetaProvisional provisional(carpeta);
+    std::vector<fs::path> con_otro_nombre;
     for (const auto& clave : claves) {
         const auto report = documento(clave);
-        FicheroPdf pdf(carpeta / nombre_fichero(*report), report->titulo());
+        const auto nuevo = provisional / nombre_fichero(*report, 1).c_str();
+        FicheroPdf pdf(nuevo, report->titulo());
         pdf.agrega(*report);
         pdf.termina();
+        int vez = 1;
+        if (const auto fichero = coloca(nuevo, carpeta, *report, vez); vez > 1)
+            con_otro_nombre.push_back(fichero.filename());
         hecho_uno();
     }
+    return con_otro_nombre;
 }
 
 } // namespace atipicos::app

@@ -23,13 +23,15 @@ public:
     /// `claves` is not empty.
     void en_un_fichero(const std::vector<ClaveCargo>& claves, const std::filesystem::path& destino,
         const HechoUno& hecho_uno);
-    /// Makes the folder if there is none.
-    void en_una_carpeta(const std::vector<ClaveCargo>& claves, const std::filesystem::path& carpeta,
-        const HechoUno& hecho_uno);
+    /// Makes the folder if there is none. No file takes the place of another, be it of an earlier run or of
+    /// another company: the later one is called "AT260001-2026-4 (2).pdf". The names that were given so, in
+    /// their order.
+    std::vector<std::filesystem::path> en_una_carpeta(const std::vector<ClaveCargo>& claves,
+        const std::filesystem::path& carpeta, const HechoUno& hecho_uno);
 
-private:
     [[nodiscard]] std::shared_ptr<const Report> documento(const ClaveCargo& clave) const;
 
+private:
     Sesion& m_sesion;
     orvalin::Plantilla m_plantilla;
     MedidorQt m_medidor;

@@ -14,6 +14,7 @@ namespace dispositivo {
     inline constexpr std::int16_t impresora = 1;
     inline constexpr std::int16_t pantalla = 2;
     inline constexpr std::int16_t fichero_pdf = 3;
+    inline constexpr std::int16_t correo = 4;
 }
 
 /// A warehouse of a management company. Set `Codigo`, then `Cargar`.

@@ -17,6 +17,15 @@ struct Hallazgo {
     friend bool operator==(const Hallazgo&, const Hallazgo&) = default;
 };
 
+/// Data that travel inside a file of a report, for programs to read.
+struct Adjunto {
+    std::string nombre; ///< of the file that they are taken out as
+    std::string tipo; ///< its media type: "application/json"
+    std::string contenido;
+
+    friend bool operator==(const Adjunto&, const Adjunto&) = default;
+};
+
 /// A report that is ready to be looked at or printed: a number of pages of one size.
 class Report {
 public:
@@ -28,6 +37,9 @@ public:
     [[nodiscard]] virtual std::string titulo() const = 0; ///< as the person knows it
     /// What a file of it is called, without ending, if the person wants no other name.
     [[nodiscard]] virtual std::string nombre_de_fichero() const { return titulo(); }
+    /// What a message with which it is sent is about.
+    [[nodiscard]] virtual std::string asunto() const { return titulo(); }
+    [[nodiscard]] virtual std::vector<Adjunto> adjuntos() const { return {}; }
     [[nodiscard]] virtual std::size_t paginas() const = 0;
     [[nodiscard]] virtual Tamano tamano() const = 0;
     virtual void pinta(std::size_t pagina, Lienzo& lienzo) const = 0; ///< `pagina` from 0

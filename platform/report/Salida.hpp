@@ -28,6 +28,9 @@ public:
 
     /// Writes a PDF file where the person says; nothing when the person gives up.
     virtual void guarda(const Report& report, Donde donde = Donde::aqui()) = 0;
+
+    /// Hands it as a PDF file, with its subject, to the person's own mail program, which does the rest.
+    virtual void envia(const Report& report, Donde donde = Donde::aqui()) = 0;
 };
 
 } // namespace atipicos

@@ -4,6 +4,7 @@
 #include "tests/support/DiscoPequeno.hpp"
 
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <vector>
@@ -149,6 +150,46 @@ namespace {
             testing::ElementsAre(
                 "AT260001-2026-1.pdf", "AT260002-2026-1.pdf", "AT260003-2026-1.pdf", "varios.pdf"));
         EXPECT_EQ(paginas("todos/AT260002-2026-1.pdf"), 2);
+    }
+
+    TEST_F(ImprimirDeMuestra, the_data_of_each_charge_are_in_the_file_for_a_program_to_take_out)
+    {
+        registra({ 2, 1 });
+        ASSERT_EQ(
+            programa("imprimir AT260002 AT260001 AT260002 --ejercicio 2026 --almacen 1 --salida dos.pdf")
+                .estado,
+            0);
+        EXPECT_THAT(de("pdfinfo dos.pdf"), HasSubstr("PDF version:     1.6\n"));
+        EXPECT_THAT(de("pdfdetach -list dos.pdf"),
+            AllOf(StartsWith("2 embedded files\n"), HasSubstr(": AT260001-2026-1.json\n"),
+                HasSubstr(": AT260002-2026-1.json\n")));
+        ASSERT_EQ(de("pdfdetach -saveall dos.pdf"), "");
+        const auto json = nlohmann::json::parse(programa.lee("AT260001-2026-1.json"));
+        EXPECT_EQ(json["codigo"], "AT260001");
+        EXPECT_EQ(json["observaciones"], "Pingüinos y ñandúes");
+        EXPECT_EQ(json["lineas"].size(), 2U);
+        EXPECT_EQ(json["lineas"][1]["precio"], 2.1002);
+        EXPECT_EQ(json["importe"], 6.3); // 1,5 × 2,1001 and 1,5 × 2,1002
+        EXPECT_EQ(json["impuesto"], 0.44);
+        EXPECT_EQ(json["previsiones"][0]["vencimiento"], "2026-12-31");
+        EXPECT_EQ(nlohmann::json::parse(programa.lee("AT260002-2026-1.json"))["lineas"].size(), 1U);
+    }
+
+    TEST_F(ImprimirDeMuestra, in_a_folder_no_file_takes_the_place_of_another)
+    {
+        registra({ 1, 1 });
+        const std::string orden = "imprimir AT260001 AT260002 --ejercicio 2026 --almacen 1 --carpeta todos";
+        EXPECT_EQ(programa(orden).salida, "");
+        programa.escribe("todos/AT260002-2026-1.pdf", "de otra empresa");
+        EXPECT_EQ(programa(orden).salida,
+            "Ya había un fichero con ese nombre: queda en «AT260001-2026-1 (2).pdf».\n"
+            "Ya había un fichero con ese nombre: queda en «AT260002-2026-1 (2).pdf».\n");
+        EXPECT_THAT(programa(orden).salida, HasSubstr("«AT260001-2026-1 (3).pdf»"));
+        EXPECT_EQ(programa.lee("todos/AT260002-2026-1.pdf"), "de otra empresa");
+        EXPECT_THAT(ficheros(),
+            testing::ElementsAre("AT260001-2026-1 (2).pdf", "AT260001-2026-1 (3).pdf", "AT260001-2026-1.pdf",
+                "AT260002-2026-1 (2).pdf", "AT260002-2026-1 (3).pdf", "AT260002-2026-1.pdf"));
+        EXPECT_EQ(paginas("'todos/AT260002-2026-1 (3).pdf'"), 1);
     }
 
     TEST_F(ImprimirDeMuestra, what_cannot_be_written_is_told_and_leaves_nothing_behind)

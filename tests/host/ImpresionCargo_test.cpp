@@ -8,6 +8,7 @@
 #include "tests/host/MedidorFijo.hpp"
 
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 namespace atipicos::orvalin {
 namespace {
@@ -23,6 +24,8 @@ namespace {
         std::vector<std::string> pedido;
         std::vector<std::string> textos;
         std::string nombre_de_fichero;
+        std::string asunto;
+        std::vector<Adjunto> adjuntos;
 
         const Medidor& medidor() const override { return m_medidor; }
         void imprime(const Report& report, const std::string& impresora, Donde) override
@@ -31,6 +34,11 @@ namespace {
         }
         void muestra(std::shared_ptr<const Report> report, Donde) override { anota("pantalla", *report); }
         void guarda(const Report& report, Donde) override { anota("PDF", report); }
+        void envia(const Report& report, Donde) override
+        {
+            anota("correo", report);
+            asunto = report.asunto();
+        }
 
     private:
         void anota(const std::string& donde, const Report& report)
@@ -38,6 +46,7 @@ namespace {
             pedido.push_back(donde + ": " + report.titulo());
             textos = pruebas::textos(report);
             nombre_de_fichero = report.nombre_de_fichero();
+            adjuntos = report.adjuntos();
         }
 
         pruebas::MedidorFijo m_medidor;
@@ -100,13 +109,55 @@ namespace {
         impresa->Imprimir();
         EXPECT_THAT(salida->pedido, IsEmpty());
         for (const auto dispositivo : { qvoremp::dispositivo::impresora, qvoremp::dispositivo::pantalla,
-                 qvoremp::dispositivo::fichero_pdf }) {
+                 qvoremp::dispositivo::fichero_pdf, qvoremp::dispositivo::correo }) {
             impresa->Dispositivo = dispositivo;
             impresa->Imprimir();
         }
         EXPECT_THAT(salida->pedido,
             ElementsAre("impresora Laser: Reclamación AT260001", "pantalla: Reclamación AT260001",
-                "PDF: Reclamación AT260001"));
+                "PDF: Reclamación AT260001", "correo: Reclamación AT260001"));
+        EXPECT_EQ(salida->asunto, "Reclamación AT260001 de Comercial Drago Sur, S.L.");
+    }
+
+    TEST_F(ImpresionCargoDeMuestra, its_data_go_along_for_a_program_to_read)
+    {
+        impresion(2)->Imprimir();
+        ASSERT_EQ(salida->adjuntos.size(), 1U);
+        EXPECT_EQ(salida->adjuntos[0].nombre, "AT260001-2026-4.json");
+        EXPECT_EQ(salida->adjuntos[0].tipo, "application/json");
+        const auto json = nlohmann::json::parse(salida->adjuntos[0].contenido);
+        EXPECT_EQ(json["formato"], "atipicos/cargo");
+        EXPECT_EQ(json["version"], 1);
+        EXPECT_EQ(json["codigo"], "AT260001");
+        EXPECT_EQ(json["ejercicio"], 2026);
+        EXPECT_EQ(json["fecha"], "2026-02-10");
+        EXPECT_EQ(json["observaciones"], "Piñas dañadas");
+        EXPECT_EQ(json["emisor"],
+            (nlohmann::json{ { "nombre", "Comercial Drago Sur, S.L." }, { "nif", "B38000011" },
+                { "domicilio", "Polígono Valle de Güímar, manzana 7" }, { "codigo_postal", "38509" },
+                { "poblacion", "Güímar" }, { "provincia", "Santa Cruz de Tenerife" } }));
+        EXPECT_EQ(json["almacen"]["codigo"], 4);
+        EXPECT_EQ(json["almacen"]["nombre"], "Puerto del Rosario");
+        EXPECT_EQ(json["almacen"]["domicilio"], "Calle El Matorral, 40");
+        EXPECT_EQ(json["almacen"]["codigo_postal"], "35610");
+        EXPECT_EQ(json["almacen"]["poblacion"], "Puerto del Rosario");
+        EXPECT_EQ(json["proveedor"]["codigo"], 106);
+        EXPECT_EQ(json["proveedor"]["nombre"], "Quesería Majorera Tiscamanita");
+        EXPECT_EQ(json["proveedor"]["nif"], "X1100106L");
+        EXPECT_EQ(json["proveedor"]["domicilio"], "Calle La Rosa, 5");
+        EXPECT_EQ(json["proveedor"]["codigo_postal"], "35638");
+        EXPECT_EQ(json["proveedor"]["poblacion"], "Tuineje");
+        ASSERT_EQ(json["lineas"].size(), 2U);
+        EXPECT_EQ(json["lineas"][0],
+            (nlohmann::json{ { "articulo", 1010 }, { "descripcion", "Queso curado" }, { "unidades", 12.485 },
+                { "precio", 9.75 }, { "importe", 121.73 }, { "observaciones", "Se vende como segunda" } }));
+        EXPECT_EQ(json["lineas"][1]["precio"], 1.1255);
+        EXPECT_EQ(json["importe"], 1234.56);
+        EXPECT_EQ(json["porcentaje_impuesto"], 7);
+        EXPECT_EQ(json["impuesto"], 86.42);
+        EXPECT_EQ(json["total"], 1320.98);
+        EXPECT_TRUE(json["asiento"].is_null());
+        EXPECT_TRUE(json["previsiones"].empty());
     }
 
     TEST_F(ImpresionCargoDeMuestra, says_all_of_the_charge)
@@ -137,6 +188,11 @@ namespace {
         for (const auto* texto :
             { "Previsión de vencimientos", "1", "15/03/2026", "1.320,98", "Asiento contable n.º 7" })
             EXPECT_THAT(salida->textos, Contains(texto));
+        const auto json = nlohmann::json::parse(salida->adjuntos.at(0).contenido);
+        EXPECT_EQ(json["asiento"], 7);
+        EXPECT_EQ(json["previsiones"],
+            nlohmann::json::array({ { { "numero", 1 }, { "vencimiento", "2026-03-15" }, { "documento", "" },
+                { "importe", 1320.98 } } }));
     }
 
     TEST_F(ImpresionCargoDeMuestra, no_line_is_lost_at_any_number_of_lines)
@@ -177,7 +233,7 @@ namespace {
     TEST_F(ImpresionCargoDeMuestra, what_cannot_be_printed_is_an_error)
     {
         EXPECT_EQ(
-            pruebas::error_de([&] { impresion(4)->Imprimir(); }), "No se conoce el dispositivo de salida 4.");
+            pruebas::error_de([&] { impresion(5)->Imprimir(); }), "No se conoce el dispositivo de salida 5.");
         EXPECT_EQ(pruebas::error_de([&] { impresion(-1)->Imprimir(); }),
             "No se conoce el dispositivo de salida -1.");
         const auto impresa = impresion(1);
