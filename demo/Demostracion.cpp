@@ -20,8 +20,10 @@
 #include "printing/clsView.hpp"
 #include "tests/support/Persona.hpp"
 
+#include <QAction>
 #include <QComboBox>
 #include <QLabel>
+#include <QTableView>
 
 #include <filesystem>
 #include <iostream>
@@ -169,6 +171,48 @@ void mira_el_documento(Grabacion& grabacion)
     pulsa(Qt::Key_F9);
 }
 
+/// The clock stands still on the last day of the sample, so that the pictures are the same whenever they are
+/// taken.
+class RelojParado final : public Reloj {
+public:
+    [[nodiscard]] Date ahora() const override { return Date::de_dia(2026, 11, 20).value_or(Date{}); }
+};
+
+/// The main window with all that it tells, on a screen as large as there is.
+void mira_la_ventana_principal(QWidget& principal, Grabacion& grabacion)
+{
+    const auto leido = [&](const char* rotulo) {
+        return control<QLabel>(principal, rotulo).text() != QStringLiteral("Se está mirando…");
+    };
+    if (!QTest::qWaitFor([&] {
+            return control<QTableView>(principal, "vsUltimos").model()->rowCount() > 0
+                && leido("lblSinAsiento") && leido("lblSueltos") && leido("lblPrevisiones");
+        }))
+        throw Error(1, "demostracion", "La ventana principal no se llena.");
+    grabacion.captura(principal, "principal");
+}
+
+/// Suppliers, and the record of one.
+void mira_las_fichas(QWidget& principal, Grabacion& grabacion)
+{
+    const AlAbrirse lista(
+        [&](QWidget& dialogo) {
+            grabacion.captura(dialogo, "proveedores");
+            {
+                const AlAbrirse ficha(
+                    [&](QWidget& una) {
+                        grabacion.captura(una, "proveedor");
+                        pulsa(Qt::Key_Escape);
+                    },
+                    "frmFicha");
+                intro();
+            }
+            pulsa(Qt::Key_Escape);
+        },
+        "frmFichas");
+    control<QAction>(principal, "mnuProveedores").trigger();
+}
+
 /// A page of the manual, opened as a person does.
 void mira_el_manual(Grabacion& grabacion)
 {
@@ -192,8 +236,11 @@ void consulta(const app::OpcionesComunes& opciones, Grabacion& grabacion)
     modComun::set_BibliotecaOrvalin(std::make_shared<orvalin::Biblioteca>(
         sesion.bases.orvalin, std::make_shared<SalidaQt>(en_pantalla), orvalin::Plantilla::de_serie()));
     app::frmPrincipal principal(sesion, opciones);
+    modComun::set_Reloj(std::make_shared<RelojParado>());
     principal.show();
     principal.activateWindow();
+    mira_la_ventana_principal(principal, grabacion);
+    mira_las_fichas(principal, grabacion);
     pulsa(Qt::Key_B, Qt::ControlModifier);
     QWidget& visor = abierta("frmCompras_Atipicos_Visor");
     if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == &visor; }))
@@ -229,7 +276,6 @@ void registra_uno(const app::OpcionesComunes& opciones, Grabacion& grabacion)
     modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
     app::frmPrincipal principal(sesion, opciones);
     principal.show();
-    grabacion.captura(principal, "principal");
     intro();
     QWidget& editor = abierta("frmCompras_Atipicos");
     teclea_cargo(editor, grabacion);

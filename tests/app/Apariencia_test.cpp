@@ -17,6 +17,9 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QStyle>
+
+#include <array>
 
 using namespace atipicos;
 using namespace atipicos::pruebas;
@@ -85,6 +88,31 @@ QStringList ilegible(int& vistos)
 class Apariencia_Test : public QObject {
     Q_OBJECT
 private slots:
+
+    void margins_gaps_and_drawings_grow_with_the_letter()
+    {
+        const QFont antes = QApplication::font();
+        app::aplica_tema(app::Tema::claro);
+        const auto medida = [](QStyle::PixelMetric cual) {
+            const QWidget ventana;
+            return ventana.style()->pixelMetric(cual, nullptr, &ventana);
+        };
+        const std::array crecen{ QStyle::PM_LayoutLeftMargin, QStyle::PM_LayoutTopMargin,
+            QStyle::PM_LayoutRightMargin, QStyle::PM_LayoutBottomMargin, QStyle::PM_LayoutHorizontalSpacing,
+            QStyle::PM_LayoutVerticalSpacing, QStyle::PM_SmallIconSize, QStyle::PM_ButtonIconSize,
+            QStyle::PM_TabBarIconSize };
+        std::vector<int> pequenas;
+        for (const auto cual : crecen)
+            pequenas.push_back(medida(cual));
+        const int borde = medida(QStyle::PM_DefaultFrameWidth);
+        QFont grande = antes;
+        grande.setPointSize(40);
+        QApplication::setFont(grande);
+        for (std::size_t i = 0; i < crecen.size(); ++i)
+            QVERIFY2(medida(crecen[i]) >= pequenas[i] * 2, qPrintable(QString::number(i)));
+        QCOMPARE(medida(QStyle::PM_DefaultFrameWidth), borde);
+        QApplication::setFont(antes);
+    }
 
     void everything_can_be_read_in_both_themes_also_after_a_change()
     {
