@@ -1,6 +1,5 @@
 #include "browser/ExportarVisorQt.hpp"
 
-#include "browser/ExportarLista.hpp"
 #include "controls/FicherosEnCastellano.hpp"
 #include "controls/Texto.hpp"
 #include "controls/VSFlexGrid.hpp"
@@ -51,16 +50,11 @@ QString nombre_de_fichero(const FiltroAtipicos& filtro)
     return nombre;
 }
 
-QString exporta_vsCab(
-    const VSFlexGrid& vsCab, const std::vector<CargoListado>& cargos, const QString& nombre, QWidget* ventana)
+QString exporta_lista(const OrigenLista& lista, const QString& nombre, QWidget* ventana)
 {
     QString fichero = pide_fichero(nombre, ventana);
     if (fichero.isEmpty())
         return {};
-    const OrigenLista lista = [&](const CadaCargo& cada) {
-        for (int fila = 1; fila < vsCab.Rows(); ++fila)
-            cada(cargos.at(static_cast<std::size_t>(vsCab.RowData(fila))));
-    };
     SalidaSegura salida(de_qt(fichero));
     if (fichero.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive))
         exporta_csv(salida.flujo(), lista);
@@ -68,6 +62,16 @@ QString exporta_vsCab(
         exporta_xlsx(salida.provisional(), lista);
     salida.termina();
     return fichero;
+}
+
+QString exporta_vsCab(
+    const VSFlexGrid& vsCab, const std::vector<CargoListado>& cargos, const QString& nombre, QWidget* ventana)
+{
+    const OrigenLista lista = [&](const CadaCargo& cada) {
+        for (int fila = 1; fila < vsCab.Rows(); ++fila)
+            cada(cargos.at(static_cast<std::size_t>(vsCab.RowData(fila))));
+    };
+    return exporta_lista(lista, nombre, ventana);
 }
 
 } // namespace atipicos

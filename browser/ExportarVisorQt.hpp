@@ -1,6 +1,7 @@
 #pragma once
 
 #include "browser/CargoListado.hpp"
+#include "browser/ExportarLista.hpp"
 #include "browser/ListaAtipicos.hpp"
 
 #include <QString>
@@ -17,9 +18,13 @@ class VSFlexGrid;
 /// where it has been narrowed to them.
 [[nodiscard]] QString nombre_de_fichero(const FiltroAtipicos& filtro);
 
-/// Asks for a file, proposing its name without ending, and writes the list that `vsCab` shows to it, in the
-/// order in which it shows it: as CSV when the name says so, else as a workbook. The data of its rows are
-/// their places in `cargos`. Gives the file's name; empty when the person gave up.
+/// Asks for a file, proposing its name without ending, and writes the list to it: as CSV when the name says
+/// so, else as a workbook. Gives the file's name; empty when the person gave up, and then the list was not
+/// asked for. Raises an `Error` when the file cannot be written.
+[[nodiscard]] QString exporta_lista(const OrigenLista& lista, const QString& nombre, QWidget* ventana);
+
+/// The same with the list that `vsCab` shows, in the order in which it shows it. The data of its rows are
+/// their places in `cargos`.
 [[nodiscard]] QString exporta_vsCab(const VSFlexGrid& vsCab, const std::vector<CargoListado>& cargos,
     const QString& nombre, QWidget* ventana);
 

@@ -29,7 +29,8 @@ permitidas() {
         engines/*) echo runtime platform engines ;;
         host/bases/*) echo runtime platform engines host/sql host/bases ;;
         host/bexmor/*) echo runtime platform host/sql host/bexmor ;;
-        host/documento/*) echo runtime platform host/sql host/bases host/documento ;; # the place says which template
+        host/documento/*) echo runtime platform engines/sql host/sql host/bases host/documento ;; # the place says which template
+        host/fichas/*) echo runtime platform context host/sql host/bases host/bexmor host/fichas ;;
         host/orvalin/*) echo runtime platform host/documento host/orvalin ;;
         host/sql/*) echo runtime host/sql ;;
         host/terminal/*) echo runtime platform host/terminal ;;
@@ -45,8 +46,8 @@ permitidas() {
         host/resumen/*) echo runtime platform browser host/sql host/terminal host/resumen ;;
         host/graficos/*) echo runtime platform controls host/resumen host/graficos ;;
         host/ventanas/*)
-            echo runtime platform context controls charges printing host/bases host/documento host/orvalin \
-                host/terminal host/sesion host/comprobacion host/panel host/resumen host/graficos host/ventanas ;;
+            echo runtime platform context controls charges browser printing host/bases host/documento host/orvalin \
+                host/terminal host/sesion host/comprobacion host/fichas host/panel host/resumen host/graficos host/ventanas ;;
         host/ordenes/*) echo runtime platform context controls charges posting editor browser printing engines host ;;
         *) echo "?" ;;
     esac

@@ -1,7 +1,7 @@
 #include "context/claves.hpp"
 #include "context/modComun.hpp"
 #include "host/comprobacion/Contrario.hpp"
-#include "host/comprobacion/EjerciciosAbiertos.hpp"
+#include "host/comprobacion/LosQueSobran.hpp"
 #include "host/comprobacion/Verificacion.hpp"
 #include "host/ordenes/Ordenes.hpp"
 #include "host/sesion/Sesion.hpp"
@@ -46,20 +46,11 @@ namespace {
         return elegidos;
     }
 
-    Lista los_que_sobran(const Lista& todos)
-    {
-        Lista elegidos;
-        std::copy_if(todos.begin(), todos.end(), std::back_inserter(elegidos),
-            [](const auto& uno) { return uno.sobra(); });
-        return elegidos;
-    }
-
     void exige_abierto(const Sesion& sesion, const Lista& elegidos, Date fecha)
     {
-        const EjerciciosAbiertos ejercicios(*sesion.bases.bexmor);
-        for (const auto& uno : elegidos)
-            if (const auto motivo = ejercicios.impedimento(uno.asiento.empresa, fecha); !motivo.empty())
-                rehusa(motivo + " No se ha anulado nada; otro día se da con --fecha.");
+        if (const auto motivo = impedimento_para_anular(*sesion.bases.bexmor, elegidos, fecha);
+            !motivo.empty())
+            rehusa(motivo + " No se ha anulado nada; otro día se da con --fecha.");
     }
 
     std::string cuantos(std::size_t n) { return n == 1 ? "1 asiento" : std::to_string(n) + " asientos"; }
@@ -91,11 +82,8 @@ namespace {
             return true;
         if (!opciones.saldados.empty())
             return pregunta("\n¿Dar por saldados a mano " + cuantos(elegidos.size()) + "?");
-        Currency suma;
-        for (const auto& uno : elegidos)
-            suma += uno.importe;
-        return pregunta("\n¿Anular " + cuantos(elegidos.size()) + ", por " + texto_pantalla(suma, 2)
-            + ", con fecha " + fecha.texto() + "?");
+        return pregunta("\n¿Anular " + cuantos(elegidos.size()) + ", por "
+            + texto_pantalla(suma_de(elegidos), 2) + ", con fecha " + fecha.texto() + "?");
     }
 
 }

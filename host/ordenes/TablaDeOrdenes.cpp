@@ -2,6 +2,7 @@
 
 #include "host/comprobacion/ClaveAsiento.hpp"
 #include "host/ordenes/Argumentos.hpp"
+#include "host/ordenes/DeclaraFichas.hpp"
 #include "host/ordenes/Ordenes.hpp"
 
 #include <algorithm>
@@ -293,6 +294,8 @@ namespace {
         Orden{ "contabilizar", "Contabiliza un cargo que ha quedado sin asiento", &declara_contabilizar },
         Orden{ "regularizar", "Anula en Contabilidad los asientos de cargos eliminados o cambiados",
             &declara_regularizar },
+        Orden{ "proveedor", "Lista, añade, cambia o elimina proveedores", &declara_proveedor },
+        Orden{ "articulo", "Lista, añade, cambia o elimina artículos", &declara_articulo },
     };
 
 }

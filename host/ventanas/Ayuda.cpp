@@ -17,13 +17,16 @@ namespace {
     constexpr auto propiedad = "pagina_del_manual";
 
     /// Names of windows, of parts of windows, and of classes that have no name of their own.
-    constexpr std::array<std::pair<const char*, const char*>, 31> paginas{ {
+    constexpr std::array<std::pair<const char*, const char*>, 34> paginas{ {
         { "frmPrincipal", "principal.md" },
         { "fraBorradores", "principal.md#cargos-sin-guardar" },
         { "fraPendientes", "principal.md#pendiente" },
         { "vsCifras", "principal.md#este-mes-y-este-año" },
         { "panCargos", "principal.md#últimos-cargos" },
         { "frmPendiente", "principal.md#pendiente" },
+        { "frmAnular", "principal.md#anular-asientos-sin-cargo" },
+        { "frmFichas", "principal.md#proveedores-y-artículos" },
+        { "frmFicha", "principal.md#proveedores-y-artículos" },
         { "frmEmpresa", "principal.md#abrir-o-crear-otra-empresa" },
         { "frmDatosEmpresa", "principal.md#abrir-o-crear-otra-empresa" },
         { "frmResumen", "resumen.md" },

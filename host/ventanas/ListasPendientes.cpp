@@ -81,13 +81,15 @@ ListaPendiente lista_de(const AsientosSueltos& sueltos, const Destinatario& de)
     ListaPendiente lista{ QStringLiteral("Asientos sin cargo"),
         QStringLiteral(
             "Se hicieron para cargos que después se han eliminado o cambiado, y siguen en "
-            "Contabilidad. La orden dice de cada uno qué es y pregunta antes de anular los que sobran.") };
+            "Contabilidad. «Anular» dice de cada uno qué es y pregunta antes de anular los que sobran; la "
+            "orden hace lo mismo en un terminal.") };
     lista.columnas = { { QStringLiteral("Empresa contable"), 20, true },
         { QStringLiteral("Ejercicio"), 14, true }, { QStringLiteral("Asiento"), 14, true } };
     for (const auto& asiento : sueltos.asientos)
         lista.filas.push_back({ QString::number(asiento.empresa), QString::number(asiento.ejercicio),
             QString::number(asiento.numero) });
     lista.ordenes << orden("regularizar", de);
+    lista.se_anulan = true;
     return lista;
 }
 

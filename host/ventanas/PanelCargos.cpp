@@ -218,6 +218,12 @@ void PanelCargos::abre_actual()
             CargoResumido(m_modelo->Cargo(m_lista->currentIndex().row()))); // the list may change meanwhile
 }
 
+void PanelCargos::Ofrece(const QList<QAction*>& acciones)
+{
+    m_lista->addActions(acciones);
+    m_lista->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
 std::vector<CargoResumido> PanelCargos::Elegidos() const
 {
     std::vector<CargoResumido> elegidos;

@@ -27,6 +27,7 @@ public:
 
     void Actualiza(); ///< reads the latest anew, or looks again for what is typed
     void EmpiezaBusqueda(); ///< leads to the box
+    void Ofrece(const QList<QAction*>& acciones); ///< in the list's own menu
     [[nodiscard]] std::vector<CargoResumido> Elegidos() const; ///< in the order of the list
 
 signals:

@@ -57,7 +57,11 @@ void PanelPendientes::Pon(Pendientes pendientes)
     pon_linea(m_lineas[2], resumen_de(m_pendientes.proximas), m_pendientes.proximas.cuantas > 0);
 }
 
-void PanelPendientes::muestra(ListaPendiente lista) { frmPendiente(std::move(lista), window()).exec(); }
+void PanelPendientes::muestra(ListaPendiente lista)
+{
+    if (frmPendiente(std::move(lista), window()).exec() == frmPendiente::Anular)
+        emit Anular();
+}
 
 void PanelPendientes::ve_sin_asiento()
 {

@@ -22,6 +22,7 @@ public:
 
 signals:
     void Abrir(const CargoResumido& cargo); ///< the browser is wanted on it
+    void Anular(); ///< the entries without charge are to be reversed
 
 private:
     struct Linea {

@@ -2,7 +2,6 @@
 
 #include "context/modComun.hpp"
 #include "controls/MsgBoxQt.hpp"
-#include "controls/SalidaQt.hpp"
 #include "controls/Texto.hpp"
 #include "host/bases/EmpresaPropia.hpp"
 #include "host/orvalin/Biblioteca.hpp"
@@ -17,7 +16,7 @@
 #include "host/ventanas/frmPrincipal.hpp"
 #include "host/ventanas/frmSesion.hpp"
 #include "host/ventanas/ReintentoEnVentana.hpp"
-#include "printing/clsView.hpp"
+#include "host/ventanas/SalidaDeVentanas.hpp"
 
 #include <QApplication>
 #include <QDate>
@@ -56,17 +55,11 @@ namespace {
         std::_Exit(no_hecho);
     }
 
-    /// Printing, with the viewer for what goes to the screen: modal, because it is asked for by modal forms.
     std::shared_ptr<qvoremp::Biblioteca> biblioteca_con_impresion(
         const Sesion& sesion, const bases::Lugar& lugar)
     {
-        auto visor = [](std::shared_ptr<const Report> report) {
-            clsView vista;
-            vista.set_Report(std::move(report));
-            vista.Cargar(true);
-        };
         return std::make_shared<orvalin::Biblioteca>(
-            sesion.bases.orvalin, std::make_shared<SalidaQt>(visor), orvalin::Plantilla::de_lugar(lugar));
+            sesion.bases.orvalin, salida_de_ventanas(), orvalin::Plantilla::de_lugar(lugar));
     }
 
     bool hay_bases(const bases::Lugar& lugar)

@@ -93,6 +93,13 @@ void frmPendiente::hace_botones(QGridLayout& caja)
         connect(m_rejilla, &VSFlexGrid::doubleClicked, this, &QDialog::accept);
         botones->addWidget(m_abrir);
     }
+    if (m_lista.se_anulan) {
+        auto* anular = new QPushButton(QStringLiteral("&Anular…"), this);
+        anular->setObjectName(QStringLiteral("cmdAnular"));
+        anular->setAutoDefault(false);
+        connect(anular, &QPushButton::clicked, this, [this] { done(Anular); });
+        botones->addWidget(anular);
+    }
     auto* cerrar = new QPushButton(QStringLiteral("&Cerrar"), this);
     cerrar->setObjectName(QStringLiteral("cmdCerrar"));
     cerrar->setAutoDefault(false);

@@ -31,6 +31,7 @@ struct ListaPendiente {
     QStringList ordenes
         = {}; ///< the command that settles each row, or one for all of them; none: there is none
     bool se_abren = false; ///< the browser can be opened on a row
+    bool se_anulan = false; ///< there is a window in which they are reversed
 };
 
 /// A list of what needs attention, with the command that settles it.
@@ -39,6 +40,8 @@ class frmPendiente final : public Formulario {
     Q_DISABLE_COPY_MOVE(frmPendiente)
 public:
     explicit frmPendiente(ListaPendiente lista, QWidget* parent = nullptr);
+
+    static constexpr int Anular = 2; ///< how it ends when they are to be reversed
 
     [[nodiscard]] int Elegida() const; ///< the row, from 0; below 0: none
 

@@ -98,6 +98,7 @@ void frmPrincipal::hace_portada()
     empezar->setMinimumHeight(empezar->sizeHint().height() * 4 / 3);
     connect(empezar, &QPushButton::clicked, this, [this] { abre_editor(); });
     m_cargos = new PanelCargos(m_lector_cargos, izquierda);
+    m_cargos->Ofrece(m_de_elegidos);
     connect(m_cargos, &PanelCargos::Abrir, this, &frmPrincipal::abre_cargo);
     auto* arriba = new QHBoxLayout;
     arriba->addWidget(nombre, 1);
@@ -129,6 +130,7 @@ void frmPrincipal::hace_derecha(QVBoxLayout& caja)
     titulo->setBuddy(m_cifras);
     m_pendientes = new PanelPendientes({ m_lugar, m_sesion.empresa->Codigo() }, padre);
     connect(m_pendientes, &PanelPendientes::Abrir, this, &frmPrincipal::abre_cargo);
+    connect(m_pendientes, &PanelPendientes::Anular, this, &frmPrincipal::anula_sueltos);
     m_borradores = new PanelBorradores(m_sesion.borradores, padre);
     connect(m_borradores, &PanelBorradores::Recuperar, this, &frmPrincipal::recupera);
     connect(m_borradores, &PanelBorradores::Descartar, this, &frmPrincipal::descarta);

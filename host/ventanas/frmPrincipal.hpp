@@ -11,6 +11,7 @@
 
 #include <QMainWindow>
 
+#include <memory>
 #include <optional>
 
 class QMenu;
@@ -18,6 +19,9 @@ class QVBoxLayout;
 
 namespace atipicos::app {
 
+class CargosElegidos;
+struct AmbitoDeFichas;
+class OrigenDeFichas;
 class PanelBorradores;
 class PanelCargos;
 class PanelCifras;
@@ -49,6 +53,7 @@ private:
     void hace_menus();
     void hace_menu_empresa();
     void hace_menu_compras();
+    void hace_menu_elegidos(QMenu& menu);
     void hace_menu_ver();
     void hace_menu_ayuda();
     void hace_barra();
@@ -65,10 +70,13 @@ private:
     // The windows that it opens
     void elige_otra();
     void cambia_a(const bases::Lugar& lugar);
+    void abre_fichas(std::unique_ptr<OrigenDeFichas> (*origen)(AmbitoDeFichas));
+    void anula_sueltos();
     void abre_editor();
     void abre_visor();
     void abre_cargo(const CargoResumido& cargo);
-    void imprime_elegidos();
+    /// Does something with the charges that are chosen in the list, and tells what has come of it.
+    void con_elegidos(const char* etiqueta, QString (CargosElegidos::*que)(QWidget*) const);
     void muestra_visor(const frmclsComprasAtipVisor::Busqueda& busqueda);
     void muestra_visor_de_nuevo(const frmclsComprasAtipVisor::Busqueda& busqueda);
     [[nodiscard]] QWidget* abre_editor_vacio();
@@ -88,6 +96,7 @@ private:
     PanelCargos* m_cargos = nullptr;
     PanelCifras* m_cifras = nullptr;
     PanelPendientes* m_pendientes = nullptr;
+    QList<QAction*> m_de_elegidos; ///< what is done with the chosen charges
     HiloLector m_lector_cargos; ///< what is looked for does not wait for the figures
     HiloLector m_lector_cifras;
     bool m_ha_trabajado = true; ///< a window was opened since the figures were read

@@ -3,8 +3,10 @@
 #include "context/modComun.hpp"
 #include "controls/Texto.hpp"
 #include "host/ventanas/Ayuda.hpp"
+#include "host/ventanas/CargosElegidos.hpp"
 #include "host/ventanas/EmpresasRecientes.hpp"
 #include "host/ventanas/frmResumen.hpp"
+#include "host/ventanas/OrigenDeFichas.hpp"
 #include "host/ventanas/PanelCargos.hpp"
 
 #include <QActionGroup>
@@ -38,6 +40,11 @@ void frmPrincipal::hace_menu_empresa()
     connect(recientes, &QMenu::aboutToShow, this, [this, recientes] { llena_recientes(*recientes); });
     llena_recientes(*recientes);
     empresa->addSeparator();
+    empresa->addAction(QStringLiteral("&Proveedores…"), this, [this] { abre_fichas(&origen_de_proveedores); })
+        ->setObjectName(QStringLiteral("mnuProveedores"));
+    empresa->addAction(QStringLiteral("Ar&tículos…"), this, [this] { abre_fichas(&origen_de_articulos); })
+        ->setObjectName(QStringLiteral("mnuArticulos"));
+    empresa->addSeparator();
     empresa
         ->addAction(QStringLiteral("&Salir"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, [this] { close(); })
         ->setObjectName(QStringLiteral("mnuSalir"));
@@ -68,10 +75,30 @@ void frmPrincipal::hace_menu_compras()
             [this] { abre_resumen(m_sesion, m_lugar, *this); })
         ->setObjectName(QStringLiteral("mnuResumen"));
     compras->addSeparator();
-    compras
-        ->addAction(QStringLiteral("&Guardar como PDF los elegidos…"), QKeySequence(Qt::CTRL | Qt::Key_P),
-            this, [this] { imprime_elegidos(); })
-        ->setObjectName(QStringLiteral("mnuImprimirElegidos"));
+    hace_menu_elegidos(*compras);
+}
+
+/// What is done with the charges that are chosen in the list; its own menu offers the same.
+void frmPrincipal::hace_menu_elegidos(QMenu& menu)
+{
+    QList<QAction*> acciones;
+    const auto agrega = [&](const char* nombre, const QString& texto, const QKeySequence& teclas,
+                            QString (CargosElegidos::*que)(QWidget*) const) {
+        acciones << menu.addAction(
+            texto, teclas, this, [this, que, etiqueta = std::string("frmPrincipal:") + nombre] {
+                con_elegidos(etiqueta.c_str(), que);
+            });
+        acciones.back()->setObjectName(QLatin1String(nombre));
+    };
+    agrega("mnuSacarElegidos", QStringLiteral("&Imprimir los elegidos…"),
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), &CargosElegidos::imprime);
+    agrega("mnuImprimirElegidos", QStringLiteral("&Guardar como PDF los elegidos…"),
+        QKeySequence(Qt::CTRL | Qt::Key_P), &CargosElegidos::guarda_pdf);
+    agrega("mnuExportarElegidos", QStringLiteral("&Exportar los elegidos…"),
+        QKeySequence(Qt::CTRL | Qt::Key_E), &CargosElegidos::exporta);
+    agrega("mnuEnviarElegidos", QStringLiteral("Enviar por &correo los elegidos"),
+        QKeySequence(Qt::CTRL | Qt::Key_M), &CargosElegidos::envia);
+    m_de_elegidos = acciones;
 }
 
 void frmPrincipal::hace_menu_ver()

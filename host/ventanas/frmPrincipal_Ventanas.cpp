@@ -3,19 +3,21 @@
 #include "context/Cajas.hpp"
 #include "context/modComun.hpp"
 #include "context/trap.hpp"
-#include "controls/FicherosEnCastellano.hpp"
 #include "controls/Texto.hpp"
 #include "controls/VSFlexGrid.hpp"
-#include "host/ventanas/DocumentosEnPdf.hpp"
+#include "host/ventanas/CargosElegidos.hpp"
 #include "host/ventanas/EmpresasRecientes.hpp"
+#include "host/ventanas/frmAnular.hpp"
 #include "host/ventanas/frmEmpresa.hpp"
+#include "host/ventanas/frmFichas.hpp"
 #include "host/ventanas/PanelBorradores.hpp"
 #include "host/ventanas/PanelCargos.hpp"
 
 #include <QCoreApplication>
-#include <QFileDialog>
 #include <QKeyEvent>
 #include <QStatusBar>
+
+#include <utility>
 
 // The windows that the main window opens.
 namespace atipicos::app {
@@ -40,6 +42,26 @@ void frmPrincipal::cambia_a(const bases::Lugar& lugar)
     m_siguiente = lugar;
     if (!close())
         m_siguiente.reset();
+}
+
+void frmPrincipal::abre_fichas(std::unique_ptr<OrigenDeFichas> (*origen)(AmbitoDeFichas))
+{
+    trap(
+        "frmPrincipal:abre_fichas",
+        [&] {
+            frmFichas(origen({ m_sesion.bases, m_sesion.empresa->Codigo(Donde::aqui()),
+                          m_sesion.empresa->EmpresaProveedores() }),
+                this)
+                .exec();
+            m_ha_trabajado = true;
+        },
+        TextoError::SoloDescripcion);
+}
+
+void frmPrincipal::anula_sueltos()
+{
+    if (frmAnular(m_sesion, m_lugar, this).exec() == QDialog::Accepted)
+        actualiza();
 }
 
 void frmPrincipal::abre_editor()
@@ -92,36 +114,19 @@ void frmPrincipal::abre_cargo(const CargoResumido& cargo)
             lista->set_Row(fila);
 }
 
-/// One document each, in one file, in the order of the list.
-void frmPrincipal::imprime_elegidos()
+void frmPrincipal::con_elegidos(const char* etiqueta, QString (CargosElegidos::*que)(QWidget*) const)
 {
-    const auto elegidos = m_cargos->Elegidos();
+    auto elegidos = m_cargos->Elegidos();
     if (elegidos.empty()) {
         avisa("Elija antes en los últimos cargos los que quiere.");
         return;
     }
-    QFileDialog pregunta(
-        this, QStringLiteral("Guardar como PDF"), {}, QStringLiteral("Documento PDF (*.pdf)"));
-    pregunta.setObjectName(QStringLiteral("dlgImprimirElegidos"));
-    FicherosEnCastellano::pon(pregunta);
-    pregunta.setAcceptMode(QFileDialog::AcceptSave);
-    pregunta.setDefaultSuffix(QStringLiteral("pdf"));
-    pregunta.selectFile(elegidos.size() == 1
-            ? a_qt(elegidos.front().codigo)
-            : QStringLiteral("Reclamaciones, %1 cargos").arg(elegidos.size()));
-    if (pregunta.exec() != QDialog::Accepted)
-        return;
-    std::vector<ClaveCargo> claves;
-    claves.reserve(elegidos.size());
-    for (const auto& cargo : elegidos)
-        claves.push_back({ cargo.ejercicio, cargo.almacen, cargo.codigo });
-    const auto fichero = pregunta.selectedFiles().constFirst();
     trap(
-        "frmPrincipal:imprime_elegidos",
+        etiqueta,
         [&] {
-            DocumentosEnPdf(m_sesion, orvalin::Plantilla::de_lugar(m_lugar))
-                .en_un_fichero(claves, de_qt(fichero), [] {});
-            statusBar()->showMessage(QStringLiteral("Guardado en ") + fichero, lo_que_dura_un_aviso);
+            const CargosElegidos cargos(m_sesion, m_lugar, std::move(elegidos));
+            if (const auto dicho = (cargos.*que)(this); !dicho.isEmpty())
+                statusBar()->showMessage(dicho, lo_que_dura_un_aviso);
         },
         TextoError::SoloDescripcion);
 }

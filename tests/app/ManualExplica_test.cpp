@@ -54,7 +54,7 @@ namespace {
     std::vector<std::string> mensajes_de_las_fuentes()
     {
         static const std::regex llamada(
-            R"(\b(throw Error|avisa|confirma|pregunta|rehusa|falla|mal|MalUsada|repara|agrega|difiere|queda_sin_asiento)\s*\()");
+            R"(\b(throw Error|avisa|confirma|pregunta|rehusa|rehusa_ficha|no_se_envia|falla|mal|MalUsada|repara|agrega|difiere|queda_sin_asiento)\s*\()");
         static const std::regex frase("[a-záéíóúñ]{2,} [a-záéíóúñ]");
         std::vector<std::string> mensajes;
         for (const auto& fichero : fuentes(

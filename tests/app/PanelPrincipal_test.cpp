@@ -1,9 +1,11 @@
 #include "context/modComun.hpp"
+#include "controls/qvDispositivo.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "host/ventanas/EmpresasRecientes.hpp"
 #include "host/ventanas/frmPrincipal.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/CorreoFingido.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -15,6 +17,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
+#include <QStatusBar>
 #include <QTableWidget>
 
 using namespace atipicos;
@@ -84,6 +87,16 @@ struct EscenaPanel {
         return form != nullptr && form->isVisible() ? form : nullptr;
     }
 };
+
+/// The first two of the list.
+void elige_dos(const EscenaPanel& escena)
+{
+    escena.abre();
+    if (!QTest::qWaitFor([&] { return escena.filas() == 4; }))
+        qFatal("the list is not filled");
+    pulsa(Qt::Key_L, Qt::AltModifier);
+    pulsa(Qt::Key_Down, Qt::ShiftModifier);
+}
 
 QString codigo_en(QWidget& form, const char* selector)
 {
@@ -234,10 +247,7 @@ private slots:
     void the_chosen_charges_go_into_one_file_in_the_order_of_the_list()
     {
         const EscenaPanel escena;
-        escena.abre();
-        QTRY_COMPARE(escena.filas(), 4);
-        pulsa(Qt::Key_L, Qt::AltModifier);
-        pulsa(Qt::Key_Down, Qt::ShiftModifier);
+        elige_dos(escena);
         const auto fichero = escena.carpeta / "dos.pdf";
         {
             const AlAbrirse guardar(
@@ -255,6 +265,90 @@ private slots:
         const auto pdf = lee_fichero(fichero);
         QVERIFY(pdf.starts_with("%PDF-"));
         QVERIFY2(pdf.find("/Count 2") != std::string::npos, "not two pages");
+    }
+
+    void the_chosen_charges_go_to_the_mail_program_in_one_file()
+    {
+        const CorreoFingido correo;
+        const EscenaPanel escena;
+        elige_dos(escena);
+        pulsa(Qt::Key_M, Qt::ControlModifier);
+        QVERIFY(escena.avisos->dichos.empty());
+        QCOMPARE(
+            correo.dado().at(2), std::string("Reclamaciones a proveedores (2) de Comercial Drago Sur, S.L."));
+        QVERIFY(correo.dado().at(4).ends_with("/Reclamaciones, 2 cargos.pdf"));
+        QVERIFY2(correo.adjunto().find("/Count 2") != std::string::npos, "not two pages");
+        QCOMPARE(escena.ventana->statusBar()->currentMessage(),
+            QStringLiteral(
+                "Su programa de correo tiene el mensaje con 2 cargos: ponga a quién va y envíelo"));
+
+        const CorreoFingido sin_programa(3);
+        pulsa(Qt::Key_M, Qt::ControlModifier);
+        QCOMPARE(escena.avisos->dichos.size(), std::size_t{ 1 });
+        QVERIFY(escena.avisos->dichos[0].texto.find("no hay ningún programa de correo elegido")
+            != std::string::npos);
+    }
+
+    void the_chosen_charges_are_exported_in_the_order_of_the_list()
+    {
+        const EscenaPanel escena;
+        elige_dos(escena);
+        const auto fichero = escena.carpeta / "dos.csv";
+        const auto exporta = [&] {
+            const AlAbrirse guardar(
+                [&](QWidget& dialogo) {
+                    QCOMPARE(control<QLineEdit>(dialogo, "fileNameEdit").text(),
+                        QStringLiteral("Atípicos, 2 cargos"));
+                    control<QLineEdit>(dialogo, "fileNameEdit")
+                        .setText(QString::fromStdString(fichero.string()));
+                    intro();
+                },
+                "dlgExportar");
+            pulsa(Qt::Key_E, Qt::ControlModifier);
+        };
+        exporta();
+        QVERIFY(escena.avisos->dichos.empty());
+        const auto csv = lee_fichero(fichero);
+        const auto primero = csv.find("AT260003");
+        const auto segundo = csv.find("AT260001");
+        QVERIFY2(
+            primero != std::string::npos && segundo != std::string::npos && primero < segundo, csv.c_str());
+        QCOMPARE(std::count(csv.begin(), csv.end(), '\n'), 3);
+
+        escena.sesion->bases.orvalin->Execute(
+            "UPDATE Proveedores_Cargos_Atipicos SET Fecha = '18/06/2026' WHERE Codigo = 'AT260001'");
+        std::filesystem::remove(fichero);
+        exporta();
+        QCOMPARE(escena.avisos->dichos.size(), std::size_t{ 1 });
+        QCOMPARE(escena.avisos->dichos[0].texto,
+            std::string("El cargo AT260001 del almacén 2 ya no es del 17/06/2026, o se ha eliminado. "
+                        "Actualice la lista (F5) y vuelva a elegir."));
+        QVERIFY(!std::filesystem::exists(fichero));
+    }
+
+    void the_chosen_charges_go_to_the_devices_that_are_chosen_for_all_of_them()
+    {
+        const CorreoFingido correo;
+        const EscenaPanel escena;
+        elige_dos(escena);
+        {
+            const AlAbrirse elegir(
+                [&](QWidget& dialogo) {
+                    control<qvDispositivo>(dialogo, "cboDispositivo_0").set_Codigo(4);
+                    control<qvDispositivo>(dialogo, "cboDispositivo_1").set_Codigo(4);
+                    clic(dialogo, "cmdAceptar");
+                },
+                "frmImpresora");
+            pulsa(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+        }
+        QVERIFY(escena.avisos->dichos.empty());
+        QCOMPARE(correo.dado().size(), std::size_t{ 10 }); // twice, as it was chosen twice
+        QVERIFY2(correo.adjunto().find("/Count 2") != std::string::npos, "not two pages");
+        {
+            const AlAbrirse dejarlo([](QWidget& dialogo) { clic(dialogo, "cmdCancelar"); }, "frmImpresora");
+            pulsa(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+        }
+        QCOMPARE(correo.dado().size(), std::size_t{ 10 });
     }
 
     void columns_that_are_dragged_sizes_and_folders_are_there_the_next_time_for_each_user()

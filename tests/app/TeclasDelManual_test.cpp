@@ -3,8 +3,11 @@
 #include "controls/ListaSeleccion.hpp"
 #include "controls/VisorReport.hpp"
 #include "editor/frmEditor_Comentarios.hpp"
+#include "host/ventanas/frmAnular.hpp"
 #include "host/ventanas/frmDatosEmpresa.hpp"
 #include "host/ventanas/frmEmpresa.hpp"
+#include "host/ventanas/frmFicha.hpp"
+#include "host/ventanas/frmFichas.hpp"
 #include "host/ventanas/frmManual.hpp"
 #include "host/ventanas/frmPrincipal.hpp"
 #include "host/ventanas/frmResumen.hpp"
@@ -153,6 +156,16 @@ private slots:
         compara(QStringLiteral("Elegir empresa"), empresa, {});
         const app::frmDatosEmpresa datos;
         compara(QStringLiteral("Datos de la empresa"), datos, {});
+        app::frmFichas fichas(app::origen_de_proveedores({ m_sesion->bases, 1, 1 }));
+        compara(QStringLiteral("Proveedores y artículos"), fichas, {});
+        const auto proveedores = app::origen_de_proveedores({ m_sesion->bases, 1, 1 });
+        const app::frmFicha proveedor(*proveedores, 0);
+        compara(QStringLiteral("Ficha de un proveedor"), proveedor, {});
+        const auto articulos = app::origen_de_articulos({ m_sesion->bases, 1, 1 });
+        const app::frmFicha articulo(*articulos, 0);
+        compara(QStringLiteral("Ficha de un artículo"), articulo, {});
+        const app::frmAnular anular(*m_sesion, m_opciones.lugar());
+        compara(QStringLiteral("Anular asientos sin cargo"), anular, {});
         const app::frmResumen resumen(*m_sesion, m_opciones.lugar());
         compara(QStringLiteral("Resumen de cargos"), resumen, QStringLiteral("host/ventanas/frmResumen.cpp"));
         const frmEditor_Comentarios comentario;
