@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # demo/capturas.sh PROGRAM FOLDER: pictures of every window, light and dark, on screens of 1024 by 768, 1366 by 768 and
-# 1920 by 1080, and with everything twice as large on one of 1920 by 1080 and of 2732 by 1536. Needs Xvfb; without a window manager, because pictures show windows.
+# 1920 by 1080, and with everything twice as large on one of 1920 by 1080 and of 2732 by 1536. Needs Xvfb; without a
+# window manager, because pictures show windows.
 # demo/capturas.sh PROGRAM --manual: takes the pictures of the manual anew (docs/manual/imagenes). Needs ImageMagick.
 # demo/capturas.sh PROGRAM --leeme: the same for those of the README (docs/images).
 set -euo pipefail
