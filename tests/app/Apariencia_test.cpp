@@ -8,6 +8,7 @@
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
 #include "tests/support/Contraste.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -127,7 +128,7 @@ private slots:
             app::aplica_tema(app::Tema::claro);
             app::frmPrincipal principal(sesion, opciones);
             principal.show();
-            QVERIFY(QTest::qWaitForWindowActive(&principal));
+            QVERIFY(QTest::qWaitForWindowActive(&principal, atipicos::pruebas::paciencia));
             app::frmSesion elige(sesion.catalogos.empresas(), sesion.catalogos.usuarios());
             elige.show();
             principal.activateWindow();
@@ -181,7 +182,7 @@ private slots:
             QPushButton otro(QStringLiteral("Otro"), &ventana);
             otro.move(0, 60);
             ventana.show();
-            QVERIFY(QTest::qWaitForWindowActive(&ventana));
+            QVERIFY(QTest::qWaitForWindowActive(&ventana, atipicos::pruebas::paciencia));
             uno.setFocus();
             const QColor marco = QApplication::palette().color(QPalette::Link);
             const auto con_marco = [&](QPushButton& boton) {

@@ -8,6 +8,7 @@
 #include "tests/app/ManualAbierto.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QAction>
@@ -26,7 +27,8 @@ void vuelve_a(QWidget& ventana)
 {
     QTest::qWait(1); // what others have asked for comes first
     ventana.activateWindow();
-    if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == &ventana; }))
+    if (!QTest::qWaitFor(
+            [&] { return QApplication::activeWindow() == &ventana; }, atipicos::pruebas::paciencia))
         qFatal("%s is not active", qPrintable(ventana.objectName()));
 }
 
@@ -60,7 +62,7 @@ struct EscenaAyuda {
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
         ventana = std::make_unique<app::frmPrincipal>(*sesion, opciones);
         ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get()))
+        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
             qFatal("the main window is not active");
     }
     ~EscenaAyuda() { vacia_contexto(); }
@@ -193,7 +195,7 @@ private slots:
                 pulsa(Qt::Key_F1);
                 auto* manual = abierto();
                 QVERIFY(manual != nullptr);
-                QVERIFY(QTest::qWaitForWindowActive(manual));
+                QVERIFY(QTest::qWaitForWindowActive(manual, atipicos::pruebas::paciencia));
                 auto& indice = control<QTreeWidget>(*manual, "lstManual");
                 pincha(indice, 1);
                 QCOMPARE(se_lee(), QStringLiteral("primer-cargo.md"));
@@ -210,7 +212,7 @@ private slots:
         auto* manual = abierto();
         QVERIFY(manual != nullptr); // it stays when the dialog has gone
         manual->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(manual));
+        QVERIFY(QTest::qWaitForWindowActive(manual, atipicos::pruebas::paciencia));
         pulsa_en(*manual, Qt::Key_Escape);
         QTRY_VERIFY(abierto() == nullptr);
     }

@@ -3,6 +3,7 @@
 #include "host/ventanas/frmDatosEmpresa.hpp"
 #include "host/ventanas/frmEmpresa.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -20,7 +21,7 @@ namespace {
 void en_pantalla(QDialog& dialogo)
 {
     dialogo.show();
-    if (!QTest::qWaitForWindowActive(&dialogo))
+    if (!QTest::qWaitForWindowActive(&dialogo, atipicos::pruebas::paciencia))
         qFatal("the dialog is not active");
 }
 

@@ -7,6 +7,7 @@
 #include "tests/integracion/Volcado.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 
 #include <QLabel>
@@ -47,7 +48,7 @@ public:
         modComun::set_Reloj(reloj);
         ventana = std::make_unique<app::frmPrincipal>(*sesion, opciones);
         ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get()))
+        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
             qFatal("the main window is not active");
     }
 

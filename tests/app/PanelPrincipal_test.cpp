@@ -6,6 +6,7 @@
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
 #include "tests/support/CorreoFingido.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -54,7 +55,7 @@ struct EscenaPanel {
     void abre() const
     {
         ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get()))
+        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
             qFatal("the main window is not active");
     }
 

@@ -2,6 +2,7 @@
 // would have been without that end.
 #include "host/ventanas/UltimaBusqueda.hpp"
 #include "tests/app/EscenaBorrador.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QAction>
@@ -37,7 +38,7 @@ void cambia_cargo(EscenaBorrador& escena, const std::function<void(QWidget&)>& f
 {
     control<QAction>(*escena.ventana, "mnuVisor").trigger();
     auto& visor = control<QWidget>(*escena.ventana, "frmCompras_Atipicos_Visor");
-    QVERIFY(QTest::qWaitForWindowActive(&visor));
+    QVERIFY(QTest::qWaitForWindowActive(&visor, atipicos::pruebas::paciencia));
     QTest::keyClick(&control<>(visor, "txtFechaF"), Qt::Key_Return);
     QCOMPARE(control<VSFlexGrid>(visor, "vsCab").Rows(), 2);
     escena.avisos->respuestas = { Respuesta::Si, Respuesta::Si };
@@ -61,7 +62,7 @@ void cambia_cargo(EscenaBorrador& escena, const std::function<void(QWidget&)>& f
                 clic(editor, "cmdComent");
             }
             editor.activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(&editor));
+            QVERIFY(QTest::qWaitForWindowActive(&editor, atipicos::pruebas::paciencia));
             control<>(editor, "txtArticulo").setFocus();
             EscenaBorrador::teclea_linea({ "1012", "=", "", "0,5", "4" });
             auto& observaciones = control<QPlainTextEdit>(editor, "txtObservaciones");

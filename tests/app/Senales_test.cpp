@@ -6,8 +6,11 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <filesystem>
+#include <fstream>
 #include <spawn.h>
 #include <thread>
 #include <unistd.h>
@@ -50,6 +53,22 @@ namespace {
 
         void manda(int senal) const { kill(m_proceso, senal); }
 
+        /// Waits until the program has its own way with that signal, or has ended.
+        void espera_a_que_atienda(int senal) const
+        {
+            while (sigue() && (std::stoull(dice("SigCgt:"), nullptr, 16) & 1ULL << (senal - 1)) == 0)
+                std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+
+        /// Waits until the program does nothing but wait, or has ended.
+        void espera_a_que_duerma() const
+        {
+            for (int seguidas = 0; sigue() && seguidas < 10;) {
+                seguidas = dice("State:").starts_with('S') ? seguidas + 1 : 0;
+                std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            }
+        }
+
         [[nodiscard]] bool sigue() const
         {
             siginfo_t que{};
@@ -65,6 +84,16 @@ namespace {
         }
 
     private:
+        /// What the system says of the program on the line that begins so.
+        [[nodiscard]] std::string dice(const std::string& comienzo) const
+        {
+            std::ifstream estado("/proc/" + std::to_string(m_proceso) + "/status");
+            for (std::string linea; std::getline(estado, linea);)
+                if (linea.starts_with(comienzo))
+                    return linea.substr(comienzo.size() + 1);
+            return "0";
+        }
+
         pid_t m_proceso = -1;
     };
 
@@ -166,7 +195,7 @@ namespace {
         const EnMarcha ventana(programa, { "--empresa=1", "--usuario=1" });
         const auto registro = programa.carpeta / "datos/empresa.db-shm"; // there while the database is open
         while (ventana.sigue() && !std::filesystem::exists(registro)) { }
-        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        ventana.espera_a_que_atienda(SIGTERM);
         ventana.manda(SIGTERM);
         const int estado = ventana.espera();
         ASSERT_TRUE(WIFEXITED(estado)) << WTERMSIG(estado);
@@ -180,11 +209,13 @@ namespace {
         const auto otro = base();
         otro->BeginTrans();
         const EnMarcha registrar(programa, { "registrar", fichero });
-        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        constexpr std::chrono::milliseconds un_rato(500); // what comes at once counts as one
+        registrar.espera_a_que_duerma();
         registrar.manda(SIGINT);
-        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        std::this_thread::sleep_for(un_rato);
         EXPECT_TRUE(registrar.sigue()) << "the first one lets the claim at hand have its turn";
-        registrar.manda(SIGINT);
+        for (; registrar.sigue(); std::this_thread::sleep_for(un_rato))
+            registrar.manda(SIGINT);
         const int estado = registrar.espera();
         EXPECT_TRUE(WIFSIGNALED(estado));
         EXPECT_EQ(WTERMSIG(estado), SIGINT);

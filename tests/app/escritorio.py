@@ -14,7 +14,7 @@ import time
 
 import pyatspi
 
-PLAZO = 60  # seconds after which what has not come never will
+PLAZO = 900  # seconds after which what has not come never will, on however busy a machine
 
 
 class NoLlega(Exception):
@@ -102,7 +102,7 @@ class Escritorio:
     def escribe(self, texto):
         """Types a text of ASCII characters."""
         self.pulsadas += len(texto)
-        subprocess.run(["xdotool", "type", "--delay", "5", texto], check=True)
+        subprocess.run(["xdotool", "type", "--delay", "5", "--", texto], check=True)
 
     def clic(self, objeto):
         """Clicks in the middle of an object, once it stays where it is."""

@@ -5,6 +5,7 @@
 #include "host/ventanas/Ayuda.hpp"
 #include "tests/app/ManualAbierto.hpp"
 #include "tests/support/Contraste.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QImage>
@@ -42,7 +43,7 @@ private slots:
         app::Ayuda::abre();
         auto* manual = abierto();
         QVERIFY(manual != nullptr);
-        QVERIFY(QTest::qWaitForWindowActive(manual));
+        QVERIFY(QTest::qWaitForWindowActive(manual, atipicos::pruebas::paciencia));
         auto& vista = control<app::VistaManual>(*manual, "vistaManual");
         auto& indice = control<QTreeWidget>(*manual, "lstManual");
         QCOMPARE(indice.currentItem()->text(0), QStringLiteral("Manual de atipicos"));
@@ -91,7 +92,7 @@ private slots:
         const app::Ayuda ayuda;
         app::Ayuda::abre();
         auto* manual = abierto();
-        QVERIFY(manual != nullptr && QTest::qWaitForWindowActive(manual));
+        QVERIFY(manual != nullptr && QTest::qWaitForWindowActive(manual, atipicos::pruebas::paciencia));
         auto& vista = control<app::VistaManual>(*manual, "vistaManual");
         auto& indice = control<QTreeWidget>(*manual, "lstManual");
         pulsa(Qt::Key_F, Qt::ControlModifier);

@@ -5,6 +5,7 @@
 #include "host/ventanas/frmSesion.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 #include "tests/support/Ventanas.hpp"
@@ -38,7 +39,7 @@ struct EscenaPrincipal {
         modComun::set_MsgBox(avisos);
         ventana = std::make_unique<app::frmPrincipal>(*sesion, opciones);
         ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get()))
+        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
             qFatal("the main window is not active");
     }
     ~EscenaPrincipal() { vacia_contexto(); }

@@ -9,6 +9,7 @@
 #include "host/ventanas/frmPrincipal.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -54,7 +55,7 @@ struct EscenaResumen {
         modComun::set_Reloj(reloj);
         ventana = std::make_unique<app::frmResumen>(*sesion, opciones.lugar());
         ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get()))
+        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
             qFatal("the window of summaries is not active");
     }
     ~EscenaResumen() { vacia_contexto(); }
@@ -211,7 +212,7 @@ private slots:
         escena.ventana.reset();
         app::frmPrincipal principal(*escena.sesion, escena.opciones);
         principal.show();
-        QVERIFY(QTest::qWaitForWindowActive(&principal));
+        QVERIFY(QTest::qWaitForWindowActive(&principal, atipicos::pruebas::paciencia));
         const auto abiertas = [&] { return principal.findChildren<app::frmResumen*>().size(); };
         control<QAction>(principal, "mnuResumen").trigger();
         control<QAction>(principal, "mnuResumen").trigger();

@@ -6,6 +6,7 @@ After each step the company is compared with what it must then hold.
 import datetime
 import sys
 
+from editor import LINEAS, acepta, cabecera, campo, despacha_avisos, linea
 from escritorio import Escritorio, NoLlega
 
 ESTE = datetime.date.today().year
@@ -39,55 +40,8 @@ ASIENTO = {
     "1|5": ("1|5|5|89.88|89.88", ["1|5|14.98|3|40000105|57200002"] * 3),
     "2|1": ("2|1|6|36.6|36.6", ["2|1|18.3|2|521000103|572000001"]),
 }
-LINEAS = "Líneas del cargo"
 LISTA = "Atípicos"
 TECLAS_DE_UN_CARGO = 26  # of one line, from the main window to the accepted forecasts
-
-
-def campo(escritorio, nombre, texto):
-    """Types over what a box holds, once it has the focus, and moves on."""
-    escritorio.foco(nombre)
-    if texto:
-        escritorio.escribe(texto)
-    escritorio.teclas("Return")
-
-
-def cabecera(escritorio, proveedor, almacen="", fecha="", observaciones="", franquiciado=False):
-    """The header of a charge, from the warehouse on."""
-    campo(escritorio, "Almacén", almacen)
-    campo(escritorio, "Proveedor", proveedor)
-    campo(escritorio, "Fecha", fecha)
-    campo(escritorio, "Observaciones del cargo", observaciones)
-    escritorio.foco("Franquiciado")
-    escritorio.teclas(*(["space"] if franquiciado else []), "Return")
-
-
-def linea(escritorio, articulo, unidades, costo, observaciones=""):
-    """A line, accepted in the amount."""
-    campo(escritorio, "Artículo", articulo)
-    campo(escritorio, "Descripción del artículo", "")
-    campo(escritorio, "Observaciones de la línea", observaciones)
-    campo(escritorio, "Unidades", unidades)
-    campo(escritorio, "Costo", costo)
-    campo(escritorio, "Importe", "")
-    escritorio.foco("Artículo")
-
-
-def acepta(escritorio):
-    """Alt+A, the proposed forecasts as they are."""
-    escritorio.teclas("alt+a")
-    escritorio.ventana("Previsiones de Pago")
-    escritorio.foco("Importe de la previsión")
-    escritorio.teclas("F9")
-
-
-def despacha_avisos(escritorio):
-    """The notice of the save, and no print."""
-    escritorio.ventana("¡ Atención !")
-    escritorio.teclas("Return")
-    escritorio.ventana("Seleccione Destino")
-    escritorio.teclas("Escape")
-    escritorio.ventana("Reclamaciones a Proveedores")
 
 
 def guarda_el_primero(escritorio):

@@ -1,6 +1,7 @@
 #include "controls/qvProveedor.hpp"
 #include "controls/Twips.hpp"
 #include "tests/browser/EscenaVisor.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -15,7 +16,7 @@ struct EscenaAnchosVisor : EscenaVisor {
     bool ensancha(int ancho)
     {
         form.resize(ancho, form.height());
-        return QTest::qWaitFor([&] { return form.width() == ancho; }, 2000);
+        return QTest::qWaitFor([&] { return form.width() == ancho; }, atipicos::pruebas::paciencia);
     }
 
     [[nodiscard]] std::pair<int, int> selectores()

@@ -5,6 +5,7 @@
 #include "controls/VSFlexGrid.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/support/Dialogo.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Teclas.hpp"
 
 #include <QLabel>
@@ -53,7 +54,7 @@ struct EscenaVisor {
     void activa()
     {
         form.activateWindow();
-        if (!QTest::qWaitForWindowActive(&form))
+        if (!QTest::qWaitForWindowActive(&form, atipicos::pruebas::paciencia))
             qFatal("the browser does not become active");
     }
 

@@ -2,6 +2,7 @@
 #include "editor/frmCompras_Atipicos.hpp"
 #include "printing/frmImpresora.hpp"
 #include "tests/browser/EscenaVisor.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 

@@ -5,6 +5,7 @@
 #include "context/modComun.hpp"
 #include "tests/integracion/Banco.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -66,7 +67,7 @@ private slots:
         lanzador.Show();
         auto& visor = visor_abierto();
         QCOMPARE(static_cast<frmCompras_Atipicos_Visor&>(visor).Ejercicio, std::int16_t{ 2025 });
-        QVERIFY(QTest::qWaitForWindowActive(&visor));
+        QVERIFY(QTest::qWaitForWindowActive(&visor, atipicos::pruebas::paciencia));
         control(visor, "txtFechaF").setFocus();
         intro(); // nobody listens yet
         lanzador.set_AlBuscar(

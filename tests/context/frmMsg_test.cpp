@@ -1,6 +1,7 @@
 #include "context/frmMsg.hpp"
 
 #include "context/modMsgOp.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QApplication>
@@ -108,7 +109,7 @@ private slots:
     {
         frmMsg form;
         form.Show();
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        QVERIFY(QTest::qWaitForWindowExposed(&form, atipicos::pruebas::paciencia));
         bool bucle = false;
         QTimer::singleShot(0, &form, [&] { bucle = true; });
         const Pintadas pintadas(etiqueta(form));
@@ -149,7 +150,7 @@ private slots:
         {
             QLineEdit ventana;
             ventana.show();
-            QVERIFY(QTest::qWaitForWindowActive(&ventana));
+            QVERIFY(QTest::qWaitForWindowActive(&ventana, atipicos::pruebas::paciencia));
             modMsgOp::Mostrar("Leyendo");
             QCOMPARE(en_pantalla()->parentWidget(), &ventana);
         }

@@ -4,6 +4,7 @@
 #include "context/frmclsCompras_Atipicos.hpp"
 #include "editor/frmCompras_Atipicos.hpp"
 #include "tests/integracion/Banco.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -131,7 +132,7 @@ private slots:
         lanzador.Show();
         lanzador.set_EmpresaOrvalin(
             std::make_shared<orvalin::Empresa>(banco.bases().orvalin, std::int16_t{ 2 }, std::int32_t{ 1 }));
-        QVERIFY(QTest::qWaitForWindowActive(visores().front()));
+        QVERIFY(QTest::qWaitForWindowActive(visores().front(), atipicos::pruebas::paciencia));
         pruebas::control(*visores().front(), "txtFechaF").setFocus();
         pruebas::intro();
         QVERIFY(banco.parte->dichas.back().find(" WHERE pc.Cod_Empresa =2 AND") != std::string::npos);

@@ -1,6 +1,7 @@
 #include "controls/FicherosEnCastellano.hpp"
 
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QDateTime>

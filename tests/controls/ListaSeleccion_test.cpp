@@ -1,6 +1,7 @@
 #include "controls/ListaSeleccion.hpp"
 
 #include "controls/VSFlexGrid.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Teclas.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -33,7 +34,7 @@ struct Lista {
         : ventana(QStringLiteral("Buscar el proveedor"), fichas)
     {
         ventana.show();
-        if (!QTest::qWaitForWindowActive(&ventana))
+        if (!QTest::qWaitForWindowActive(&ventana, atipicos::pruebas::paciencia))
             qFatal("the window does not become active");
     }
 

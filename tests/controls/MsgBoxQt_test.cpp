@@ -1,6 +1,7 @@
 #include "controls/MsgBoxQt.hpp"
 
 #include "tests/support/Dialogo.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QAbstractButton>
@@ -166,7 +167,7 @@ private slots:
     {
         QWidget ventana;
         ventana.show();
-        QVERIFY(QTest::qWaitForWindowActive(&ventana));
+        QVERIFY(QTest::qWaitForWindowActive(&ventana, atipicos::pruebas::paciencia));
         QWidget* encima = nullptr;
         const auto respuesta = muestra({ "Hecho", "¡ Atención !" }, [&](QMessageBox& caja) {
             encima = caja.parentWidget();

@@ -9,6 +9,7 @@
 #include "tests/integracion/Banco.hpp"
 #include "tests/support/Contraste.hpp"
 #include "tests/support/Dialogo.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QSignalSpy>
@@ -47,7 +48,7 @@ template <class Picker> struct Caja : pruebas::Ventana<Picker> {
         const bool terminada
             = pruebas::con_dialogo<ListaSeleccion>([this] { this->pulsa(Qt::Key_F2); }, mientras);
         this->activateWindow(); // without a window manager nobody else does
-        return terminada && QTest::qWaitForWindowActive(this);
+        return terminada && QTest::qWaitForWindowActive(this, atipicos::pruebas::paciencia);
     }
 };
 
@@ -297,12 +298,12 @@ private slots:
         const auto pon_delante = [&delante] {
             delante.show();
             delante.activateWindow();
-            return QTest::qWaitForWindowActive(&delante);
+            return QTest::qWaitForWindowActive(&delante, atipicos::pruebas::paciencia);
         };
         const auto quita_de_delante = [&] {
             delante.hide();
             caja.activateWindow();
-            return QTest::qWaitForWindowActive(&caja);
+            return QTest::qWaitForWindowActive(&caja, atipicos::pruebas::paciencia);
         };
         QVERIFY(pon_delante());
         caja.control->set_Codigo(1);

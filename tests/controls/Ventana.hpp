@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Teclas.hpp"
 
 #include <QClipboard>
@@ -22,7 +23,7 @@ template <class Control> struct Ventana : QWidget {
         caja->addWidget(otro);
         show();
         control->setFocus();
-        if (!QTest::qWaitForWindowActive(this))
+        if (!QTest::qWaitForWindowActive(this, atipicos::pruebas::paciencia))
             qFatal("the window does not become active");
     }
 

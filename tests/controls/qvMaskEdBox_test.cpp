@@ -2,6 +2,7 @@
 
 #include "tests/controls/Ventana.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QApplication>

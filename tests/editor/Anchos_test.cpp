@@ -1,6 +1,7 @@
 #include "controls/Anclaje.hpp"
 #include "controls/Twips.hpp"
 #include "tests/editor/EscenaEditor.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QHeaderView>
@@ -30,7 +31,8 @@ struct EscenaAnchos : EscenaEditor {
     {
         const int ancho = anclaje().AnchoDeDiseno() + gana;
         form->resize(form->width() + ancho - rejilla().viewport()->width(), form->height());
-        return QTest::qWaitFor([&] { return rejilla().viewport()->width() == ancho; }, 2000);
+        return QTest::qWaitFor(
+            [&] { return rejilla().viewport()->width() == ancho; }, atipicos::pruebas::paciencia);
     }
 
     [[nodiscard]] std::vector<int> anchos()

@@ -5,6 +5,7 @@
 #include "controls/VSFlexGrid.hpp"
 #include "editor/frmCompras_Atipicos.hpp"
 #include "tests/integracion/Banco.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 
 #include <QLabel>
@@ -35,7 +36,7 @@ struct EscenaEditor {
         form->Almacen = almacen;
         form->Ejercicio = ejercicio;
         form->Show();
-        if (!QTest::qWaitForWindowActive(form.get()))
+        if (!QTest::qWaitForWindowActive(form.get(), atipicos::pruebas::paciencia))
             qFatal("the editor is not active");
         banco.parte->dichas.clear();
     }

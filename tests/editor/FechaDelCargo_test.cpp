@@ -1,5 +1,6 @@
 // The date of a charge: what is stored, typed in part or impossible.
 #include "tests/editor/EscenaEditor.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 using namespace atipicos;
@@ -25,7 +26,7 @@ private slots:
         form.Ejercicio = 2025;
         form.Almacen = 3;
         form.Show();
-        QVERIFY(QTest::qWaitForWindowActive(&form));
+        QVERIFY(QTest::qWaitForWindowActive(&form, atipicos::pruebas::paciencia));
         auto& fecha = control<qvMaskEdBox>(form, "txtFecha");
         QCOMPARE(fecha.text(), QStringLiteral("//"));
         QCOMPARE(control<VSFlexGrid>(form, "vsCargos").Rows(), 2);

@@ -1,4 +1,5 @@
 #include "tests/editor/EscenaEditor.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QCheckBox>

@@ -1,6 +1,7 @@
 #include "editor/frmEditor_Comentarios.hpp"
 
 #include "controls/qvTextoLargo.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -161,7 +162,7 @@ private slots:
         QWidget duena; // in a corner: over it Qt would put the dialog by itself
         duena.setGeometry(0, 0, 200, 150);
         duena.show();
-        QVERIFY(QTest::qWaitForWindowActive(&duena));
+        QVERIFY(QTest::qWaitForWindowActive(&duena, atipicos::pruebas::paciencia));
         frmEditor_Comentarios editor(&duena);
         const auto en_el_centro = [&] {
             const QRect pantalla = editor.screen()->geometry();
@@ -170,7 +171,7 @@ private slots:
                 && std::abs(propio.top() - pantalla.top() - (pantalla.height() - propio.height()) / 2) <= 1;
         };
         editor.show();
-        QVERIFY(QTest::qWaitForWindowActive(&editor));
+        QVERIFY(QTest::qWaitForWindowActive(&editor, atipicos::pruebas::paciencia));
         QVERIFY(en_el_centro());
         editor.move(30, 40);
         editor.hide();

@@ -17,6 +17,7 @@
 #include "printing/ImprimirAtipico.hpp"
 #include "tests/editor/EscenaEditor.hpp"
 #include "tests/hostil/Textos.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QClipboard>
@@ -118,7 +119,7 @@ private slots:
             app::Sesion sesion(opciones);
             app::frmPrincipal ventana(sesion, opciones);
             ventana.show();
-            QVERIFY(QTest::qWaitForWindowActive(&ventana));
+            QVERIFY(QTest::qWaitForWindowActive(&ventana, atipicos::pruebas::paciencia));
             // It fills itself after it is shown.
             QTRY_VERIFY(
                 control<QLabel>(ventana, "lblSinAsiento").text() != QStringLiteral("Se está mirando…"));
@@ -133,7 +134,7 @@ private slots:
             app::frmSesion dialogo(sesion.catalogos.empresas(), sesion.catalogos.usuarios(), &ventana);
             dialogo.elige(2, 3);
             dialogo.show();
-            QVERIFY(QTest::qWaitForWindowActive(&dialogo));
+            QVERIFY(QTest::qWaitForWindowActive(&dialogo, atipicos::pruebas::paciencia));
             QVERIFY(campos(dialogo).isEmpty());
             QVERIFY(castiga_lo_demas(dialogo) >= 2);
             QCOMPARE(dialogo.empresa(), std::int16_t{ 2 });
@@ -182,7 +183,7 @@ private slots:
             return DestinoImpresion{ "", qvoremp::dispositivo::pantalla, qvoremp::dispositivo::ninguno, 0 };
         }));
         auto& form = frmView::compartido();
-        QVERIFY(QTest::qWaitForWindowActive(&form));
+        QVERIFY(QTest::qWaitForWindowActive(&form, atipicos::pruebas::paciencia));
         const auto mostrado = elegido(form);
         QVERIFY(castiga(form) >= 2);
         QVERIFY(castiga_lo_demas(form) >= 2);
@@ -240,7 +241,7 @@ private slots:
         visor.Fecha_Inicial = dia("01/11/2026");
         visor.Fecha_Final = dia("30/11/2026");
         visor.Show();
-        QVERIFY(QTest::qWaitForWindowActive(&visor));
+        QVERIFY(QTest::qWaitForWindowActive(&visor, atipicos::pruebas::paciencia));
         QVERIFY(castiga(visor) >= 4);
         QVERIFY(banco.estado() == antes);
         for (const auto* caja : { "txtFechaI", "txtFechaF" })

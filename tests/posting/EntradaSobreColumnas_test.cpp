@@ -2,6 +2,7 @@
 #include "controls/VSFlexGrid.hpp"
 #include "posting/frmCompras_Atipicos_Contabilizar.hpp"
 #include "tests/integracion/Banco.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -20,7 +21,7 @@ struct EscenaSobreColumnas {
     EscenaSobreColumnas()
     {
         dialogo.show();
-        if (!QTest::qWaitForWindowActive(&dialogo))
+        if (!QTest::qWaitForWindowActive(&dialogo, atipicos::pruebas::paciencia))
             qFatal("the dialog is not active");
     }
 

@@ -8,6 +8,7 @@
 #include "controls/Twips.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "tests/integracion/Banco.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -36,7 +37,7 @@ struct Escena {
         dialogo = std::make_unique<frmCompras_Atipicos_Contabilizar>(
             Contabilizacion{ moneda(importe), proveedor, dia(fecha), 1, proponer });
         dialogo->show();
-        if (!QTest::qWaitForWindowActive(dialogo.get()))
+        if (!QTest::qWaitForWindowActive(dialogo.get(), atipicos::pruebas::paciencia))
             qFatal("the dialog is not active");
     }
 

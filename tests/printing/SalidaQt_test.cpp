@@ -3,10 +3,12 @@
 
 #include "controls/qvImpresoras.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QApplication>
 #include <QFile>
+#include <QLocalSocket>
 #include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -61,7 +63,7 @@ private:
     int m_trabajos = 0;
 };
 
-constexpr auto configuracion = R"(Listen 127.0.0.1:%1
+constexpr auto configuracion = R"(Listen %1
 Browsing No
 DefaultAuthType None
 WebInterface No
@@ -95,22 +97,23 @@ public:
         fs::permissions(ruta, fs::perms::others_exec | fs::perms::group_exec, fs::perm_options::add);
         for (const auto* subcarpeta : { "root", "spool", "cache", "run", "tmp" })
             fs::create_directory(ruta / subcarpeta);
-        const auto puerto = puerto_libre();
         const auto base = m_carpeta.path();
-        escribe(base + QStringLiteral("/root/cupsd.conf"), QString::fromUtf8(configuracion).arg(puerto));
+        const auto enchufe = base + QStringLiteral("/run/cups.sock");
+        escribe(base + QStringLiteral("/root/cupsd.conf"), QString::fromUtf8(configuracion).arg(enchufe));
         escribe(base + QStringLiteral("/root/cups-files.conf"), QString::fromUtf8(ficheros).arg(base));
-        qputenv("CUPS_SERVER", "127.0.0.1:" + QByteArray::number(puerto));
+        qputenv("CUPS_SERVER", enchufe.toUtf8());
         m_proceso.start(QStringLiteral("/usr/sbin/cupsd"),
             { QStringLiteral("-f"), QStringLiteral("-c"), base + QStringLiteral("/root/cupsd.conf"),
                 QStringLiteral("-s"), base + QStringLiteral("/root/cups-files.conf") });
-        for (int vez = 0; vez < 100; ++vez) {
-            QTcpSocket prueba;
-            prueba.connectToHost(QHostAddress::LocalHost, puerto);
-            if (prueba.waitForConnected(100))
-                return true;
-            QTest::qWait(50);
-        }
-        return false;
+        const auto atiende = [&] {
+            QLocalSocket prueba;
+            prueba.connectToServer(enchufe);
+            return prueba.waitForConnected(100);
+        };
+        return m_proceso.waitForStarted(atipicos::pruebas::paciencia)
+            && QTest::qWaitFor([&] { return atiende() || m_proceso.state() == QProcess::NotRunning; },
+                atipicos::pruebas::paciencia)
+            && m_proceso.state() == QProcess::Running;
     }
     Cups() = default;
     Cups(const Cups&) = delete;
@@ -118,7 +121,7 @@ public:
     ~Cups()
     {
         m_proceso.terminate();
-        m_proceso.waitForFinished();
+        m_proceso.waitForFinished(atipicos::pruebas::paciencia);
     }
 
     static bool ejecuta(const char* programa, const QStringList& argumentos)
@@ -127,12 +130,6 @@ public:
     }
 
 private:
-    static quint16 puerto_libre()
-    {
-        QTcpServer servidor;
-        servidor.listen(QHostAddress::LocalHost);
-        return servidor.serverPort();
-    }
     static void escribe(const QString& nombre, const QString& texto)
     {
         QFile fichero(nombre);
@@ -174,7 +171,7 @@ private slots:
     void a_report_reaches_the_printer_whole()
     {
         SalidaQt([](const auto&) {}).imprime(ReportDePrueba(), "Laser");
-        QTRY_COMPARE_WITH_TIMEOUT(m_impresora.trabajos(), 1, 20'000);
+        QTRY_COMPARE(m_impresora.trabajos(), 1);
         QVERIFY(m_impresora.recibido().startsWith("%PDF-"));
         const atipicos::pruebas::CarpetaTemporal carpeta;
         const auto nombre = QString::fromStdString((carpeta / "impreso.pdf").string());
@@ -184,7 +181,7 @@ private slots:
         fichero.close();
         QProcess texto;
         texto.start(QStringLiteral("pdftotext"), { nombre, QStringLiteral("-") });
-        QVERIFY(texto.waitForFinished());
+        QVERIFY(texto.waitForFinished(atipicos::pruebas::paciencia));
         const auto leido = QString::fromUtf8(texto.readAllStandardOutput());
         for (int hoja = 1; hoja <= 3; ++hoja)
             QVERIFY(leido.contains(QStringLiteral("Ñandú, 1.234,56 €, hoja %1\n").arg(hoja)));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/Paciencia.hpp"
 #include <QApplication>
 #include <QDialog>
 #include <QPointer>
@@ -65,7 +66,8 @@ template <class Dialogo>
         const QPointer<QWidget> ventana(&abierto);
         if (auto* dialogo = qobject_cast<Dialogo*>(&abierto))
             mientras(*dialogo);
-        terminado = QTest::qWaitFor([&] { return ventana.isNull() || !ventana->isVisible(); }, 1000);
+        terminado = QTest::qWaitFor(
+            [&] { return ventana.isNull() || !ventana->isVisible(); }, atipicos::pruebas::paciencia);
         if (!terminado)
             ventana->close();
     });

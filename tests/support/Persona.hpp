@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/Dialogo.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Teclas.hpp"
 
 #include <QAbstractButton>
@@ -31,7 +32,7 @@ inline QWidget& enfocado()
             for (QWidget* ventana : QApplication::topLevelWidgets())
                 if (ventana->isVisible() && (ventana->parentWidget() != nullptr) == con_propietaria)
                     ventana->activateWindow();
-    if (!QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }))
+    if (!QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }, atipicos::pruebas::paciencia))
         qFatal("no control has the focus");
     return *QApplication::focusWidget();
 }
@@ -59,7 +60,7 @@ inline void atajo(Qt::Key letra)
             = ventana.isNull() ? QList<QAbstractButton*>() : ventana->findChildren<QAbstractButton*>();
         return std::any_of(botones.begin(), botones.end(), [](auto* boton) { return boton->isDown(); });
     };
-    if (!QTest::qWaitFor([&] { return !hundido(); }))
+    if (!QTest::qWaitFor([&] { return !hundido(); }, atipicos::pruebas::paciencia))
         qFatal("a button stays down");
 }
 
