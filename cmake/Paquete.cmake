@@ -1,6 +1,6 @@
 # The Debian package: what a distribution asks of one beside the installed files, and what makes it.
-set(fecha_de_version "2026-11-21")
-set(fecha_de_version_larga "Sat, 21 Nov 2026 12:00:00 +0000")
+execute_process(COMMAND date --utc --rfc-email "--date=${fecha_de_version} 12:00"
+    OUTPUT_VARIABLE fecha_de_version_larga OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 set(CPACK_PACKAGE_CONTACT "The authors of QVORComprasAtip <qvorcomprasatip@users.noreply.github.com>")
 
 # Distributions want manual pages and changes compressed, and the same bytes from the same sources.
@@ -41,4 +41,9 @@ set(CPACK_STRIP_FILES ON)
 # cpack by itself builds nothing, and ./run only what it runs.
 set(CPACK_INSTALL_COMMANDS
     "\"${CMAKE_COMMAND}\" --build \"${PROJECT_BINARY_DIR}\" --target documentos muestra QVORComprasAtip")
+
+# The sources in one file: packaging/fuente.sh, which gives it a folder with nothing else in it.
+set(CPACK_SOURCE_GENERATOR TXZ)
+set(CPACK_SOURCE_PACKAGE_FILE_NAME "atipicos-${PROJECT_VERSION}")
+set(CPACK_SOURCE_IGNORE_FILES "/build/")
 include(CPack)

@@ -2,7 +2,7 @@
 """A host in Python: it lends the component a company and a connection of its own, numbers a charge, inserts it, goes
 through its lines, and reads the errors that it provokes.
 
-    python3 anfitrion.py libQVORComprasAtip.so.0
+    python3 anfitrion.py libQVORComprasAtip.so.1
 """
 import datetime
 import decimal
@@ -142,7 +142,7 @@ def main():
     os.environ["QVORCOMPRASATIP_AVISOS"] = "consola"  # nobody looks at this host: boxes become lines
     base = sqlite3.connect(":memory:", isolation_level=None)
     base.executescript(TABLAS)
-    componente = Componente(sys.argv[1] if len(sys.argv) > 1 else "libQVORComprasAtip.so.0")
+    componente = Componente(sys.argv[1] if len(sys.argv) > 1 else "libQVORComprasAtip.so.1")
 
     cargo = componente.nuevo(CLS_ATIPICO)
     cargo.pon("EmpresaOrvalin", presta(Empresa()))
