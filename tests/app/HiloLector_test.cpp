@@ -1,6 +1,7 @@
 #include "host/ventanas/HiloLector.hpp"
 
 #include "tests/support/CarpetaTemporal.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QTest>

@@ -93,7 +93,7 @@ struct EscenaPanel {
 void elige_dos(const EscenaPanel& escena)
 {
     escena.abre();
-    if (!QTest::qWaitFor([&] { return escena.filas() == 4; }))
+    if (!QTest::qWaitFor([&] { return escena.filas() == 4; }, atipicos::pruebas::paciencia))
         qFatal("the list is not filled");
     pulsa(Qt::Key_L, Qt::AltModifier);
     pulsa(Qt::Key_Down, Qt::ShiftModifier);

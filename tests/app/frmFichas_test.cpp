@@ -3,6 +3,7 @@
 #include "host/ventanas/frmPrincipal.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 #include "tests/support/Contexto.hpp"
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -43,7 +44,7 @@ struct EscenaFichas {
     void abre() const
     {
         ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get()))
+        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
             qFatal("the main window is not active");
     }
 
@@ -194,7 +195,7 @@ private slots:
             const AlAbrirse anular(
                 [&](QWidget& dialogo) {
                     auto& sobran = control<QPushButton>(dialogo, "cmdAnular");
-                    QTRY_VERIFY_WITH_TIMEOUT(sobran.isEnabled(), 20'000);
+                    QTRY_VERIFY(sobran.isEnabled());
                     QCOMPARE(control<QLabel>(dialogo, "lblEstado").text(),
                         QStringLiteral("Sobra 1 asiento, por 107,00. Anular uno hace otro con los mismos "
                                        "apuntes al contrario."));

@@ -31,7 +31,7 @@ namespace {
     int muertes() { return std::getenv("ATIPICOS_PRUEBA_LARGA") != nullptr ? 50 : 3; }
 
     /// What each workstation has been told; it saves one charge after the other, by number.
-    struct Puesto {
+    struct PuestoEnRelevo {
         std::atomic<int> dichos = 0; ///< saves that were reported as done, one after the other
         std::atomic<int> sin_guardar = 0; ///< that were told to have left nothing, and were repeated
         std::atomic<int> sin_saber = 0; ///< of which nobody could say
@@ -39,7 +39,7 @@ namespace {
     };
 
     struct Oficina {
-        std::array<Puesto, puestos_del_relevo> puestos;
+        std::array<PuestoEnRelevo, puestos_del_relevo> puestos;
         std::atomic<bool> cierra = false;
 
         static Oficina& compartida()
@@ -64,7 +64,7 @@ namespace {
     }
 
     /// Saves one until it is told to be saved, as a person does who is told to repeat it.
-    void guarda_uno(Banco& banco, Puesto& puesto, std::size_t cual, int numero)
+    void guarda_uno(Banco& banco, PuestoEnRelevo& puesto, std::size_t cual, int numero)
     {
         for (;;) {
             banco.avisos->dichos.clear();
@@ -194,11 +194,11 @@ namespace {
             sin_guardar += puesto.sin_guardar;
             sin_saber += puesto.sin_saber;
             perdidos += puesto.dichos
-                - cuantos("SELECT COUNT(DISTINCT observ) FROM " + tabla + " WHERE observ LIKE 'Puesto "
-                    + std::to_string(cual) + ",%'");
+                - cuantos("SELECT COUNT(DISTINCT observ) FROM " + tabla
+                    + " WHERE observ LIKE 'Puesto " + std::to_string(cual) + ",%'");
         }
-        const int repetidos = cuantos(
-            "SELECT COUNT(*) - COUNT(DISTINCT observ) FROM " + tabla + " WHERE observ LIKE 'Puesto %'");
+        const int repetidos = cuantos("SELECT COUNT(*) - COUNT(DISTINCT observ) FROM " + tabla
+            + " WHERE observ LIKE 'Puesto %'");
         const int guardados = cuantos("SELECT COUNT(*) FROM " + tabla) - de_antes;
         const auto verificado = app::verifica(bases::abre_bases(lugar()));
         EXPECT_EQ(perdidos, 0);
