@@ -61,7 +61,7 @@ namespace {
         const auto hecha = programa("actualizar");
         EXPECT_EQ(hecha.estado, 0);
         EXPECT_EQ(hecha.salida,
-            "Actualizada datos de la versión 1 a la 5.\n"
+            "Actualizada datos de la versión 1 a la 6.\n"
             "El fichero anterior se guarda como datos/orvalin.db.anterior; retírelo cuando ya no lo quiera.\n"
             "El fichero anterior se guarda como datos/bexmor.db.anterior; retírelo cuando ya no lo "
             "quiera.\n");
@@ -106,7 +106,7 @@ namespace {
         const auto posterior = programa("actualizar --datos hoy");
         EXPECT_EQ(posterior.estado, 1);
         EXPECT_EQ(posterior.errores,
-            "atipicos: «hoy/empresa.db»: tiene la versión 99 de las tablas y este programa llega hasta la 5. "
+            "atipicos: «hoy/empresa.db»: tiene la versión 99 de las tablas y este programa llega hasta la 6. "
             "Use "
             "la última versión del programa.\n");
         const auto nada = programa("actualizar --datos nada");

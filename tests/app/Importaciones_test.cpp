@@ -107,8 +107,8 @@ namespace {
     {
         bases.orvalin->Execute("CREATE TRIGGER no BEFORE INSERT ON Importaciones"
                                " BEGIN SELECT RAISE(ABORT, 'no se admite'); END");
-        EXPECT_EQ(
-            error_de([&] { importaciones.anota(*bases.orvalin, "R1", "c", 1, cargo); }), "no se admite");
+        EXPECT_EQ(error_de([&] { importaciones.anota(*bases.orvalin, "R1", "c", 1, cargo); }),
+            "La base de datos no admite el cambio (no se admite).");
     }
 
 }

@@ -117,7 +117,11 @@ namespace {
             if (una.nombre == std::string("listar"))
                 static_cast<void>(una.declara(listar, { comunes, sin_ventanas }));
         const std::string ayuda = listar.get_option("--formato")->get_description();
-        const std::string seccion = apartados_de(pagina_del_manual("ordenes"), "##").at(6).second;
+        const auto secciones = apartados_de(pagina_del_manual("ordenes"), "##");
+        const auto suya = std::find_if(
+            secciones.begin(), secciones.end(), [](const auto& una) { return una.first == "listar"; });
+        ASSERT_NE(suya, secciones.end());
+        const std::string& seccion = suya->second;
         for (const auto* formato : { "tabla", "csv", "json", "xlsx" }) {
             EXPECT_NE(ayuda.find(formato), std::string::npos);
             EXPECT_NE(seccion.find("`" + std::string(formato) + "`"), std::string::npos) << formato;

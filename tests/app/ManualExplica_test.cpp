@@ -120,14 +120,14 @@ namespace {
     /// The name of a control and its caption.
     bool es_de_un_control(const std::string& mensaje)
     {
-        return mensaje.rfind("…txt", 0) == 0 || mensaje.rfind("cmd", 0) == 0;
+        return mensaje.rfind("…txt", 0) == 0 || mensaje.rfind("cmd", 0) == 0 || mensaje.rfind("mnu", 0) == 0;
     }
 
     TEST(ManualExplica, every_message_of_the_program_is_explained)
     {
         // Parts of others, states in a table, and the caption of a file dialog.
         const std::set<std::string> partes{ " Compare los cargos.", " No se ha registrado nada.",
-            "… del almacén ….", "… es del ….", "…registrada…ya registrada" };
+            "… del almacén ….", "… es del ….", "…registrada…ya registrada", "…Asientos anulados" };
         auto del_manual = mensajes_del_manual();
         for (auto& trozos : del_manual)
             std::transform(trozos.begin(), trozos.end(), trozos.begin(), &sin_mayuscula);

@@ -178,11 +178,11 @@ namespace {
         EXPECT_EQ(antes.estado, 1);
         EXPECT_EQ(antes.errores,
             "atipicos: «" + lugar
-                + "»: tiene la versión 1 de las tablas y este programa usa la 5. Actualícelas con: atipicos "
+                + "»: tiene la versión 1 de las tablas y este programa usa la 6. Actualícelas con: atipicos "
                   "actualizar --conexion '"
                 + lugar + "'\n");
         EXPECT_EQ(programa("actualizar" + conexion()).salida,
-            "Actualizada " + lugar + " de la versión 1 a la 5.\n");
+            "Actualizada " + lugar + " de la versión 1 a la 6.\n");
         EXPECT_EQ(programa("actualizar" + conexion()).salida,
             "Ya está al día: " + lugar + " tiene la versión 6.\n");
         EXPECT_EQ(programa("verificar" + conexion()).estado, 0);

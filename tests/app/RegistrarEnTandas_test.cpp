@@ -66,8 +66,10 @@ namespace {
         const auto ejecucion = programa("registrar r.csv");
         EXPECT_EQ(ejecucion.estado, 1);
         EXPECT_EQ(ejecucion.errores,
-            "[error] r.csv, fila 7: «R5» no se ha registrado: no se admite\n"
-            "[error] r.csv, fila 10: «R8» no se ha registrado: no se admite\n");
+            "[error] r.csv, fila 7: «R5» no se ha registrado: La base de datos no admite el cambio (no se "
+            "admite).\n"
+            "[error] r.csv, fila 10: «R8» no se ha registrado: La base de datos no admite el cambio (no se "
+            "admite).\n");
         EXPECT_THAT(ejecucion.salida, EndsWith("\n10 registradas, 0 ya lo estaban, 2 rechazadas.\n"));
         EXPECT_EQ(en_la_base().size(), 10U);
         EXPECT_THAT(ejecucion.salida, HasSubstr("R11         AT260010"));

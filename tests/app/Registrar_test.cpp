@@ -120,7 +120,9 @@ namespace {
         const auto ejecucion = registra(pruebas::cabecera
             + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR1;;;;;;;Gas;1;10;\nR2;1;101;21/11/2026;;;;Agua;1;10;\n");
         EXPECT_EQ(ejecucion.estado, 1);
-        EXPECT_EQ(ejecucion.errores, "[error] r.csv, fila 2: «R1» no se ha registrado: línea no admitida\n");
+        EXPECT_EQ(ejecucion.errores,
+            "[error] r.csv, fila 2: «R1» no se ha registrado: La base de datos no admite el cambio (línea no "
+            "admitida).\n");
         EXPECT_THAT(ejecucion.salida, HasSubstr("\nR2          AT260001"));
         EXPECT_THAT(ejecucion.salida, EndsWith("\n1 registradas, 0 ya lo estaban, 1 rechazadas.\n"));
         EXPECT_THAT(programa("verificar").salida,
@@ -137,7 +139,9 @@ namespace {
             + "R1;1;101;21/11/2026;;;;Agua;1;10;\nR2;1;101;21/11/2026;mala;;;Agua;1;10;\n"
               "R3;1;101;21/11/2026;;;;Agua;1;10;\n");
         EXPECT_EQ(ejecucion.estado, 1);
-        EXPECT_EQ(ejecucion.errores, "[error] r.csv, fila 3: «R2» no se ha registrado: cargo no admitido\n");
+        EXPECT_EQ(ejecucion.errores,
+            "[error] r.csv, fila 3: «R2» no se ha registrado: La base de datos no admite el cambio (cargo no "
+            "admitido).\n");
         EXPECT_THAT(ejecucion.salida, EndsWith("\n2 registradas, 0 ya lo estaban, 1 rechazadas.\n"));
         EXPECT_EQ(consulta("SELECT COUNT(*) FROM Importaciones"), Variant(2));
         EXPECT_EQ(consulta("SELECT COUNT(*) FROM Importaciones WHERE Referencia = 'R2'"), Variant(0));

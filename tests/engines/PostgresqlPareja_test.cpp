@@ -161,7 +161,7 @@ namespace {
         });
         contabilidad->Execute("INSERT INTO Contable.dbo.Apuntes (Id, Dia) VALUES (4, '09/02/2026')");
         EXPECT_EQ(lee(*gestion, "SELECT a.Id FROM Contable.dbo.Apuntes a WHERE a.Dia ='09/02/2026'"), "4");
-        EXPECT_THAT(al_ejecutar(*gestion, "DELETE FROM Otra.dbo.Apuntes").descripcion, EndsWith("0A000]"));
+        EXPECT_THAT(al_ejecutar(*gestion, "DELETE FROM Otra.dbo.Apuntes").descripcion, EndsWith("0A000])."));
     }
 
     TEST_F(PostgresqlPareja, settings_are_those_of_the_one_session)

@@ -220,7 +220,8 @@ namespace {
     {
         empieza();
         gestion.Execute("UPDATE SinRespuestaAlDeshacer SET a = 1");
-        EXPECT_THAT(deshaz(gestion), StartsWith("SinRespuestaAlDeshacer"));
+        EXPECT_THAT(
+            deshaz(gestion), StartsWith("La base de datos ha dado un error (SinRespuestaAlDeshacer ["));
         EXPECT_EQ(deshaz(contabilidad), "no error");
         static_cast<void>(dicho());
         contabilidad.Execute("DELETE FROM Apuntes");
@@ -236,7 +237,8 @@ namespace {
             empieza();
             gestion.Execute("UPDATE SinSitioAlConfirmar SET a = 1");
             gestion.CommitTrans();
-            EXPECT_THAT(confirma(contabilidad), StartsWith("SinSitioAlConfirmar"));
+            EXPECT_THAT(confirma(contabilidad),
+                StartsWith("La base de datos no ha podido hacer lo que se le pedía (SinSitioAlConfirmar ["));
             EXPECT_EQ(deshaz(primero_gestion ? gestion : contabilidad), "no error");
             EXPECT_EQ(deshaz(primero_gestion ? contabilidad : gestion), "no error");
             EXPECT_THAT(dicho(),
@@ -410,7 +412,8 @@ namespace {
             guarda();
             empieza();
             gestion.Execute("UPDATE SinSitioAlVolver SET a = 1");
-            EXPECT_THAT(deshaz(gestion), StartsWith("SinSitioAlVolver"));
+            EXPECT_THAT(deshaz(gestion),
+                StartsWith("La base de datos no ha podido hacer lo que se le pedía (SinSitioAlVolver ["));
             EXPECT_EQ(dicho().back(), deshace);
             EXPECT_EQ(deshaz(contabilidad), "no error");
             EXPECT_EQ(error([&] { unidad.confirma(); }), perdida);

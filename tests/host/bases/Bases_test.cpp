@@ -164,7 +164,7 @@ namespace {
             pon_version("7");
             EXPECT_EQ(al_abrir(),
                 "«" + (carpeta / "empresa.db").string()
-                    + "»: tiene la versión 7 de las tablas y este programa llega hasta la 5. Use la última "
+                    + "»: tiene la versión 7 de las tablas y este programa llega hasta la 6. Use la última "
                       "versión del "
                       "programa.");
             pon_version("1");
