@@ -194,11 +194,11 @@ namespace {
             sin_guardar += puesto.sin_guardar;
             sin_saber += puesto.sin_saber;
             perdidos += puesto.dichos
-                - cuantos("SELECT COUNT(DISTINCT observ) FROM " + tabla
-                    + " WHERE observ LIKE 'Puesto " + std::to_string(cual) + ",%'");
+                - cuantos("SELECT COUNT(DISTINCT observ) FROM " + tabla + " WHERE observ LIKE 'Puesto "
+                    + std::to_string(cual) + ",%'");
         }
-        const int repetidos = cuantos("SELECT COUNT(*) - COUNT(DISTINCT observ) FROM " + tabla
-            + " WHERE observ LIKE 'Puesto %'");
+        const int repetidos = cuantos(
+            "SELECT COUNT(*) - COUNT(DISTINCT observ) FROM " + tabla + " WHERE observ LIKE 'Puesto %'");
         const int guardados = cuantos("SELECT COUNT(*) FROM " + tabla) - de_antes;
         const auto verificado = app::verifica(bases::abre_bases(lugar()));
         EXPECT_EQ(perdidos, 0);
