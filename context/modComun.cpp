@@ -117,7 +117,7 @@ std::shared_ptr<adodb::Recordset> CreateRecordset(Donde donde)
         std::shared_ptr<adodb::Connection> conexion;
         std::unique_ptr<adodb::Recordset> filas;
     };
-    auto ambas = std::make_shared<ConSuConexion>(std::move(conexion), std::move(filas));
+    auto ambas = std::make_shared<ConSuConexion>(ConSuConexion{ std::move(conexion), std::move(filas) });
     auto* unas = ambas->filas.get();
     return { std::move(ambas), unas };
 }

@@ -194,20 +194,21 @@ Respuesta Enlace::toma() noexcept
 
 void Enlace::espera_respuesta()
 {
-    using Reloj = std::chrono::steady_clock;
-    constexpr std::chrono::milliseconds un_momento{ 250 };
-    auto desde = Reloj::now();
+    using RelojDeEspera = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds un_rato{ 250 };
+    auto desde = RelojDeEspera::now();
     const auto limite
         = m_lectura != nullptr ? mientras_se_lee_como_mucho + lo_que_tarda_en_decirlo : m_limite;
     while (PQstatus(get()) == CONNECTION_OK && PQisBusy(get()) == 1) {
         pollfd enchufe{ PQsocket(get()), POLLIN, 0 };
-        if (poll(&enchufe, 1, static_cast<int>(un_momento.count())) > 0) {
+        if (poll(&enchufe, 1, static_cast<int>(un_rato.count())) > 0) {
             if (PQconsumeInput(get()) != 1)
                 return;
-            desde = Reloj::now();
+            desde = RelojDeEspera::now();
             continue;
         }
-        const auto callado = std::chrono::duration_cast<std::chrono::milliseconds>(Reloj::now() - desde);
+        const auto callado
+            = std::chrono::duration_cast<std::chrono::milliseconds>(RelojDeEspera::now() - desde);
         if (callado >= limite)
             return corta("no contesta desde hace " + std::to_string(callado.count() / 1'000) + " s");
         if (m_sigue_esperando && !m_sigue_esperando(callado))

@@ -112,6 +112,7 @@ int regularizar(const OpcionesComunes& comunes, const OpcionesRegularizar& opcio
         return no_hecho;
     }
     std::vector<ClaveAsiento> cuales;
+    cuales.reserve(elegidos.size());
     for (const auto& uno : elegidos)
         cuales.push_back(uno.asiento);
     const Regularizador quien{ fecha, CStr(modComun::EmpresaOrvalin()->Parametro(claves::UsuarioActual)),

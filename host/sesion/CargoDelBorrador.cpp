@@ -47,9 +47,11 @@ std::optional<std::string> codigo_guardado(
             + std::to_string(borrador.Proveedor) + " AND Fecha ='" + fecha->texto() + "'");
     for (; !rs->Eof(); rs->MoveNext()) {
         const auto codigo = adodb::texto(*rs, "Codigo");
+        auto las_suyas = donde;
+        las_suyas.append(" AND Codigo ='").append(codigo).append("'");
         if (CCur(rs->Fields("Importe").Value()) == borrador.Total
             && CDate(rs->Fields("Hora").Value()) >= leido.momento
-            && son_sus_lineas(conexion, donde + " AND Codigo ='" + codigo + "'", borrador.Lineas))
+            && son_sus_lineas(conexion, las_suyas, borrador.Lineas))
             return codigo;
     }
     return std::nullopt;
