@@ -20,7 +20,7 @@ namespace {
     constexpr std::uint8_t entrada = 0x10;
     constexpr std::uint8_t saludo = 0x12;
 
-    std::string de_pocas(std::uint32_t valor, std::size_t bytes) // the lowest one first
+    std::string de_pocas(std::uint64_t valor, std::size_t bytes) // the lowest one first
     {
         std::string texto;
         for (std::size_t i = 0; i < bytes; ++i)
