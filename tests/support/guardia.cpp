@@ -82,17 +82,19 @@ void acaba_con(const std::string& carpeta)
 }
 
 /// What the other process does.
-[[noreturn]] void vigila(int prueba, pid_t grupo, const std::string& carpeta)
+[[noreturn]] void vigila(int prueba, pid_t proceso, pid_t grupo, const std::string& carpeta)
 {
-    unsetenv(
-        "TMPDIR"); // in vain for /proc, which shows what a process began with: that was before it was set
     const int nada = open("/dev/null", O_RDWR);
     for (const int flujo : { STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO })
         dup2(nada, flujo); // or whoever reads them would wait for this process too
     for (const int aviso : { SIGHUP, SIGINT, SIGTERM })
         std::signal(aviso, SIG_IGN);
     pollfd fin{ prueba, POLLIN, 0 };
-    while (poll(&fin, 1, -1) < 0 && errno == EINTR) { }
+    if (prueba < 0) { // a system without descriptors of processes
+        while (kill(proceso, 0) == 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    while (prueba >= 0 && poll(&fin, 1, -1) < 0 && errno == EINTR) { }
     kill(-grupo, SIGKILL);
     acaba_con(carpeta);
     std::error_code da_igual;
@@ -119,8 +121,9 @@ int main(int argc, char** argv)
     if (mkdtemp(carpeta.data()) == nullptr || chmod(carpeta.c_str(), S_IRWXU | S_IXGRP | S_IXOTH) != 0)
         no_puede(carpeta.c_str());
     const int yo = static_cast<int>(syscall(SYS_pidfd_open, getpid(), 0));
-    if (yo < 0 || fcntl(yo, F_SETFD, FD_CLOEXEC) < 0)
-        no_puede("pidfd_open");
+    if (yo >= 0)
+        fcntl(yo, F_SETFD, FD_CLOEXEC);
+    const pid_t proceso = getpid();
     setpgid(0, 0); // refused to the leader of a session, which has a group of its own
     const pid_t grupo = getpgrp();
     const pid_t intermedio = fork();
@@ -130,7 +133,7 @@ int main(int argc, char** argv)
         // Nobody's child: who kills a test and all its children does not find it.
         setsid();
         if (fork() == 0)
-            vigila(yo, grupo, carpeta);
+            vigila(yo, proceso, grupo, carpeta);
         _exit(EXIT_SUCCESS);
     }
     waitpid(intermedio, nullptr, 0);
