@@ -77,6 +77,11 @@ def formularios():
             yield from (f"{carpeta}/{fuente.removesuffix('.cpp')}" for fuente in fuentes.split())
 
 
+def programa(prueba):
+    """The name of the program of that test of ctest, which stands behind its guard."""
+    return pathlib.Path(prueba["command"][1]).name if len(prueba["command"]) > 1 else ""
+
+
 class Nucleo:
     """A folder of the core, and its unit tests."""
 
@@ -106,14 +111,14 @@ class Formularios:
     def __init__(self, carpeta, nombres):
         self.nombre = carpeta
         self.nombres = nombres
-        programa, self.jueces = JUECES.get(carpeta, (f"pruebas_{carpeta}_ventanas", None))
-        self.programas = [programa]
+        propio, self.jueces = JUECES.get(carpeta, (f"pruebas_{carpeta}_ventanas", None))
+        self.programas = [propio]
 
     def es_juez(self, prueba):
         """Whether that test of ctest judges them."""
         if self.jueces:
             return prueba["name"].removesuffix("_test") in self.jueces
-        return pathlib.Path(prueba["command"][0]).name == self.programas[0]
+        return programa(prueba) == self.programas[0]
 
     def fuentes(self):
         """Those that were asked for."""
@@ -151,7 +156,7 @@ def pruebas(parte):
         entorno = {"ATIPICOS_TEXTOS_AL_AZAR": "20000"}
         entorno |= dict(linea.split("=", 1) for linea in propiedades.get("ENVIRONMENT", []))
         orden = una["command"]
-        if pathlib.Path(orden[0]).name.endswith("_ventanas"):
+        if programa(una).endswith("_ventanas"):
             funciones = ejecuta([*orden, "-functions"], env={**os.environ, **entorno}).stdout
             for funcion in re.findall(r"^(\w+)\(\)$", funciones, re.M):
                 yield Prueba(f"{una['name']}:{funcion}", [*orden, funcion], entorno)
@@ -184,7 +189,7 @@ def configura(parte):
 
 def construye(parte):
     """What the builder says; nothing if all went well."""
-    hecho = ejecuta(["ninja", "-C", str(parte.construida), "-j2", "--quiet", *parte.programas])
+    hecho = ejecuta(["ninja", "-C", str(parte.construida), "-j2", "--quiet", "guardia", *parte.programas])
     return hecho.stdout if hecho.returncode != 0 else ""
 
 
