@@ -2,6 +2,7 @@
 #include "editor/frmCompras_Atipicos.hpp"
 
 #include "context/modComun.hpp"
+#include "context/trap.hpp"
 #include "controls/Texto.hpp"
 #include "ui_frmCompras_Atipicos.h"
 
