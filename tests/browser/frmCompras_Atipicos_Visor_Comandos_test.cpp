@@ -205,6 +205,7 @@ private slots:
         QFETCH(const QString, titulo);
         ConTresCargos visor;
         const auto antes = visor.banco.estado();
+        visor.lista().set_Row(2);
         visor.banco.parte->falla_en = static_cast<std::size_t>(operacion);
         visor.responde(Respuesta::Si);
         visor.clic("cmdEliminar");
@@ -212,6 +213,7 @@ private slots:
         QVERIFY(visor.banco.avisos->dichos[1].texto.ends_with("] fallo provocado"));
         QVERIFY(visor.banco.estado() == antes);
         QCOMPARE(visor.lista().Rows(), 4);
+        QCOMPARE(visor.lista().Row(), 2); // the list has not been read again
         QCOMPARE(visor.comandos(), QStringLiteral("enabled"));
     }
 

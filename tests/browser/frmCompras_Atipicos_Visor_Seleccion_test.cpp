@@ -179,6 +179,11 @@ private slots:
         QCOMPARE(visor.lista().Row(), 3);
         QCOMPARE(visor.pestanas().currentIndex(), 0);
         QCOMPARE(visor.form.focusWidget(), &visor.lista());
+        visor.lista().set_Row(1);
+        visor.codigo("txtProveedor").setFocus();
+        visor.pulsa(Qt::Key_F6);
+        QCOMPARE(visor.lista().Row(), 3);
+        QCOMPARE(visor.form.focusWidget(), &visor.lista());
         visor.pulsa(Qt::Key_F5); // a list of its own
         QCOMPARE(visor.marcadas(), QString());
         visor.pulsa(Qt::Key_F6);

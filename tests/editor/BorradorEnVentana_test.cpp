@@ -190,6 +190,7 @@ private slots:
         QCOMPARE(borrador.AlmacenDelCargo, std::int16_t{ 1 });
         QVERIFY(QString::fromStdString(borrador.Cargado)
                     .startsWith(QString(primera).replace(u'|', u'\t') + u'\n'));
+        QCOMPARE(std::count(borrador.Cargado.begin(), borrador.Cargado.end(), '\n'), 3); // a line each
         QCOMPARE(borrador.Lineas.back().FilaCargada, 3);
     }
 

@@ -2,6 +2,7 @@
 #include "tests/editor/EscenaEditor.hpp"
 #include "tests/support/Ventanas.hpp"
 
+#include <QLayout>
 #include <QPlainTextEdit>
 #include <QShortcut>
 #include <QToolButton>
@@ -71,6 +72,37 @@ private slots:
         escena.banco.avisos->respuestas = { Respuesta::Si };
         clic(*escena.form, "cmdEliminar"); // the line itself
         QVERIFY(!escena.c<>("lblCambiando").isVisible());
+    }
+
+    void the_hints_stand_side_by_side_in_a_row_of_no_margins()
+    {
+        EscenaEditor escena("");
+        teclea_dos(escena);
+        auto& pista = escena.c<>("pista");
+        const int alto = pista.height();
+        toma(escena, 2);
+        teclea("7777");
+        intro();
+        QVERIFY(escena.c<>("cmdDejarCambio").isVisible());
+        QCOMPARE(pista.height(), alto); // nothing below it moves
+        QVERIFY(escena.c<>("lblCambiando").font().bold());
+        QCOMPARE(escena.c<QLabel>("lblPista").alignment(), Qt::AlignRight | Qt::AlignVCenter);
+        QCOMPARE(pista.layout()->contentsMargins(), QMargins());
+        int fin = -1;
+        for (const auto* nombre : { "lblCambiando", "cmdDejarCambio", "lblAvisoArticulo", "lblPista" }) {
+            const QRect suyo = escena.c<>(nombre).geometry();
+            QVERIFY2(!suyo.isEmpty() && suyo.left() > fin, nombre);
+            fin = suyo.right();
+        }
+        escena.c<>("txtImporte").setFocus();
+        pulsa(Qt::Key_Tab);
+        const QString con_boton = foco();
+        QVERIFY(con_boton != QLatin1String("cmdDejarCambio"));
+        escena.c<>("txtImporte").setFocus();
+        pulsa(Qt::Key_Escape);
+        escena.c<>("txtImporte").setFocus();
+        pulsa(Qt::Key_Tab);
+        QCOMPARE(foco(), con_boton);
     }
 
     void a_saved_or_cancelled_charge_leaves_no_line_being_changed()

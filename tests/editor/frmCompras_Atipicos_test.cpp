@@ -319,6 +319,10 @@ private slots:
         QCOMPARE(escena.total(), QStringLiteral("3.713,50"));
         EscenaEditor::teclea_linea("", "Otra", "", "1", "1"); // a new line again
         QCOMPARE(escena.rejilla().Rows(), 4);
+        const QPoint celda = escena.rejilla().visualRect(escena.rejilla().model()->index(1, 1)).center();
+        QTest::mouseClick(escena.rejilla().viewport(), Qt::LeftButton, {}, celda);
+        QTest::mouseDClick(escena.rejilla().viewport(), Qt::LeftButton, {}, celda);
+        QCOMPARE(escena.texto("txtArticuloDescripcion"), QStringLiteral("Porte"));
     }
 
     void nothing_is_taken_back_without_a_chosen_line()
