@@ -94,15 +94,11 @@ private slots:
             QVERIFY2(!suyo.isEmpty() && suyo.left() > fin, nombre);
             fin = suyo.right();
         }
-        escena.c<>("txtImporte").setFocus();
-        pulsa(Qt::Key_Tab);
-        const QString con_boton = foco();
-        QVERIFY(con_boton != QLatin1String("cmdDejarCambio"));
-        escena.c<>("txtImporte").setFocus();
-        pulsa(Qt::Key_Escape);
-        escena.c<>("txtImporte").setFocus();
-        pulsa(Qt::Key_Tab);
-        QCOMPARE(foco(), con_boton);
+        std::set<QString> recorrido; // Tab comes by everything but the button, which Escape stands for
+        while (recorrido.insert(foco()).second)
+            pulsa(Qt::Key_Tab);
+        QVERIFY(recorrido.size() > 10);
+        QVERIFY(!recorrido.contains(QStringLiteral("cmdDejarCambio")));
     }
 
     void a_saved_or_cancelled_charge_leaves_no_line_being_changed()

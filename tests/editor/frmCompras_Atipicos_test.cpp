@@ -424,7 +424,11 @@ private slots:
         QVERIFY(escena.form->isVisible());
         EscenaEditor::teclea_cabecera("104");
         EscenaEditor::teclea_linea("", "Uno", "", "1", "10");
+        escena.c<>("cmdCancelar").setFocus();
+        intro(); // on a button it is its click
+        QCOMPARE(escena.avisos().size(), std::size_t{ 1 });
         clic(*escena.form, "cmdCancelar");
+        QCOMPARE(escena.avisos().size(), std::size_t{ 2 });
         QVERIFY(escena.avisos().back() == cancelar);
         QCOMPARE(escena.rejilla().Rows(), 2);
         escena.c<QCheckBox>("chkFranquiciado").setChecked(true);
