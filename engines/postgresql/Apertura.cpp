@@ -22,7 +22,7 @@ namespace {
 
     constexpr int version_minima = 130'000; // ISNULL needs its "anycompatible" types
     constexpr auto clase_de_sesion = "target_session_attrs";
-    constexpr milliseconds un_momento{ 250 }; ///< between two questions to who waits
+    constexpr milliseconds un_momento{ 100 }; ///< between two questions to who waits
     constexpr milliseconds entre_intentos{ 500 };
 
     std::string en_una_linea(const char* texto)

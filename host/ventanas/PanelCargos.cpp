@@ -73,6 +73,7 @@ PanelCargos::PanelCargos(HiloLector& lector, QWidget* parent)
     m_buscar->setClearButtonEnabled(true);
     m_buscar->installEventFilter(this);
     m_estado->setObjectName(QStringLiteral("lblCargos"));
+    m_estado->setMinimumWidth(1); // why they cannot be read may be longer than the screen is wide
     anuncia(*m_estado);
     hace_lista();
 

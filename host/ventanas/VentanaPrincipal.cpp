@@ -112,16 +112,12 @@ namespace {
     Salida trabaja(const OpcionesComunes& elegida)
     {
         QPointer<frmPrincipal> abierta;
-        ReintentoEnVentana reintento;
-        Sesion sesion(elegida,
-            { .avisa_linea =
-                    [&](sql::Linea que) {
-                        if (que == sql::Linea::reanudada)
-                            reintento.reanudada();
-                        if (abierta)
-                            abierta->muestra_linea(que);
-                    },
-                .sigue_intentando = [&](const sql::Reintento& como) { return reintento.sigue(como); } });
+        bases::OpcionesBases opciones{ .avisa_linea = [&](sql::Linea que) {
+            if (abierta)
+                abierta->muestra_linea(que);
+        } };
+        reintenta_en_ventana(opciones);
+        Sesion sesion(elegida, opciones);
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
         modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida.lugar()));
         modComun::set_PrevisionesCargo(

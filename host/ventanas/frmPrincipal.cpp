@@ -219,7 +219,8 @@ void frmPrincipal::muestra_linea(sql::Linea que)
         return;
     const auto hora = QTime::currentTime().toString(QStringLiteral("H:mm:ss"));
     etiqueta->setText(que == sql::Linea::perdida
-            ? QStringLiteral("Conexión perdida a las %1; se reanudará entre dos operaciones").arg(hora)
+            ? QStringLiteral("Conexión perdida a las %1; se intenta reanudar en la próxima operación")
+                  .arg(hora)
             : QStringLiteral("Conexión reanudada a las %1").arg(hora));
 }
 

@@ -1,7 +1,7 @@
 """The started program on a screen of its own: keys and clicks of a real X server, read through AT-SPI as a screen
 reader reads it. Nothing here sleeps for a while and hopes: each step waits for what is to be there.
 
-Used by estreno.py, jornada.py and lector.py, which EnPantalla.sh runs with a session bus of their own.
+Used by the scripts that EnPantalla.sh runs, each with a session bus of its own.
 """
 import contextlib
 import os
@@ -66,9 +66,13 @@ class Escritorio:
 
     # The program
 
+    def donde(self):
+        """What tells the program where the company is."""
+        return ["--datos", str(self.datos)]
+
     def ordena(self, *argumentos):
         """Runs a command of the program; its output."""
-        hecho = subprocess.run([self.programa, *argumentos, "--datos", self.datos], stdout=subprocess.PIPE,
+        hecho = subprocess.run([self.programa, *argumentos, *self.donde()], stdout=subprocess.PIPE,
                                stderr=subprocess.STDOUT, text=True, check=False)
         if hecho.returncode != 0:
             raise NoLlega(f"{argumentos}: {hecho.stdout}")
@@ -76,7 +80,7 @@ class Escritorio:
 
     def abre(self, *argumentos):
         """Starts the program with its windows."""
-        self.proceso = self._lanza(self.programa, "--datos", str(self.datos), *argumentos)
+        self.proceso = self._lanza(self.programa, *self.donde(), *argumentos)
 
     def abre_de_nuevas(self):
         """Starts it as a new user does: in the folder, which is empty, and told nothing."""

@@ -144,6 +144,8 @@ void Intermediario::pasa(int cliente)
             if (i == 1)
                 habla_el_cliente = false;
             const bool perdida = i == 1 && m_pierde.exchange(false);
+            if (perdida && m_al_perder)
+                m_al_perder();
             sigue = leidos > 0 && !perdida;
             if (!sigue || (i == 1 && m_calla))
                 continue;

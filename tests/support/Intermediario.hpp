@@ -3,8 +3,10 @@
 #include <atomic>
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace atipicos::pruebas {
 
@@ -19,9 +21,15 @@ public:
 
     /// What makes the address of a database on a PostgreSQL server, which has other parameters, go this way.
     [[nodiscard]] std::string por_aqui() const;
+    [[nodiscard]] int puerto() const noexcept { return m_puerto; }
     [[nodiscard]] std::size_t viajes() const noexcept { return m_viajes; }
     void retrasa(std::chrono::milliseconds viaje) noexcept { m_retraso = viaje; }
-    void pierde_la_proxima_respuesta() noexcept { m_pierde = true; } ///< and the line that it comes on
+    /// And the line that it comes on. `entonces`, if any, is done when the server has given it.
+    void pierde_la_proxima_respuesta(std::function<void()> entonces = {})
+    {
+        m_al_perder = std::move(entonces);
+        m_pierde = true;
+    }
     void calla(bool si = true) noexcept { m_calla = si; } ///< what the server says does not arrive any more
     /// From now on the columns of answers have no number of the table that they come from, as those of a
     /// table that is spread over several nodes.
@@ -39,6 +47,7 @@ private:
     std::atomic<std::size_t> m_viajes = 0;
     std::atomic<std::chrono::milliseconds> m_retraso{};
     std::atomic<bool> m_pierde = false;
+    std::function<void()> m_al_perder; ///< set before `m_pierde`, used by who takes that
     std::atomic<bool> m_calla = false;
     std::atomic<bool> m_borra_numeros = false;
     std::jthread m_hilo;

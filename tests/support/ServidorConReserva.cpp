@@ -63,6 +63,10 @@ fs::path ServidorConReserva::enchufe(std::size_t cual) const
     return m_carpeta / (cual == 0 ? "uno" : "dos");
 }
 
+fs::path ServidorConReserva::enchufe_del_primario() const { return enchufe(m_primario) / ".s.PGSQL.5432"; }
+
+fs::path ServidorConReserva::carpeta_de_la_reserva() const { return enchufe(1 - m_primario); }
+
 std::string ServidorConReserva::direccion(const std::string& base) const
 {
     return "postgresql://atipicos@/" + base + "?host=" + enchufe(0).string() + "," + enchufe(1).string()

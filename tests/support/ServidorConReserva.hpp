@@ -18,6 +18,8 @@ public:
 
     /// Of a database on whichever of both can be written.
     [[nodiscard]] std::string direccion(const std::string& base) const;
+    [[nodiscard]] std::filesystem::path enchufe_del_primario() const; ///< the socket that it listens on
+    [[nodiscard]] std::filesystem::path carpeta_de_la_reserva() const; ///< that its socket is in
     void crea_base(const std::string& base) const;
     std::string psql(const std::string& base, const std::string& sql) const; ///< where it can be written
 
