@@ -12,9 +12,6 @@
 namespace atipicos::orvalin {
 
 namespace {
-
-    using Json = nlohmann::json;
-
     constexpr auto nombre_de_serie = "documento_cargo.json";
 
     /// What is wrong with a template, before it is known which one it is.
@@ -22,14 +19,14 @@ namespace {
         std::string que;
     };
 
-    const Json& miembro(const Json& objeto, const char* nombre)
+    const nlohmann::json& miembro(const nlohmann::json& objeto, const char* nombre)
     {
         if (!objeto.is_object() || !objeto.contains(nombre))
             throw Falta{ std::string("falta «") + nombre + "»" };
         return objeto[nombre];
     }
 
-    double numero(const Json& objeto, const char* nombre)
+    double numero(const nlohmann::json& objeto, const char* nombre)
     {
         const auto& valor = miembro(objeto, nombre);
         if (!valor.is_number() || std::abs(valor.get<double>()) > 10'000)
@@ -37,17 +34,17 @@ namespace {
         return valor.get<double>();
     }
 
-    Medida medida(const Json& objeto, const char* nombre)
+    Medida medida(const nlohmann::json& objeto, const char* nombre)
     {
         return static_cast<Medida>(std::lround(numero(objeto, nombre) * 100));
     }
 
-    Medida medida_o_cero(const Json& objeto, const char* nombre)
+    Medida medida_o_cero(const nlohmann::json& objeto, const char* nombre)
     {
         return objeto.contains(nombre) ? medida(objeto, nombre) : 0;
     }
 
-    std::string texto(const Json& objeto, const char* nombre)
+    std::string texto(const nlohmann::json& objeto, const char* nombre)
     {
         const auto& valor = miembro(objeto, nombre);
         if (!valor.is_string())
@@ -55,7 +52,7 @@ namespace {
         return valor.get<std::string>();
     }
 
-    const Json& lista(const Json& objeto, const char* nombre)
+    const nlohmann::json& lista(const nlohmann::json& objeto, const char* nombre)
     {
         const auto& valor = miembro(objeto, nombre);
         if (!valor.is_array())
@@ -63,7 +60,7 @@ namespace {
         return valor;
     }
 
-    Color color(const Json& objeto, const char* nombre)
+    Color color(const nlohmann::json& objeto, const char* nombre)
     {
         const auto cifras = texto(objeto, nombre);
         if (cifras.size() != 7 || cifras[0] != '#'
@@ -74,7 +71,7 @@ namespace {
 
     class Lector {
     public:
-        explicit Lector(const Json& raiz)
+        explicit Lector(const nlohmann::json& raiz)
         {
             const auto familia = texto(raiz, "letra");
             for (const auto& [nombre, uno] : miembro(raiz, "estilos").items()) {
@@ -87,7 +84,7 @@ namespace {
             }
         }
 
-        [[nodiscard]] std::vector<Pieza> piezas(const Json& objeto, const char* nombre) const
+        [[nodiscard]] std::vector<Pieza> piezas(const nlohmann::json& objeto, const char* nombre) const
         {
             std::vector<Pieza> todas;
             for (const auto& una : lista(objeto, nombre))
@@ -95,7 +92,7 @@ namespace {
             return todas;
         }
 
-        [[nodiscard]] Seccion seccion(const Json& una) const
+        [[nodiscard]] Seccion seccion(const nlohmann::json& una) const
         {
             Seccion leida;
             leida.si = una.contains("si") ? texto(una, "si") : "";
@@ -123,7 +120,7 @@ namespace {
             return lugar->second;
         }
 
-        [[nodiscard]] std::vector<ParrafoPlantilla> parrafos(const Json& objeto) const
+        [[nodiscard]] std::vector<ParrafoPlantilla> parrafos(const nlohmann::json& objeto) const
         {
             std::vector<ParrafoPlantilla> todos;
             for (const auto& uno : lista(objeto, "texto")) {
@@ -134,7 +131,7 @@ namespace {
             return todos;
         }
 
-        [[nodiscard]] Pieza pieza(const Json& una) const
+        [[nodiscard]] Pieza pieza(const nlohmann::json& una) const
         {
             Pieza leida;
             leida.lugar = { medida(una, "x"), medida_o_cero(una, "y"), medida(una, "ancho"),
@@ -147,7 +144,7 @@ namespace {
             return leida;
         }
 
-        void lee_tabla(const Json& una, Seccion& leida) const
+        void lee_tabla(const nlohmann::json& una, Seccion& leida) const
         {
             leida.tipo = Seccion::Tipo::Tabla;
             leida.lista = texto(una, "filas");
@@ -164,7 +161,7 @@ namespace {
         std::map<std::string, Estilo> m_estilos;
     };
 
-    Plantilla lee(const Json& raiz)
+    Plantilla lee(const nlohmann::json& raiz)
     {
         const Lector lector(raiz);
         Plantilla plantilla;
@@ -195,12 +192,12 @@ Plantilla Plantilla::de_texto(std::string_view json, const std::string& nombre, 
         return Error(1000, "QVOREMP:Plantilla", "La plantilla «" + nombre + "»: " + motivo + ".", donde);
     };
     try {
-        return lee(Json::parse(json, nullptr, true, true));
+        return lee(nlohmann::json::parse(json, nullptr, true, true));
     } catch (const Falta& falta) {
         throw falla(falta.que);
-    } catch (const Json::parse_error& error) {
+    } catch (const nlohmann::json::parse_error& error) {
         throw falla("no se entiende (" + linea_y_columna(json, error.byte) + ")");
-    } catch (const Json::exception&) {
+    } catch (const nlohmann::json::exception&) {
         throw falla("un valor no es de la clase que se espera");
     }
 }

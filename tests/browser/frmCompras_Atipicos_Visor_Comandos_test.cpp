@@ -17,8 +17,8 @@ using pruebas::EscenaVisor;
 namespace {
 
 /// Three charges of 21/11/2026: two of warehouse 1 and one of warehouse 2, all of them listed.
-struct ConTresCargos : EscenaVisor {
-    ConTresCargos()
+struct ConTresListados : EscenaVisor {
+    ConTresListados()
     {
         for (const int almacen : { 1, 2, 1 })
             banco.guarda({}, static_cast<std::int16_t>(almacen));
@@ -101,7 +101,7 @@ private slots:
 
     void delete_asks_first_and_no_leaves_everything()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         const auto antes = visor.banco.estado();
         visor.clic("cmdEliminar");
         QCOMPARE(visor.banco.avisos->dichos, std::vector{ pregunta_eliminar("3") });
@@ -112,7 +112,7 @@ private slots:
 
     void delete_takes_the_chosen_charge_in_one_transaction_and_searches_again()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         visor.lista().set_Row(3);
         visor.responde(Respuesta::Si);
         visor.clic("cmdEliminar");
@@ -154,7 +154,7 @@ private slots:
 
     void from_the_details_delete_goes_back_to_the_list()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         visor.pulsa(Qt::Key_Return);
         visor.responde(Respuesta::Si);
         visor.clic("cmdEliminar");
@@ -164,7 +164,7 @@ private slots:
 
     void the_key_of_the_deletion_comes_from_the_row_and_not_from_the_form()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         visor.form.Ejercicio = 1999;
         visor.form.Almacen_Inicial = 77;
         visor.responde(Respuesta::Si);
@@ -174,7 +174,7 @@ private slots:
 
     void what_the_cells_show_decides_nothing()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         auto& lista = visor.lista();
         lista.set_Row(3);
         for (const int columna : { 0, 1, 3, 5, 9 })
@@ -203,7 +203,7 @@ private slots:
     {
         QFETCH(const int, operacion);
         QFETCH(const QString, titulo);
-        ConTresCargos visor;
+        ConTresListados visor;
         const auto antes = visor.banco.estado();
         visor.lista().set_Row(2);
         visor.banco.parte->falla_en = static_cast<std::size_t>(operacion);
@@ -219,7 +219,7 @@ private slots:
 
     void a_search_that_fails_after_the_deletion_is_told_by_the_command()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         visor.banco.parte->falla_en = 5;
         visor.responde(Respuesta::Si);
         visor.clic("cmdEliminar");
@@ -233,7 +233,7 @@ private slots:
 
     void change_asks_first_and_no_opens_nothing()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         visor.clic("cmdModificar");
         QCOMPARE(visor.banco.avisos->dichos, std::vector{ pregunta_modificar() });
         QVERIFY(!frmCompras_Atipicos::compartido().isVisible());
@@ -242,7 +242,7 @@ private slots:
 
     void change_opens_the_editor_for_the_chosen_charge_and_shows_what_has_changed()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         visor.lista().set_Row(3);
         visor.pulsa(Qt::Key_Return); // from the details
         visor.form.Ejercicio = 1999; // the year is that of the charge's date
@@ -266,7 +266,7 @@ private slots:
 
     void a_second_change_opens_the_other_charge()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         QStringList titulos;
         for (const int fila : { 1, 2 }) {
             visor.activa();
@@ -284,7 +284,7 @@ private slots:
 
     void a_search_that_fails_after_the_change_is_told_by_the_command()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         visor.responde(Respuesta::Si);
         QVERIFY(pruebas::con_dialogo<frmCompras_Atipicos>([&] { visor.clic("cmdModificar"); },
             [&](frmCompras_Atipicos& editor) {
@@ -300,7 +300,7 @@ private slots:
 
     void the_button_and_f9_print_the_chosen_charge_on_both_devices()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         const auto imprenta = std::make_shared<Imprenta>();
         modComun::set_BibliotecaOrvalin(imprenta);
         visor.lista().set_Row(3);
@@ -316,7 +316,7 @@ private slots:
 
     void cancelling_the_devices_prints_nothing()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         const auto imprenta = std::make_shared<Imprenta>();
         modComun::set_BibliotecaOrvalin(imprenta);
         QVERIFY(con_dispositivos([&] { visor.clic("cmdImprimir"); }, "cmdCancelar"));
@@ -365,7 +365,7 @@ private slots:
     {
         QFETCH(const QString, nombre);
         QFETCH(const QByteArray, comienzo);
-        ConTresCargos visor;
+        ConTresListados visor;
         const QTemporaryDir carpeta;
         QVERIFY(exporta(visor, carpeta.filePath(nombre)));
         QFile fichero(carpeta.filePath(nombre.contains(u'.') ? nombre : nombre + QStringLiteral(".xlsx")));
@@ -377,7 +377,7 @@ private slots:
 
     void the_export_has_the_order_of_the_rows_and_the_values_that_were_read()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         auto& lista = visor.lista();
         emit lista.horizontalHeader()->sectionClicked(9); // by entry: the last one read comes first
         QCOMPARE(visor.listados(), QStringLiteral("AT260001/1 AT260001/2 AT260002/1"));
@@ -395,7 +395,7 @@ private slots:
 
     void the_export_is_named_after_what_has_been_searched_for()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         const auto propuesto = [&] {
             QString nombre;
             const auto mira = [&](QFileDialog& dialogo) {
@@ -417,7 +417,7 @@ private slots:
 
     void giving_the_export_up_writes_nothing()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         QVERIFY(pruebas::con_dialogo<QFileDialog>(
             [&] { visor.clic("cmdExportar"); }, [](QFileDialog& dialogo) { dialogo.reject(); }));
         QVERIFY(visor.estado().startsWith(QStringLiteral("3 atípicos")));
@@ -425,7 +425,7 @@ private slots:
 
     void what_cannot_be_written_is_told()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         QVERIFY(exporta(visor, QStringLiteral("/proc/lista.csv")));
         QCOMPARE(
             visor.banco.titulos(), std::vector<std::string>{ "frmCompras_Atipicos_Visor:cmdExportar_Click" });
@@ -437,7 +437,7 @@ private slots:
 
     void without_a_chosen_row_the_commands_do_nothing()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         visor.lista().set_Row(0);
         for (const auto* boton : { "cmdImprimir", "cmdModificar", "cmdEliminar" })
             visor.clic(boton);
@@ -447,7 +447,7 @@ private slots:
 
     void the_commands_have_their_letters()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         visor.pulsa(Qt::Key_E, Qt::AltModifier);
         QTRY_COMPARE(visor.banco.avisos->dichos.size(), std::size_t{ 1 });
         QCOMPARE(visor.banco.avisos->dichos.back(), pregunta_eliminar("3"));
@@ -464,7 +464,7 @@ private slots:
             [](EscenaVisor& visor) { visor.form.close(); },
         };
         for (const auto& accion : cierra) {
-            ConTresCargos visor;
+            ConTresListados visor;
             QSignalSpy descargas(&visor.form, &frmCompras_Atipicos_Visor::Descargado);
             accion(visor);
             QVERIFY(!visor.form.isVisible());

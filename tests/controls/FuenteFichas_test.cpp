@@ -13,7 +13,7 @@ using atipicos::pruebas::Banco;
 
 namespace {
 
-FuenteFichas proveedores(const Banco& banco)
+FuenteFichas de_proveedores(const Banco& banco)
 {
     return { banco.bases().orvalin, { "Proveedores", "Codigo", "Cod_Empresa =1" } };
 }
@@ -26,7 +26,7 @@ private slots:
     void gives_the_name_of_a_code()
     {
         const Banco banco;
-        const auto fuente = proveedores(banco);
+        const auto fuente = de_proveedores(banco);
         QCOMPARE(fuente.nombre("103").value_or(""), std::string("Ñandú Exportaciones, S.L."));
         QCOMPARE(fuente.nombre("000103").value_or(""), std::string("Ñandú Exportaciones, S.L."));
         QVERIFY(!fuente.nombre("7"));
@@ -37,7 +37,7 @@ private slots:
     {
         const Banco banco;
         banco.bases().orvalin->Execute("UPDATE Proveedores SET Nombre ='D''Alcoi' WHERE Codigo =103");
-        const auto fuente = proveedores(banco);
+        const auto fuente = de_proveedores(banco);
         QCOMPARE(fuente.nombre("103").value_or(""), std::string("D´Alcoi"));
         std::vector<std::string> nombres;
         for (const auto& ficha : fuente.todas())
@@ -69,7 +69,7 @@ private slots:
     void lists_what_fulfils_its_condition_alone()
     {
         const Banco banco;
-        QCOMPARE(proveedores(banco).todas().size(), std::size_t{ 14 });
+        QCOMPARE(de_proveedores(banco).todas().size(), std::size_t{ 14 });
         const FuenteFichas ajena(banco.bases().orvalin, { "Proveedores", "Codigo", "Cod_Empresa =9" });
         QVERIFY(ajena.todas().empty());
     }
@@ -97,7 +97,7 @@ private slots:
     void asks_the_database_each_time()
     {
         const Banco banco;
-        const auto fuente = proveedores(banco);
+        const auto fuente = de_proveedores(banco);
         QCOMPARE(fuente.todas().size(), std::size_t{ 14 });
         banco.bases().orvalin->Execute("UPDATE Proveedores SET Nombre = 'Otro' WHERE Codigo = 103");
         QCOMPARE(fuente.nombre("103").value_or(""), std::string("Otro"));

@@ -20,7 +20,7 @@ using pruebas::Banco;
 
 namespace {
 
-template <class Picker> struct Caja : pruebas::Ventana<Picker> {
+template <class Picker> struct CajaDeFicha : pruebas::Ventana<Picker> {
     using pruebas::Ventana<Picker>::control;
     QSignalSpy intros{ control, &Selector::Intro };
 
@@ -52,11 +52,11 @@ template <class Picker> struct Caja : pruebas::Ventana<Picker> {
     }
 };
 
-struct Proveedor : Caja<qvProveedor> {
+struct Proveedor : CajaDeFicha<qvProveedor> {
     Proveedor() { control->Prepara(modComun::EmpresaOrvalin(), modComun::ConexionOrvalin()); }
 };
 
-struct Almacen : Caja<qvAlmacen> {
+struct Almacen : CajaDeFicha<qvAlmacen> {
     Almacen() { control->Prepara(modComun::EmpresaOrvalin(), modComun::ConexionOrvalin()); }
 };
 
@@ -352,7 +352,7 @@ private slots:
     void a_picker_that_was_given_nothing_is_quiet()
     {
         const Banco banco;
-        Caja<qvAlmacen> caja;
+        CajaDeFicha<qvAlmacen> caja;
         caja.teclea_e_intro("1");
         caja.pulsa(Qt::Key_F2);
         QCOMPARE(caja.rotulo(), QString());
@@ -432,7 +432,7 @@ private slots:
     void an_article_is_picked_by_code_and_by_name()
     {
         const Banco banco;
-        Caja<qvArticulo> caja;
+        CajaDeFicha<qvArticulo> caja;
         caja.control->Prepara(modComun::EmpresaOrvalin(), modComun::ConexionOrvalin());
         caja.teclea_e_intro("1030");
         QCOMPARE(caja.rotulo(), QStringLiteral("Ron añejo 70 cl"));
@@ -443,7 +443,7 @@ private slots:
     void a_document_type_is_picked_by_code_and_by_name()
     {
         const Banco banco;
-        Caja<qvTipoDocumento> caja;
+        CajaDeFicha<qvTipoDocumento> caja;
         caja.control->Prepara(modComun::ConexionBexmor());
         caja.teclea_e_intro("3");
         QCOMPARE(caja.rotulo(), QStringLiteral("Pagaré"));
@@ -454,7 +454,7 @@ private slots:
     void an_account_is_picked_by_code_and_by_name()
     {
         const Banco banco;
-        Caja<qvCuenta> caja;
+        CajaDeFicha<qvCuenta> caja;
         const auto contable = modComun::EmpresaBexmor();
         contable->Ejercicio = 2026;
         caja.control->Prepara(*contable, modComun::ConexionBexmor());

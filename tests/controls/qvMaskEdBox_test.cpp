@@ -16,7 +16,7 @@ using atipicos::pruebas::dia;
 
 namespace {
 
-struct Caja : atipicos::pruebas::Ventana<qvMaskEdBox> {
+struct CajaDeFecha : atipicos::pruebas::Ventana<qvMaskEdBox> {
     [[nodiscard]] QString texto() const { return control->text(); }
     [[nodiscard]] QString fecha() const
     {
@@ -67,7 +67,7 @@ private slots:
         QFETCH(const QString, teclas);
         QFETCH(const QString, texto);
         QFETCH(const QString, fecha);
-        Caja caja;
+        CajaDeFecha caja;
         caja.teclea(teclas);
         QCOMPARE(caja.texto(), texto);
         QCOMPARE(caja.fecha(), fecha);
@@ -75,7 +75,7 @@ private slots:
 
     void an_empty_box_holds_no_day()
     {
-        Caja caja;
+        CajaDeFecha caja;
         QCOMPARE(caja.fecha(), QStringLiteral("ninguna"));
         caja.control->set_Fecha(dia("21/11/2026"));
         caja.control->Limpiar();
@@ -85,7 +85,7 @@ private slots:
 
     void an_emptied_box_takes_digits_at_once_and_no_date_empties_it()
     {
-        Caja caja;
+        CajaDeFecha caja;
         caja.teclea(QStringLiteral("31022027"));
         caja.control->Limpiar();
         QCOMPARE(caja.control->cursorPosition(), 0); // where the first digit will stand
@@ -99,7 +99,7 @@ private slots:
 
     void what_is_wrong_is_said_in_a_sentence()
     {
-        Caja caja;
+        CajaDeFecha caja;
         QCOMPARE(caja.control->Falta(), QStringLiteral("Falta la fecha."));
         caja.teclea(QStringLiteral("310220"));
         QCOMPARE(caja.control->Falta(),
@@ -112,7 +112,7 @@ private slots:
 
     void a_day_is_typed_over_the_one_that_was_there()
     {
-        Caja caja;
+        CajaDeFecha caja;
         caja.control->set_Fecha(dia("31/12/2025"));
         caja.sale();
         caja.entra();
@@ -123,7 +123,7 @@ private slots:
 
     void one_digit_can_be_corrected()
     {
-        Caja caja;
+        CajaDeFecha caja;
         caja.control->set_Fecha(dia("21/11/2026"));
         for (const auto tecla : { Qt::Key_Home, Qt::Key_Right, Qt::Key_Right, Qt::Key_Backspace })
             caja.pulsa(tecla);
@@ -154,7 +154,7 @@ private slots:
     {
         QFETCH(const QString, pegado);
         QFETCH(const QString, texto);
-        Caja caja;
+        CajaDeFecha caja;
         caja.control->set_Fecha(dia("31/12/2025"));
         caja.sale();
         caja.entra();
@@ -187,7 +187,7 @@ private slots:
         QFETCH(const QString, desde);
         QFETCH(const int, tecla);
         QFETCH(const QString, hasta);
-        Caja caja;
+        CajaDeFecha caja;
         caja.control->set_Fecha(dia(desde.toUtf8().constData()));
         caja.pulsa(static_cast<Qt::Key>(tecla));
         QCOMPARE(caja.texto(), hasta);
@@ -196,7 +196,7 @@ private slots:
     void from_what_is_no_day_they_begin_today()
     {
         for (const auto tecla : { Qt::Key_Up, Qt::Key_Down }) {
-            Caja caja;
+            CajaDeFecha caja;
             caja.teclea(QStringLiteral("3102"));
             caja.pulsa(tecla);
             QCOMPARE(caja.texto(), hoy());
@@ -241,7 +241,7 @@ private slots:
         const atipicos::pruebas::Contexto contexto;
         contexto.reloj->valor = dia("09/04/2027");
         for (const bool con_intro : { true, false }) {
-            Caja caja;
+            CajaDeFecha caja;
             caja.control->set_Fecha(dia("28/02/2025"));
             caja.sale();
             caja.entra();
@@ -262,7 +262,7 @@ private slots:
     {
         const atipicos::pruebas::Contexto contexto;
         contexto.reloj->valor = dia("09/04/2027");
-        Caja caja;
+        CajaDeFecha caja;
         caja.control->set_Partida(dia("05/03/2026"));
         caja.teclea(QStringLiteral("+30"));
         caja.control->Completa();
@@ -283,7 +283,7 @@ private slots:
 
     void a_count_can_be_given_up_and_corrected()
     {
-        Caja caja;
+        CajaDeFecha caja;
         caja.control->set_Fecha(dia("28/02/2025"));
         caja.teclea(QStringLiteral("+3"));
         QCOMPARE(caja.texto(), QStringLiteral("+3"));
@@ -305,7 +305,7 @@ private slots:
 
     void wherever_the_mouse_has_put_the_cursor_an_empty_box_takes_digits()
     {
-        Caja caja;
+        CajaDeFecha caja;
         caja.control->setCursorPosition(10);
         caja.teclea(QStringLiteral("21112026"));
         QCOMPARE(caja.texto(), QStringLiteral("21/11/2026"));
@@ -313,7 +313,7 @@ private slots:
 
     void what_is_no_day_is_marked_when_it_is_left_and_no_sooner()
     {
-        Caja caja;
+        CajaDeFecha caja;
         const QColor propio = caja.control->palette().color(QPalette::Text);
         QStringList dicho;
         connect(caja.control, &qvMaskEdBox::Comprobada, this, [&](const QString& falta) { dicho << falta; });
@@ -346,7 +346,7 @@ private slots:
 
     void a_window_over_the_box_does_not_leave_it()
     {
-        Caja caja;
+        CajaDeFecha caja;
         caja.teclea(QStringLiteral("31"));
         QFocusEvent tapada(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
         QApplication::sendEvent(caja.control, &tapada);
@@ -356,7 +356,7 @@ private slots:
 
     void enter_is_told_whatever_the_box_holds()
     {
-        Caja caja;
+        CajaDeFecha caja;
         QSignalSpy intros(caja.control, &qvMaskEdBox::Intro);
         caja.pulsa(Qt::Key_Return);
         caja.teclea(QStringLiteral("21112026"));
@@ -366,7 +366,7 @@ private slots:
 
     void a_day_is_chosen_in_the_calendar_by_keys()
     {
-        Caja caja;
+        CajaDeFecha caja;
         caja.control->set_Fecha(dia("30/11/2026"));
         auto* marco = caja.abre_calendario();
         QVERIFY(marco != nullptr);
@@ -382,7 +382,7 @@ private slots:
 
     void escape_closes_the_calendar_and_chooses_nothing()
     {
-        Caja caja;
+        CajaDeFecha caja;
         caja.control->set_Fecha(dia("30/11/2026"));
         auto* marco = caja.abre_calendario();
         QTest::keyClick(marco->focusWidget(), Qt::Key_Right);
@@ -393,7 +393,7 @@ private slots:
 
     void the_calendar_begins_today_when_there_is_no_day()
     {
-        Caja caja;
+        CajaDeFecha caja;
         auto* marco = caja.abre_calendario();
         QTest::keyClick(marco->focusWidget(), Qt::Key_Return);
         QCOMPARE(caja.texto(), hoy());
@@ -401,7 +401,7 @@ private slots:
 
     void a_box_to_be_read_only_does_not_change()
     {
-        Caja caja;
+        CajaDeFecha caja;
         caja.control->set_Fecha(dia("30/11/2026"));
         caja.control->setReadOnly(true);
         caja.teclea(QStringLiteral("1/2/2026"));

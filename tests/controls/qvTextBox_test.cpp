@@ -15,7 +15,7 @@ using atipicos::pruebas::moneda;
 
 namespace {
 
-struct Caja : atipicos::pruebas::Ventana<qvTextBox> {
+struct CajaDeTexto : atipicos::pruebas::Ventana<qvTextBox> {
     [[nodiscard]] QString texto() const { return control->text(); }
 };
 
@@ -64,7 +64,7 @@ private slots:
         QFETCH(const QString, teclas);
         QFETCH(const QString, escrito);
         QFETCH(const QString, mostrado);
-        Caja caja;
+        CajaDeTexto caja;
         caja.teclea(teclas);
         QCOMPARE(caja.texto(), escrito);
         caja.sale();
@@ -73,7 +73,7 @@ private slots:
 
     void the_highest_amount_can_be_typed_and_no_cent_more()
     {
-        Caja caja;
+        CajaDeTexto caja;
         caja.control->set_Decimales(2, 4);
         caja.teclea(QStringLiteral("922337203685477,5808"));
         QCOMPARE(caja.texto(), QStringLiteral("922337203685477,580"));
@@ -84,7 +84,7 @@ private slots:
     void the_point_of_either_keyboard_is_the_comma_and_a_second_one_is_refused_with_a_word()
     {
         for (const bool teclado_numerico : { true, false }) {
-            Caja caja;
+            CajaDeTexto caja;
             caja.teclea(QStringLiteral("14"));
             if (teclado_numerico)
                 teclas_punto_del_teclado_numerico(caja.control);
@@ -123,7 +123,7 @@ private slots:
     {
         QFETCH(const QString, pegado);
         QFETCH(const QString, queda);
-        Caja caja;
+        CajaDeTexto caja;
         caja.teclea(QStringLiteral("7"));
         caja.control->selectAll();
         QApplication::clipboard()->setText(pegado);
@@ -136,7 +136,7 @@ private slots:
 
     void without_decimals_there_is_no_comma()
     {
-        Caja caja;
+        CajaDeTexto caja;
         caja.control->set_Decimales(0, 0);
         caja.teclea(QStringLiteral("1"));
         teclas_punto_del_teclado_numerico(caja.control);
@@ -148,7 +148,7 @@ private slots:
 
     void more_decimals_than_shown_are_kept()
     {
-        Caja caja;
+        CajaDeTexto caja;
         caja.control->set_Decimales(2, 4);
         caja.teclea(QStringLiteral("5,6325"));
         caja.sale();
@@ -161,7 +161,7 @@ private slots:
 
     void points_stand_between_thousands_only_while_the_box_is_left()
     {
-        Caja caja;
+        CajaDeTexto caja;
         caja.control->set_Valor(moneda("-1234567.8"));
         caja.sale();
         QCOMPARE(caja.texto(), QStringLiteral("-1.234.567,80"));
@@ -174,7 +174,7 @@ private slots:
 
     void going_through_a_box_changes_nothing()
     {
-        Caja caja;
+        CajaDeTexto caja;
         caja.control->set_Decimales(2, 4);
         QSignalSpy cambios(caja.control, &qvTextBox::Change);
         for (const auto* valor : { "0", "0.5", "999.9999", "1000", "-1000.25", "123456789.0001" }) {
@@ -194,7 +194,7 @@ private slots:
 
     void typing_replaces_what_was_there()
     {
-        Caja caja;
+        CajaDeTexto caja;
         caja.control->set_Valor(moneda("1234.5"));
         caja.sale();
         caja.entra();
@@ -205,7 +205,7 @@ private slots:
 
     void minus_over_a_part_keeps_the_number()
     {
-        Caja caja;
+        CajaDeTexto caja;
         caja.teclea(QStringLiteral("1234"));
         caja.control->setSelection(1, 2);
         caja.teclea(QStringLiteral("-"));
@@ -230,14 +230,14 @@ private slots:
     {
         QFETCH(const QString, pegado);
         QFETCH(const QString, escrito);
-        Caja caja;
+        CajaDeTexto caja;
         caja.pega(pegado);
         QCOMPARE(caja.texto(), escrito);
     }
 
     void a_pasted_number_can_be_corrected_digit_by_digit()
     {
-        Caja caja;
+        CajaDeTexto caja;
         caja.pega(QStringLiteral("1.234,56"));
         for (int i = 0; i < 4; ++i)
             caja.pulsa(Qt::Key_Backspace);
@@ -249,7 +249,7 @@ private slots:
 
     void change_is_told_when_the_value_changes()
     {
-        Caja caja;
+        CajaDeTexto caja;
         QSignalSpy cambios(caja.control, &qvTextBox::Change);
         caja.teclea(QStringLiteral("5"));
         QCOMPARE(cambios.count(), 1);
@@ -263,7 +263,7 @@ private slots:
 
     void enter_is_told_once_with_the_number_in_its_form()
     {
-        Caja caja;
+        CajaDeTexto caja;
         QSignalSpy intros(caja.control, &qvTextBox::Intro);
         caja.pulsa(Qt::Key_Return);
         QCOMPARE(intros.count(), 1); // also when the box is empty
@@ -285,7 +285,7 @@ private slots:
 
     void a_box_to_be_read_only_does_not_change()
     {
-        Caja caja;
+        CajaDeTexto caja;
         caja.control->set_Valor(moneda("1234.5"));
         caja.control->setReadOnly(true);
         caja.sale();

@@ -27,7 +27,6 @@ namespace {
     using pruebas::Banco;
     using pruebas::ConexionGemela;
     using pruebas::vuelca;
-    using Estado = ResultadoGuardado::Estado;
 
     constexpr auto tabla_al_azar
         = "CREATE TABLE Pruebas (Id INT NOT NULL PRIMARY KEY, Corto SMALLINT,"
@@ -141,7 +140,7 @@ namespace {
         const std::string observaciones = "Palé dañado ´" + numero + "´";
         const auto primero
             = guarda({ 1, 104, fecha.c_str(), observaciones.c_str(), false, { { "12", costo.c_str() } } });
-        EXPECT_EQ(primero.estado, Estado::Guardado);
+        EXPECT_EQ(primero.estado, ResultadoGuardado::Estado::Guardado);
         for (const std::int16_t almacen : { std::int16_t{ 1 }, std::int16_t{ 2 }, std::int16_t{ 3 } })
             guarda(
                 { almacen, 111, "29/02/2024", "", true, { { "-1.005", costo.c_str() }, { "1", "0.0001" } } });

@@ -23,7 +23,7 @@ using atipicos::SalidaQt;
 
 namespace {
 
-class ReportDePrueba final : public atipicos::Report {
+class TresHojas final : public atipicos::Report {
 public:
     std::string titulo() const override { return "Reclamación de prueba"; }
     std::size_t paginas() const override { return 3; }
@@ -170,7 +170,7 @@ private slots:
 
     void a_report_reaches_the_printer_whole()
     {
-        SalidaQt([](const auto&) {}).imprime(ReportDePrueba(), "Laser");
+        SalidaQt([](const auto&) {}).imprime(TresHojas(), "Laser");
         QTRY_COMPARE(m_impresora.trabajos(), 1);
         QVERIFY(m_impresora.recibido().startsWith("%PDF-"));
         const atipicos::pruebas::CarpetaTemporal carpeta;
@@ -191,7 +191,7 @@ private slots:
     {
         QVERIFY(Cups::ejecuta("lpadmin", { QStringLiteral("-x"), QStringLiteral("Laser") }));
         try {
-            SalidaQt([](const auto&) {}).imprime(ReportDePrueba(), "Laser");
+            SalidaQt([](const auto&) {}).imprime(TresHojas(), "Laser");
             QFAIL("no error was raised");
         } catch (const Error& error) {
             QCOMPARE(error.descripcion(), std::string("La impresora «Laser» no está en este sistema."));

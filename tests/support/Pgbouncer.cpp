@@ -8,6 +8,8 @@
 #include <grp.h>
 #include <pwd.h>
 #include <stdexcept>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -28,6 +30,18 @@ namespace {
         if (cuenta == nullptr || chown(carpeta.c_str(), cuenta->pw_uid, cuenta->pw_gid) != 0
             || setgroups(0, nullptr) != 0 || setgid(cuenta->pw_gid) != 0 || setuid(cuenta->pw_uid) != 0)
             _exit(126);
+    }
+
+    /// Whether it takes connections: the socket is there some time before that.
+    bool atiende(const std::filesystem::path& enchufe)
+    {
+        sockaddr_un lugar{ .sun_family = AF_UNIX, .sun_path = {} };
+        enchufe.string().copy(lugar.sun_path, sizeof lugar.sun_path - 1);
+        const int prueba = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): as the system asks for it
+        const bool bien = connect(prueba, reinterpret_cast<const sockaddr*>(&lugar), sizeof lugar) == 0;
+        close(prueba);
+        return bien;
     }
 
 }
@@ -58,9 +72,8 @@ Pgbouncer::Pgbouncer(const ServidorPostgresql& servidor, const std::string& modo
         execl(programa_pgbouncer, programa_pgbouncer, "-q", ajustes.c_str(), nullptr);
         _exit(127);
     }
-    const auto hasta = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!fs::exists(m_carpeta / (std::string(".s.PGSQL.") + puerto))) {
-        if (waitpid(m_proceso, nullptr, WNOHANG) == m_proceso || std::chrono::steady_clock::now() > hasta)
+    while (!atiende(m_carpeta / (std::string(".s.PGSQL.") + puerto))) {
+        if (waitpid(m_proceso, nullptr, WNOHANG) == m_proceso)
             throw std::runtime_error("pgbouncer has not started");
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
