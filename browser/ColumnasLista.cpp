@@ -19,7 +19,7 @@ namespace {
             1800, 20 },
         { "Proveedor", numero, &C::Proveedor, "Proveedor", "Proveedor", "proveedor", 700 },
         { "Nombre_Proveedor", texto, &C::Nombre_Proveedor, "Proveedor", "Nombre del proveedor",
-            "nombre_proveedor", 2600, 40 },
+            "nombre_proveedor", 2300, 40 },
         { "Fecha", fecha, &C::Fecha, "Fecha", "Fecha", "fecha", 1150 },
         { "Importe", importe, &C::Importe, "Importe", "Importe", "importe", 1100, 0, true },
         { "Impuesto_Importe", importe, &C::Impuesto_Importe, "Impuesto", "Impuesto", "impuesto", 900, 0,
@@ -29,7 +29,7 @@ namespace {
         { "Usuario", numero, &C::Usuario, "Usuario", "Usuario", "usuario", 450 },
         { "Nombre_Usuario", texto, &C::Nombre_Usuario, "Usuario", "Nombre del usuario", "nombre_usuario",
             1400, 10 },
-        { "Observ", texto, &C::Observ, "Observaciones", "Observaciones", "observaciones", 1800, 30 },
+        { "Observ", texto, &C::Observ, "Observaciones", "Observaciones", "observaciones", 2100, 30 },
     });
 
     /// Where a value that is read goes to.

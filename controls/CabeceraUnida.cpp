@@ -9,6 +9,7 @@ CabeceraUnida::CabeceraUnida(QWidget* parent)
 {
     setSectionsClickable(true);
     setHighlightSections(false);
+    setTextElideMode(Qt::ElideRight); // a heading in the middle would lose letters at both ends
     // A cell may reach over columns that have not changed.
     connect(this, &QHeaderView::sectionResized, this, [this] { viewport()->update(); });
 }

@@ -1,6 +1,7 @@
 // A recorded session: a clerk's charge keyed into the real windows, without a display, with a picture of each
 // step.
 //     demostracion FOLDER [--oscuro]     the pictures, and the sample company it works on, go to FOLDER
+// It ends with 1 when a window does not fit on the screen, or a text or a button is cut.
 // demo/capturas.sh takes the pictures of the manual from it.
 #include "context/modComun.hpp"
 #include "context/modMsgOp.hpp"
@@ -8,6 +9,8 @@
 #include "controls/SalidaQt.hpp"
 #include "controls/Selector.hpp"
 #include "controls/VSFlexGrid.hpp"
+#include "demo/Grabacion.hpp"
+#include "demo/VentanasDelAnfitrion.hpp"
 #include "host/ordenes/Ordenes.hpp"
 #include "host/orvalin/Biblioteca.hpp"
 #include "host/orvalin/PrevisionesCargo.hpp"
@@ -31,28 +34,15 @@
 
 using namespace atipicos;
 using namespace atipicos::pruebas;
+using demo::Grabacion;
 
 namespace {
 
-class Grabacion {
+/// The clock stands still on the last day of the sample, so that the pictures are the same whenever they are
+/// taken.
+class RelojParado final : public Reloj {
 public:
-    explicit Grabacion(std::filesystem::path carpeta)
-        : m_carpeta(std::move(carpeta))
-    {
-    }
-
-    void captura(QWidget& ventana, const std::string& nombre)
-    {
-        QTest::qWait(50); // what was asked for is painted
-        const auto fichero = m_carpeta / (std::to_string(++m_numero) + "-" + nombre + ".png");
-        if (!ventana.grab().save(QString::fromStdString(fichero.string())))
-            throw Error(1, "demostracion", "No se pudo escribir " + fichero.string() + ".");
-        std::cout << fichero.string() << '\n';
-    }
-
-private:
-    std::filesystem::path m_carpeta;
-    int m_numero = 0;
+    [[nodiscard]] Date ahora() const override { return Date::de_dia(2026, 11, 20).value_or(Date{}); }
 };
 
 QWidget& abierta(const char* nombre)
@@ -171,13 +161,6 @@ void mira_el_documento(Grabacion& grabacion)
     pulsa(Qt::Key_F9);
 }
 
-/// The clock stands still on the last day of the sample, so that the pictures are the same whenever they are
-/// taken.
-class RelojParado final : public Reloj {
-public:
-    [[nodiscard]] Date ahora() const override { return Date::de_dia(2026, 11, 20).value_or(Date{}); }
-};
-
 /// The main window with all that it tells, on a screen as large as there is.
 void mira_la_ventana_principal(QWidget& principal, Grabacion& grabacion)
 {
@@ -274,6 +257,7 @@ void registra_uno(const app::OpcionesComunes& opciones, Grabacion& grabacion)
 {
     app::Sesion sesion(opciones);
     modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
+    modComun::set_Reloj(std::make_shared<RelojParado>());
     app::frmPrincipal principal(sesion, opciones);
     principal.show();
     intro();
@@ -283,9 +267,11 @@ void registra_uno(const app::OpcionesComunes& opciones, Grabacion& grabacion)
     editor.close();
 }
 
-void graba(const std::filesystem::path& carpeta)
+/// False when something is wrong with a window, which is told then.
+bool graba(const std::filesystem::path& carpeta)
 {
     std::filesystem::remove_all(carpeta / "datos");
+    std::filesystem::remove_all(carpeta / "estado");
     std::filesystem::create_directories(carpeta);
     bases::crea_bases(carpeta / "datos", false);
     app::OpcionesComunes opciones;
@@ -294,6 +280,10 @@ void graba(const std::filesystem::path& carpeta)
     Grabacion grabacion(carpeta);
     registra_uno(opciones, grabacion);
     consulta(opciones, grabacion);
+    demo::graba_ventanas_del_anfitrion(opciones, grabacion);
+    for (const auto& falta : grabacion.faltas())
+        std::cerr << "demostracion: " << falta.toStdString() << '\n';
+    return grabacion.faltas().isEmpty();
 }
 
 }
@@ -307,11 +297,15 @@ int main(int argc, char** argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication aplicacion(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("atipicos"));
+    QApplication::setOrganizationName(QStringLiteral("atipicos"));
+    qputenv(
+        "XDG_STATE_HOME", std::filesystem::absolute(argv[1]).append("estado").c_str()); // drafts of its own
+    app::habla_castellano();
     const bool oscuro = argc > 2 && std::string_view(argv[2]) == "--oscuro";
     app::aplica_tema(oscuro ? app::Tema::oscuro : app::Tema::claro);
     try {
-        graba(argv[1]);
-        return QTest::currentTestFailed() ? 1 : 0;
+        return graba(argv[1]) && !QTest::currentTestFailed() ? 0 : 1;
     } catch (const std::exception& error) {
         std::cerr << "demostracion: " << error.what() << '\n';
         return 1;

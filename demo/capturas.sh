@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # demo/capturas.sh PROGRAM FOLDER: pictures of every window, light and dark, on screens of 1024 by 768, 1366 by 768 and
-# 1920 by 1080, and with everything twice as large on one of 1920 by 1080 and of 2732 by 1536. Needs Xvfb; without a
-# window manager, because pictures show windows.
+# 1920 by 1080, and with everything twice as large on one of 1920 by 1080 and of 2732 by 1536. Ends with 1 when on any of
+# them a window does not fit, or a text or a button is cut. Needs Xvfb; without a window manager, because pictures show
+# windows.
 # demo/capturas.sh PROGRAM --manual: takes the pictures of the manual anew (docs/manual/imagenes). Needs ImageMagick.
 # demo/capturas.sh PROGRAM --leeme: the same for those of the README (docs/images).
 set -euo pipefail
 programa=$1
 carpeta=$2
+estado=0
 toma() {
     local medida=$1 escala=$2 nombre=$3
     for tema in claro oscuro; do
@@ -15,7 +17,7 @@ toma() {
         mkdir -p "$carpeta/$nombre-$tema/ajustes" # none of the sizes that another screen has left
         XDG_CONFIG_HOME="$carpeta/$nombre-$tema/ajustes" QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=$escala \
             xvfb-run --auto-servernum --server-args="-screen 0 ${medida}x24" \
-            "$programa" "$carpeta/$nombre-$tema" "${opciones[@]}"
+            "$programa" "$carpeta/$nombre-$tema" "${opciones[@]}" || estado=1
     done
 }
 # Few colours do for windows.
@@ -62,3 +64,4 @@ toma 1366x768 1 1366x768
 toma 2732x1536 2 1366x768-200
 toma 1920x1080 1 1920x1080
 toma 1920x1080 2 1920x1080-200
+exit $estado

@@ -61,7 +61,8 @@ namespace {
     {
         auto grafico = std::make_unique<QChart>();
         grafico->setLocalizeNumbers(true);
-        grafico->setLocale(QLocale(QLocale::Spanish, QLocale::Spain));
+        // Spanish puts the point of the thousands from five digits on; tables, and German, from four.
+        grafico->setLocale(QLocale(QLocale::German, QLocale::Germany));
         grafico->setBackgroundBrush(estilo.fondo);
         grafico->setBackgroundRoundness(0);
         grafico->setMargins(QMargins(2, 2, 24, 2));
@@ -176,6 +177,7 @@ std::unique_ptr<QChart> grafico_de_barras(const ResumenCargos& resumen, const Es
     serie->append(barras(ahora, grupos, &GrupoResumen::ahora, estilo.ahora));
     serie->setBarWidth(0.8);
     grafico->addSeries(serie);
+    grafico->legend()->setReverseMarkers(tumbadas); // in the order in which the bars are read
     auto* de_grupos = new QBarCategoryAxis(grafico.get());
     for (const auto& grupo : grupos) {
         auto nombre = rotulo(resumen, grupo);

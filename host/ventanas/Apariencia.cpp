@@ -3,8 +3,11 @@
 #include "host/ventanas/Estilo.hpp"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QPalette>
 #include <QSettings>
+#include <QTranslator>
 
 namespace atipicos::app {
 
@@ -70,6 +73,14 @@ namespace {
 
     bool es_oscura(const QPalette& p) { return p.color(QPalette::Window).lightness() < 128; }
 
+}
+
+void habla_castellano()
+{
+    QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
+    auto* textos_de_qt = new QTranslator(qApp);
+    if (textos_de_qt->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(textos_de_qt);
 }
 
 void aplica_tema(Tema tema)

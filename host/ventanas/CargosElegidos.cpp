@@ -2,6 +2,7 @@
 
 #include "browser/ExportarVisorQt.hpp"
 #include "browser/ListaAtipicos.hpp"
+#include "context/Cajas.hpp"
 #include "controls/FicherosEnCastellano.hpp"
 #include "controls/Texto.hpp"
 #include "host/documento/DocumentosUnidos.hpp"
@@ -13,6 +14,7 @@
 
 #include <QFileDialog>
 
+#include <set>
 #include <utility>
 
 namespace atipicos::app {
@@ -88,10 +90,26 @@ std::shared_ptr<const Report> CargosElegidos::documento(const QString& que, QWid
     return std::make_shared<orvalin::DocumentosUnidos>(std::move(todos), m_sesion.empresa->Nombre());
 }
 
+/// What is for one supplier is not for another one to read.
+bool CargosElegidos::van_en_un_mensaje() const
+{
+    std::set<std::int32_t> proveedores;
+    for (const auto& cargo : m_cargos)
+        proveedores.insert(cargo.proveedor);
+    return proveedores.size() < 2
+        || confirma("Los cargos elegidos son de " + std::to_string(proveedores.size())
+            + " proveedores y van juntos en un solo mensaje: quien lo reciba los lee todos.\r\n\r\n¿Desea un "
+              "solo mensaje con todos?");
+}
+
 QString CargosElegidos::imprime(QWidget* ventana) const
 {
     const auto destino = frmImpresora::pregunta(m_sesion.empresa, ventana);
     if (!destino)
+        return {};
+    const bool por_correo = destino->Dispositivo == qvoremp::dispositivo::correo
+        || destino->Dispositivo2 == qvoremp::dispositivo::correo;
+    if (por_correo && !van_en_un_mensaje())
         return {};
     const auto unidos = documento(QStringLiteral("Preparando los documentos"), ventana);
     if (!unidos)
@@ -143,6 +161,8 @@ QString CargosElegidos::exporta(QWidget* ventana) const
 
 QString CargosElegidos::envia(QWidget* ventana) const
 {
+    if (!van_en_un_mensaje())
+        return {};
     const auto unidos = documento(QStringLiteral("Preparando el mensaje"), ventana);
     if (!unidos)
         return {};

@@ -34,6 +34,8 @@ public:
 
 private:
     [[nodiscard]] std::vector<ClaveCargo> claves() const;
+    /// Asks it when they are not of one supplier.
+    [[nodiscard]] bool van_en_un_mensaje() const;
     /// Nothing when it was given up.
     [[nodiscard]] std::shared_ptr<const Report> documento(const QString& que, QWidget* ventana) const;
 

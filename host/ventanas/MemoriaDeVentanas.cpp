@@ -18,6 +18,13 @@ namespace {
 
     constexpr auto atendida = "atipicos_recordada"; ///< the columns of this grid are watched already
 
+    /// Its name, and what it is full of where that is not always the same.
+    QString nombre_recordado(const QWidget& ventana)
+    {
+        const auto contenido = ventana.property(MemoriaDeVentanas::contenido).toString();
+        return contenido.isEmpty() ? ventana.objectName() : ventana.objectName() + u'-' + contenido;
+    }
+
     QString clave_de_columna(const QString& ventana, const QTableView& rejilla, int columna)
     {
         return QStringLiteral("%1/%2/%3").arg(ventana, rejilla.objectName()).arg(columna);
@@ -53,7 +60,7 @@ void MemoriaDeVentanas::se_abre(QWidget& ventana)
         pon_carpeta(*dialogo);
     if (qobject_cast<Formulario*>(&ventana) == nullptr || ventana.objectName().isEmpty())
         return;
-    const QString nombre = m_grupo + ventana.objectName();
+    const QString nombre = m_grupo + nombre_recordado(ventana);
     const auto medida = QSettings().value(nombre + QStringLiteral("/medida")).toSize();
     if (medida.isValid())
         ventana.resize(medida.boundedTo(ventana.screen()->availableSize()));
@@ -69,7 +76,7 @@ void MemoriaDeVentanas::se_cierra(const QWidget& ventana) const
             QSettings().setValue(m_grupo + QStringLiteral("carpeta"), dialogo->directory().absolutePath());
     } else if (qobject_cast<const Formulario*>(&ventana) != nullptr && !ventana.objectName().isEmpty()
         && !ventana.isMaximized())
-        QSettings().setValue(m_grupo + ventana.objectName() + QStringLiteral("/medida"), ventana.size());
+        QSettings().setValue(m_grupo + nombre_recordado(ventana) + QStringLiteral("/medida"), ventana.size());
 }
 
 /// Once the form has laid itself out, because some of its columns share what it is wide. What the program

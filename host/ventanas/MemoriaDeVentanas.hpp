@@ -18,6 +18,9 @@ class MemoriaDeVentanas final : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(MemoriaDeVentanas)
 public:
+    /// The property of a form whose size and columns depend on what it is opened with: it tells with what.
+    static constexpr auto contenido = "contenido_recordado";
+
     explicit MemoriaDeVentanas(std::int32_t usuario, QObject* parent = nullptr);
 
 protected:

@@ -105,8 +105,8 @@ namespace {
         {
             return { { "txtCodigoFicha", QStringLiteral("Códig&o:"), de_codigo_de_ficha, true },
                 { "txtNombre", QStringLiteral("&Nombre:"), de_nombre_de_articulo },
-                { "txtCuentaIngresos", QStringLiteral("C&uenta de ingresos, si no es la del almacén:"),
-                    de_cuenta } };
+                { "txtCuentaIngresos", QStringLiteral("C&uenta de ingresos:"), de_cuenta, false, {},
+                    QStringLiteral("La del almacén") } };
         }
         [[nodiscard]] QStringList columnas() const override
         {

@@ -18,6 +18,7 @@ struct CampoDeFicha {
     int maximo = 0; ///< letters
     bool numero = false;
     std::vector<std::pair<int, QString>> elegibles = {}; ///< by their numbers; none: it is typed
+    QString pista = {}; ///< what it means that nothing is typed
 };
 
 /// The records that `frmFichas` keeps: their values as texts, the code first. What it refuses is an `Error`

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -89,8 +90,10 @@ PanelBorradores::PanelBorradores(std::shared_ptr<const BorradoresEnCarpeta> borr
     m_lista->setObjectName(QStringLiteral("lstBorradores"));
     m_lista->setAccessibleName(QStringLiteral("Cargos sin guardar"));
     m_lista->setWordWrap(true);
+    m_lista->setResizeMode(QListView::Adjust);
     m_lista->setToolTip(QStringLiteral("Intro: recupera el cargo. Supr: lo descarta"));
     m_lista->installEventFilter(this);
+    m_lista->viewport()->installEventFilter(this);
     m_recuperar->setObjectName(QStringLiteral("cmdRecuperar"));
     m_recuperar->setToolTip(QStringLiteral("Vuelve a abrir el cargo elegido como se estaba tecleando"));
     m_descartar->setObjectName(QStringLiteral("cmdDescartar"));
@@ -132,9 +135,20 @@ void PanelBorradores::Actualiza()
     }
     m_lista->setCurrentRow(elegida);
     mira_elegido();
-    const int filas = std::clamp(m_lista->count(), 1, filas_a_la_vista);
-    m_lista->setFixedHeight((m_lista->sizeHintForRow(0) + 4) * filas + 2 * m_lista->frameWidth() + 2);
+    ajusta_alto();
     setVisible(!m_ofrecidos.empty());
+}
+
+/// As many lines as the texts need in the width that there is.
+void PanelBorradores::ajusta_alto()
+{
+    const int filas = std::min(m_lista->count(), filas_a_la_vista);
+    if (filas == 0)
+        return;
+    m_lista->doItemsLayout();
+    const auto todas
+        = m_lista->visualItemRect(m_lista->item(0)).united(m_lista->visualItemRect(m_lista->item(filas - 1)));
+    m_lista->setFixedHeight(todas.height() + 2 * m_lista->frameWidth() + 2);
 }
 
 const BorradorOfrecido* PanelBorradores::elegido() const
@@ -170,7 +184,12 @@ void PanelBorradores::descarta()
 
 bool PanelBorradores::eventFilter(QObject* objeto, QEvent* evento)
 {
-    if (evento->type() != QEvent::KeyPress)
+    if (evento->type() == QEvent::Resize && objeto == m_lista->viewport()) {
+        const auto& cambio = static_cast<const QResizeEvent&>(*evento);
+        if (cambio.oldSize().width() != cambio.size().width()) // once it has been laid out in it
+            QMetaObject::invokeMethod(this, &PanelBorradores::ajusta_alto, Qt::QueuedConnection);
+    }
+    if (objeto != m_lista || evento->type() != QEvent::KeyPress)
         return QFrame::eventFilter(objeto, evento);
     const auto* tecla = static_cast<QKeyEvent*>(evento);
     const bool intro = tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter;

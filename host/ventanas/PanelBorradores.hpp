@@ -37,6 +37,7 @@ protected:
 private:
     [[nodiscard]] const BorradorOfrecido* elegido() const;
     void mira_elegido();
+    void ajusta_alto();
     void recupera();
     void descarta();
 

@@ -33,24 +33,42 @@ namespace {
         return cuantos == 1 ? a_qt(uno) : QString::number(cuantos) + u' ' + a_qt(varios);
     }
 
-    /// In digits, so that widths follow the size of the font; the supplier takes what is left, and no less
-    /// than this.
+    /// In digits, so that widths follow the size of the font; the supplier takes what is left.
     constexpr std::array<int, ModeloCargos::columnas> cifras_de_columnas{ 9, 8, 10, 20, 10, 9, 10, 8 };
+    constexpr int cifras_del_proveedor = 12; ///< no less than this, whatever the window
+
+    int ancho_de_cifras(const QTableView& lista, int cifras)
+    {
+        return (cifras + 1) * lista.fontMetrics().horizontalAdvance(u'0');
+    }
 
     int ancho_de(const QTableView& lista, int columna)
     {
-        const int cifra = lista.fontMetrics().horizontalAdvance(u'0');
-        return (cifras_de_columnas.at(static_cast<std::size_t>(columna)) + 1) * cifra;
+        return ancho_de_cifras(lista, cifras_de_columnas.at(static_cast<std::size_t>(columna)));
     }
+
+    /// Of one that is not shown, what it would have.
+    int ancho_mostrada(const QTableView& lista, int columna)
+    {
+        return lista.isColumnHidden(columna) ? ancho_de(lista, columna) : lista.columnWidth(columna);
+    }
+
+    /// What the total says too, and what the browser shows, makes room for the total where there is little.
+    constexpr std::array prescindibles{ ModeloCargos::impuesto, ModeloCargos::base, ModeloCargos::asiento };
 
     void reparte_ancho(QTableView& lista)
     {
         int queda = lista.viewport()->width();
         for (int columna = 0; columna < ModeloCargos::columnas; ++columna)
             if (columna != ModeloCargos::proveedor)
-                queda -= lista.columnWidth(columna);
+                queda -= ancho_mostrada(lista, columna);
+        for (const int columna : prescindibles) {
+            const bool falta = queda < ancho_de(lista, ModeloCargos::proveedor);
+            queda += falta ? ancho_mostrada(lista, columna) : 0;
+            lista.setColumnHidden(columna, falta);
+        }
         lista.setColumnWidth(
-            ModeloCargos::proveedor, std::max(queda, ancho_de(lista, ModeloCargos::proveedor)));
+            ModeloCargos::proveedor, std::max(queda, ancho_de_cifras(lista, cifras_del_proveedor)));
     }
 
 }

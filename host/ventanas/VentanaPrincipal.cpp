@@ -20,10 +20,8 @@
 
 #include <QApplication>
 #include <QDate>
-#include <QLibraryInfo>
 #include <QPointer>
 #include <QSocketNotifier>
-#include <QTranslator>
 
 #include <cstdio>
 #include <cstdlib>
@@ -170,10 +168,7 @@ int ventana_principal(const OpcionesVentana& opciones)
     QApplication::setOrganizationName(QStringLiteral("atipicos"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/atipicos.png")));
     QGuiApplication::setDesktopFileName(QStringLiteral("atipicos")); // Wayland takes the icon from there
-    QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
-    QTranslator textos_de_qt;
-    if (textos_de_qt.load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QApplication::installTranslator(&textos_de_qt);
+    habla_castellano();
     aplica_tema(tema_guardado());
     // Whatever window is open, also one that another waits for: what each of them has at hand is given up.
     QSocketNotifier senal(Interrupcion::descriptor(), QSocketNotifier::Read);

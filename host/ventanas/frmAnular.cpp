@@ -14,6 +14,7 @@
 
 #include <QDateEdit>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -30,8 +31,8 @@ namespace {
         int letras;
         bool a_la_derecha = false;
     };
-    constexpr std::array<ColumnaDeAnular, 6> columnas_de_anular{ { { "Asiento", 14 }, { "Fecha", 12 },
-        { "Documento", 12 }, { "Cuenta", 14 }, { "Importe", 14, true }, { "Qué es", 56 } } };
+    constexpr std::array<ColumnaDeAnular, 6> columnas_de_anular{ { { "Asiento", 14 }, { "Fecha", 14 },
+        { "Documento", 15 }, { "Cuenta", 14 }, { "Importe", 14, true }, { "Qué es", 50 } } };
 
     std::string asientos_son(std::size_t cuantos)
     {
@@ -77,7 +78,7 @@ frmAnular::frmAnular(Sesion& sesion, const bases::Lugar& lugar, QWidget* parent)
     caja->addWidget(m_rejilla, 1);
     hace_pie(*caja);
     pon_iconos(*this);
-    resize(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 24);
+    resize(fontMetrics().averageCharWidth() * 134, fontMetrics().height() * 24);
     lee();
 }
 
@@ -94,6 +95,7 @@ void frmAnular::hace_lista()
         if (columna.a_la_derecha)
             m_rejilla->set_ColAlignment(i, Qt::AlignRight | Qt::AlignVCenter);
     }
+    m_rejilla->horizontalHeader()->setStretchLastSection(true);
 }
 
 void frmAnular::hace_pie(QVBoxLayout& caja)

@@ -74,14 +74,16 @@ frmDatosEmpresa::frmDatosEmpresa(QWidget* parent)
     cancelar->setAutoDefault(false);
     botones->addWidget(aceptar);
     botones->addWidget(cancelar);
-    caja->addWidget(empresa);
-    caja->addWidget(proveedor);
+    auto* uno_al_lado_del_otro = new QHBoxLayout; // on a small screen there is no room below each other
+    uno_al_lado_del_otro->addWidget(empresa);
+    uno_al_lado_del_otro->addWidget(proveedor);
+    caja->addLayout(uno_al_lado_del_otro);
     caja->addWidget(m_falta);
     caja->addLayout(botones);
     pon_iconos(*this);
     connect(aceptar, &QPushButton::clicked, this, &frmDatosEmpresa::acepta);
     connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
-    resize(fontMetrics().averageCharWidth() * 80, sizeHint().height());
+    resize(fontMetrics().averageCharWidth() * 130, sizeHint().height());
     m_nombre->setFocus();
 }
 

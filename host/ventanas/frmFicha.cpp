@@ -5,6 +5,7 @@
 #include "controls/ColorDeAviso.hpp"
 #include "controls/Icono.hpp"
 #include "controls/Texto.hpp"
+#include "host/ventanas/MemoriaDeVentanas.hpp"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -32,6 +33,7 @@ namespace {
         }
         auto* caja = new QLineEdit(valor, ventana);
         caja->setMaxLength(campo.maximo);
+        caja->setPlaceholderText(campo.pista);
         if (campo.numero)
             caja->setValidator(new QIntValidator(0, 999'999'999, caja));
         return caja;
@@ -53,6 +55,7 @@ frmFicha::frmFicha(OrigenDeFichas& origen, int codigo, QWidget* parent)
     , m_nueva(codigo == 0)
 {
     setObjectName(QStringLiteral("frmFicha"));
+    setProperty(MemoriaDeVentanas::contenido, origen.uno());
     setWindowTitle(m_nueva ? QStringLiteral("Nuevo ") + origen.uno()
                            : QStringLiteral("Modificar el %1 %2").arg(origen.uno()).arg(codigo));
     auto* caja = new QFormLayout(this);

@@ -7,8 +7,10 @@
 #include "controls/VSFlexGrid.hpp"
 #include "host/panel/NombresPlanos.hpp"
 #include "host/ventanas/frmFicha.hpp"
+#include "host/ventanas/MemoriaDeVentanas.hpp"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -42,6 +44,7 @@ frmFichas::frmFichas(std::unique_ptr<OrigenDeFichas> origen, QWidget* parent)
     , m_rejilla(new VSFlexGrid(this))
 {
     setObjectName(QStringLiteral("frmFichas"));
+    setProperty(MemoriaDeVentanas::contenido, m_origen->uno());
     setWindowTitle(m_origen->titulo());
     auto* buscar = new QLabel(QStringLiteral("&Buscar:"), this);
     buscar->setBuddy(m_buscar);
@@ -75,8 +78,11 @@ void frmFichas::hace_lista()
     const int letra = fontMetrics().averageCharWidth();
     for (int i = 0; i < m_rejilla->Cols(); ++i) {
         m_rejilla->set_TextMatrix(0, i, columnas.at(i));
-        m_rejilla->setColumnWidth(i, letra * letras_de_columnas.at(static_cast<std::size_t>(i)));
+        m_rejilla->setColumnWidth(i,
+            std::max(letra * letras_de_columnas.at(static_cast<std::size_t>(i)),
+                m_rejilla->horizontalHeader()->sectionSizeHint(i)));
     }
+    m_rejilla->horizontalHeader()->setStretchLastSection(true);
     m_rejilla->set_ColAlignment(0, Qt::AlignRight | Qt::AlignVCenter);
     connect(m_rejilla, &VSFlexGrid::doubleClicked, this, [this] { abre_ficha(codigo_elegido()); });
     connect(m_rejilla->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {

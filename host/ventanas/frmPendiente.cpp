@@ -4,6 +4,7 @@
 #include "controls/Texto.hpp"
 #include "controls/Twips.hpp"
 #include "controls/VSFlexGrid.hpp"
+#include "host/ventanas/MemoriaDeVentanas.hpp"
 
 #include <QClipboard>
 #include <QGridLayout>
@@ -24,6 +25,7 @@ frmPendiente::frmPendiente(ListaPendiente lista, QWidget* parent)
     , m_orden(new QLineEdit(this))
 {
     setObjectName(QStringLiteral("frmPendiente"));
+    setProperty(MemoriaDeVentanas::contenido, m_lista.titulo);
     setWindowTitle(m_lista.titulo);
     auto* explicacion = new QLabel(m_lista.explicacion, this);
     explicacion->setObjectName(QStringLiteral("lblExplicacion"));

@@ -68,17 +68,18 @@ namespace {
         }
     }
 
-    /// "Total: 74 cargos, base …, impuesto …".
+    /// "Cargos: 74   Base: …   Impuesto: …"; a line ends between two of them, and not inside one.
     QString linea_de_total(const ResumenCargos& resumen)
     {
-        std::string texto;
+        constexpr QChar sin_partir(0x00A0);
+        QStringList partes;
         for (const auto& columna : columnas_resumen(resumen.peticion().por)) {
             if (es_texto(columna) || columna.dato == DatoResumen::parte)
                 continue;
-            texto += texto.empty() ? "" : "   ";
-            texto += std::string(columna.titulo) + ": " + celda_de(resumen, resumen.total(), columna);
+            partes << a_qt(std::string(columna.titulo) + ": " + celda_de(resumen, resumen.total(), columna))
+                          .replace(u' ', sin_partir);
         }
-        return a_qt(texto);
+        return partes.join(QStringLiteral("   "));
     }
 
 }

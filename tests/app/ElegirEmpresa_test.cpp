@@ -119,6 +119,7 @@ private slots:
         en_pantalla(dialogo);
         const auto& falta = control<QLabel>(dialogo, "lblFalta");
         QCOMPARE(foco(), QStringLiteral("txtNombre"));
+        QVERIFY(dialogo.height() < dialogo.fontMetrics().height() * 32); // also on the smallest screens
         atajo(Qt::Key_A);
         QCOMPARE(falta.text(), QStringLiteral("Falta el nombre de la empresa."));
         for (const char* texto : { "Talleres Tegueste", "B38999991", "Calle Ñ, 3", "38280", "Tegueste",

@@ -1,103 +1,18 @@
-#include "context/modComun.hpp"
-#include "controls/qvDispositivo.hpp"
 #include "controls/VSFlexGrid.hpp"
-#include "host/ventanas/EmpresasRecientes.hpp"
-#include "host/ventanas/frmPrincipal.hpp"
-#include "tests/support/CarpetaTemporal.hpp"
-#include "tests/support/Contexto.hpp"
-#include "tests/support/CorreoFingido.hpp"
-#include "tests/support/Paciencia.hpp"
-#include "tests/support/Persona.hpp"
+#include "tests/app/EscenaPanel.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QAction>
 #include <QClipboard>
-#include <QFileDialog>
-#include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
-#include <QStatusBar>
 #include <QTableWidget>
 
 using namespace atipicos;
 using namespace atipicos::pruebas;
 
 namespace {
-
-/// The main window on a sample company with charges put straight into their table, on a day of its own.
-struct EscenaPanel {
-    CarpetaTemporal carpeta;
-    app::OpcionesComunes opciones;
-    std::shared_ptr<MsgBoxDePrueba> avisos = std::make_shared<MsgBoxDePrueba>();
-    std::shared_ptr<RelojDePrueba> reloj = std::make_shared<RelojDePrueba>();
-    std::unique_ptr<app::Sesion> sesion;
-    std::unique_ptr<app::frmPrincipal> ventana;
-
-    EscenaPanel()
-    {
-        opciones.datos = carpeta / "datos";
-        opciones.usuario = 3;
-        bases::crea_bases(opciones.lugar(), false);
-        sesion = std::make_unique<app::Sesion>(opciones);
-        reloj->valor = dia("17/06/2026");
-        modComun::set_Reloj(reloj);
-        modComun::set_MsgBox(avisos);
-        pon("AT260001", 2, "17/06/2026", 103, "100", 31);
-        pon("AT260002", 3, "02/06/2026", 106, "40", 0);
-        pon("AT250001", 4, "05/06/2025", 106, "70", 32);
-        pon("AT260003", 2, "17/06/2026", 104, "5", 33);
-        ventana = std::make_unique<app::frmPrincipal>(*sesion, opciones);
-    }
-    ~EscenaPanel() { vacia_contexto(); }
-
-    void abre() const
-    {
-        ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
-            qFatal("the main window is not active");
-    }
-
-    void pon(const char* codigo, int almacen, const char* fecha, int proveedor, const char* importe,
-        int asiento) const
-    {
-        const std::string del = std::string(fecha).substr(6) + ", " + std::to_string(almacen);
-        auto& orvalin = *sesion->bases.orvalin;
-        orvalin.Execute("DELETE FROM Contador_Proveedores_Cargos_Atipicos");
-        orvalin.Execute("INSERT INTO Contador_Proveedores_Cargos_Atipicos (Cod_Empresa, Cod_Ejercicio, "
-                        "Cod_Almacen, Numero) VALUES (1, "
-            + del + ", 90)");
-        orvalin.Execute("INSERT INTO Proveedores_Cargos_Atipicos (Cod_Empresa, Cod_Ejercicio, Cod_Almacen, "
-                        "Codigo, Proveedor, Fecha, Importe, Asiento, EmpContable, EjContable, Usuario, Hora, "
-                        "Observ, Cod_Compra, Documento, Impuesto, Impuesto_Importe, Tipo) VALUES (1, "
-            + del + ", '" + codigo + "', " + std::to_string(proveedor) + ", '" + fecha + "', " + importe
-            + ", " + std::to_string(asiento) + ", 1, 2026, 2, '" + fecha + "', 'Palé', 0, 0, 7, 0.07, 0)");
-    }
-
-    [[nodiscard]] QString celda(int fila, int columna) const
-    {
-        const auto& lista = control<QTableView>(*ventana, "vsUltimos");
-        return lista.model()->index(fila, columna).data().toString();
-    }
-    [[nodiscard]] int filas() const { return control<QTableView>(*ventana, "vsUltimos").model()->rowCount(); }
-    [[nodiscard]] QString dice(const char* nombre) const { return control<QLabel>(*ventana, nombre).text(); }
-    [[nodiscard]] QWidget* visor() const
-    {
-        auto* form = ventana->findChild<QWidget*>(QStringLiteral("frmCompras_Atipicos_Visor"));
-        return form != nullptr && form->isVisible() ? form : nullptr;
-    }
-};
-
-/// The first two of the list.
-void elige_dos(const EscenaPanel& escena)
-{
-    escena.abre();
-    if (!QTest::qWaitFor([&] { return escena.filas() == 4; }, atipicos::pruebas::paciencia))
-        qFatal("the list is not filled");
-    pulsa(Qt::Key_L, Qt::AltModifier);
-    pulsa(Qt::Key_Down, Qt::ShiftModifier);
-}
 
 QString codigo_en(QWidget& form, const char* selector)
 {
@@ -144,6 +59,32 @@ private slots:
         QVERIFY(control<QPushButton>(*escena.ventana, "cmdSinAsiento").isEnabled());
         QVERIFY(!control<QPushButton>(*escena.ventana, "cmdSueltos").isEnabled());
         QVERIFY(!control<QPushButton>(*escena.ventana, "cmdPrevisiones").isEnabled());
+    }
+
+    void where_there_is_little_room_the_total_stays_in_sight_and_what_it_adds_up_goes()
+    {
+        const EscenaPanel escena;
+        escena.abre();
+        auto& lista = control<QTableView>(*escena.ventana, "vsUltimos");
+        const int letra = lista.fontMetrics().horizontalAdvance(u'0');
+        const auto columnas = [&](int cifras) {
+            lista.setFixedWidth(cifras * letra);
+            QCoreApplication::sendPostedEvents();
+            QTest::qWait(1);
+            QString vistas;
+            for (int i = 0; i < lista.model()->columnCount(); ++i)
+                if (!lista.isColumnHidden(i))
+                    vistas += lista.model()->headerData(i, Qt::Horizontal).toString() + u' ';
+            return vistas;
+        };
+        QTRY_COMPARE(
+            columnas(110), QStringLiteral("Código Almacén Fecha Proveedor Base Impuesto Total Asiento "));
+        QTRY_COMPARE(columnas(90), QStringLiteral("Código Almacén Fecha Proveedor Base Total Asiento "));
+        QTRY_COMPARE(columnas(80), QStringLiteral("Código Almacén Fecha Proveedor Total Asiento "));
+        QTRY_COMPARE(columnas(66), QStringLiteral("Código Almacén Fecha Proveedor Total "));
+        QVERIFY(lista.columnViewportPosition(6) + lista.columnWidth(6) <= lista.viewport()->width());
+        QTRY_COMPARE(
+            columnas(110), QStringLiteral("Código Almacén Fecha Proveedor Base Impuesto Total Asiento "));
     }
 
     void it_finds_as_one_types_and_escape_brings_the_latest_back()
@@ -245,163 +186,6 @@ private slots:
         QCOMPARE(control<VSFlexGrid>(*escena.visor(), "vsCab").TextMatrix(1, 0), QStringLiteral("AT260002"));
     }
 
-    void the_chosen_charges_go_into_one_file_in_the_order_of_the_list()
-    {
-        const EscenaPanel escena;
-        elige_dos(escena);
-        const auto fichero = escena.carpeta / "dos.pdf";
-        {
-            const AlAbrirse guardar(
-                [&](QWidget& dialogo) {
-                    QCOMPARE(control<QLineEdit>(dialogo, "fileNameEdit").text(),
-                        QStringLiteral("Reclamaciones, 2 cargos"));
-                    control<QLineEdit>(dialogo, "fileNameEdit")
-                        .setText(QString::fromStdString(fichero.string()));
-                    intro();
-                },
-                "dlgImprimirElegidos");
-            pulsa(Qt::Key_P, Qt::ControlModifier);
-        }
-        QVERIFY(escena.avisos->dichos.empty());
-        const auto pdf = lee_fichero(fichero);
-        QVERIFY(pdf.starts_with("%PDF-"));
-        QVERIFY2(pdf.find("/Count 2") != std::string::npos, "not two pages");
-    }
-
-    void the_chosen_charges_go_to_the_mail_program_in_one_file()
-    {
-        const CorreoFingido correo;
-        const EscenaPanel escena;
-        elige_dos(escena);
-        pulsa(Qt::Key_M, Qt::ControlModifier);
-        QVERIFY(escena.avisos->dichos.empty());
-        QCOMPARE(
-            correo.dado().at(2), std::string("Reclamaciones a proveedores (2) de Comercial Drago Sur, S.L."));
-        QVERIFY(correo.dado().at(4).ends_with("/Reclamaciones, 2 cargos.pdf"));
-        QVERIFY2(correo.adjunto().find("/Count 2") != std::string::npos, "not two pages");
-        QCOMPARE(escena.ventana->statusBar()->currentMessage(),
-            QStringLiteral(
-                "Su programa de correo tiene el mensaje con 2 cargos: ponga a quién va y envíelo"));
-
-        const CorreoFingido sin_programa(3);
-        pulsa(Qt::Key_M, Qt::ControlModifier);
-        QCOMPARE(escena.avisos->dichos.size(), std::size_t{ 1 });
-        QVERIFY(escena.avisos->dichos[0].texto.find("no hay ningún programa de correo elegido")
-            != std::string::npos);
-    }
-
-    void the_chosen_charges_are_exported_in_the_order_of_the_list()
-    {
-        const EscenaPanel escena;
-        elige_dos(escena);
-        const auto fichero = escena.carpeta / "dos.csv";
-        const auto exporta = [&] {
-            const AlAbrirse guardar(
-                [&](QWidget& dialogo) {
-                    QCOMPARE(control<QLineEdit>(dialogo, "fileNameEdit").text(),
-                        QStringLiteral("Atípicos, 2 cargos"));
-                    control<QLineEdit>(dialogo, "fileNameEdit")
-                        .setText(QString::fromStdString(fichero.string()));
-                    intro();
-                },
-                "dlgExportar");
-            pulsa(Qt::Key_E, Qt::ControlModifier);
-        };
-        exporta();
-        QVERIFY(escena.avisos->dichos.empty());
-        const auto csv = lee_fichero(fichero);
-        const auto primero = csv.find("AT260003");
-        const auto segundo = csv.find("AT260001");
-        QVERIFY2(
-            primero != std::string::npos && segundo != std::string::npos && primero < segundo, csv.c_str());
-        QCOMPARE(std::count(csv.begin(), csv.end(), '\n'), 3);
-
-        escena.sesion->bases.orvalin->Execute(
-            "UPDATE Proveedores_Cargos_Atipicos SET Fecha = '18/06/2026' WHERE Codigo = 'AT260001'");
-        std::filesystem::remove(fichero);
-        exporta();
-        QCOMPARE(escena.avisos->dichos.size(), std::size_t{ 1 });
-        QCOMPARE(escena.avisos->dichos[0].texto,
-            std::string("El cargo AT260001 del almacén 2 ya no es del 17/06/2026, o se ha eliminado. "
-                        "Actualice la lista (F5) y vuelva a elegir."));
-        QVERIFY(!std::filesystem::exists(fichero));
-    }
-
-    void the_chosen_charges_go_to_the_devices_that_are_chosen_for_all_of_them()
-    {
-        const CorreoFingido correo;
-        const EscenaPanel escena;
-        elige_dos(escena);
-        {
-            const AlAbrirse elegir(
-                [&](QWidget& dialogo) {
-                    control<qvDispositivo>(dialogo, "cboDispositivo_0").set_Codigo(4);
-                    control<qvDispositivo>(dialogo, "cboDispositivo_1").set_Codigo(4);
-                    clic(dialogo, "cmdAceptar");
-                },
-                "frmImpresora");
-            pulsa(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
-        }
-        QVERIFY(escena.avisos->dichos.empty());
-        QCOMPARE(correo.dado().size(), std::size_t{ 10 }); // twice, as it was chosen twice
-        QVERIFY2(correo.adjunto().find("/Count 2") != std::string::npos, "not two pages");
-        {
-            const AlAbrirse dejarlo([](QWidget& dialogo) { clic(dialogo, "cmdCancelar"); }, "frmImpresora");
-            pulsa(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
-        }
-        QCOMPARE(correo.dado().size(), std::size_t{ 10 });
-    }
-
-    void columns_that_are_dragged_sizes_and_folders_are_there_the_next_time_for_each_user()
-    {
-        const auto ancho = [](QWidget& form, int columna) {
-            return control<VSFlexGrid>(form, "vsCab").columnWidth(columna);
-        };
-        QSize medida;
-        {
-            EscenaPanel escena;
-            escena.abre();
-            control<QAction>(*escena.ventana, "mnuVisor").trigger();
-            QWidget& form = *escena.visor();
-            auto& cabecera = *control<VSFlexGrid>(form, "vsCab").horizontalHeader();
-            QTest::qWait(1);
-            control<VSFlexGrid>(form, "vsCab").setColumnWidth(9, 99); // by the program: not the person's wish
-            const QPoint borde(
-                cabecera.sectionViewportPosition(5) + cabecera.sectionSize(5) - 1, cabecera.height() / 2);
-            QTest::mousePress(cabecera.viewport(), Qt::LeftButton, {}, borde);
-            cabecera.resizeSection(5, 143);
-            QTest::mouseRelease(cabecera.viewport(), Qt::LeftButton, {}, borde);
-            const QSize antes = form.size();
-            form.resize(antes.width() - 31, antes.height() - 17); // the screen of these tests is small
-            medida = form.size();
-            QVERIFY(medida != antes);
-            form.close();
-            QFileDialog dialogo(escena.ventana.get());
-            dialogo.setAcceptMode(QFileDialog::AcceptSave);
-            dialogo.setOption(QFileDialog::DontUseNativeDialog);
-            dialogo.show();
-            dialogo.setDirectory(QDir::tempPath());
-            dialogo.selectFile(QStringLiteral("lista.csv"));
-            static_cast<QDialog&>(dialogo).done(QDialog::Accepted);
-        }
-        EscenaPanel otra;
-        otra.abre();
-        control<QAction>(*otra.ventana, "mnuVisor").trigger();
-        QTRY_COMPARE(ancho(*otra.visor(), 5), 143);
-        QCOMPARE(otra.visor()->size(), medida);
-        QVERIFY(ancho(*otra.visor(), 9) != 99);
-        QFileDialog dialogo(otra.ventana.get());
-        dialogo.setAcceptMode(QFileDialog::AcceptSave);
-        dialogo.setOption(QFileDialog::DontUseNativeDialog);
-        dialogo.selectFile(QStringLiteral("otra.csv"));
-        dialogo.show();
-        QCOMPARE(dialogo.directory().absolutePath(), QDir(QDir::tempPath()).absolutePath());
-        QVERIFY(dialogo.selectedFiles().value(0).endsWith(QStringLiteral("/otra.csv")));
-        dialogo.close();
-        const QStringList claves = QSettings().allKeys();
-        QVERIFY(claves.contains(QStringLiteral("ventanas/3/frmCompras_Atipicos_Visor/vsCab/5")));
-    }
-
     void it_closes_at_once_while_it_is_reading_and_tells_what_cannot_be_read()
     {
         {
@@ -417,30 +201,6 @@ private slots:
         std::filesystem::rename(rota.carpeta / "ya no", rota.carpeta / "datos");
         pulsa(Qt::Key_F5);
         QTRY_COMPARE(rota.filas(), 4);
-    }
-
-    void places_are_remembered_newest_first_and_not_twice()
-    {
-        const app::EmpresasRecientes recientes;
-        QVERIFY(recientes.lista().isEmpty());
-        for (int i = 0; i < app::EmpresasRecientes::maximo + 2; ++i)
-            recientes.apunta(bases::Lugar(std::filesystem::path("/datos") / std::to_string(i)));
-        recientes.apunta(bases::Lugar(std::filesystem::path("/datos/5")));
-        recientes.apunta(bases::Lugar::de_conexion("postgresql://ana@servidor/empresa"));
-        const auto lista = recientes.lista();
-        QCOMPARE(lista.size(), app::EmpresasRecientes::maximo);
-        QCOMPARE(lista.mid(0, 3),
-            QStringList({ QStringLiteral("postgresql://ana@servidor/empresa"), QStringLiteral("/datos/5"),
-                QStringLiteral("/datos/9") }));
-        QCOMPARE(lista.count(QStringLiteral("/datos/5")), 1);
-        recientes.olvida(QStringLiteral("/datos/5"));
-        QVERIFY(!recientes.lista().contains(QStringLiteral("/datos/5")));
-        QCOMPARE(
-            app::lugar_tecleado(QStringLiteral(" /datos/7 ")).carpeta(), std::filesystem::path("/datos/7"));
-        QCOMPARE(app::lugar_tecleado(lista[0]).clase(), bases::Lugar::Clase::postgresql);
-        QVERIFY_THROWS_EXCEPTION(Error, static_cast<void>(app::lugar_tecleado(QStringLiteral("  "))));
-        QVERIFY_THROWS_EXCEPTION(
-            Error, static_cast<void>(app::lugar_tecleado(QStringLiteral("postgresql:servidor"))));
     }
 };
 

@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -159,6 +160,8 @@ private slots:
                 {
                     const AlAbrirse nuevo(
                         [&](QWidget& ficha) {
+                            const auto& cuenta = control<QLineEdit>(ficha, "txtCuentaIngresos");
+                            QCOMPARE(cuenta.placeholderText(), QStringLiteral("La del almacén"));
                             teclea("Red rota");
                             intro();
                             teclea("75900010");
@@ -171,6 +174,13 @@ private slots:
                     atajo(Qt::Key_N);
                 }
                 auto& rejilla = control<VSFlexGrid>(lista, "vsFichas");
+                const auto& cabecera = *rejilla.horizontalHeader();
+                for (int i = 0; i < rejilla.Cols(); ++i)
+                    QVERIFY2(rejilla.columnWidth(i)
+                            > cabecera.fontMetrics().horizontalAdvance(rejilla.TextMatrix(0, i)),
+                        qPrintable(rejilla.TextMatrix(0, i)));
+                const int todas = rejilla.columnViewportPosition(2) + rejilla.columnWidth(2);
+                QCOMPARE(todas, rejilla.viewport()->width()); // nothing is left over beside the last one
                 QCOMPARE(rejilla.TextMatrix(rejilla.Row(), 1), QStringLiteral("Red rota"));
                 QCOMPARE(rejilla.TextMatrix(rejilla.Row(), 2), QStringLiteral("75900010"));
                 pulsa(Qt::Key_Escape);

@@ -16,6 +16,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QGraphicsTextItem>
 #include <QGraphicsView>
 #include <QLabel>
 #include <QLineEdit>
@@ -23,6 +24,7 @@
 
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <sstream>
 
 using namespace atipicos;
@@ -63,7 +65,7 @@ struct EscenaResumen {
     [[nodiscard]] VSFlexGrid& tabla() const { return control<VSFlexGrid>(*ventana, "vsResumen"); }
     [[nodiscard]] QString dice(const char* etiqueta) const
     {
-        return control<QLabel>(*ventana, etiqueta).text();
+        return control<QLabel>(*ventana, etiqueta).text().replace(QChar(0x00A0), u' ');
     }
     [[nodiscard]] QStringList columna(int cual) const
     {
@@ -98,6 +100,10 @@ private slots:
                      .contains(QStringLiteral(
                          "Cargos: 63   Base: 25.722,64   Impuesto: 1.800,61   Total: 27.523,25")),
             qPrintable(escena.dice("lblTotal")));
+        // A line of it may end between two figures, not inside one.
+        QVERIFY(control<QLabel>(*escena.ventana, "lblTotal")
+                    .text()
+                    .contains(QStringLiteral("   Un\u00A0año\u00A0antes:\u00A06.658,08   ")));
         escena.elige("mes");
         QTRY_COMPARE(escena.tabla().Rows(), 13);
         QCOMPARE(escena.tabla().TextMatrix(12, 1), QStringLiteral("diciembre de 2026"));
@@ -204,6 +210,28 @@ private slots:
         QTRY_VERIFY(esquina() < 80);
         app::aplica_tema(app::Tema::claro);
         QTRY_VERIFY(esquina() > 200);
+    }
+
+    void numbers_and_colours_on_the_charts_are_read_as_in_the_table()
+    {
+        const EscenaResumen escena;
+        QTRY_COMPARE(escena.tabla().Rows(), 15);
+        const auto rotulos = [&](const char* grafico) {
+            std::map<QString, double> sitios; // from the left
+            for (const auto* uno : control<QGraphicsView>(*escena.ventana, grafico).scene()->items())
+                if (const auto* texto = qgraphicsitem_cast<const QGraphicsTextItem*>(uno); texto != nullptr)
+                    sitios[texto->toPlainText()] = texto->scenePos().x();
+            return sitios;
+        };
+        auto barras = rotulos("grfBarras");
+        QVERIFY(barras.contains(QStringLiteral("5.000"))); // and not 5000
+        QVERIFY(rotulos("grfMeses").contains(QStringLiteral("2.000")));
+        const auto ahora = QStringLiteral("Este periodo");
+        const auto antes = QStringLiteral("Un año antes");
+        QVERIFY(barras.contains(ahora) && barras.contains(antes));
+        QVERIFY(barras[ahora] < barras[antes]); // lying bars: the one above is told first
+        escena.elige("mes");
+        QTRY_VERIFY(rotulos("grfBarras")[antes] < rotulos("grfBarras")[ahora]); // standing: from the left
     }
 
     void the_main_window_opens_it_once_and_escape_closes_it()

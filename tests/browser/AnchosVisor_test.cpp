@@ -5,6 +5,8 @@
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
+#include <QHeaderView>
+
 using namespace atipicos;
 using namespace atipicos::pruebas;
 
@@ -41,6 +43,17 @@ private slots:
             QVERIFY(escena.ensancha(de_diseno + gana));
             QTRY_COMPARE(escena.selectores(), (std::pair{ debido + gana / 2, debido + gana / 2 }));
         }
+    }
+
+    void no_heading_is_cut_on_a_small_screen()
+    {
+        EscenaAnchosVisor escena;
+        QVERIFY(escena.ensancha(952)); // 1920 by 1080, everything twice as large
+        const auto& lista = escena.c<VSFlexGrid>("vsCab");
+        const auto& cabecera = *lista.horizontalHeader();
+        const int necesita = cabecera.fontMetrics().horizontalAdvance(lista.TextMatrix(0, 12)) + 4;
+        QTRY_VERIFY(lista.columnWidth(12) >= necesita);
+        QCOMPARE(cabecera.textElideMode(), Qt::ElideRight); // narrower it says that it goes on
     }
 
     void it_opens_wide_enough_for_the_name_of_a_supplier()
