@@ -3,9 +3,13 @@
 #include <QDateTime>
 #include <QFileDialog>
 #include <QFileSystemModel>
+#include <QHeaderView>
+#include <QLabel>
 #include <QLocale>
+#include <QTreeView>
 
 #include <array>
+#include <utility>
 
 namespace atipicos {
 
@@ -27,12 +31,31 @@ namespace {
         return extension.isEmpty() ? QStringLiteral("Fichero") : QStringLiteral("Fichero ") + extension;
     }
 
+    /// Its lists are read by what stands beside them, which Qt does not say.
+    void pon_etiquetas(const QFileDialog& dialogo)
+    {
+        for (const auto& [rotulo, lista] :
+            { std::pair{ "lookInLabel", "lookInCombo" }, { "fileTypeLabel", "fileTypeCombo" } })
+            if (auto* etiqueta = dialogo.findChild<QLabel*>(QLatin1String(rotulo)))
+                etiqueta->setBuddy(dialogo.findChild<QWidget*>(QLatin1String(lista)));
+    }
+
+    /// Qt leaves room for a year of two digits.
+    void ensancha_dias(const QFileDialog& dialogo)
+    {
+        if (auto* ficheros = dialogo.findChild<QTreeView*>(QStringLiteral("treeView")))
+            ficheros->header()->resizeSection(
+                modificado, ficheros->fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000 00:00 ww")));
+    }
+
 }
 
 void FicherosEnCastellano::pon(QFileDialog& dialogo)
 {
     dialogo.setLocale(castellano());
     dialogo.setProxyModel(new FicherosEnCastellano(&dialogo));
+    pon_etiquetas(dialogo);
+    ensancha_dias(dialogo);
 }
 
 QVariant FicherosEnCastellano::data(const QModelIndex& celda, int papel) const

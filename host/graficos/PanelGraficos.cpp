@@ -29,6 +29,7 @@ QChartView* PanelGraficos::agrega(const char* nombre, int lineas)
     auto* vista = new QChartView(this);
     vista->setObjectName(QLatin1String(nombre));
     vista->setFocusPolicy(Qt::NoFocus);
+    vista->viewport()->setFocusPolicy(Qt::NoFocus); // to which the view gives it
     vista->setRenderHint(QPainter::Antialiasing);
     vista->setFrameShape(QFrame::StyledPanel);
     vista->setMinimumSize(fontMetrics().averageCharWidth() * 40, fontMetrics().height() * lineas);

@@ -3,6 +3,7 @@
 #include "context/modComun.hpp"
 #include "controls/MsgBoxQt.hpp"
 #include "controls/Texto.hpp"
+#include "controls/Tiradores.hpp"
 #include "host/bases/EmpresaPropia.hpp"
 #include "host/orvalin/Biblioteca.hpp"
 #include "host/orvalin/PrevisionesCargo.hpp"
@@ -169,6 +170,7 @@ int ventana_principal(const OpcionesVentana& opciones)
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/atipicos.png")));
     QGuiApplication::setDesktopFileName(QStringLiteral("atipicos")); // Wayland takes the icon from there
     habla_castellano();
+    lee_tiradores();
     aplica_tema(tema_guardado());
     // Whatever window is open, also one that another waits for: what each of them has at hand is given up.
     QSocketNotifier senal(Interrupcion::descriptor(), QSocketNotifier::Read);

@@ -118,6 +118,7 @@ void frmManual::hace_lado(QWidget& lado)
     m_indice->setAccessibleName(QStringLiteral("Índice del manual"));
     m_indice->setHeaderHidden(true);
     m_indice->setUniformRowHeights(true);
+    m_indice->installEventFilter(this);
     auto* caja = new QVBoxLayout(&lado);
     caja->addWidget(m_buscar);
     caja->addWidget(m_hallados);
@@ -189,8 +190,31 @@ void frmManual::muestra_donde()
         for (int j = 0; j < suya->childCount(); ++j)
             if (suya->child(j)->data(0, direccion_de).toString() == entera)
                 elegido = suya->child(j);
-        m_indice->setCurrentItem(elegido);
+        elige(*elegido);
     }
+}
+
+/// The line of the keys, if they go to the list: elsewhere a reader would find two things with the focus.
+void frmManual::elige(QTreeWidgetItem& renglon)
+{
+    m_indice->selectionModel()->select(
+        m_indice->indexFromItem(&renglon), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    m_indice->scrollToItem(&renglon);
+    if (m_indice->hasFocus())
+        toma_el_elegido();
+}
+
+void frmManual::toma_el_elegido()
+{
+    const QSignalBlocker sin_abrir(m_indice);
+    if (const auto elegidos = m_indice->selectedItems(); !elegidos.isEmpty())
+        m_indice->setCurrentItem(elegidos.front(), 0, QItemSelectionModel::NoUpdate);
+}
+
+void frmManual::suelta_el_elegido()
+{
+    const QSignalBlocker sin_abrir(m_indice);
+    m_indice->selectionModel()->setCurrentIndex({}, QItemSelectionModel::NoUpdate);
 }
 
 void frmManual::muestra(const QString& direccion)
@@ -236,6 +260,10 @@ bool frmManual::event(QEvent* evento)
 /// From the box of the search the list is walked, and Enter goes on to the page.
 bool frmManual::eventFilter(QObject* objeto, QEvent* evento)
 {
+    if (objeto == m_indice && evento->type() == QEvent::FocusIn)
+        toma_el_elegido();
+    else if (objeto == m_indice && evento->type() == QEvent::FocusOut)
+        suelta_el_elegido();
     if (objeto != m_buscar || evento->type() != QEvent::KeyPress)
         return QWidget::eventFilter(objeto, evento);
     switch (static_cast<QKeyEvent*>(evento)->key()) {
@@ -243,11 +271,13 @@ bool frmManual::eventFilter(QObject* objeto, QEvent* evento)
     case Qt::Key_Down:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
+        toma_el_elegido();
         return QCoreApplication::sendEvent(m_indice, evento);
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (m_indice->currentItem() == nullptr)
+        if (m_indice->selectedItems().isEmpty())
             m_indice->setCurrentItem(m_indice->topLevelItem(0)); // which opens it
+        suelta_el_elegido();
         m_vista->va_a_marca(1);
         m_vista->setFocus();
         return true;

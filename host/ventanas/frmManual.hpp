@@ -44,6 +44,9 @@ private:
     void abre_elegido(const QTreeWidgetItem* elegido);
     void pasa_a_marca(int paso);
     void muestra_donde();
+    void elige(QTreeWidgetItem& renglon);
+    void toma_el_elegido();
+    void suelta_el_elegido();
     void ponte_sobre_quien_espera();
     void va_al_indice();
     void va_a_buscar();

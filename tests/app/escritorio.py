@@ -211,11 +211,11 @@ def marcas(objeto):
 
 
 def dentro(objeto):
-    """The object and what is shown inside it; of a grid, not its cells."""
+    """The object and what is shown inside it; of a grid or a tree, not its cells."""
     if objeto is None or not tiene(objeto, pyatspi.STATE_SHOWING):
         return
     yield objeto
-    if objeto.getRole() == pyatspi.ROLE_TABLE:
+    if objeto.getRole() in (pyatspi.ROLE_TABLE, pyatspi.ROLE_TREE):
         return
     for hijo in objeto:
         yield from dentro(hijo)

@@ -19,10 +19,19 @@
 using namespace atipicos;
 using namespace atipicos::pruebas;
 
+namespace {
+
+QString renglon_elegido(const QTreeWidget& indice)
+{
+    const auto elegidos = indice.selectedItems();
+    return elegidos.size() == 1 ? elegidos.front()->text(0) : QString();
+}
+
+}
+
 class frmManual_Test : public QObject {
     Q_OBJECT
 private slots:
-
     void it_keeps_the_program_open_for_nobody()
     {
         const app::Ayuda ayuda;
@@ -46,14 +55,14 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(manual, atipicos::pruebas::paciencia));
         auto& vista = control<app::VistaManual>(*manual, "vistaManual");
         auto& indice = control<QTreeWidget>(*manual, "lstManual");
-        QCOMPARE(indice.currentItem()->text(0), QStringLiteral("Manual de atipicos"));
+        QCOMPARE(renglon_elegido(indice), QStringLiteral("Manual de atipicos"));
         vista.setSource(vista.source().resolved(QUrl(QStringLiteral("principal.md#cargos-sin-guardar"))));
-        QCOMPARE(indice.currentItem()->text(0), QStringLiteral("Cargos sin guardar"));
+        QCOMPARE(renglon_elegido(indice), QStringLiteral("Cargos sin guardar"));
         QVERIFY(vista.verticalScrollBar()->value() > 100); // at its place, not at the top
         QCOMPARE(vista.textCursor().block().text(), QStringLiteral("Cargos sin guardar"));
         pulsa(Qt::Key_Left, Qt::AltModifier);
         QCOMPARE(se_lee(), QStringLiteral("indice.md"));
-        QCOMPARE(indice.currentItem()->text(0), QStringLiteral("Manual de atipicos"));
+        QCOMPARE(renglon_elegido(indice), QStringLiteral("Manual de atipicos"));
         pulsa(Qt::Key_Right, Qt::AltModifier);
         QCOMPARE(se_lee(), QStringLiteral("principal.md#cargos-sin-guardar"));
         pulsa(Qt::Key_Home, Qt::AltModifier);
@@ -73,6 +82,39 @@ private slots:
         }
         QCOMPARE(ancho(), 660);
         QVERIFY(vista.document()->size().height() > 1000); // and they are painted
+    }
+
+    void the_contents_have_a_line_of_the_keys_only_while_they_have_the_focus()
+    {
+        const app::Ayuda ayuda;
+        app::Ayuda::abre(QStringLiteral("copias.md"));
+        auto* manual = abierto();
+        QVERIFY(manual != nullptr && QTest::qWaitForWindowActive(manual, atipicos::pruebas::paciencia));
+        auto& indice = control<QTreeWidget>(*manual, "lstManual");
+        QCOMPARE(foco(), QStringLiteral("vistaManual"));
+        QCOMPARE(indice.currentItem(), nullptr);
+        const auto copias = renglon_elegido(indice);
+        QCOMPARE(copias, QStringLiteral("Copias y recuperación"));
+        indice.setFocus();
+        QCOMPARE(indice.currentItem()->text(0), copias);
+        QCOMPARE(se_lee(), QStringLiteral("copias.md")); // coming there opens nothing
+        pulsa(Qt::Key_Up);
+        QVERIFY(se_lee() != QStringLiteral("copias.md"));
+        QCOMPARE(indice.currentItem()->text(0), renglon_elegido(indice));
+        pulsa(Qt::Key_F, Qt::ControlModifier);
+        QCOMPARE(indice.currentItem(), nullptr);
+        teclea("prevision");
+        QVERIFY(indice.topLevelItemCount() > 3);
+        pulsa(Qt::Key_Down);
+        pulsa(Qt::Key_Down);
+        const auto segundo = renglon_elegido(indice);
+        QCOMPARE(segundo, indice.topLevelItem(1)->text(0));
+        intro();
+        QCOMPARE(indice.currentItem(), nullptr);
+        QCOMPARE(renglon_elegido(indice), segundo);
+        pulsa(Qt::Key_F, Qt::ControlModifier);
+        pulsa(Qt::Key_Down); // on from where it was
+        QCOMPARE(renglon_elegido(indice), indice.topLevelItem(2)->text(0));
     }
 
     void its_first_opening_is_at_the_place_too()

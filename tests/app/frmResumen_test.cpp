@@ -205,6 +205,8 @@ private slots:
         QCOMPARE(barras.accessibleDescription(), QStringLiteral("Sus números están en la tabla."));
         QCOMPARE(control<QGraphicsView>(*escena.ventana, "grfMeses").accessibleName(),
             QStringLiteral("Gráfico: Total mes a mes"));
+        for (const char* grafico : { "grfBarras", "grfMeses" }) // no key goes to what cannot be changed
+            QCOMPARE(control<QGraphicsView>(*escena.ventana, grafico).viewport()->focusPolicy(), Qt::NoFocus);
         const auto esquina = [&] { return barras.grab().toImage().pixelColor(12, 12).lightness(); };
         app::aplica_tema(app::Tema::oscuro);
         QTRY_VERIFY(esquina() < 80);

@@ -58,6 +58,7 @@ class Lector:
         print(f"{titulo}: " + ", ".join(rotulo(uno) for uno in leidos))
         for uno in leidos:
             self._nombre(titulo, uno)
+        self._papeles(titulo, ventana)
         rotulos = [rotulo(uno) for uno in leidos]
         self.faltas += [f"{titulo}: two of {uno}" for uno in sorted({uno for uno in rotulos if rotulos.count(uno) > 1})]
         for tabla in [uno for uno in dentro(ventana) if uno.getRole() == pyatspi.ROLE_TABLE]:
@@ -73,13 +74,25 @@ class Lector:
             self.faltas.append(f"{titulo}: the combo box «{nombre}» has no label")
         if not any(letra.isalpha() for letra in nombre):
             self.faltas.append(f"{titulo}: {objeto.getRoleName()} without a name, «{nombre}», {objeto.description}")
-        de_leer = nombre.startswith("Nombre d") or nombre.endswith("del atípico")
+        de_leer = (nombre.startswith("Nombre d") or nombre.endswith("del atípico")) and not nombre.endswith(":")
         if objeto.getRole() == pyatspi.ROLE_TEXT and de_leer and not tiene(objeto, pyatspi.STATE_READ_ONLY):
             self.faltas.append(f"{titulo}: «{nombre}» says that it can be changed")
         if "de el " in nombre or "&" in nombre:
             self.faltas.append(f"{titulo}: «{nombre}» is no Spanish")
-        if objeto.getRole() in (pyatspi.ROLE_UNKNOWN, pyatspi.ROLE_INVALID):
-            self.faltas.append(f"{titulo}: «{nombre}» is a {objeto.getRoleName()}")
+
+    def _papeles(self, titulo, ventana):
+        """Nothing that is shown is something unknown, and of what has a name one alone has the focus."""
+        todos = list(dentro(ventana))
+        self.faltas += [f"{titulo}: «{uno.name}» is a {uno.getRoleName()}" for uno in todos
+                        if uno.getRole() in (pyatspi.ROLE_UNKNOWN, pyatspi.ROLE_INVALID)]
+        con_foco = [uno for uno in todos if uno is not ventana and uno.name
+                    and uno.getRole() != pyatspi.ROLE_PAGE_TAB and tiene(uno, pyatspi.STATE_FOCUSED)]
+        for arbol in [uno for uno in todos if uno.getRole() == pyatspi.ROLE_TREE and uno not in con_foco]:
+            con_foco += [uno for uno in arbol if tiene(uno, pyatspi.STATE_FOCUSED)]
+        # Of a box inside a picker, or a line of a list, what it is in has the focus too.
+        dentro_de_otro = [uno for uno in con_foco if not any(otro in con_foco for otro in list(dentro(uno))[1:])]
+        if len(dentro_de_otro) > 1:
+            self.faltas.append(f"{titulo}: the focus is on {[rotulo(uno) for uno in dentro_de_otro]}")
 
     def _rejilla(self, titulo, tabla):
         filas = tabla.queryTable()
@@ -184,6 +197,107 @@ def lee_el_visor(escritorio, lector):
                "text «Fecha del atípico»", "table «Líneas del atípico»", "page tab «Detalles»", *mandos)
 
 
+def lee_el_manual(escritorio, lector):
+    """The manual, beside the main window, and a search in it."""
+    escritorio.teclas("F1")
+    debidos = ("text «Buscar en el manual»", "tree «Índice del manual»", "label «Página del manual»")
+    lector.lee("Manual", *debidos)
+    escritorio.teclas("ctrl+f")
+    escritorio.foco("Buscar en el manual")
+    lector.lee("Manual", *debidos)
+    lector.oye("apartados", lambda: escritorio.escribe("previsiones"))
+    escritorio.teclas("Down", "Return")
+    escritorio.foco("Página del manual")
+    lector.lee("Manual", *debidos)
+    escritorio.teclas("Escape")
+    escritorio.ventana("Cargos atípicos")
+
+
+def lee_el_resumen(escritorio, lector):
+    """Charges added up, as a table and as charts."""
+    escritorio.teclas("ctrl+t")
+    escritorio.ventana("Resumen de cargos")
+    escritorio.filas("Resumen de cargos", 1)
+    lector.lee("Resumen de cargos", "combo box «proveedor»", "text «Primer día»", "text «Último día»",
+               "text «Sólo el almacén»", "text «Sólo el proveedor»", "table «Resumen de cargos»",
+               "push button «Exportar…»", "push button «Cerrar»")
+    escritorio.teclas("alt+e")
+    lector.lee("Exportar el resumen", "text «Nombre de fichero:»", "push button «Guardar»")
+    escritorio.teclas("Escape")
+    escritorio.ventana("Resumen de cargos")
+    escritorio.teclas("Escape")
+    escritorio.ventana("Cargos atípicos")
+
+
+def lee_las_fichas(escritorio, lector):
+    """Suppliers and articles: the list of them, and one."""
+    for letra, titulo, columna, debidos in (
+            ("p", "Proveedores", "Modificar el proveedor", ("text «NIF:»", "combo box «2  A 30 días»")),
+            ("t", "Artículos", "Modificar el artículo", ("text «Cuenta de ingresos:»",))):
+        escritorio.teclas("alt+m", letra)
+        lector.lee(titulo, "text «Buscar:»", f"table «{titulo}»", "push button «Nuevo»", "push button «Modificar»",
+                   "push button «Eliminar»", "push button «Cerrar»")
+        escritorio.teclas("Return")
+        lector.lee(columna, "text «Nombre:»", "push button «Aceptar»", "push button «Cancelar»", *debidos)
+        escritorio.teclas("Escape")
+        escritorio.ventana(titulo)
+        escritorio.teclas("Escape")
+        escritorio.ventana("Cargos atípicos")
+
+
+def lee_los_elegidos(escritorio, lector):
+    """What is done with the charges chosen in the main window, and what is pending."""
+    escritorio.filas("Últimos cargos", 1)
+    escritorio.teclas("alt+l", "ctrl+shift+p")
+    lector.lee("Seleccione Destino", "push button «Aceptar»", "push button «Cancelar»")
+    escritorio.teclas("Escape")
+    escritorio.ventana("Cargos atípicos")
+    escritorio.teclas("ctrl+p")
+    lector.lee("Guardar como PDF", "text «Nombre de fichero:»", "push button «Guardar»")
+    escritorio.teclas("Escape")
+    escritorio.ventana("Cargos atípicos")
+    escritorio.teclas("ctrl+e")
+    lector.lee("Exportar la lista", "text «Nombre de fichero:»", "push button «Guardar»")
+    escritorio.teclas("Escape")
+    escritorio.ventana("Cargos atípicos")
+
+
+def lee_lo_pendiente(escritorio, lector):
+    """The charge is deleted, and its entry is what nobody needs any more."""
+    escritorio.teclas("ctrl+b")
+    escritorio.ventana("Visor de Atípicos")
+    escritorio.filas("Atípicos", 1)
+    escritorio.foco("Atípicos")
+    escritorio.teclas("alt+e")
+    lector.lee("¡ Atención !", "push button «Sí»", "push button «No»")
+    escritorio.teclas("alt+s")
+    escritorio.filas("Atípicos", 0)
+    escritorio.teclas("alt+s")
+    escritorio.ventana("Cargos atípicos")
+    escritorio.espera("the entry without charge", lambda: tiene(
+        escritorio.objeto("Sin cargo…", "push button"), pyatspi.STATE_SENSITIVE))
+    escritorio.teclas("alt+g")
+    lector.lee("Asientos sin cargo", "text «Orden que lo arregla:»", "push button «Anular…»", "push button «Cerrar»")
+    escritorio.teclas("alt+a")
+    lector.lee("Anular asientos sin cargo", "table «Asientos sin cargo»", "push button «Anular los que sobran»")
+    escritorio.teclas("Escape")
+    escritorio.ventana("Cargos atípicos")
+
+
+def lee_otra_empresa(escritorio, lector):
+    """Another company is asked for, made, and asked for its data."""
+    escritorio.teclas("ctrl+o")
+    lector.lee("Elegir empresa", "text «Carpeta, o dirección de un servidor:»",
+               "radio button «Propia: se preguntan sus datos»", "push button «Abrir»", "push button «Crear»",
+               "push button «Cerrar»")
+    escritorio.teclas("alt+r", "ctrl+a")
+    escritorio.escribe(str(escritorio.carpeta / "propia"))
+    escritorio.teclas("alt+p", "alt+c")
+    lector.lee("Datos de la empresa", "text «Nombre:»", "text «NIF:»", "text «Nombre del proveedor:»",
+               "push button «Aceptar»", "push button «Cancelar»")
+    escritorio.teclas("alt+c")
+
+
 def main():
     with Escritorio(sys.argv[1]) as escritorio:
         escritorio.ordena("crear")
@@ -198,6 +312,14 @@ def main():
         lee_el_editor(escritorio, lector)
         lee_la_contabilizacion(escritorio, lector)
         lee_el_visor(escritorio, lector)
+        escritorio.teclas("alt+s")
+        escritorio.ventana("Cargos atípicos")
+        lee_el_manual(escritorio, lector)
+        lee_el_resumen(escritorio, lector)
+        lee_las_fichas(escritorio, lector)
+        lee_los_elegidos(escritorio, lector)
+        lee_lo_pendiente(escritorio, lector)
+        lee_otra_empresa(escritorio, lector)
     if lector.faltas:
         sys.exit("a screen reader is not told:\n" + "\n".join(lector.faltas))
 

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QTest>
 #include <QTreeView>
 
@@ -60,6 +61,12 @@ private slots:
             QStringList({ QStringLiteral("Fichero XLSX"), QStringLiteral("07/03/2025 9:05") }));
         QVERIFY(fila(QStringLiteral("lista.xlsx")).first().startsWith(QStringLiteral("3 ")));
         QVERIFY(dialogo.selectedFiles().value(0).endsWith(QStringLiteral("otra.xlsx")));
+        QVERIFY(arbol->columnWidth(3) > arbol->fontMetrics().horizontalAdvance(
+                    QStringLiteral("28/08/2028 20:38"))); // the day is not cut
+        for (const auto& [rotulo, combo] :
+            { std::pair{ "lookInLabel", "lookInCombo" }, { "fileTypeLabel", "fileTypeCombo" } })
+            QCOMPARE(dialogo.findChild<QLabel*>(QLatin1String(rotulo))->buddy()->objectName(),
+                QLatin1String(combo));
     }
 };
 
