@@ -211,9 +211,36 @@ void Enlace::espera_respuesta()
             = std::chrono::duration_cast<std::chrono::milliseconds>(RelojDeEspera::now() - desde);
         if (callado >= limite)
             return corta("no contesta desde hace " + std::to_string(callado.count() / 1'000) + " s");
-        if (m_sigue_esperando && !m_sigue_esperando(callado))
+        if (!se_espera(callado))
             return corta("se ha dejado de esperar su respuesta");
     }
+}
+
+bool Enlace::se_espera(std::chrono::milliseconds callado)
+{
+    if (!m_sigue_esperando)
+        return true;
+    struct Mientras {
+        bool& preguntando;
+        explicit Mientras(bool& cual)
+            : preguntando(cual)
+        {
+            preguntando = true;
+        }
+        Mientras(const Mientras&) = delete;
+        Mientras& operator=(const Mientras&) = delete;
+        ~Mientras() { preguntando = false; }
+    };
+    const Mientras mientras(m_preguntando);
+    return m_sigue_esperando(callado);
+}
+
+void Enlace::exige_libre(Donde donde) const
+{
+    if (m_preguntando)
+        throw ErrorBaseDatos(Categoria::conexion, fuente,
+            "Se está esperando a que conteste el servidor de la base de datos: espere a que termine.", {},
+            donde);
 }
 
 /// What waits for an answer finds the end of the line instead, and the server too.

@@ -65,6 +65,9 @@ public:
     void olvida_preparadas() noexcept; ///< when the server has
 
     [[nodiscard]] bool perdido() const noexcept { return m_perdido; }
+    /// Raises an error while whoever waits for an answer is asked whether to go on: he may let other things
+    /// happen meanwhile, and they may want the server, whose answer is still to come.
+    void exige_libre(Donde donde) const;
     /// Opens the line again, as it was opened, to whichever of its servers will have it. Raises an error when
     /// that cannot be done, and nobody wants to wait for it.
     void reanuda(Donde donde);
@@ -89,6 +92,7 @@ private:
     /// may take, or than whoever asks will wait, it comes as of a line that was cut.
     [[nodiscard]] Respuesta toma() noexcept;
     void espera_respuesta();
+    [[nodiscard]] bool se_espera(std::chrono::milliseconds callado);
     void corta(std::string motivo);
     void recoge_lectura();
     [[nodiscard]] Preparada* preparada_de(const Orden& orden);
@@ -106,6 +110,7 @@ private:
     bool m_una_a_una = false; ///< the rows of the last statement came so: the client library remembers it
     bool m_perdido = false;
     bool m_reanudando = false;
+    bool m_preguntando = false;
     bool m_con_preparadas = true;
     std::string m_sello; ///< with which nobody else's names of prepared statements begin
     std::uint64_t m_nombres = 0; ///< given so far

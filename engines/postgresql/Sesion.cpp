@@ -95,6 +95,7 @@ Respuesta Sesion::pide_para_leer(sql::Lado lado, const std::string& sql, Lectura
     const auto texto = reescribe(lado, sql, donde);
     if (m_transacciones.abierta() || !sql::no_cambia_nada(texto) || texto.find(';') != std::string::npos)
         return ejecuta({ texto.c_str() }, false, donde);
+    m_enlace.exige_libre(donde);
     asegura_enlace(donde);
     Respuesta primera;
     try {
@@ -161,6 +162,7 @@ Respuesta Sesion::ejecuta(const Orden& orden, bool cambia, Donde donde)
 
 Respuesta Sesion::intenta(const Orden& orden, bool cambia, Donde donde)
 {
+    m_enlace.exige_libre(donde);
     return m_transacciones.abierta() ? intenta_dentro(orden, cambia, donde) : intenta_fuera(orden, donde);
 }
 

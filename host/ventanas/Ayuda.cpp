@@ -17,7 +17,7 @@ namespace {
     constexpr auto propiedad = "pagina_del_manual";
 
     /// Names of windows, of parts of windows, and of classes that have no name of their own.
-    constexpr std::array<std::pair<const char*, const char*>, 34> paginas{ {
+    constexpr std::array<std::pair<const char*, const char*>, 35> paginas{ {
         { "frmPrincipal", "principal.md" },
         { "fraBorradores", "principal.md#cargos-sin-guardar" },
         { "fraPendientes", "principal.md#pendiente" },
@@ -32,6 +32,7 @@ namespace {
         { "frmResumen", "resumen.md" },
         { "dlgImprimirElegidos", "imprimir.md#guardar-como-pdf" },
         { "frmReintento", "puestos.md#cuando-se-pierde-la-conexión" },
+        { "frmEspera", "puestos.md#cuando-se-pierde-la-conexión" },
         { "frmSesion", "principal.md#empresa-y-usuario" },
         { "frmCompras_Atipicos", "editor.md" },
         { "fraCab1", "editor.md#la-cabecera" },

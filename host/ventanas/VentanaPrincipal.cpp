@@ -115,7 +115,7 @@ namespace {
             if (abierta)
                 abierta->muestra_linea(que);
         } };
-        reintenta_en_ventana(opciones);
+        espera_en_ventana(opciones);
         Sesion sesion(elegida, opciones);
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
         modComun::set_BibliotecaOrvalin(biblioteca_con_impresion(sesion, elegida.lugar()));

@@ -67,6 +67,17 @@ private slots:
         QVERIFY(!hasta.dura());
     }
 
+    void a_key_of_which_nothing_comes_but_the_question_whether_it_is_a_shortcut_is_one_too()
+    {
+        QWidget ventana;
+        QKeyEvent pregunta(QEvent::ShortcutOverride, Qt::Key_B, Qt::ControlModifier);
+        QSpontaneKeyEvent::setSpontaneous(&pregunta);
+        app::HastaOtraOrden hasta;
+        hasta.empieza();
+        QCoreApplication::instance()->notify(&ventana, &pregunta);
+        QVERIFY(!hasta.dura());
+    }
+
     void what_the_program_sends_itself_is_none()
     {
         QWidget ventana;

@@ -1,13 +1,17 @@
 #include "host/ventanas/ReintentoEnVentana.hpp"
 
+#include "host/terminal/Interrupcion.hpp"
+#include "host/ventanas/EsperaEnVentana.hpp"
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QPushButton>
 #include <QSettings>
 #include <QTimer>
 
+#include <csignal>
 #include <string>
 #include <vector>
 
@@ -63,8 +67,9 @@ private slots:
     {
         app::ReintentoEnVentana reintento;
         QVERIFY(reintento.sigue(a_los(300ms)));
+        QVERIFY(QTest::qWaitForWindowActive(reintento_abierto(), atipicos::pruebas::paciencia));
         for (const auto tecla : { Qt::Key_Return, Qt::Key_Space, Qt::Key_D })
-            QTest::keyClick(reintento_abierto(), tecla);
+            QTest::keyClick(reintento_abierto()->windowHandle(), tecla);
         QVERIFY(reintento.sigue(a_los(600ms)));
         QTest::mouseClick(&control<QPushButton>(*reintento_abierto(), "cmdDejar"), Qt::LeftButton);
         QVERIFY(!reintento.sigue(a_los(900ms)));
@@ -90,12 +95,18 @@ private slots:
         for (int i = 0; i < 60; ++i)
             largo += "no contesta; ";
         QVERIFY(reintento.sigue({ 900ms, 45s, largo }));
+        const int alto = reintento_abierto()->height();
         for (const char* nombre : { "lblPerdida", "lblDesde", "lblMotivo" }) {
             const auto& dicho = control<QLabel>(*reintento_abierto(), nombre);
             QVERIFY(dicho.isVisible());
             QVERIFY(dicho.height() >= dicho.heightForWidth(dicho.width()));
             QVERIFY(reintento_abierto()->rect().contains(dicho.geometry()));
         }
+        QVERIFY(reintento.sigue(a_los(1'200ms)));
+        QVERIFY(reintento_abierto()->height() < alto);
+        QCOMPARE(QAccessible::queryAccessibleInterface(&control<QLabel>(*reintento_abierto(), "lblPerdida"))
+                     ->role(),
+            QAccessible::Notification); // read aloud, which the seconds are not
     }
 
     void while_an_attempt_is_made_the_windows_answer_and_the_other_ones_take_nothing()
@@ -118,15 +129,18 @@ private slots:
     {
         std::vector<sql::Linea> avisos;
         bases::OpcionesBases opciones{ .avisa_linea = [&](sql::Linea que) { avisos.push_back(que); } };
-        app::reintenta_en_ventana(opciones);
+        app::espera_en_ventana(opciones);
         opciones.avisa_linea(sql::Linea::perdida);
         QVERIFY(opciones.sigue_intentando(a_los(300ms)));
         QVERIFY(reintento_abierto() != nullptr);
         opciones.avisa_linea(sql::Linea::reanudada);
         QVERIFY(reintento_abierto() == nullptr);
         QVERIFY((avisos == std::vector{ sql::Linea::perdida, sql::Linea::reanudada }));
+        QVERIFY(!opciones.sigue_intentando({ 45s, 45s, {} }));
+        opciones.avisa_linea(sql::Linea::perdida); // says nothing new to who has given up
+        QVERIFY(!opciones.sigue_intentando(a_los(300ms)));
         bases::OpcionesBases de_nadie;
-        app::reintenta_en_ventana(de_nadie);
+        app::espera_en_ventana(de_nadie);
         de_nadie.avisa_linea(sql::Linea::reanudada);
     }
 
@@ -136,6 +150,15 @@ private slots:
         QVERIFY(reintento.sigue(a_los(44'900ms)));
         QVERIFY(!reintento.sigue(a_los(45'000ms)));
         QVERIFY(reintento_abierto() == nullptr);
+    }
+
+    void a_signal_ends_it() // the last one: it stays noted
+    {
+        const app::Interrupcion interrupcion;
+        app::ReintentoEnVentana reintento;
+        QVERIFY(reintento.sigue(a_los(300ms)));
+        std::raise(SIGTERM);
+        QVERIFY(!reintento.sigue(a_los(600ms)));
     }
 };
 

@@ -38,7 +38,8 @@ struct EscenaDelRelevo {
             if (abierta)
                 abierta->muestra_linea(que);
         } };
-        app::reintenta_en_ventana(bases);
+        bases.espera = std::chrono::milliseconds(900);
+        app::espera_en_ventana(bases);
         sesion = std::make_unique<app::Sesion>(opciones, bases);
         modComun::set_MsgBox(avisos);
         modComun::set_ConexionBexmor(
@@ -237,6 +238,38 @@ private slots:
             QCOMPARE(control<VSFlexGrid>(escena.editor(), "vsCargos").Rows(), 1);
         }
         QCOMPARE(guardados("Estaba guardado"), 1);
+    }
+
+    void a_server_that_goes_silent_is_told_and_can_be_left()
+    {
+        Intermediario en_medio(m_servidor->enchufe_del_primario());
+        {
+            const EscenaDelRelevo escena(por(en_medio) + "&reintento=3");
+            escena.teclea_cargo("Calla");
+            control<>(escena.editor(), "txtProv").setFocus();
+            en_medio.calla();
+            int esperas = 0;
+            QTimer reloj;
+            reloj.setInterval(5);
+            connect(&reloj, &QTimer::timeout, this, [&] {
+                for (QWidget* una : QApplication::topLevelWidgets())
+                    if (una->objectName() == QLatin1String("frmEspera") && una->isVisible()) {
+                        ++esperas;
+                        QTest::keyClick(una, Qt::Key_Escape);
+                        return;
+                    }
+            });
+            reloj.start();
+            const EnCadaAviso aviso([](QWidget& dicho) { QTest::keyClick(&dicho, Qt::Key_Escape); });
+            pulsa(Qt::Key_F2);
+            QCOMPARE(esperas, 1);
+            QCOMPARE(aviso.cuantos(), 1); // the line was cut, and could not be opened
+            QCOMPARE(escena.textos().size(), std::size_t{ 1 });
+            en_medio.calla(false);
+            const AlAbrirse lista([](QWidget&) { pulsa(Qt::Key_Escape); }, "ListaSeleccion");
+            pulsa(Qt::Key_F2);
+            QVERIFY(escena.textos().empty());
+        }
     }
 
     void whoever_gives_up_is_not_asked_again_by_the_same_order_but_by_the_next()

@@ -101,6 +101,28 @@ namespace {
         contabilidad->RollbackTrans();
     }
 
+    TEST_F(PostgresqlEspera, an_operation_that_begins_while_it_is_asked_is_refused_and_the_other_one_goes_on)
+    {
+        auto con = por_intermediario();
+        std::vector<std::string> dichos;
+        con.sigue_esperando = [&](std::chrono::milliseconds) {
+            dichos.push_back(al_esperar([&] { contabilidad->Execute("DELETE FROM Apuntes"); }).second);
+            dichos.push_back(al_esperar([&] { lee(*contabilidad, "SELECT COUNT(*) FROM Apuntes"); }).second);
+            return true;
+        };
+        abre(con);
+        guarda("25");
+        empieza();
+        escribe("26");
+        gestion->Execute("INSERT INTO Cargos (Id) SELECT 27 FROM pg_sleep(1)");
+        ASSERT_FALSE(dichos.empty());
+        EXPECT_THAT(dichos,
+            testing::Each(
+                "Se está esperando a que conteste el servidor de la base de datos: espere a que termine."));
+        confirma();
+        EXPECT_EQ(guardado(), "25 26 27/25 26\n");
+    }
+
     TEST_F(PostgresqlEspera, a_list_that_is_being_read_can_be_given_up_too)
     {
         auto con = por_intermediario();
