@@ -40,12 +40,17 @@ namespace {
                 etiqueta->setBuddy(dialogo.findChild<QWidget*>(QLatin1String(lista)));
     }
 
-    /// Qt leaves room for a year of two digits.
+    /// Qt leaves room for a year of two digits; the names give what is missing.
     void ensancha_dias(const QFileDialog& dialogo)
     {
-        if (auto* ficheros = dialogo.findChild<QTreeView*>(QStringLiteral("treeView")))
-            ficheros->header()->resizeSection(
-                modificado, ficheros->fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000 00:00 ww")));
+        const auto* ficheros = dialogo.findChild<QTreeView*>(QStringLiteral("treeView"));
+        if (ficheros == nullptr)
+            return;
+        auto& cabecera = *ficheros->header();
+        const int falta = ficheros->fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000 00:00 ww"))
+            - cabecera.sectionSize(modificado);
+        cabecera.resizeSection(modificado, cabecera.sectionSize(modificado) + falta);
+        cabecera.resizeSection(nombre, cabecera.sectionSize(nombre) - falta);
     }
 
 }

@@ -44,8 +44,17 @@ void Formulario::setVisible(bool visible)
     if (visible && !isVisible()) {
         pon_iconos(*this);
         cabe_en_pantalla(*this);
+        m_por_colocar = true;
     }
     QDialog::setVisible(visible);
+}
+
+/// What the window manager puts around a form is known once it has been given the keys.
+bool Formulario::event(QEvent* evento)
+{
+    if (evento->type() == QEvent::WindowActivate && std::exchange(m_por_colocar, false))
+        entra_en_pantalla(*this);
+    return QDialog::event(evento);
 }
 
 void Formulario::keyPressEvent(QKeyEvent* tecla)

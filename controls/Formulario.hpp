@@ -9,8 +9,8 @@
 namespace atipicos {
 
 /// What the forms have in common: Enter presses the button that has the focus, and no other. Holding it down
-/// presses once. A form is never opened larger than the screen has room for, shows where the focus is, and
-/// its commands have their icons.
+/// presses once. A form is never opened larger than the screen has room for, nor partly outside of it, shows
+/// where the focus is, and its commands have their icons.
 class Formulario : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(Formulario)
@@ -27,11 +27,13 @@ public:
     void setVisible(bool visible) override;
 
 protected:
+    bool event(QEvent* evento) override;
     void keyPressEvent(QKeyEvent* tecla) override;
 
 private:
     Qt::WindowFlags m_tipo;
     Duena m_duena;
+    bool m_por_colocar = false; ///< shown, and not yet with its frame
     std::unique_ptr<QWindow> m_ajena; ///< a window of another toolkit, as this one sees it
 };
 

@@ -4,6 +4,8 @@
 #include <QStyle>
 #include <QWidget>
 
+#include <algorithm>
+
 namespace atipicos {
 
 void cabe_en_pantalla(QWidget& ventana)
@@ -16,6 +18,18 @@ void cabe_en_pantalla(QWidget& ventana)
     const int barra = ventana.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &ventana);
     const QSize libre = donde.screen()->availableGeometry().size() - QSize(2 * marco, 2 * marco + barra);
     ventana.resize(ventana.size().boundedTo(libre));
+}
+
+void entra_en_pantalla(QWidget& ventana)
+{
+    if (ventana.isMaximized() || ventana.isFullScreen())
+        return;
+    const QRect libre = ventana.screen()->availableGeometry();
+    const QRect marco = ventana.frameGeometry();
+    const QPoint sitio(std::max(libre.left(), std::min(marco.left(), libre.right() - marco.width() + 1)),
+        std::max(libre.top(), std::min(marco.top(), libre.bottom() - marco.height() + 1)));
+    if (sitio != marco.topLeft())
+        ventana.move(sitio);
 }
 
 } // namespace atipicos

@@ -259,7 +259,7 @@ void Selector::abre_lista()
 bool Selector::entra_con_su_codigo(const QFocusEvent& entrada) const
 {
     return entrada.reason() == Qt::OtherFocusReason
-        || (entrada.reason() == Qt::ActiveWindowFocusReason && m_puesto);
+        || (entrada.reason() == Qt::ActiveWindowFocusReason && (m_puesto || m_falta));
 }
 
 bool Selector::eventFilter(QObject* objeto, QEvent* evento)
@@ -273,7 +273,8 @@ bool Selector::eventFilter(QObject* objeto, QEvent* evento)
     switch (static_cast<QKeyEvent*>(evento)->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        Buscar();
+        if (!Buscar())
+            m_codigo->selectAll(); // what is typed next is another code, not more of this one
         emit Intro();
         return true;
     case Qt::Key_F2:

@@ -54,6 +54,10 @@ private slots:
         const int necesita = cabecera.fontMetrics().horizontalAdvance(lista.TextMatrix(0, 12)) + 4;
         QTRY_VERIFY(lista.columnWidth(12) >= necesita);
         QCOMPARE(cabecera.textElideMode(), Qt::ElideRight); // narrower it says that it goes on
+        QFont marcada = lista.font();
+        marcada.setBold(true); // as the charge that was changed last is
+        QVERIFY(lista.columnWidth(5)
+            >= QFontMetrics(marcada).horizontalAdvance(QStringLiteral("28/08/2028")) + 4);
     }
 
     void it_opens_wide_enough_for_the_name_of_a_supplier()

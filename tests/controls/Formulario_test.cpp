@@ -1,5 +1,6 @@
 #include "controls/Formulario.hpp"
 
+#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QPushButton>
@@ -27,6 +28,24 @@ private slots:
         form.resize(317, 211);
         form.show();
         QCOMPARE(form.size(), QSize(317, 211));
+    }
+
+    void it_is_moved_to_where_all_of_it_is_seen_once_it_is_shown()
+    {
+        const QRect libre = QGuiApplication::primaryScreen()->availableGeometry();
+        for (const QPoint& sitio : { QPoint(40, -25), QPoint(-31, 12), QPoint(libre.right() - 7, 60),
+                 QPoint(17, libre.bottom() - 90) }) {
+            Formulario form;
+            form.resize(317, 211);
+            form.move(sitio);
+            form.show();
+            QVERIFY(QTest::qWaitForWindowActive(&form, atipicos::pruebas::paciencia));
+            QVERIFY(libre.contains(form.frameGeometry()));
+            QVERIFY(form.x() == sitio.x() || form.y() == sitio.y()); // no further than it has to be
+            form.move(sitio); // the person's wish
+            QTest::qWait(1);
+            QVERIFY(!libre.contains(form.frameGeometry()));
+        }
     }
 
     void its_commands_have_icons_that_follow_the_theme()

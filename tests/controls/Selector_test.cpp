@@ -158,8 +158,17 @@ private slots:
         QCOMPARE(caja.control->Codigo(), 7);
         QVERIFY(!caja.control->Elegido());
         QCOMPARE(caja.intros.count(), 1);
+        QCOMPARE(caja.codigo().selectedText(), QStringLiteral("7")); // another one takes its place
+        const auto vuelve = [&] { // as from behind a box that said it
+            caja.codigo().deselect();
+            QFocusEvent entrada(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+            QCoreApplication::sendEvent(&caja.codigo(), &entrada);
+            return caja.codigo().selectedText();
+        };
+        QCOMPARE(vuelve(), QStringLiteral("7"));
         caja.codigo().selectAll();
         caja.teclea_e_intro("104");
+        QCOMPARE(vuelve(), QString()); // a person's own is not
         QCOMPARE(caja.rotulo(), QStringLiteral("Conservas La Graciosa, S.A."));
         QCOMPARE(caja.codigo().accessibleDescription(), QString());
     }
