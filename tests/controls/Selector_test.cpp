@@ -1,81 +1,9 @@
-#include "controls/ListaSeleccion.hpp"
-#include "controls/qvAlmacen.hpp"
-#include "controls/qvArticulo.hpp"
-#include "controls/qvCuenta.hpp"
-#include "controls/qvProveedor.hpp"
-#include "controls/qvTipoDocumento.hpp"
-#include "controls/VSFlexGrid.hpp"
-#include "tests/controls/Ventana.hpp"
-#include "tests/integracion/Banco.hpp"
+#include "tests/controls/CajaDeFicha.hpp"
 #include "tests/support/Contraste.hpp"
-#include "tests/support/Dialogo.hpp"
-#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
-#include <QSignalSpy>
-#include <QToolButton>
-
 using namespace atipicos;
-using pruebas::Banco;
-
-namespace {
-
-template <class Picker> struct CajaDeFicha : pruebas::Ventana<Picker> {
-    using pruebas::Ventana<Picker>::control;
-    QSignalSpy intros{ control, &Selector::Intro };
-
-    [[nodiscard]] QLineEdit& codigo() const
-    {
-        return *control->template findChild<QLineEdit*>(QStringLiteral("txtCodigo"));
-    }
-    /// What stands beside the code.
-    [[nodiscard]] QString rotulo() const
-    {
-        return control->template findChild<QLineEdit*>(QStringLiteral("lblNombre"))->text();
-    }
-    [[nodiscard]] QToolButton& boton() const
-    {
-        return *control->template findChild<QToolButton*>(QStringLiteral("cmdBuscar"));
-    }
-    void teclea_e_intro(const char* texto)
-    {
-        this->teclea(QString::fromUtf8(texto));
-        this->pulsa(Qt::Key_Return);
-    }
-    /// Opens the list with F2; `mientras` uses it.
-    bool con_lista(const std::function<void(ListaSeleccion&)>& mientras)
-    {
-        const bool terminada
-            = pruebas::con_dialogo<ListaSeleccion>([this] { this->pulsa(Qt::Key_F2); }, mientras);
-        this->activateWindow(); // without a window manager nobody else does
-        return terminada && QTest::qWaitForWindowActive(this, atipicos::pruebas::paciencia);
-    }
-};
-
-struct Proveedor : CajaDeFicha<qvProveedor> {
-    Proveedor() { control->Prepara(modComun::EmpresaOrvalin(), modComun::ConexionOrvalin()); }
-};
-
-struct Almacen : CajaDeFicha<qvAlmacen> {
-    Almacen() { control->Prepara(modComun::EmpresaOrvalin(), modComun::ConexionOrvalin()); }
-};
-
-std::function<void(ListaSeleccion&)> tecleando(const char* texto, Qt::Key final)
-{
-    return [texto, final](ListaSeleccion& lista) {
-        pruebas::teclea(lista.focusWidget(), QString::fromUtf8(texto));
-        QTest::keyClick(lista.focusWidget(), final);
-    };
-}
-
-/// From the next operation on nothing reaches the database.
-void pierde_la_conexion(const Banco& banco)
-{
-    banco.parte->falla_en = banco.parte->dichas.size() + 1;
-    banco.parte->conexion_perdida = true;
-}
-
-}
+using namespace atipicos::pruebas;
 
 class Selector_Test : public QObject {
     Q_OBJECT
@@ -83,7 +11,7 @@ private slots:
     void enter_shows_the_name_of_the_code()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         caja.teclea_e_intro("103");
         QCOMPARE(caja.rotulo(), QStringLiteral("Ñandú Exportaciones, S.L."));
         QCOMPARE(caja.control->Nombre(), caja.rotulo());
@@ -95,7 +23,7 @@ private slots:
     void leading_zeros_do_not_matter()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         caja.teclea_e_intro("00104");
         QCOMPARE(caja.control->Codigo(), 104);
         QCOMPARE(caja.control->Nombre(), QStringLiteral("Conservas La Graciosa, S.A."));
@@ -104,7 +32,7 @@ private slots:
     void that_a_code_does_not_exist_is_said_in_two_words_where_there_is_no_room()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         caja.resize(caja.minimumSizeHint().width(), caja.height());
         caja.teclea_e_intro("7");
         QCOMPARE(caja.rotulo(), QStringLiteral("No existe"));
@@ -118,9 +46,9 @@ private slots:
     void what_it_says_can_be_read_before_and_after_a_change_of_theme()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         const auto lee = [](const QLineEdit& texto, QPalette::ColorRole fondo) {
-            return pruebas::contraste(texto.palette().color(QPalette::Text), qApp->palette().color(fondo));
+            return contraste(texto.palette().color(QPalette::Text), qApp->palette().color(fondo));
         };
         const auto& etiqueta = *caja.control->findChild<QLineEdit*>(QStringLiteral("lblNombre"));
         const QPalette de_antes = QApplication::palette();
@@ -149,7 +77,7 @@ private slots:
     void a_code_that_does_not_exist_is_shown_as_such()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         caja.resize(420, caja.height()); // where there is no room it is said in two words
         caja.teclea_e_intro("7");
         QCOMPARE(caja.rotulo(), QStringLiteral("No existe el proveedor"));
@@ -176,7 +104,7 @@ private slots:
     void enter_in_an_empty_box_asks_nothing()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         caja.pulsa(Qt::Key_Enter);
         QCOMPARE(caja.intros.count(), 1);
         QCOMPARE(caja.rotulo(), QString());
@@ -188,7 +116,7 @@ private slots:
     void leaving_the_box_looks_up_what_was_typed_and_nothing_else()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         caja.teclea(QStringLiteral("103"));
         QCOMPARE(caja.rotulo(), QString());
         caja.sale();
@@ -203,7 +131,7 @@ private slots:
     void typing_again_takes_the_name_away()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         caja.teclea_e_intro("10");
         caja.teclea(QStringLiteral("3"));
         QCOMPARE(caja.rotulo(), QString());
@@ -216,7 +144,7 @@ private slots:
     void no_more_can_be_typed_than_fits()
     {
         const Banco banco;
-        Almacen corto;
+        CajaDeAlmacen corto;
         corto.teclea(QStringLiteral("x-32768"));
         QCOMPARE(corto.codigo().text(), QStringLiteral("3276"));
         corto.codigo().selectAll();
@@ -225,7 +153,7 @@ private slots:
         corto.codigo().selectAll();
         corto.pega(QStringLiteral("65537"));
         QCOMPARE(corto.control->Codigo(), std::int16_t{ 32767 });
-        Proveedor largo;
+        CajaDeProveedor largo;
         largo.teclea(QStringLiteral("2147483648"));
         QCOMPARE(largo.codigo().text(), QStringLiteral("214748364"));
         largo.teclea(QStringLiteral("7"));
@@ -235,7 +163,7 @@ private slots:
     void a_code_is_pasted_as_it_stands_elsewhere()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         caja.pega(QStringLiteral(" 104\n"));
         caja.pulsa(Qt::Key_Return);
         QCOMPARE(caja.control->Codigo(), 104);
@@ -247,7 +175,7 @@ private slots:
     void a_code_set_by_the_program_counts_as_chosen_and_is_named_when_asked()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         caja.control->set_Codigo(104);
         QVERIFY(caja.control->Elegido());
         QCOMPARE(caja.rotulo(), QString());
@@ -263,7 +191,7 @@ private slots:
     void f2_picks_by_name_with_keys_alone()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         QVERIFY(caja.con_lista([](ListaSeleccion& lista) {
             QCOMPARE(lista.windowTitle(), QStringLiteral("Buscar el proveedor"));
             QTest::keyClicks(lista.focusWidget(), QStringLiteral("quesEria"));
@@ -279,7 +207,7 @@ private slots:
     void giving_the_list_up_leaves_the_box_as_it_was()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         caja.teclea(QStringLiteral("103"));
         QVERIFY(caja.con_lista(tecleando("quesería", Qt::Key_Escape)));
         QVERIFY(caja.con_lista(tecleando("no hay tal cosa", Qt::Key_Return)));
@@ -292,7 +220,7 @@ private slots:
     void the_button_opens_the_list_too()
     {
         const Banco banco;
-        Proveedor caja;
+        CajaDeProveedor caja;
         QVERIFY(pruebas::con_dialogo<ListaSeleccion>(
             [&] { QTest::mouseClick(&caja.boton(), Qt::LeftButton); }, tecleando("timple", Qt::Key_Return)));
         QCOMPARE(caja.control->Codigo(), 113);
@@ -301,7 +229,7 @@ private slots:
     void a_code_put_in_behind_another_window_is_replaced_by_the_next_that_is_typed()
     {
         const Banco banco;
-        Almacen caja;
+        CajaDeAlmacen caja;
         caja.sale();
         QWidget delante;
         const auto pon_delante = [&delante] {
@@ -329,7 +257,7 @@ private slots:
     void a_disabled_picker_shows_its_name_and_takes_nothing()
     {
         const Banco banco;
-        Almacen caja;
+        CajaDeAlmacen caja;
         caja.control->set_Codigo(3);
         caja.control->Buscar();
         caja.control->setEnabled(false);
@@ -344,7 +272,7 @@ private slots:
     void a_picker_to_be_read_only_takes_nothing()
     {
         const Banco banco;
-        Almacen caja;
+        CajaDeAlmacen caja;
         caja.control->set_Codigo(3);
         caja.control->Buscar();
         caja.control->set_SoloLectura(true);
@@ -367,113 +295,6 @@ private slots:
         QCOMPARE(caja.rotulo(), QString());
         QVERIFY(!caja.control->Elegido());
         QVERIFY(banco.titulos().empty());
-    }
-
-    void a_lost_connection_is_told_once_at_enter()
-    {
-        const Banco banco;
-        Proveedor caja;
-        pierde_la_conexion(banco);
-        caja.teclea_e_intro("103");
-        caja.sale();
-        QCOMPARE(banco.avisos->dichos.size(), std::size_t{ 1 });
-        const auto& aviso = banco.avisos->dichos[0];
-        QCOMPARE(aviso.titulo, std::string("Selector:Buscar"));
-        QVERIFY(aviso.texto.ends_with("] fallo provocado"));
-        QCOMPARE(pruebas::linea_nombrada(aviso.texto, "controls/Selector.cpp"),
-            std::string("const auto nombre = m_fuente->nombre(de_qt(codigo()));"));
-        QVERIFY(aviso.icono == Icono::critico);
-        QCOMPARE(caja.rotulo(), QString());
-        QVERIFY(!caja.control->Elegido());
-    }
-
-    void a_lost_connection_is_told_once_on_leaving()
-    {
-        const Banco banco;
-        Proveedor caja;
-        pierde_la_conexion(banco);
-        caja.teclea(QStringLiteral("103"));
-        caja.sale();
-        caja.entra();
-        caja.sale();
-        QCOMPARE(banco.titulos(), std::vector<std::string>{ "Selector:Buscar" });
-    }
-
-    void a_lost_connection_is_told_once_instead_of_the_list()
-    {
-        const Banco banco;
-        Proveedor caja;
-        pierde_la_conexion(banco);
-        caja.teclea(QStringLiteral("103"));
-        caja.pulsa(Qt::Key_F2);
-        QCOMPARE(banco.titulos(), std::vector<std::string>{ "Selector:abre_lista" });
-        QVERIFY(QApplication::activeModalWidget() == nullptr);
-        QCOMPARE(caja.focusWidget(), &caja.codigo());
-    }
-
-    void warehouses_are_those_of_the_company()
-    {
-        const Banco banco;
-        Almacen caja;
-        caja.teclea_e_intro("5");
-        QCOMPARE(caja.rotulo(), QStringLiteral("Depósito sin contabilidad"));
-        int filas = 0;
-        QVERIFY(caja.con_lista([&](ListaSeleccion& lista) {
-            filas = lista.findChild<VSFlexGrid*>(QStringLiteral("vsLista"))->Rows() - 1;
-            QTest::keyClick(lista.focusWidget(), Qt::Key_Escape);
-        }));
-        QCOMPARE(filas, 5);
-    }
-
-    void suppliers_are_those_of_the_company_that_keeps_them()
-    {
-        const Banco banco;
-        modComun::set_EmpresaOrvalin(
-            std::make_shared<orvalin::Empresa>(banco.bases().orvalin, std::int16_t{ 2 }, std::int32_t{ 1 }));
-        Proveedor caja;
-        caja.teclea_e_intro("101");
-        QCOMPARE(caja.rotulo(), QStringLiteral("Aguas de Ucanca, S.A."));
-        Almacen almacen;
-        almacen.teclea_e_intro("1");
-        QCOMPARE(almacen.rotulo(), QStringLiteral("Muelle de Arrecife"));
-    }
-
-    void an_article_is_picked_by_code_and_by_name()
-    {
-        const Banco banco;
-        CajaDeFicha<qvArticulo> caja;
-        caja.control->Prepara(modComun::EmpresaOrvalin(), modComun::ConexionOrvalin());
-        caja.teclea_e_intro("1030");
-        QCOMPARE(caja.rotulo(), QStringLiteral("Ron añejo 70 cl"));
-        QVERIFY(caja.con_lista(tecleando("mejillon", Qt::Key_Return)));
-        QCOMPARE(caja.control->Codigo(), 1007);
-    }
-
-    void a_document_type_is_picked_by_code_and_by_name()
-    {
-        const Banco banco;
-        CajaDeFicha<qvTipoDocumento> caja;
-        caja.control->Prepara(modComun::ConexionBexmor());
-        caja.teclea_e_intro("3");
-        QCOMPARE(caja.rotulo(), QStringLiteral("Pagaré"));
-        QVERIFY(caja.con_lista(tecleando("transf", Qt::Key_Return)));
-        QCOMPARE(caja.control->Codigo(), std::int16_t{ 2 });
-    }
-
-    void an_account_is_picked_by_code_and_by_name()
-    {
-        const Banco banco;
-        CajaDeFicha<qvCuenta> caja;
-        const auto contable = modComun::EmpresaBexmor();
-        contable->Ejercicio = 2026;
-        caja.control->Prepara(*contable, modComun::ConexionBexmor());
-        caja.teclea_e_intro("75900010");
-        QCOMPARE(caja.rotulo(), QStringLiteral("Ingresos atípicos, bebidas"));
-        QCOMPARE(caja.control->Cuenta(), std::string("75900010"));
-        QVERIFY(caja.con_lista(tecleando("maquinaria ATIPICOS", Qt::Key_Return)));
-        QCOMPARE(caja.control->Cuenta(), std::string("75900011"));
-        caja.control->set_Cuenta("");
-        QVERIFY(caja.control->vacio());
     }
 };
 
