@@ -45,8 +45,8 @@ PRUEBAS = {
     "browser": ["ClaveBorrada", "ColumnasLista", "DetalleAtipico", "DirectorioZip", "EliminarAtipico", "ExportarLista",
                 "LibroXlsx", "ListaAtipicos", "ListaDelAnfitrion", "ListaRelevada"],
     "printing": ["ImprimirAtipico"],
-    "server": ["Argumentos", "Cargos", "Clases", "Coleccion", "Prestamos", "Relevos", "ReportAnfitrion", "Idl", "Lanzadores",
-               "LanzadoresEnVentana", "AnfitrionPython"],
+    "server": ["Argumentos", "Cargos", "Clases", "Coleccion", "Frontera", "Prestamos", "Relevos", "ReportAnfitrion", "Idl",
+               "Lanzadores", "LanzadoresEnVentana", "AnfitrionPython", "SinMemoria"],
     "engines/ado": ["AdoConexion", "AdoFilas", "AdoEmpresas"],
     "engines/sql": ["Catalogo", "Contrato", "Fechas", "PostgresqlConnection", "Reescritura", "Servidor",
                     "SqliteConnection", "SqliteRecordset", "Tokens"],
@@ -55,11 +55,11 @@ PRUEBAS = {
 # Folders whose sources of windows are judged by the tests of windows of the same folder.
 CARPETAS_DE_FORMULARIOS = ["browser", "context", "editor", "posting", "printing", "server"]
 
-# Sources of windows that tests of another program judge.
-JUECES = {"server": ("pruebas_server", ["Lanzadores"])}
+# Sources of windows that tests of other programs judge too.
+JUECES = {"server": (["pruebas_server", "pruebas_server_ventanas"], ["Lanzadores", "LanzadoresEnVentana"])}
 
 # Programs that judge a folder beside its own.
-DE_MAS = {"server": ["Idl_test", "ReportAnfitrion_test", "pruebas_server_ventanas"]}
+DE_MAS = {"server": ["Frontera_test", "Idl_test", "ReportAnfitrion_test", "SinMemoria_test", "pruebas_server_ventanas"]}
 
 # Folders that are built with windows, because much of them serves nothing else.
 CON_VENTANAS = {"server"}
@@ -111,14 +111,13 @@ class Formularios:
     def __init__(self, carpeta, nombres):
         self.nombre = carpeta
         self.nombres = nombres
-        propio, self.jueces = JUECES.get(carpeta, (f"pruebas_{carpeta}_ventanas", None))
-        self.programas = [propio]
+        self.programas, self.jueces = JUECES.get(carpeta, ([f"pruebas_{carpeta}_ventanas"], None))
 
     def es_juez(self, prueba):
         """Whether that test of ctest judges them."""
         if self.jueces:
             return prueba["name"].removesuffix("_test") in self.jueces
-        return programa(prueba) == self.programas[0]
+        return programa(prueba) in self.programas
 
     def fuentes(self):
         """Those that were asked for."""
