@@ -1,4 +1,5 @@
 // The commands of the charge browser: delete, change, print, close.
+#include "browser/ExportarVisorQt.hpp"
 #include "editor/frmCompras_Atipicos.hpp"
 #include "printing/frmImpresora.hpp"
 #include "tests/browser/EscenaVisor.hpp"
@@ -6,6 +7,7 @@
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
+#include <QComboBox>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QSignalSpy>
@@ -413,6 +415,31 @@ private slots:
         visor.codigo("txtProveedor").setText(QStringLiteral("104"));
         visor.pulsa(Qt::Key_F5);
         QCOMPARE(propuesto(), QStringLiteral("Atípicos 2026-11-01 a 2026-11-30, almacén 2, proveedor 104"));
+        QCOMPARE(nombre_de_fichero({ "31/02/2026", "01/03/2026", 1, 1 }),
+            QStringLiteral("Atípicos 31-02-2026 a 2026-03-01, almacén 1, proveedor 1"));
+    }
+
+    void the_dialog_of_the_export_speaks_spanish_and_its_kind_of_file_is_the_ending()
+    {
+        ConTresCargos visor;
+        const QTemporaryDir carpeta;
+        for (const bool texto : { true, false })
+            QVERIFY(pruebas::con_dialogo<QFileDialog>([&] { visor.clic("cmdExportar"); },
+                [&](QFileDialog& dialogo) {
+                    QCOMPARE(dialogo.objectName(), QStringLiteral("dlgExportar")); // its page of the manual
+                    QCOMPARE(dialogo.locale().language(), QLocale::Spanish);
+                    auto& clases = pruebas::control<QComboBox>(dialogo, "fileTypeCombo");
+                    QCOMPARE(clases.itemText(0), QStringLiteral("Libro de cálculo (*.xlsx)"));
+                    QCOMPARE(clases.itemText(1), QStringLiteral("Texto separado por punto y coma (*.csv)"));
+                    QTest::keyClick(&clases, Qt::Key_Down);
+                    if (!texto)
+                        QTest::keyClick(&clases, Qt::Key_Up);
+                    auto& nombre = pruebas::control<QLineEdit>(dialogo, "fileNameEdit");
+                    nombre.setText(carpeta.filePath(QStringLiteral("lista")));
+                    QTest::keyClick(&nombre, Qt::Key_Return);
+                }));
+        const QDir escritos(carpeta.path());
+        QCOMPARE(escritos.entryList(QDir::Files).join(u' '), QStringLiteral("lista.csv lista.xlsx"));
     }
 
     void giving_the_export_up_writes_nothing()

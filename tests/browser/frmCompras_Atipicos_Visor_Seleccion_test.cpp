@@ -4,6 +4,8 @@
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
+#include <QPlainTextEdit>
+
 using namespace atipicos;
 using pruebas::EscenaVisor;
 
@@ -85,7 +87,9 @@ private slots:
         QVERIFY(visor.codigo("txtAlmacenDet").text().isEmpty());
         QVERIFY(visor.codigo("txtProveedorDet").text().isEmpty());
         QCOMPARE(visor.texto("txtFechaDet"), QStringLiteral("//"));
-        QVERIFY(visor.c<QLabel>("lblImportesDet").text().isEmpty());
+        for (const auto* nombre : { "lblImportesDet", "lblAsientoDet" })
+            QVERIFY2(visor.c<QLabel>(nombre).text().isEmpty(), nombre);
+        QVERIFY(visor.c<QPlainTextEdit>("txtObservDet").toPlainText().isEmpty());
         QCOMPARE(visor.lineas().Rows(), 1);
     }
 
@@ -144,9 +148,16 @@ private slots:
     {
         EscenaVisor visor;
         visor.graba("UNICO", "21/11/2026");
+        visor.graba("OTRO", "22/11/2026");
         visor.abre_y_busca();
-        visor.banco.parte->falla_en = visor.banco.parte->dichas.size() + 5;
         visor.banco.avisos->respuestas = { Respuesta::Si };
+        visor.banco.parte->falla_en = visor.banco.parte->dichas.size() + 5;
+        visor.clic("cmdEliminar");
+        QCOMPARE(visor.listados(), QStringLiteral("UNICO/1"));
+        QCOMPARE(visor.comandos(), QStringLiteral("enabled")); // there is one left
+        QCOMPARE(visor.form.focusWidget(), &visor.c<>("cmdEliminar")); // and the list was in sight anyway
+        visor.banco.avisos->respuestas = { Respuesta::Si };
+        visor.banco.parte->falla_en = visor.banco.parte->dichas.size() + 5;
         visor.clic("cmdEliminar");
         QCOMPARE(visor.banco.titulos().back(), std::string("frmCompras_Atipicos_Visor:cmdEliminar_Click"));
         QCOMPARE(visor.lista().Rows(), 1);

@@ -48,7 +48,9 @@ private slots:
         QCOMPARE(visor.etiqueta("lblAsientoDet"), QStringLiteral("Asiento: 1"));
         QCOMPARE(visor.etiqueta("lblImportesDet"),
             QStringLiteral("Base: 231,96     Impuesto (7,00 %): 16,24     Total: 248,20"));
+        QCOMPARE(visor.lineas().Rows(), 4);
         visor.clic("cmdSiguiente");
+        QCOMPARE(visor.lineas().Rows(), 1); // those of the charge before do not stay
         QVERIFY(visor.c<QPlainTextEdit>("txtObservDet").toPlainText().isEmpty());
         QCOMPARE(visor.etiqueta("lblAsientoDet"), QStringLiteral("Sin asiento"));
         QCOMPARE(visor.etiqueta("lblImportesDet"),
