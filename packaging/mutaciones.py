@@ -217,18 +217,23 @@ def construye_juntos(parte, numerados):
             sys.exit(dicho)
 
 
-def alcance(jueces):
+def alcanza(prueba):
+    """The numbers of the mutants that a test comes by; it is timed."""
+    with tempfile.NamedTemporaryFile() as vistos:
+        comienzo = time.monotonic()
+        if prueba.falla(MUTANTES_ALCANZADOS=vistos.name) and prueba.falla():
+            print(f"{prueba.nombre} fails without any mutant and judges nothing", flush=True)
+            return []
+        prueba.tarda = time.monotonic() - comienzo
+        return [int(numero) for numero in pathlib.Path(vistos.name).read_text().split()]
+
+
+def alcance(jueces, taller):
     """By each number the tests that come by that mutant."""
     alcanzan = {}
-    for prueba in jueces:
-        with tempfile.NamedTemporaryFile() as vistos:
-            comienzo = time.monotonic()
-            if prueba.falla(MUTANTES_ALCANZADOS=vistos.name) and prueba.falla():
-                print(f"{prueba.nombre} fails without any mutant and judges nothing", flush=True)
-                continue
-            prueba.tarda = time.monotonic() - comienzo
-            for numero in pathlib.Path(vistos.name).read_text().split():
-                alcanzan.setdefault(int(numero), []).append(prueba)
+    for prueba, numeros in zip(jueces, taller.map(alcanza, jueces)):
+        for numero in numeros:
+            alcanzan.setdefault(numero, []).append(prueba)
     return alcanzan
 
 
@@ -243,7 +248,7 @@ def muere(jueces, **entorno):
 
 def juzga_juntos(puestos, jueces, de_numero, a_la_vez):
     """By number whether it was noticed, of those in the program; and the tests that come by any of them."""
-    alcanzan = alcance(jueces)
+    alcanzan = {}
 
     def juzga(numero):
         muerto = muere(alcanzan.get(numero, []), MUTANTE=str(numero))
@@ -252,6 +257,7 @@ def juzga_juntos(puestos, jueces, de_numero, a_la_vez):
         return numero, "muerto" if muerto else "vivo"
 
     with concurrent.futures.ThreadPoolExecutor(a_la_vez) as taller:
+        alcanzan.update(alcance(jueces, taller))
         veredictos = dict(taller.map(juzga, sorted(puestos)))
     return veredictos, [una for una in jueces if any(una in suyas for suyas in alcanzan.values())]
 

@@ -6,11 +6,21 @@
 #include "tests/support/Ventanas.hpp"
 
 #include <QHeaderView>
+#include <set>
 
 using namespace atipicos;
 using namespace atipicos::pruebas;
 
 namespace {
+
+/// A host that tells the forecasts of charges, of which there are none.
+struct SinPrevisiones final : qvoremp::PrevisionesCargo {
+    std::vector<qvoremp::PrevisionCargo> lee(
+        std::int16_t, std::int16_t, const std::string&, Donde) const override
+    {
+        return {};
+    }
+};
 
 struct EscenaAnchosVisor : EscenaVisor {
     EscenaAnchosVisor() { abre("02/10/2026", "28/11/2026"); }
@@ -58,6 +68,35 @@ private slots:
         marcada.setBold(true); // as the charge that was changed last is
         QVERIFY(lista.columnWidth(5)
             >= QFontMetrics(marcada).horizontalAdvance(QStringLiteral("28/08/2028")) + 4);
+    }
+
+    void in_the_details_only_what_has_words_grows_with_the_window()
+    {
+        EscenaAnchosVisor escena;
+        modComun::set_PrevisionesCargo(std::make_shared<SinPrevisiones>());
+        escena.form.close();
+        escena.abre("02/10/2026", "28/11/2026");
+        escena.pestanas().setCurrentIndex(1);
+        QVERIFY(escena.ensancha(1000));
+        for (const auto& [nombre, crecen] :
+            { std::pair{ "vsDetalles", std::set{ 2, 6 } }, { "vsPrevisiones", std::set{ 3 } } }) {
+            const auto& rejilla = escena.c<VSFlexGrid>(nombre);
+            const auto anchos = [&] {
+                std::vector<int> todos;
+                for (int columna = 0; columna < rejilla.Cols(); ++columna)
+                    todos.push_back(rejilla.ColWidth(columna));
+                return todos;
+            };
+            QVERIFY(escena.ensancha(1000));
+            const auto antes = anchos();
+            QVERIFY(escena.ensancha(1600));
+            QTRY_VERIFY(anchos() != antes);
+            const auto despues = anchos();
+            for (int columna = 0; columna < rejilla.Cols(); ++columna) {
+                const auto lugar = static_cast<std::size_t>(columna);
+                QCOMPARE(despues[lugar] > antes[lugar], crecen.contains(columna));
+            }
+        }
     }
 
     void it_opens_wide_enough_for_the_name_of_a_supplier()

@@ -624,6 +624,17 @@ private slots:
 
     // A column more
 
+    void the_headings_are_set_in_their_order_those_of_the_tax_last()
+    {
+        VSFlexGrid rejilla;
+        QSignalSpy puestos(rejilla.model(), &QAbstractItemModel::headerDataChanged);
+        prepara_vsCab(rejilla);
+        QStringList columnas;
+        for (const auto& puesto : puestos)
+            columnas << puesto.at(1).toString();
+        QCOMPARE(columnas.join(u' '), QStringLiteral("0 1 2 3 4 5 6 9 10 11 12 7 8"));
+    }
+
     void a_fourteenth_column_has_its_heading_width_and_order()
     {
         const auto catorce = pruebas::catorce_columnas();

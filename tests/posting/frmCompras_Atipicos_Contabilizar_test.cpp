@@ -303,6 +303,8 @@ private slots:
                 using QStyledItemDelegate::initStyleOption;
             };
             (dynamic_cast<const QStyledItemDelegate*>(pintor)->*&Abierto::initStyleOption)(&opcion, indice);
+            if (opcion.text != indice.data().toString())
+                qFatal("painted as «%s»", qPrintable(opcion.text));
             return std::pair(opcion.font.bold(), opcion.palette.color(QPalette::Text));
         };
         QVERIFY(!como_se_pinta(1).first);
