@@ -51,7 +51,6 @@ void frmMsg::RefreshMsg()
     if (!texto.isEmpty())
         m_ui->lblMsg->setText(texto);
     setFixedWidth(m_ui->lblMsg->fontMetrics().horizontalAdvance(texto) + twips_a_pixeles(margenes, *this));
-    layout()->activate(); // the label takes its new width now, not when the event loop turns
     m_ui->lblMsg->repaint();
 }
 

@@ -207,6 +207,8 @@ def construye_juntos(parte, numerados):
                 del suyos[numero]
         dicho = construye(parte)
         if not dicho:
+            for fichero, entero in enteros.items():
+                fichero.write_text(entero)  # some tests look at the line of the source that an error names
             return {numero for suyos in puestos.values() for numero in suyos}
         for fichero, suyos in puestos.items():
             lineas = {int(linea) for linea in re.findall(rf"/{re.escape(fichero.name)}:(\d+):\d+: error", dicho)}
@@ -265,7 +267,9 @@ def juzga_juntos(puestos, jueces, de_numero, a_la_vez):
 def juzga_solo(parte, fichero, entero, mutante, jueces):
     """The verdict of one that is built alone."""
     fichero.write_text(mutante.en(entero))
-    if construye(parte):
+    dicho = construye(parte)
+    fichero.write_text(entero)
+    if dicho:
         return "no compila"
     if muere(jueces):
         return "muerto"
@@ -286,7 +290,6 @@ def juzga_parte(parte, elegidos, jueces, a_la_vez):
         for fichero, suyos in numerados.items():
             for numero in sorted(suyos.keys() - puestos):
                 veredictos[numero] = juzga_solo(parte, *de_numero[numero], que_pasan)
-            fichero.write_text(enteros[fichero])
     finally:
         for fichero, entero in enteros.items():
             fichero.write_text(entero)

@@ -26,12 +26,12 @@ int ancho_para(const frmMsg& form, const char* texto)
         + qRound(2500.0 / 1440.0 * form.logicalDpiX());
 }
 
-/// Counts how often a widget is painted.
+/// Counts how often a widget is painted, or any of the program.
 class Pintadas : public QObject {
 public:
     int cuantas = 0;
 
-    explicit Pintadas(QWidget& de) { de.installEventFilter(this); }
+    explicit Pintadas(QObject& de) { de.installEventFilter(this); }
 
 protected:
     bool eventFilter(QObject* objeto, QEvent* evento) override
@@ -64,6 +64,18 @@ private slots:
         QCOMPARE(etiqueta(form).text(), QStringLiteral("Realizando operación, espere por favor..."));
         QCOMPARE(form.width(), ancho_para(form, ""));
         QVERIFY(!form.findChild<QLabel*>(QStringLiteral("Image1"))->pixmap(Qt::ReturnByValue).isNull());
+        QVERIFY(form.testAttribute(Qt::WA_ShowWithoutActivating)); // keys go where they went
+    }
+
+    void emptied_it_asks_to_wait_again()
+    {
+        frmMsg form;
+        form.Mensaje = "Leyendo";
+        form.Show();
+        form.Vacia();
+        QCOMPARE(form.Mensaje, std::string());
+        QCOMPARE(etiqueta(form).text(), QStringLiteral("Realizando operación, espere por favor..."));
+        QCOMPARE(form.width(), ancho_para(form, ""));
     }
 
     void it_is_as_wide_as_its_message()
@@ -122,7 +134,11 @@ private slots:
     void the_operation_shows_changes_and_hides_it()
     {
         QVERIFY(en_pantalla() == nullptr);
-        modMsgOp::Mostrar("Leyendo");
+        {
+            const Pintadas de_todo(*qApp);
+            modMsgOp::Mostrar("Leyendo");
+            QVERIFY2(de_todo.cuantas > 0, "it is painted before the operation begins");
+        }
         auto* form = en_pantalla();
         QVERIFY(form != nullptr);
         QCOMPARE(etiqueta(*form).text(), QStringLiteral("Leyendo"));

@@ -114,7 +114,10 @@ private slots:
         cuando_se_muestre([](frmImpresora& dialogo) { pulsa(dialogo, "cmdAceptar"); });
         form.Show(1);
         QVERIFY(form.Aceptado());
-        cuando_se_muestre([](frmImpresora& dialogo) { pulsa(dialogo, "cmdCancelar"); });
+        cuando_se_muestre([](frmImpresora& dialogo) {
+            QVERIFY(!dialogo.Aceptado()); // that was the time before
+            pulsa(dialogo, "cmdCancelar");
+        });
         form.Show(1);
         QVERIFY(!form.Aceptado());
         cuando_se_muestre([](frmImpresora& dialogo) { QTest::keyClick(&dialogo, Qt::Key_Escape); });
@@ -250,6 +253,8 @@ private slots:
             frmclsCopiasImpresion copias;
             copias.set_EmpresaOrvalin(otra);
             QCOMPARE(atipicos::modComun::EmpresaOrvalin().get(), otra.get());
+            copias.set_ConexionOrvalin(contexto.contabilidad);
+            QCOMPARE(atipicos::modComun::ConexionOrvalin().get(), contexto.contabilidad.get());
             copias.Show();
             QCOMPARE(QApplication::topLevelWidgets().size(), 1);
         }

@@ -61,6 +61,21 @@ template <class T> T& hijo(const char* nombre)
     return *encontrado;
 }
 
+/// Counts how often a window is taken from the screen.
+class Ocultada : public QObject {
+public:
+    int veces = 0;
+
+    explicit Ocultada(QWidget& ventana) { ventana.installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject* objeto, QEvent* evento) override
+    {
+        veces += evento->type() == QEvent::Hide ? 1 : 0;
+        return QObject::eventFilter(objeto, evento);
+    }
+};
+
 clsView con_report(std::shared_ptr<Report> report)
 {
     clsView vista;
@@ -90,12 +105,22 @@ private slots:
         QVERIFY(!hijo<QAction>("cmdCerrar").isVisible());
     }
 
+    void modeless_again_it_takes_the_new_report_where_it_stands()
+    {
+        const atipicos::pruebas::Contexto contexto;
+        con_report(std::make_shared<ReportDePrueba>()).Cargar(false);
+        const Ocultada ocultada(frmView::compartido());
+        clsView().Cargar(false);
+        QCOMPARE(hijo<VistaReport>("vista").Paginas(), 0);
+        QCOMPARE(ocultada.veces, 0);
+    }
+
     void modal_it_returns_when_it_is_closed_by_the_viewers_own_request()
     {
         const atipicos::pruebas::Contexto contexto;
         bool modal = false;
         QTimer::singleShot(0, qApp, [&] {
-            modal = frmView::compartido().isModal();
+            modal = frmView::compartido().isModal() && hijo<QAction>("cmdCerrar").isVisible();
             hijo<QAction>("cmdCerrar").trigger();
         });
         con_report(std::make_shared<ReportDePrueba>()).Cargar(true);
@@ -132,8 +157,9 @@ private slots:
             con_report(std::make_shared<ReportDePrueba>()).Cargar(false); // modeless: at once
             sucesos << (form.isModal() ? QStringLiteral("modal") : QStringLiteral("modeless"));
             QTimer::singleShot(0, qApp, [&] {
-                sucesos << (hijo<QLineEdit>("txtBuscar").isVisible() ? QStringLiteral("first")
-                                                                     : QStringLiteral("second"));
+                sucesos << (!form.isVisible()                      ? QStringLiteral("gone")
+                        : hijo<QLineEdit>("txtBuscar").isVisible() ? QStringLiteral("first")
+                                                                   : QStringLiteral("second"));
                 form.close();
             });
             con_report(segundo).Cargar(true);
