@@ -29,7 +29,14 @@ namespace {
         std::vector<std::string> filas;
         Cargar_Atipicos(
             { "01/01/2025", "31/12/2025" },
-            [&](const CargoListado& cargo) { anexa_fila(filas.emplace_back(), cargo, columnas); }, columnas);
+            [&](const CargoListado& cargo) {
+                anexa_fila(filas.emplace_back(), cargo, columnas);
+                std::string celdas;
+                for (const auto& celda : celdas_lista(cargo, columnas))
+                    celdas += celda + '\t';
+                EXPECT_EQ(celdas, filas.back() + '\t') << "cell by cell as in one row";
+            },
+            columnas);
         return filas;
     }
 

@@ -55,6 +55,7 @@ namespace {
             EXPECT_EQ(numero_en(bytes, entrada + 24, 4), contenido.size());
             EXPECT_EQ(numero_en(bytes, entrada + 42, 4), comienzo);
             ASSERT_EQ(numero_en(bytes, comienzo, 4), 0x0403'4B50U);
+            EXPECT_EQ(bytes.substr(comienzo + 14, 12), std::string(12, '\0')) << "they stand behind the part";
             const auto empaquetado = numero_en(bytes, entrada + 20, 4);
             const auto detras = comienzo + 30 + nombre.size() + empaquetado;
             ASSERT_EQ(numero_en(bytes, detras, 4), 0x0807'4B50U) << nombre;

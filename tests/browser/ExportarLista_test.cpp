@@ -6,10 +6,14 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
+#include <string>
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace atipicos {
 namespace {
@@ -116,6 +120,20 @@ namespace {
             EXPECT_EQ(error.descripcion(), "No se pudo escribir el libro: no queda sitio en el disco.");
         }
         EXPECT_LT(leidos, 100'000U);
+    }
+
+    TEST(ExportarLista, a_book_whose_file_forbids_writing_says_why)
+    {
+        const int sellado = ::memfd_create("libro", MFD_ALLOW_SEALING);
+        ASSERT_GE(sellado, 0);
+        ASSERT_EQ(::fcntl(sellado, F_ADD_SEALS, F_SEAL_WRITE), 0);
+        try {
+            exporta_xlsx("/proc/self/fd/" + std::to_string(sellado), de({ cargo() }));
+            ADD_FAILURE() << "written";
+        } catch (const Error& error) {
+            EXPECT_EQ(error.descripcion(), "No se pudo escribir el libro: no hay permiso.");
+        }
+        ::close(sellado);
     }
 
     TEST(ExportarLista, a_text_that_no_cell_can_hold_is_an_error_that_names_its_charge)
