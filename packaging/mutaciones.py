@@ -56,7 +56,8 @@ PRUEBAS = {
 CARPETAS_DE_FORMULARIOS = ["browser", "context", "editor", "posting", "printing", "server"]
 
 # Sources of windows that tests of other programs judge too.
-JUECES = {"server": (["pruebas_server", "pruebas_server_ventanas"], ["Lanzadores", "LanzadoresEnVentana"])}
+JUECES = {"server": (["AplicacionQt_test", "Idl_test", "pruebas_server", "pruebas_server_ventanas"],
+                     ["AplicacionQt", "Idl", "Lanzadores", "LanzadoresEnVentana"])}
 
 # Programs that judge a folder beside its own.
 DE_MAS = {"server": ["Frontera_test", "Idl_test", "ReportAnfitrion_test", "SinMemoria_test", "pruebas_server_ventanas"]}

@@ -6,6 +6,8 @@
 #include "tests/support/AdoDePrueba.hpp"
 #include "tests/support/CarpetaTemporal.hpp"
 
+#include <cstdlib>
+#include <map>
 #include <sstream>
 
 namespace atipicos::pruebas {
@@ -75,6 +77,26 @@ namespace {
         }
     };
 
+    /// Before all others: once there are windows there is a screen.
+    TEST_F(Lanzadores, where_there_is_no_screen_it_says_so_and_can_be_unloaded)
+    {
+        std::map<std::string, std::string> habia;
+        for (const char* variable : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM" })
+            if (const char* valor = std::getenv(variable)) {
+                habia.emplace(variable, valor);
+                unsetenv(variable);
+            }
+        const auto dichas = dicho(
+            [&] { EXPECT_EQ(error_de([&] { con_contexto("frmclsCopiasImpresion").llama("Show"); }), 0); });
+        for (const auto& [variable, valor] : habia)
+            setenv(variable.c_str(), valor.c_str(), 1);
+        EXPECT_THAT(dichas,
+            testing::MatchesRegex(
+                "frmclsCopiasImpresion:Show: \\[[0-9]+\\] No hay pantalla en la que abrir la "
+                "ventana.\n"));
+        EXPECT_EQ(descargable(), HRESULT{ S_OK });
+    }
+
     TEST_F(Lanzadores, the_editor_is_shown_again_and_closed_with_its_launcher)
     {
         const auto dichas = dicho([&] {
@@ -107,6 +129,8 @@ namespace {
                 MatchesRegex(comienzo + "El objeto no admite esta propiedad o método: hWnd\n"));
             EXPECT_THAT(dice(ventana("ninguna")), MatchesRegex(comienzo + "No coinciden los tipos\n"));
             EXPECT_THAT(dice(ventana(1.5)), MatchesRegex(comienzo + "No coinciden los tipos\n"));
+            EXPECT_THAT(
+                dice(ventana(9'007'199'254'740'994.0)), MatchesRegex(comienzo + "No coinciden los tipos\n"));
             EXPECT_THAT(dice(ventana(Valor::nulo())), MatchesRegex(comienzo + "Uso no válido de Null\n"));
             EXPECT_THAT(dice(ventana(0)), MatchesRegex(comienzo + ".*no tiene todavía ninguna ventana.*\n"));
         }
