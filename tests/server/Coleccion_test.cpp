@@ -203,6 +203,10 @@ namespace {
         fabrica->LockServer(1);
         fabrica->Release();
         EXPECT_EQ(descargable(), HRESULT{ S_FALSE }) << "it is locked";
+        {
+            const auto cargo = crea("clsAtipico");
+            EXPECT_EQ(descargable(), HRESULT{ S_FALSE }) << "it is locked, and in use";
+        }
         ASSERT_EQ(dame_clase()(clases_publicas[3].clsid, iid_fabrica, &objeto), HRESULT{ S_OK });
         static_cast<IClassFactory*>(objeto)->LockServer(0);
         static_cast<IClassFactory*>(objeto)->Release();
