@@ -421,7 +421,7 @@ private slots:
 
     void the_dialog_of_the_export_speaks_spanish_and_its_kind_of_file_is_the_ending()
     {
-        ConTresCargos visor;
+        ConTresListados visor;
         const QTemporaryDir carpeta;
         for (const bool texto : { true, false })
             QVERIFY(pruebas::con_dialogo<QFileDialog>([&] { visor.clic("cmdExportar"); },
