@@ -12,17 +12,17 @@ namespace {
 
     struct Titulo {
         const char* texto;
-        bool a_la_derecha;
+        Qt::AlignmentFlag donde;
     };
     constexpr std::array<Titulo, ModeloCargos::columnas> titulos_de_columnas{ {
-        { "Código", false },
-        { "Almacén", true },
-        { "Fecha", false },
-        { "Proveedor", false },
-        { "Base", true },
-        { "Impuesto", true },
-        { "Total", true },
-        { "Asiento", true },
+        { "Código", Qt::AlignLeft },
+        { "Almacén", Qt::AlignRight },
+        { "Fecha", Qt::AlignHCenter }, // or it would touch the warehouse
+        { "Proveedor", Qt::AlignLeft },
+        { "Base", Qt::AlignRight },
+        { "Impuesto", Qt::AlignRight },
+        { "Total", Qt::AlignRight },
+        { "Asiento", Qt::AlignRight },
     } };
 
     QString en_celda(Currency valor) { return a_qt(texto_pantalla(valor, 2)); }
@@ -99,7 +99,7 @@ QVariant ModeloCargos::data(const QModelIndex& indice, int papel) const
         return {};
     const auto& titulo = titulos_de_columnas.at(static_cast<std::size_t>(indice.column()));
     if (papel == Qt::TextAlignmentRole)
-        return QVariant::fromValue(Qt::AlignVCenter | (titulo.a_la_derecha ? Qt::AlignRight : Qt::AlignLeft));
+        return QVariant::fromValue(Qt::AlignVCenter | titulo.donde);
     if (papel == Qt::DisplayRole)
         return celda(Cargo(indice.row()), indice.column());
     if (papel == Qt::ToolTipRole && indice.column() == proveedor)
@@ -117,7 +117,7 @@ QVariant ModeloCargos::headerData(int seccion, Qt::Orientation orientacion, int 
     if (papel == Qt::DisplayRole)
         return a_qt(titulo.texto);
     if (papel == Qt::TextAlignmentRole)
-        return QVariant::fromValue(Qt::AlignVCenter | (titulo.a_la_derecha ? Qt::AlignRight : Qt::AlignLeft));
+        return QVariant::fromValue(Qt::AlignVCenter | titulo.donde);
     return {};
 }
 

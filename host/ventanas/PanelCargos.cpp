@@ -34,7 +34,7 @@ namespace {
     }
 
     /// In digits, so that widths follow the size of the font; the supplier takes what is left.
-    constexpr std::array<int, ModeloCargos::columnas> cifras_de_columnas{ 9, 8, 10, 20, 10, 9, 10, 8 };
+    constexpr std::array<int, ModeloCargos::columnas> cifras_de_columnas{ 9, 8, 11, 20, 10, 9, 10, 8 };
     constexpr int cifras_del_proveedor = 12; ///< no less than this, whatever the window
 
     int ancho_de_cifras(const QTableView& lista, int cifras)

@@ -78,9 +78,7 @@ void frmFichas::hace_lista()
     const int letra = fontMetrics().averageCharWidth();
     for (int i = 0; i < m_rejilla->Cols(); ++i) {
         m_rejilla->set_TextMatrix(0, i, columnas.at(i));
-        m_rejilla->setColumnWidth(i,
-            std::max(letra * letras_de_columnas.at(static_cast<std::size_t>(i)),
-                m_rejilla->horizontalHeader()->sectionSizeHint(i)));
+        m_rejilla->setColumnWidth(i, letra * letras_de_columnas.at(static_cast<std::size_t>(i)));
     }
     m_rejilla->horizontalHeader()->setStretchLastSection(true);
     m_rejilla->set_ColAlignment(0, Qt::AlignRight | Qt::AlignVCenter);

@@ -1,14 +1,10 @@
 // F1 in the windows of the program.
 #include "host/ventanas/Ayuda.hpp"
 
-#include "context/modComun.hpp"
 #include "controls/MsgBoxQt.hpp"
-#include "host/ventanas/frmPrincipal.hpp"
 #include "host/ventanas/frmSesion.hpp"
+#include "tests/app/EscenaPrograma.hpp"
 #include "tests/app/ManualAbierto.hpp"
-#include "tests/support/CarpetaTemporal.hpp"
-#include "tests/support/Contexto.hpp"
-#include "tests/support/Paciencia.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QAction>
@@ -46,26 +42,15 @@ QString con_f1()
 }
 
 /// The program on a sample company of the test's own, with F1.
-struct EscenaAyuda {
-    CarpetaTemporal carpeta;
-    app::OpcionesComunes opciones;
+struct EscenaAyuda : EscenaPrograma {
     app::Ayuda ayuda;
-    std::unique_ptr<app::Sesion> sesion;
-    std::unique_ptr<app::frmPrincipal> ventana;
 
     EscenaAyuda()
+        : EscenaPrograma(2)
     {
-        opciones.datos = carpeta / "datos";
-        opciones.usuario = 2;
-        bases::crea_bases(opciones.lugar(), false);
-        sesion = std::make_unique<app::Sesion>(opciones);
         modComun::set_MsgBox(std::make_shared<MsgBoxQt>());
-        ventana = std::make_unique<app::frmPrincipal>(*sesion, opciones);
-        ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
-            qFatal("the main window is not active");
+        abre();
     }
-    ~EscenaAyuda() { vacia_contexto(); }
 
     QWidget& editor() const
     {

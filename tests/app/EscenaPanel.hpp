@@ -1,11 +1,6 @@
 #pragma once
 
-#include "context/modComun.hpp"
-#include "host/ventanas/frmPrincipal.hpp"
-#include "tests/support/CarpetaTemporal.hpp"
-#include "tests/support/Contexto.hpp"
-#include "tests/support/Paciencia.hpp"
-#include "tests/support/Persona.hpp"
+#include "tests/app/EscenaPrograma.hpp"
 
 #include <QLabel>
 #include <QTableView>
@@ -13,36 +8,14 @@
 namespace atipicos::pruebas {
 
 /// The main window on a sample company with charges put straight into their table, on a day of its own.
-struct EscenaPanel {
-    CarpetaTemporal carpeta;
-    app::OpcionesComunes opciones;
-    std::shared_ptr<MsgBoxDePrueba> avisos = std::make_shared<MsgBoxDePrueba>();
-    std::shared_ptr<RelojDePrueba> reloj = std::make_shared<RelojDePrueba>();
-    std::unique_ptr<app::Sesion> sesion;
-    std::unique_ptr<app::frmPrincipal> ventana;
-
+struct EscenaPanel : EscenaPrograma {
     EscenaPanel()
+        : EscenaPrograma(3, "17/06/2026")
     {
-        opciones.datos = carpeta / "datos";
-        opciones.usuario = 3;
-        bases::crea_bases(opciones.lugar(), false);
-        sesion = std::make_unique<app::Sesion>(opciones);
-        reloj->valor = dia("17/06/2026");
-        modComun::set_Reloj(reloj);
-        modComun::set_MsgBox(avisos);
         pon("AT260001", 2, "17/06/2026", 103, "100", 31);
         pon("AT260002", 3, "02/06/2026", 106, "40", 0);
         pon("AT250001", 4, "05/06/2025", 106, "70", 32);
         pon("AT260003", 2, "17/06/2026", 104, "5", 33);
-        ventana = std::make_unique<app::frmPrincipal>(*sesion, opciones);
-    }
-    ~EscenaPanel() { vacia_contexto(); }
-
-    void abre() const
-    {
-        ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
-            qFatal("the main window is not active");
     }
 
     void pon(const char* codigo, int almacen, const char* fecha, int proveedor, const char* importe,

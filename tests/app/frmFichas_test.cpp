@@ -1,10 +1,5 @@
-#include "context/modComun.hpp"
 #include "controls/VSFlexGrid.hpp"
-#include "host/ventanas/frmPrincipal.hpp"
-#include "tests/support/CarpetaTemporal.hpp"
-#include "tests/support/Contexto.hpp"
-#include "tests/support/Paciencia.hpp"
-#include "tests/support/Persona.hpp"
+#include "tests/app/EscenaPrograma.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QAction>
@@ -21,32 +16,10 @@ using namespace atipicos::pruebas;
 namespace {
 
 /// The main window of a sample company, driven by keys.
-struct EscenaFichas {
-    CarpetaTemporal carpeta;
-    app::OpcionesComunes opciones;
-    std::shared_ptr<MsgBoxDePrueba> avisos = std::make_shared<MsgBoxDePrueba>();
-    std::shared_ptr<RelojDePrueba> reloj = std::make_shared<RelojDePrueba>();
-    std::unique_ptr<app::Sesion> sesion;
-    std::unique_ptr<app::frmPrincipal> ventana;
-
+struct EscenaFichas : EscenaPrograma {
     EscenaFichas()
+        : EscenaPrograma(3, "17/06/2026")
     {
-        opciones.datos = carpeta / "datos";
-        opciones.usuario = 3;
-        bases::crea_bases(opciones.lugar(), false);
-        sesion = std::make_unique<app::Sesion>(opciones);
-        reloj->valor = dia("17/06/2026");
-        modComun::set_Reloj(reloj);
-        modComun::set_MsgBox(avisos);
-        ventana = std::make_unique<app::frmPrincipal>(*sesion, opciones);
-    }
-    ~EscenaFichas() { vacia_contexto(); }
-
-    void abre() const
-    {
-        ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
-            qFatal("the main window is not active");
     }
 
     [[nodiscard]] std::string dato(const std::string& sql) const

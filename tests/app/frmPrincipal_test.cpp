@@ -1,12 +1,8 @@
 #include "host/ventanas/frmPrincipal.hpp"
 
-#include "context/modComun.hpp"
 #include "controls/VSFlexGrid.hpp"
 #include "host/ventanas/frmSesion.hpp"
-#include "tests/support/CarpetaTemporal.hpp"
-#include "tests/support/Contexto.hpp"
-#include "tests/support/Paciencia.hpp"
-#include "tests/support/Persona.hpp"
+#include "tests/app/EscenaPrograma.hpp"
 #include "tests/support/ServidorPostgresql.hpp"
 #include "tests/support/Ventanas.hpp"
 
@@ -23,26 +19,12 @@ using namespace atipicos::pruebas;
 namespace {
 
 /// The program with its main window open, on a sample company of the test's own.
-struct EscenaPrincipal {
-    CarpetaTemporal carpeta;
-    app::OpcionesComunes opciones;
-    std::shared_ptr<MsgBoxDePrueba> avisos = std::make_shared<MsgBoxDePrueba>();
-    std::unique_ptr<app::Sesion> sesion;
-    std::unique_ptr<app::frmPrincipal> ventana;
-
+struct EscenaPrincipal : EscenaPrograma {
     EscenaPrincipal()
+        : EscenaPrograma(2)
     {
-        opciones.datos = carpeta / "datos";
-        opciones.usuario = 2;
-        bases::crea_bases(opciones.lugar(), false);
-        sesion = std::make_unique<app::Sesion>(opciones);
-        modComun::set_MsgBox(avisos);
-        ventana = std::make_unique<app::frmPrincipal>(*sesion, opciones);
-        ventana->show();
-        if (!QTest::qWaitForWindowActive(ventana.get(), atipicos::pruebas::paciencia))
-            qFatal("the main window is not active");
+        abre();
     }
-    ~EscenaPrincipal() { vacia_contexto(); }
 
     /// A charge of that warehouse and day, straight into its table.
     void registra(const char* codigo, int almacen, const QString& fecha) const
