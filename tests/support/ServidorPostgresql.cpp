@@ -2,8 +2,10 @@
 
 #include "tests/support/ProgramasPostgresql.hpp"
 
+#include <atomic>
 #include <fstream>
 #include <stdexcept>
+#include <string>
 
 namespace atipicos::pruebas {
 
@@ -80,10 +82,12 @@ void ServidorPostgresql::borra_base(const std::string& base) const
 
 std::string ServidorPostgresql::psql(const std::string& base, const std::string& sql) const
 {
-    const auto salida = m_carpeta / "psql.txt";
-    fs::remove(salida);
+    static std::atomic<int> cuantas; // asked in several threads, each has an answer of its own
+    const auto salida = m_carpeta / ("psql_" + std::to_string(++cuantas) + ".txt");
     ejecuta({ m_programas / "psql", "-X", "-q", "-A", "-t", "-d", direccion(base), "-c", sql }, salida);
-    return lee_texto(salida);
+    auto dicho = lee_texto(salida);
+    fs::remove(salida);
+    return dicho;
 }
 
 int ServidorPostgresql::guion(
