@@ -26,6 +26,7 @@ namespace {
 
 Enlace::Enlace(Opciones opciones, Donde donde)
     : m_opciones(std::move(opciones))
+    , m_vigia(m_opciones.avisa_espera)
     , m_servidor(&odbc::servidor({}))
 {
     if (const Cadena cadena(m_opciones.cadena); cadena.tiene("PWD") || cadena.tiene("PASSWORD"))
@@ -41,6 +42,7 @@ Enlace::Enlace(Opciones opciones, Donde donde)
 
 Enlace::~Enlace()
 {
+    const Vigia::Llamada llamada(m_vigia);
     if (m_linea)
         SQLDisconnect(m_linea.get());
 }
@@ -79,8 +81,11 @@ void Enlace::conecta(Donde donde)
             "El controlador FreeTDS no admite «};» dentro de un usuario, una contraseña u otro valor de la "
             "conexión: use otros sin esas dos letras seguidas.",
             {}, donde);
-    if (SQL_SUCCEEDED(m_controlador.conecta(m_linea.get(), con_clave.texto(m_controlador.llaves))))
-        return;
+    {
+        const Vigia::Llamada llamada(m_vigia);
+        if (SQL_SUCCEEDED(m_controlador.conecta(m_linea.get(), con_clave.texto(m_controlador.llaves))))
+            return;
+    }
     // Nothing has said which product it is; the numbers of SQL Server are looked up only where it can be one.
     const auto& supuesto = m_controlador.es_freetds ? odbc::servidor(nombre_sql_server) : servidor();
     const auto error = error_de(SQL_HANDLE_DBC, m_linea.get(), supuesto, {}, donde);
@@ -104,7 +109,10 @@ std::chrono::seconds Enlace::limite() const noexcept
 
 void Enlace::reanuda(Donde donde)
 {
-    SQLDisconnect(m_linea.get());
+    {
+        const Vigia::Llamada llamada(m_vigia);
+        SQLDisconnect(m_linea.get());
+    }
     abre(donde);
     avisa(sql::Linea::reanudada);
 }
@@ -118,6 +126,7 @@ void Enlace::abandona()
 Respuesta Enlace::ejecuta(const std::string& sql, Donde donde)
 {
     try {
+        const Vigia::Llamada llamada(m_vigia);
         return odbc::ejecuta(m_linea.get(), servidor(), sql, limite(), donde);
     } catch (const ErrorBaseDatos& error) {
         explica(error, sql, donde);
@@ -127,6 +136,7 @@ Respuesta Enlace::ejecuta(const std::string& sql, Donde donde)
 std::vector<std::string> Enlace::columnas_clave(const TablaNombrada& tabla, Donde donde)
 {
     try {
+        const Vigia::Llamada llamada(m_vigia);
         return odbc::columnas_clave(m_linea.get(), servidor(), tabla, donde);
     } catch (const ErrorBaseDatos& error) {
         try { // of what a driver asks by itself it may not tell that the line is lost

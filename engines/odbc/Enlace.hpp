@@ -3,6 +3,7 @@
 #include "engines/odbc/Cadena.hpp"
 #include "engines/odbc/Controlador.hpp"
 #include "engines/odbc/Instruccion.hpp"
+#include "engines/odbc/Vigia.hpp"
 #include "engines/sql/Linea.hpp"
 
 #include <functional>
@@ -25,6 +26,7 @@ struct Opciones {
     std::vector<std::pair<std::string, std::string>> bases = {};
     Ajustes sesion = {};
     sql::AvisoLinea avisa = {};
+    sql::AvisoEspera avisa_espera = {};
     std::chrono::seconds espera_conexion{ 10 };
 };
 
@@ -55,6 +57,7 @@ private:
     [[nodiscard]] std::chrono::seconds limite() const noexcept;
 
     Opciones m_opciones;
+    Vigia m_vigia;
     Controlador m_controlador;
     Asa<SQL_HANDLE_ENV> m_entorno;
     Asa<SQL_HANDLE_DBC> m_linea;

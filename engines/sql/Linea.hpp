@@ -17,6 +17,10 @@ using AvisoLinea = std::function<void(Linea)>;
 /// waiting. May be empty; it must not use the connection.
 using SigueEsperando = std::function<bool(std::chrono::milliseconds callado)>;
 
+/// Told from time to time, from another thread, while a driver waits for the server: for how long it has.
+/// Nothing but the driver can end that. May be empty; it must not use the connection.
+using AvisoEspera = std::function<void(std::chrono::milliseconds callado)>;
+
 /// How it stands with a lost line that is to be opened again.
 struct Reintento {
     std::chrono::milliseconds desde{}; ///< for how long it has been tried

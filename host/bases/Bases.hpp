@@ -26,7 +26,8 @@ struct OpcionesBases {
     std::chrono::milliseconds espera{ 5000 }; ///< how long to wait for another user's lock
     sql::AvisoLinea avisa_linea = {}; ///< for servers
     sql::SigueEsperando sigue_esperando = {}; ///< the same
-    sql::SigueIntentando sigue_intentando = {}; ///< the same
+    sql::AvisoEspera avisa_espera = {}; ///< for drivers
+    sql::SigueIntentando sigue_intentando = {}; ///< for servers
     sql::SigueTrabajando sigue = {}; ///< for folders and PostgreSQL: a driver cannot be told to stop
     bool sincronizacion_completa = true; ///< a commit survives a power cut; off only to measure
 };

@@ -23,7 +23,8 @@ namespace {
         return { .cadena = std::move(cadena),
             .clave = clave_odbc(donde),
             .sesion = { .espera = opciones.espera, .solo_lectura = opciones.solo_lectura },
-            .avisa = opciones.avisa_linea };
+            .avisa = opciones.avisa_linea,
+            .avisa_espera = opciones.avisa_espera };
     }
 
     void exige_conocido(const odbc::Servidor& servidor, const std::string& cadena, Donde donde)

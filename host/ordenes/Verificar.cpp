@@ -34,7 +34,9 @@ namespace {
 
 int verificar(const OpcionesComunes& comunes, bool proponer)
 {
-    bases::OpcionesBases opciones{ .solo_lectura = true, .sigue_esperando = EsperaServidor(std::cerr) };
+    bases::OpcionesBases opciones{ .solo_lectura = true,
+        .sigue_esperando = EsperaServidor(std::cerr),
+        .avisa_espera = espera_de_controlador() };
     const auto reintento = reintenta_en_terminal(opciones);
     const auto bases = bases::abre_bases(comunes.lugar(), opciones);
     const auto danos = bases::danos(bases);

@@ -61,6 +61,8 @@ namespace {
     {
         if (!opciones.sigue_esperando)
             opciones.sigue_esperando = EsperaServidor(std::cerr);
+        if (!opciones.avisa_espera)
+            opciones.avisa_espera = espera_de_controlador();
         if (!opciones.sigue_intentando)
             reintenta_en_terminal(opciones);
         return opciones;

@@ -29,6 +29,20 @@ namespace {
         EXPECT_EQ(salida.str(), "");
     }
 
+    TEST(EsperaServidor, of_a_driver_it_says_what_ends_it_and_does_not_hold_its_tongue_after_a_signal)
+    {
+        const Interrupcion interrupcion;
+        std::ostringstream salida;
+        EsperaServidor espera(salida, EsperaServidor::Quien::controlador);
+        std::raise(SIGINT);
+        EXPECT_TRUE(espera(2'900ms));
+        EXPECT_TRUE(espera(7'500ms));
+        EXPECT_EQ(salida.str(),
+            "atipicos: El servidor de la base de datos no contesta desde hace 7 s. Se le espera; pulsar "
+            "Ctrl-C "
+            "dos veces termina el programa.\n");
+    }
+
     TEST(EsperaServidor, says_nothing_of_an_ordinary_wait_and_then_ever_more_seldom)
     {
         const Interrupcion interrupcion; // and no signal of a test before it

@@ -5,8 +5,12 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <functional>
+#include <thread>
+#include <vector>
 
 namespace atipicos::odbc {
 namespace {
@@ -88,6 +92,29 @@ namespace {
         servidor->falla("", 18456);
         EXPECT_EQ(
             fallo_de_tds([&] { static_cast<void>(Connection::Abrir(con)); }).first, Categoria::conexion);
+    }
+
+    TEST_F(FreeTds, while_a_server_is_silent_whoever_wants_to_know_is_told_and_never_afterwards)
+    {
+        auto con = opciones();
+        con.sesion.espera_instruccion = 6s;
+        std::vector<std::chrono::milliseconds> dichos;
+        std::atomic<bool> callado = true;
+        con.avisa_espera = [&](std::chrono::milliseconds desde) {
+            EXPECT_TRUE(callado);
+            dichos.push_back(desde);
+        };
+        const auto conexion = Connection::Abrir(con);
+        conexion->Execute("UPDATE t");
+        dichos.clear();
+        servidor->calla_ante("DELETE");
+        EXPECT_EQ(fallo_de_tds([&] { conexion->Execute("DELETE FROM t"); }).first, Categoria::conexion);
+        callado = false;
+        EXPECT_GE(dichos.size(), 5U);
+        EXPECT_TRUE(std::is_sorted(dichos.begin(), dichos.end()));
+        ASSERT_FALSE(dichos.empty());
+        EXPECT_GE(dichos.back(), 4s);
+        std::this_thread::sleep_for(1'200ms);
     }
 
     TEST_F(FreeTds, a_server_that_says_no_more_is_lost_when_the_limit_says_so)
