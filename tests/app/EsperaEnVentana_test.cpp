@@ -62,6 +62,14 @@ private slots:
         QVERIFY(!espera.sigue(1'500ms));
     }
 
+    void it_stays_while_something_that_was_let_through_takes_long()
+    {
+        app::EsperaEnVentana espera(200ms);
+        QTimer::singleShot(20, this, [] { QTest::qWait(900); });
+        QVERIFY(espera.sigue(1'200ms));
+        QVERIFY(espera_abierta() != nullptr);
+    }
+
     void who_asks_inside_of_it_waits()
     {
         app::EsperaEnVentana espera(200ms);

@@ -1,7 +1,7 @@
 // The program against a database server: the same commands, the same figures.
 #include "tests/app/Programa.hpp"
+#include "tests/support/BaseEnServidor.hpp"
 #include "tests/support/ControladorOdbc.hpp"
-#include "tests/support/ServidorPostgresql.hpp"
 #include "tests/support/VersionDos.hpp"
 
 #include <gmock/gmock.h>
@@ -10,7 +10,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <future>
-#include <memory>
 #include <regex>
 
 namespace atipicos {
@@ -21,25 +20,12 @@ namespace {
     using testing::Not;
     using testing::StartsWith;
 
-    struct ProgramaEnServidor : testing::Test {
-        static inline std::unique_ptr<pruebas::ServidorPostgresql> servidor;
+    struct ProgramaEnServidor : pruebas::BaseEnServidor {
         pruebas::Programa programa;
 
-        static void TearDownTestSuite() { servidor.reset(); }
-
-        void SetUp() override
+        ProgramaEnServidor()
+            : BaseEnServidor("empresa")
         {
-            if (const auto falta = pruebas::ServidorPostgresql::falta(); !falta.empty())
-                GTEST_SKIP() << falta;
-            if (!servidor)
-                servidor = std::make_unique<pruebas::ServidorPostgresql>();
-            servidor->crea_base("empresa");
-        }
-
-        void TearDown() override
-        {
-            if (servidor)
-                servidor->borra_base("empresa");
         }
 
         static std::string conexion(const std::string& usuario = "atipicos", const std::string& mas = {})

@@ -1,15 +1,14 @@
 #include "tests/support/Intermediario.hpp"
 
-#include <arpa/inet.h>
 #include <array>
+#include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
-#include <stdexcept>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
 namespace atipicos::pruebas {
 
@@ -86,40 +85,13 @@ private:
 
 Intermediario::Intermediario(std::filesystem::path servidor)
     : m_servidor(std::move(servidor))
-    , m_oyente(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    , m_oyente([this](int cliente) { pasa(cliente); })
 {
-    sockaddr_in direccion{};
-    direccion.sin_family = AF_INET;
-    direccion.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t largo = sizeof direccion;
-    if (bind(m_oyente, reinterpret_cast<const sockaddr*>(&direccion), largo) != 0 || listen(m_oyente, 8) != 0
-        || getsockname(m_oyente, reinterpret_cast<sockaddr*>(&direccion), &largo) != 0)
-        throw std::runtime_error("no port on 127.0.0.1");
-    m_puerto = ntohs(direccion.sin_port);
-    m_hilo = std::jthread([this] { atiende(); });
-}
-
-Intermediario::~Intermediario()
-{
-    shutdown(m_oyente, SHUT_RDWR); // wakes the thread up
-    m_hilo.join();
-    close(m_oyente);
 }
 
 std::string Intermediario::por_aqui() const
 {
-    return "&hostaddr=127.0.0.1&sslmode=disable&port=" + std::to_string(m_puerto);
-}
-
-void Intermediario::atiende()
-{
-    std::vector<std::jthread> lineas;
-    for (;;) {
-        const int cliente = accept4(m_oyente, nullptr, nullptr, SOCK_CLOEXEC);
-        if (cliente < 0)
-            return;
-        lineas.emplace_back([this, cliente] { pasa(cliente); });
-    }
+    return "&hostaddr=127.0.0.1&sslmode=disable&port=" + std::to_string(puerto());
 }
 
 void Intermediario::pasa(int cliente)
@@ -156,7 +128,6 @@ void Intermediario::pasa(int cliente)
                 sigue = envia(lados[1 - i].fd, datos.data(), static_cast<std::size_t>(leidos));
             }
         }
-    close(cliente);
     if (servidor >= 0)
         close(servidor);
 }

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "tests/support/Oyente.hpp"
+
 #include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <thread>
 #include <utility>
 
 namespace atipicos::pruebas {
@@ -17,11 +18,10 @@ public:
     explicit Intermediario(std::filesystem::path servidor);
     Intermediario(const Intermediario&) = delete;
     Intermediario& operator=(const Intermediario&) = delete;
-    ~Intermediario(); ///< after its clients have gone
 
     /// What makes the address of a database on a PostgreSQL server, which has other parameters, go this way.
     [[nodiscard]] std::string por_aqui() const;
-    [[nodiscard]] int puerto() const noexcept { return m_puerto; }
+    [[nodiscard]] int puerto() const noexcept { return m_oyente.puerto(); }
     [[nodiscard]] std::size_t viajes() const noexcept { return m_viajes; }
     void retrasa(std::chrono::milliseconds viaje) noexcept { m_retraso = viaje; }
     /// And the line that it comes on. `entonces`, if any, is done when the server has given it.
@@ -38,19 +38,16 @@ public:
 private:
     class Mensajes;
 
-    void atiende();
     void pasa(int cliente);
 
     std::filesystem::path m_servidor;
-    int m_oyente = -1;
-    int m_puerto = 0;
     std::atomic<std::size_t> m_viajes = 0;
     std::atomic<std::chrono::milliseconds> m_retraso{};
     std::atomic<bool> m_pierde = false;
     std::function<void()> m_al_perder; ///< set before `m_pierde`, used by who takes that
     std::atomic<bool> m_calla = false;
     std::atomic<bool> m_borra_numeros = false;
-    std::jthread m_hilo;
+    Oyente m_oyente; ///< the last one, which all the others outlive
 };
 
 } // namespace atipicos::pruebas

@@ -3,11 +3,9 @@
 #include "runtime/Unicode.hpp"
 #include "tests/support/ControladorOdbc.hpp"
 
-#include <arpa/inet.h>
 #include <array>
 #include <cstdlib>
 #include <cstring>
-#include <stdexcept>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -101,24 +99,8 @@ namespace {
 }
 
 ServidorTds::ServidorTds()
-    : m_oyente(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    : m_oyente([this](int cliente) { conversa(cliente); })
 {
-    sockaddr_in direccion{};
-    direccion.sin_family = AF_INET;
-    direccion.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t largo = sizeof direccion;
-    if (bind(m_oyente, reinterpret_cast<const sockaddr*>(&direccion), largo) != 0 || listen(m_oyente, 8) != 0
-        || getsockname(m_oyente, reinterpret_cast<sockaddr*>(&direccion), &largo) != 0)
-        throw std::runtime_error("no port on 127.0.0.1");
-    m_puerto = ntohs(direccion.sin_port);
-    m_hilo = std::jthread([this] { atiende(); });
-}
-
-ServidorTds::~ServidorTds()
-{
-    shutdown(m_oyente, SHUT_RDWR); // wakes the thread up
-    m_hilo.join();
-    close(m_oyente);
 }
 
 std::string ServidorTds::falta()
@@ -133,7 +115,8 @@ std::string ServidorTds::cadena() const
 {
     const char* camino = std::getenv("ATIPICOS_TEST_FREETDS");
     return "DRIVER=" + (camino == nullptr ? std::string("{FreeTDS}") : std::string(camino))
-        + ";SERVER=127.0.0.1;PORT=" + std::to_string(m_puerto) + ";TDS_Version=7.4;ClientCharset=UTF-8";
+        + ";SERVER=127.0.0.1;PORT=" + std::to_string(m_oyente.puerto())
+        + ";TDS_Version=7.4;ClientCharset=UTF-8";
 }
 
 std::vector<ServidorTds::Entrada> ServidorTds::entradas() const
@@ -152,20 +135,6 @@ void ServidorTds::calla_ante(const std::string& comienzo)
 {
     const std::scoped_lock cerrado(m_cerrojo);
     m_calla = comienzo;
-}
-
-void ServidorTds::atiende()
-{
-    std::vector<std::jthread> lineas;
-    for (;;) {
-        const int cliente = accept4(m_oyente, nullptr, nullptr, SOCK_CLOEXEC);
-        if (cliente < 0)
-            return;
-        lineas.emplace_back([this, cliente] {
-            conversa(cliente);
-            close(cliente);
-        });
-    }
 }
 
 /// Packets have a head of eight bytes: kind, whether it is the last one, length (the highest byte first).

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <atomic>
+#include "tests/support/Oyente.hpp"
+
 #include <cstdint>
 #include <map>
 #include <mutex>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 namespace atipicos::pruebas {
@@ -26,7 +26,6 @@ public:
     ServidorTds();
     ServidorTds(const ServidorTds&) = delete;
     ServidorTds& operator=(const ServidorTds&) = delete;
-    ~ServidorTds(); ///< after its clients have gone
 
     /// A connection string without user, for FreeTDS.
     [[nodiscard]] std::string cadena() const;
@@ -39,18 +38,15 @@ public:
     void calla_ante(const std::string& comienzo); ///< statements that begin so get no answer at all
 
 private:
-    void atiende();
     void conversa(int cliente);
     [[nodiscard]] std::string responde(std::uint8_t clase, const std::string& contenido, bool& callada);
     [[nodiscard]] std::string entra(const std::string& contenido);
 
-    int m_oyente = -1;
-    int m_puerto = 0;
     mutable std::mutex m_cerrojo;
     std::vector<Entrada> m_entradas;
     std::map<std::string, std::int32_t> m_fallos; ///< numbers by the beginning of the statement
     std::string m_calla; ///< empty: before none
-    std::jthread m_hilo;
+    Oyente m_oyente; ///< the last one, which all the others outlive
 };
 
 } // namespace atipicos::pruebas

@@ -15,6 +15,7 @@ namespace {
     using pruebas::columna;
     using pruebas::cuenta;
     using pruebas::error_de;
+    using pruebas::inserta_cargo;
     using testing::ElementsAre;
     using testing::HasSubstr;
 
@@ -59,15 +60,6 @@ namespace {
         static Bases como(const std::string& usuario) { return abre_bases(lugar(usuario)); }
     };
 
-    void inserta_cargo(const Bases& bases, const std::string& codigo, int usuario)
-    {
-        bases.orvalin->Execute(
-            "INSERT INTO Proveedores_Cargos_Atipicos (Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo, "
-            "Proveedor, Fecha, Importe, Asiento, EmpContable, EjContable, Usuario, Hora, Observ, Cod_Compra, "
-            "Documento, Impuesto, Impuesto_Importe, Tipo) VALUES (1, 2026, 3, '"
-            + codigo + "', 106, '10/02/2026',131.98, 17, 2, 2026, " + std::to_string(usuario)
-            + ", '9:05:03', 'Piezas «rajadas»', 0, 0, 7, 9.24, 1)");
-    }
     void inserta_asiento(const Bases& bases, int numero, const std::string& usuario = "2")
     {
         bases.bexmor->Execute(
@@ -108,9 +100,9 @@ namespace {
     TEST_F(Derechos, a_login_is_one_user_and_acts_as_no_other)
     {
         const auto ana = como("ana");
-        EXPECT_THAT(error_de([&] { inserta_cargo(ana, "AT260007", 3); }),
+        EXPECT_THAT(error_de([&] { inserta_cargo(*ana.orvalin, { .codigo = "AT260007", .usuario = 3 }); }),
             testing::AllOf(HasSubstr("«ana» no puede actuar como el usuario 3."), HasSubstr(negado)));
-        inserta_cargo(ana, "AT260007", 2);
+        inserta_cargo(*ana.orvalin, { .codigo = "AT260007" });
         EXPECT_THAT(
             error_de([&] { ana.orvalin->Execute("UPDATE Proveedores_Cargos_Atipicos SET Usuario =12"); }),
             HasSubstr("«ana» no puede actuar como el usuario 12."));
@@ -123,11 +115,11 @@ namespace {
         EXPECT_THAT(error_de([&] { ana.bexmor->Execute(regulariza + "1', '21/11/2026')"); }),
             HasSubstr("como el usuario 1."));
         ana.bexmor->Execute(regulariza + "2', '21/11/2026')");
-        EXPECT_THAT(error_de([&] { inserta_cargo(como("eva"), "AT260008", 2); }),
+        EXPECT_THAT(error_de([&] { inserta_cargo(*como("eva").orvalin, { .codigo = "AT260008" }); }),
             HasSubstr("«eva» no puede actuar como el usuario 2."))
             << "who is no user acts as none";
-        inserta_cargo(como("sara"), "AT260009", 12);
-        inserta_cargo(como("atipicos"), "AT260010", 3);
+        inserta_cargo(*como("sara").orvalin, { .codigo = "AT260009", .usuario = 12 });
+        inserta_cargo(*como("atipicos").orvalin, { .codigo = "AT260010", .usuario = 3 });
         EXPECT_EQ(cuenta(*ana.orvalin, "Proveedores_Cargos_Atipicos"), 3);
     }
 

@@ -76,13 +76,8 @@ namespace {
         void di(const std::string& sql) const { bases.orvalin->Execute(sql); }
         void inserta(const std::string& codigo, int asiento = 17) const
         {
-            di("INSERT INTO Proveedores_Cargos_Atipicos (Cod_Empresa, Cod_Ejercicio, Cod_Almacen, Codigo, "
-               "Proveedor,"
-               " Fecha, Importe, Asiento, EmpContable, EjContable, Usuario, Hora, Observ, Cod_Compra, "
-               "Documento,"
-               " Impuesto, Impuesto_Importe, Tipo) VALUES (1, 2025, 3, '"
-                + codigo + "', 106, '10/02/2025',131.98, " + std::to_string(asiento)
-                + ", 2, 2025, 2, '9:05:03', 'Piezas «rajadas»', 0, 0, 7, 9.24, 1)");
+            pruebas::inserta_cargo(
+                *bases.orvalin, { .codigo = codigo, .ejercicio = 2025, .asiento = asiento });
         }
         void inserta_linea(const std::string& codigo, int numero) const
         {

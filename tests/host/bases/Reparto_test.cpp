@@ -4,10 +4,9 @@
 
 #include "host/bases/Actualizacion.hpp"
 #include "tests/host/BasesDeMuestra.hpp"
+#include "tests/support/BaseEnServidor.hpp"
 #include "tests/support/CitusDePrueba.hpp"
-#include "tests/support/ServidorPostgresql.hpp"
 
-#include <memory>
 #include <sstream>
 
 namespace atipicos::bases {
@@ -22,23 +21,10 @@ namespace {
           "pg_constraint WHERE contype = 'f' ORDER BY 1";
     constexpr auto llamadas = "SELECT que FROM llamadas_de_prueba ORDER BY orden";
 
-    struct Reparto : testing::Test {
-        static inline std::unique_ptr<pruebas::ServidorPostgresql> servidor;
-
-        static void TearDownTestSuite() { servidor.reset(); }
-
-        void SetUp() override
+    struct Reparto : pruebas::BaseEnServidor {
+        Reparto()
+            : BaseEnServidor("nodos")
         {
-            if (const auto falta = pruebas::ServidorPostgresql::falta(); !falta.empty())
-                GTEST_SKIP() << falta;
-            if (!servidor)
-                servidor = std::make_unique<pruebas::ServidorPostgresql>();
-            servidor->crea_base("nodos");
-        }
-        void TearDown() override
-        {
-            if (servidor)
-                servidor->borra_base("nodos");
         }
 
         static Lugar lugar() { return Lugar::de_conexion(servidor->direccion("nodos")); }
