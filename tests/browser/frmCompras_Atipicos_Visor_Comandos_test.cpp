@@ -1,34 +1,15 @@
-// The commands of the charge browser: delete, change, print, close.
-#include "browser/ExportarVisorQt.hpp"
+// The commands of the charge browser: delete, change, close.
 #include "editor/frmCompras_Atipicos.hpp"
-#include "printing/frmImpresora.hpp"
-#include "tests/browser/EscenaVisor.hpp"
-#include "tests/support/Paciencia.hpp"
-#include "tests/support/Persona.hpp"
+#include "tests/browser/ConTresCargos.hpp"
 #include "tests/support/Ventanas.hpp"
 
-#include <QComboBox>
-#include <QFileDialog>
-#include <QHeaderView>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 
 using namespace atipicos;
+using pruebas::ConTresListados;
 using pruebas::EscenaVisor;
 
 namespace {
-
-/// Three charges of 21/11/2026: two of warehouse 1 and one of warehouse 2, all of them listed.
-struct ConTresListados : EscenaVisor {
-    ConTresListados()
-    {
-        for (const int almacen : { 1, 2, 1 })
-            banco.guarda({}, static_cast<std::int16_t>(almacen));
-        banco.avisos->dichos.clear();
-        abre_y_busca();
-    }
-    void responde(Respuesta respuesta) { banco.avisos->respuestas = { respuesta }; }
-};
 
 Mensaje pregunta_eliminar(const std::string& asiento)
 {
@@ -44,54 +25,6 @@ Mensaje pregunta_modificar()
         "previsiones de pago.\r\n\r\n¿Desea Continuar?",
         "¡ Atención !", Icono::pregunta, Botones::SiNo, Respuesta::No
     };
-}
-
-/// A management library that writes down what it is asked to print.
-class Imprenta final : public qvoremp::Biblioteca {
-public:
-    std::shared_ptr<QStringList> impresos = std::make_shared<QStringList>();
-
-    std::unique_ptr<qvoremp::Almacen> NuevoAlmacen(const qvoremp::Empresa&, Donde) const override
-    {
-        struct Almacen final : qvoremp::Almacen {
-            bool Cargar(Donde) override { return true; }
-        };
-        return std::make_unique<Almacen>();
-    }
-    std::unique_ptr<qvoremp::Proveedor> NuevoProveedor(const qvoremp::Empresa&, Donde) const override
-    {
-        struct Proveedor final : qvoremp::Proveedor {
-            bool Cargar(Donde) override { return true; }
-        };
-        return std::make_unique<Proveedor>();
-    }
-    std::unique_ptr<qvoremp::ImpresionCargo> NuevaImpresionCargo(
-        const qvoremp::Empresa&, Donde) const override
-    {
-        struct Impresion final : qvoremp::ImpresionCargo {
-            std::shared_ptr<QStringList> impresos;
-            void Imprimir(Donde donde) override
-            {
-                if (Codigo == "ATASCO")
-                    throw Error(1, "Prueba", "Sin papel", donde);
-                *impresos << QStringLiteral("%1 %2 %3 %4")
-                                 .arg(QString::fromStdString(Codigo))
-                                 .arg(Ejercicio)
-                                 .arg(almacen->Codigo)
-                                 .arg(proveedor->Codigo);
-            }
-        };
-        auto impresion = std::make_unique<Impresion>();
-        impresion->impresos = impresos;
-        return impresion;
-    }
-};
-
-/// Presses a button of the dialog of devices that `accion` opens.
-bool con_dispositivos(const std::function<void()>& accion, const char* boton)
-{
-    return pruebas::con_dialogo<frmImpresora>(
-        accion, [boton](frmImpresora& dialogo) { pruebas::clic(dialogo, boton); });
 }
 
 }
@@ -298,168 +231,6 @@ private slots:
         QCOMPARE(visor.lista().Rows(), 4);
     }
 
-    // Print
-
-    void the_button_and_f9_print_the_chosen_charge_on_both_devices()
-    {
-        ConTresListados visor;
-        const auto imprenta = std::make_shared<Imprenta>();
-        modComun::set_BibliotecaOrvalin(imprenta);
-        visor.lista().set_Row(3);
-        QVERIFY(con_dispositivos([&] { visor.clic("cmdImprimir"); }, "cmdAceptar"));
-        visor.activa();
-        visor.lista().set_Row(1);
-        QVERIFY(con_dispositivos([&] { visor.pulsa(Qt::Key_F9); }, "cmdAceptar"));
-        QCOMPARE(imprenta->impresos->join(u'|'),
-            QStringLiteral(
-                "AT260001 2026 2 104|AT260001 2026 2 104|AT260002 2026 1 104|AT260002 2026 1 104"));
-        QVERIFY(visor.banco.titulos().empty());
-    }
-
-    void cancelling_the_devices_prints_nothing()
-    {
-        ConTresListados visor;
-        const auto imprenta = std::make_shared<Imprenta>();
-        modComun::set_BibliotecaOrvalin(imprenta);
-        QVERIFY(con_dispositivos([&] { visor.clic("cmdImprimir"); }, "cmdCancelar"));
-        QVERIFY(imprenta->impresos->isEmpty());
-    }
-
-    void f9_in_an_empty_list_does_nothing()
-    {
-        EscenaVisor visor;
-        visor.abre();
-        visor.pulsa(Qt::Key_F9);
-        QVERIFY(QApplication::activeModalWidget() == nullptr);
-        QVERIFY(visor.banco.titulos().empty());
-    }
-
-    void what_the_printing_raises_is_told()
-    {
-        EscenaVisor visor;
-        modComun::set_BibliotecaOrvalin(std::make_shared<Imprenta>());
-        visor.graba("ATASCO", "21/11/2026");
-        visor.abre_y_busca();
-        QVERIFY(con_dispositivos([&] { visor.clic("cmdImprimir"); }, "cmdAceptar"));
-        QCOMPARE(
-            visor.banco.titulos(), std::vector<std::string>{ "frmCompras_Atipicos_Visor:cmdImprimir_Click" });
-        QVERIFY(visor.banco.avisos->dichos[0].texto.ends_with("] Sin papel"));
-    }
-
-    // Export
-
-    void the_list_is_exported_as_it_is_shown_data()
-    {
-        QTest::addColumn<QString>("nombre");
-        QTest::addColumn<QByteArray>("comienzo");
-        QTest::newRow("csv") << QStringLiteral("lista.csv")
-                             << QByteArray(
-                                    "Código;Almacén;Nombre del almacén;Proveedor;Nombre del proveedor;Fecha;"
-                                    "Importe;Impuesto;% impuesto;Asiento;Usuario;Nombre del "
-                                    "usuario;Observaciones\r\nAT260002;1;Güímar central;104;Conservas La "
-                                    "Graciosa, S.A.;21/11/2026;231,96;16,24;7,00 %;3;1;Begoña Hernández;Palé "
-                                    "dañado\r\nAT260001;1;");
-        QTest::newRow("workbook") << QStringLiteral("lista.xlsx") << QByteArray("PK");
-        QTest::newRow("no ending") << QStringLiteral("lista") << QByteArray("PK");
-    }
-
-    void the_list_is_exported_as_it_is_shown()
-    {
-        QFETCH(const QString, nombre);
-        QFETCH(const QByteArray, comienzo);
-        ConTresListados visor;
-        const QTemporaryDir carpeta;
-        QVERIFY(exporta(visor, carpeta.filePath(nombre)));
-        QFile fichero(carpeta.filePath(nombre.contains(u'.') ? nombre : nombre + QStringLiteral(".xlsx")));
-        QVERIFY(fichero.open(QIODevice::ReadOnly));
-        QCOMPARE(fichero.readAll().left(comienzo.size()), comienzo);
-        QCOMPARE(visor.estado(), QStringLiteral("Exportado a ") + fichero.fileName());
-        QVERIFY(visor.banco.titulos().empty());
-    }
-
-    void the_export_has_the_order_of_the_rows_and_the_values_that_were_read()
-    {
-        ConTresListados visor;
-        auto& lista = visor.lista();
-        emit lista.horizontalHeader()->sectionClicked(9); // by entry: the last one read comes first
-        QCOMPARE(visor.listados(), QStringLiteral("AT260001/1 AT260001/2 AT260002/1"));
-        lista.set_TextMatrix(1, 12, QStringLiteral("otra cosa"));
-        const QTemporaryDir carpeta;
-        QVERIFY(exporta(visor, carpeta.filePath(QStringLiteral("l.csv"))));
-        QFile fichero(carpeta.filePath(QStringLiteral("l.csv")));
-        QVERIFY(fichero.open(QIODevice::ReadOnly));
-        const auto lineas = fichero.readAll().split('\n');
-        QVERIFY(lineas.at(1).startsWith("AT260001;1;"));
-        QVERIFY(lineas.at(1).endsWith(";Palé dañado\r"));
-        QVERIFY(lineas.at(2).startsWith("AT260001;2;"));
-        QVERIFY(lineas.at(3).startsWith("AT260002;1;"));
-    }
-
-    void the_export_is_named_after_what_has_been_searched_for()
-    {
-        ConTresListados visor;
-        const auto propuesto = [&] {
-            QString nombre;
-            const auto mira = [&](QFileDialog& dialogo) {
-                nombre = pruebas::control<QLineEdit>(dialogo, "fileNameEdit").text();
-                dialogo.reject();
-            };
-            if (!pruebas::con_dialogo<QFileDialog>([&] { visor.clic("cmdExportar"); }, mira))
-                return QStringLiteral("no dialog");
-            visor.activa();
-            return nombre;
-        };
-        QCOMPARE(propuesto(), QStringLiteral("Atípicos 2026-11-01 a 2026-11-30"));
-        visor.codigo("txtAlmacen").setText(QStringLiteral("2")); // not searched for yet
-        QCOMPARE(propuesto(), QStringLiteral("Atípicos 2026-11-01 a 2026-11-30"));
-        visor.codigo("txtProveedor").setText(QStringLiteral("104"));
-        visor.pulsa(Qt::Key_F5);
-        QCOMPARE(propuesto(), QStringLiteral("Atípicos 2026-11-01 a 2026-11-30, almacén 2, proveedor 104"));
-        QCOMPARE(nombre_de_fichero({ "31/02/2026", "01/03/2026", 1, 1 }),
-            QStringLiteral("Atípicos 31-02-2026 a 2026-03-01, almacén 1, proveedor 1"));
-    }
-
-    void the_dialog_of_the_export_speaks_spanish_and_its_kind_of_file_is_the_ending()
-    {
-        ConTresListados visor;
-        const QTemporaryDir carpeta;
-        for (const bool texto : { true, false })
-            QVERIFY(pruebas::con_dialogo<QFileDialog>([&] { visor.clic("cmdExportar"); },
-                [&](QFileDialog& dialogo) {
-                    QCOMPARE(dialogo.objectName(), QStringLiteral("dlgExportar")); // its page of the manual
-                    QCOMPARE(dialogo.locale().language(), QLocale::Spanish);
-                    auto& clases = pruebas::control<QComboBox>(dialogo, "fileTypeCombo");
-                    QCOMPARE(clases.itemText(0), QStringLiteral("Libro de cálculo (*.xlsx)"));
-                    QCOMPARE(clases.itemText(1), QStringLiteral("Texto separado por punto y coma (*.csv)"));
-                    QTest::keyClick(&clases, Qt::Key_Down);
-                    if (!texto)
-                        QTest::keyClick(&clases, Qt::Key_Up);
-                    auto& nombre = pruebas::control<QLineEdit>(dialogo, "fileNameEdit");
-                    nombre.setText(carpeta.filePath(QStringLiteral("lista")));
-                    QTest::keyClick(&nombre, Qt::Key_Return);
-                }));
-        const QDir escritos(carpeta.path());
-        QCOMPARE(escritos.entryList(QDir::Files).join(u' '), QStringLiteral("lista.csv lista.xlsx"));
-    }
-
-    void giving_the_export_up_writes_nothing()
-    {
-        ConTresListados visor;
-        QVERIFY(pruebas::con_dialogo<QFileDialog>(
-            [&] { visor.clic("cmdExportar"); }, [](QFileDialog& dialogo) { dialogo.reject(); }));
-        QVERIFY(visor.estado().startsWith(QStringLiteral("3 atípicos")));
-    }
-
-    void what_cannot_be_written_is_told()
-    {
-        ConTresListados visor;
-        QVERIFY(exporta(visor, QStringLiteral("/proc/lista.csv")));
-        QCOMPARE(
-            visor.banco.titulos(), std::vector<std::string>{ "frmCompras_Atipicos_Visor:cmdExportar_Click" });
-        QVERIFY(visor.banco.avisos->dichos[0].texto.find("No se puede escribir «/proc/lista.csv»")
-            != std::string::npos);
-    }
-
     // Without a chosen row, and closing
 
     void without_a_chosen_row_the_commands_do_nothing()
@@ -505,20 +276,6 @@ private slots:
         QVERIFY(pruebas::con_dialogo<frmCompras_Atipicos_Visor>(
             [&] { visor.form.Show(1); }, [](frmCompras_Atipicos_Visor& form) { form.close(); }));
         QVERIFY(!visor.form.isVisible());
-    }
-
-private:
-    /// Presses the button and types the name of the file.
-    static bool exporta(EscenaVisor& visor, const QString& fichero)
-    {
-        return pruebas::con_dialogo<QFileDialog>([&] { visor.clic("cmdExportar"); },
-            [&](QFileDialog& dialogo) {
-                auto& nombre = pruebas::control<QLineEdit>(dialogo, "fileNameEdit");
-                nombre.setFocus();
-                nombre.selectAll();
-                pruebas::teclea(&nombre, fichero);
-                QTest::keyClick(&nombre, Qt::Key_Return);
-            });
     }
 };
 
