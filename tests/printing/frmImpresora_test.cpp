@@ -127,6 +127,25 @@ private slots:
         QVERIFY(!frmImpresora::pregunta(contexto.empresa, nullptr));
     }
 
+    void shown_already_it_becomes_modal_when_that_is_asked_for_and_stands_where_it_is_when_not()
+    {
+        const ConClaves contexto("2", "3");
+        QWidget duena;
+        frmImpresora form;
+        form.set_EmpresaOrvalin(contexto.empresa);
+        form.Show();
+        QVERIFY(form.isVisible() && !form.isModal());
+        cuando_se_muestre([&](frmImpresora& dialogo) {
+            QVERIFY(!hijo<qvDispositivo>(dialogo, "cboDispositivo_1").accessibleName().isEmpty());
+            dialogo.Show(1, &duena); // somebody waits for it: at once, and over the owner that it has
+            QVERIFY(dialogo.isVisible() && dialogo.parentWidget() == nullptr);
+            pulsa(dialogo, "cmdAceptar");
+        });
+        form.Show(1);
+        QVERIFY(!form.isVisible());
+        QVERIFY(form.Aceptado());
+    }
+
     void a_missing_key_leaves_its_combo_without_a_choice()
     {
         const ConClaves contexto("", "9");
@@ -168,6 +187,7 @@ private slots:
             const ConClaves contexto(primero, segundo);
             cuando_se_muestre([](frmImpresora& dialogo) {
                 auto& combo = hijo<qvDispositivo>(dialogo, "cboDispositivo_0");
+                const auto impresoras = hijo<qvImpresoras>(dialogo, "cboImpresoras").currentText();
                 const auto* impresora = qobject_cast<QStandardItemModel*>(combo.model())->item(0);
                 auto* foco = dialogo.focusWidget();
                 const QString dice = impresora->text();
@@ -176,6 +196,7 @@ private slots:
                 if (dialogo.isVisible())
                     dialogo.reject();
                 QCOMPARE(dice, QStringLiteral("Impresora (no hay ninguna)"));
+                QCOMPARE(impresoras, QStringLiteral("No hay impresoras en este sistema"));
                 QVERIFY(!se_puede);
                 QCOMPARE(foco->objectName(), QStringLiteral("cmdAceptar"));
             });
