@@ -224,6 +224,11 @@ private slots:
         con_report(std::make_shared<ReportDePrueba>()).Cargar(false);
         frmView::compartido().activateWindow();
         QTRY_VERIFY(QApplication::overrideCursor() == nullptr);
+        QTRY_VERIFY(frmView::compartido().isActiveWindow());
+        QApplication::setOverrideCursor(Qt::WaitCursor); // of a host that is at work meanwhile
+        frmView::compartido().setWindowTitle(QStringLiteral("Otro"));
+        QVERIFY(QApplication::overrideCursor() != nullptr);
+        QApplication::restoreOverrideCursor();
     }
 
     void the_zoom_is_that_of_the_caller_and_then_of_the_person()
