@@ -320,12 +320,14 @@ private slots:
         Escena escena;
         clic(*escena.dialogo, "cmdPrevEliminar"); // nothing is selected
         QCOMPARE(escena.rejilla().Rows(), 4);
+        QVERIFY(escena.banco.avisos->dichos.empty());
         escena.rejilla().set_Row(2);
         clic(*escena.dialogo, "cmdPrevEliminar");
         QCOMPARE(escena.rejilla().Rows(), 3);
         QCOMPARE(escena.resto(), QStringLiteral("50,00"));
         QCOMPARE(foco(), QStringLiteral("txtPrevImp"));
         for (int i = 0; i < 2; ++i) {
+            QVERIFY(escena.puede_eliminar());
             escena.rejilla().setFocus();
             pulsa(Qt::Key_Home);
             pulsa(Qt::Key_Delete);
@@ -417,6 +419,10 @@ private slots:
         clic(*escena.dialogo, "cmdCancelar");
         QVERIFY(!escena.dialogo->isVisible());
         QVERIFY(!escena.dialogo->Aceptado());
+        escena.dialogo->show();
+        control<QPushButton>(*escena.dialogo, "cmdCancelar").setFocus();
+        intro();
+        QVERIFY(!escena.dialogo->isVisible());
     }
 
     void a_failing_database_is_told_once_for_each_question()
@@ -431,6 +437,7 @@ private slots:
         QVERIFY(banco.avisos->dichos.front().texto.ends_with(std::string("] ") + Parte::descripcion));
         QVERIFY(banco.avisos->dichos.front().icono == atipicos::Icono::critico);
         QCOMPARE(dialogo.PrevPago_NroVencimientos(), 0);
+        QCOMPARE(dialogo.findChild<QLabel*>(QStringLiteral("lblResto"))->text(), QStringLiteral("150,00"));
     }
 
     void every_field_has_a_name_and_the_focus_goes_round_as_one_reads()

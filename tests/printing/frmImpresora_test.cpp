@@ -13,6 +13,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
+
 using atipicos::DestinoImpresion;
 using atipicos::frmclsCopiasImpresion;
 using atipicos::frmImpresora;
@@ -136,7 +138,11 @@ private slots:
         form.Show();
         QVERIFY(form.isVisible() && !form.isModal());
         cuando_se_muestre([&](frmImpresora& dialogo) {
-            QVERIFY(!hijo<qvDispositivo>(dialogo, "cboDispositivo_1").accessibleName().isEmpty());
+            const auto etiquetas = dialogo.findChildren<QLabel*>();
+            const auto* segundo = &hijo<qvDispositivo>(dialogo, "cboDispositivo_1");
+            QVERIFY(std::any_of(etiquetas.begin(), etiquetas.end(), [&](const QLabel* una) {
+                return una->buddy() == segundo && una->text() == segundo->accessibleName();
+            }));
             dialogo.Show(1, &duena); // somebody waits for it: at once, and over the owner that it has
             QVERIFY(dialogo.isVisible() && dialogo.parentWidget() == nullptr);
             pulsa(dialogo, "cmdAceptar");
