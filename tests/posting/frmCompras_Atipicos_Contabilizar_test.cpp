@@ -198,6 +198,9 @@ private slots:
         Escena::teclea_prevision("150", "2", "", "10122026");
         QCOMPARE(escena.rejilla().TextMatrix(1, 3), QStringLiteral("2"));
         QVERIFY(escena.rejilla().TextMatrix(1, 1) != QStringLiteral("SIN ESPECIFICAR"));
+        QVERIFY(!escena.rejilla().TextMatrix(1, 1).isEmpty());
+        QCOMPARE(control<atipicos::qvTipoDocumento>(*escena.dialogo, "txtPrevTipoDoc").Codigo(),
+            std::int16_t{ 0 });
         QCOMPARE(escena.rejilla().TextMatrix(1, 4), QString());
         QCOMPARE(escena.dialogo->PrevPago_TipoDoc(1), std::int16_t{ 2 });
         QCOMPARE(escena.dialogo->PrevPago_Banco(1), std::string());
@@ -221,6 +224,8 @@ private slots:
         intro();
         QCOMPARE(escena.rejilla().Rows(), 1);
         QCOMPARE(foco(), QStringLiteral("txtImporte"));
+        intro();
+        QCOMPARE(foco(), QStringLiteral("cmdAceptar"));
     }
 
     void an_unknown_bank_account_adds_nothing()
@@ -330,6 +335,8 @@ private slots:
             QVERIFY(escena.puede_eliminar());
             escena.rejilla().setFocus();
             pulsa(Qt::Key_Home);
+            pulsa(Qt::Key_F2); // no other key does
+            QCOMPARE(escena.rejilla().Rows(), 3 - i);
             pulsa(Qt::Key_Delete);
         }
         QCOMPARE(escena.rejilla().Rows(), 1);
