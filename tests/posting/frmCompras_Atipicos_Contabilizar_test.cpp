@@ -1,6 +1,7 @@
 #include "posting/frmCompras_Atipicos_Contabilizar.hpp"
 
 #include "controls/Anclaje.hpp"
+#include "controls/CabeceraUnida.hpp"
 #include "controls/qvCuenta.hpp"
 #include "controls/qvMaskEdBox.hpp"
 #include "controls/qvTextBox.hpp"
@@ -12,6 +13,7 @@
 #include "tests/support/Persona.hpp"
 #include "tests/support/Ventanas.hpp"
 
+#include <QAccessible>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -105,6 +107,19 @@ private slots:
         QCOMPARE(alineacion(2), int(Qt::AlignHCenter | Qt::AlignVCenter));
         QCOMPARE(alineacion(4), int(Qt::AlignRight | Qt::AlignVCenter));
         QCOMPARE(alineacion(5), int(Qt::AlignLeft | Qt::AlignVCenter));
+        const auto* cabecera = escena.rejilla().findChild<atipicos::CabeceraUnida*>();
+        QCOMPARE(cabecera->celda(4), cabecera->celda(5));
+        auto* tabla = QAccessible::queryAccessibleInterface(&escena.rejilla())->tableInterface();
+        QStringList leidos;
+        for (const int columna : { 3, 4 })
+            leidos << tabla->cellAt(0, columna)
+                          ->tableCellInterface()
+                          ->columnHeaderCells()
+                          .front()
+                          ->text(QAccessible::Name);
+        QCOMPARE(leidos.join(u'|'), QStringLiteral("Código del tipo|Cuenta del banco"));
+        auto* resto = QAccessible::queryAccessibleInterface(&control<QLabel>(*escena.dialogo, "lblResto"));
+        QCOMPARE(resto->text(QAccessible::Name), QStringLiteral("Resto: 0,00"));
     }
 
     void the_columns_have_their_widths_at_the_design_size_and_share_what_there_is_more()
