@@ -114,10 +114,31 @@ namespace {
         });
     }
 
-    void ajusta(PGconn* linea, const std::string& orden, Donde donde)
+    std::string no_contesta_en(milliseconds limite)
     {
-        if (const Respuesta respuesta(PQexec(linea, orden.c_str())); es_error(respuesta))
-            throw error_de(respuesta, orden, donde);
+        return "no contesta en " + std::to_string(limite.count() / 1'000) + " s";
+    }
+
+    /// A server may go silent also when the line is open already: it is waited for as for the opening.
+    void ajusta(PGconn* linea, const std::string& orden, milliseconds limite, Donde donde)
+    {
+        const auto hasta = Reloj::now() + limite;
+        PQsendQuery(linea, orden.c_str());
+        for (;;) {
+            while (PQisBusy(linea) == 1) {
+                const auto queda = std::chrono::duration_cast<milliseconds>(hasta - Reloj::now());
+                if (queda.count() <= 0)
+                    no_conecta_por(no_contesta_en(limite), donde);
+                pollfd enchufe{ PQsocket(linea), POLLIN, 0 };
+                if (poll(&enchufe, 1, static_cast<int>(queda.count())) > 0 && PQconsumeInput(linea) != 1)
+                    no_conecta_por(en_una_linea(PQerrorMessage(linea)), donde);
+            }
+            const Respuesta respuesta(PQgetResult(linea));
+            if (!respuesta)
+                return;
+            if (es_error(respuesta))
+                throw error_de(respuesta, orden, donde);
+        }
     }
 
     void calla(void*, const PGresult*) { } // notices are for whoever administers the server
@@ -202,7 +223,7 @@ void Apertura::prepara(PGconn* linea, Donde donde) const
     PQsetNoticeReceiver(linea, &calla, nullptr);
     exige_ajustes(linea, donde);
     if (m_solo_lectura_despues)
-        ajusta(linea, std::string("SET ") + ajuste_solo_lectura + " TO on", donde);
+        ajusta(linea, std::string("SET ") + ajuste_solo_lectura + " TO on", limite(), donde);
 }
 
 /// A pooler may keep the settings for itself, and a date would be read month first. A session that is ours
@@ -214,7 +235,7 @@ void Apertura::exige_ajustes(PGconn* linea, Donde donde) const
     if (fechas == nullptr || std::string_view(fechas) == "ISO, DMY")
         return;
     if (m_preparadas)
-        return ajusta(linea, m_ajustes, donde);
+        return ajusta(linea, m_ajustes, limite(), donde);
     no_conecta(
         "El repartidor de conexiones no ha pasado los ajustes de la sesión, y esta base de datos no los "
         "tiene. Los pone su propietario con ALTER DATABASE: search_path, datestyle, lock_timeout y "
@@ -251,9 +272,8 @@ struct Apertura::Intento {
         if (PQstatus(linea.get()) == CONNECTION_OK)
             return linea;
         const auto dicho = en_una_linea(PQerrorMessage(linea.get()));
-        por_que += (por_que.empty() ? "" : "; ")
-            + (acabada || !dicho.empty() ? dicho
-                                         : "no contesta en " + std::to_string(limite.count() / 1'000) + " s");
+        por_que
+            += (por_que.empty() ? "" : "; ") + (acabada || !dicho.empty() ? dicho : no_contesta_en(limite));
         return {};
     }
 
@@ -268,10 +288,15 @@ struct Apertura::Intento {
     }
 };
 
-LineaAbierta Apertura::reabre(Donde donde) const
+milliseconds Apertura::limite() const
 {
     const auto segundos = std::atoi(m_parametros.at("connect_timeout").c_str());
-    Intento intento{ m_sigue, m_reintento, std::chrono::seconds(segundos > 0 ? segundos : 10) };
+    return std::chrono::seconds(segundos > 0 ? segundos : 10);
+}
+
+LineaAbierta Apertura::reabre(Donde donde) const
+{
+    Intento intento{ m_sigue, m_reintento, limite() };
     const auto todos = servidores(m_parametros);
     for (;;) {
         std::string motivo;

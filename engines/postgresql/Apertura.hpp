@@ -40,6 +40,7 @@ public:
 private:
     struct Intento; ///< to open it again, from the first server to the last, as often as it takes
 
+    [[nodiscard]] std::chrono::milliseconds limite() const; ///< of one server
     void prepara(PGconn* linea, Donde donde) const;
     void exige_ajustes(PGconn* linea, Donde donde) const;
 

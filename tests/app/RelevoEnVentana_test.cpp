@@ -190,6 +190,11 @@ private slots:
         QVERIFY(dichos.front().find(" generado correctamente.") != std::string::npos);
         QCOMPARE(guardados("Sigue en la reserva"), 1);
         QVERIFY(escena.linea().startsWith(QStringLiteral("Conexión reanudada a las ")));
+
+        // Why its charges cannot be read may be long: the main window keeps to its width.
+        const int ancho = escena.ventana->minimumSizeHint().width();
+        control<QLabel>(*escena.ventana, "lblCargos").setText(QString(2'000, u'm'));
+        QCOMPARE(escena.ventana->minimumSizeHint().width(), ancho);
     }
 
     void a_commit_that_the_other_server_has_not_is_told_and_keeps_what_was_keyed_in()

@@ -123,6 +123,18 @@ namespace {
         EXPECT_EQ(guardado(), "25 26 27/25 26\n");
     }
 
+    TEST_F(
+        PostgresqlEspera, a_server_that_goes_silent_when_the_line_is_open_and_the_session_is_not_is_given_up)
+    {
+        auto con = por_intermediario();
+        con.direccion += "&target_session_attrs=read-write&connect_timeout=2";
+        con.solo_lectura = true; // which is told when the line is open
+        intermediario->calla_tras(1);
+        const auto fallo = al_esperar([&] { static_cast<void>(Connection::Abrir(con)); });
+        EXPECT_EQ(fallo.first, Categoria::conexion);
+        EXPECT_THAT(fallo.second, HasSubstr("(no contesta en 2 s)"));
+    }
+
     TEST_F(PostgresqlEspera, a_list_that_is_being_read_can_be_given_up_too)
     {
         auto con = por_intermediario();

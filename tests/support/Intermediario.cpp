@@ -119,7 +119,7 @@ void Intermediario::pasa(int cliente)
             if (perdida && m_al_perder)
                 m_al_perder();
             sigue = leidos > 0 && !perdida;
-            if (!sigue || (i == 1 && m_calla))
+            if (!sigue || (i == 1 && (m_calla || m_viajes > m_calla_tras)))
                 continue;
             if (i == 1 && m_borra_numeros) {
                 const auto cambiados = del_servidor.pasa(datos.data(), static_cast<std::size_t>(leidos));

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -31,6 +32,7 @@ public:
         m_pierde = true;
     }
     void calla(bool si = true) noexcept { m_calla = si; } ///< what the server says does not arrive any more
+    void calla_tras(std::size_t viajes) noexcept { m_calla_tras = viajes; } ///< round trips in all
     /// From now on the columns of answers have no number of the table that they come from, as those of a
     /// table that is spread over several nodes.
     void borra_numeros_de_tabla() noexcept { m_borra_numeros = true; }
@@ -46,6 +48,7 @@ private:
     std::atomic<bool> m_pierde = false;
     std::function<void()> m_al_perder; ///< set before `m_pierde`, used by who takes that
     std::atomic<bool> m_calla = false;
+    std::atomic<std::size_t> m_calla_tras = SIZE_MAX;
     std::atomic<bool> m_borra_numeros = false;
     Oyente m_oyente; ///< the last one, which all the others outlive
 };
