@@ -107,7 +107,8 @@ struct EscenaDelRelevo {
     }
 };
 
-/// Does `que` with each notice of a lost line that is shown, a moment after it is there.
+/// Does `que` with each notice of a lost line that is shown, once it says why: the first servers have refused
+/// by then.
 class EnCadaAviso {
 public:
     explicit EnCadaAviso(std::function<void(QWidget&)> que)
@@ -116,8 +117,8 @@ public:
         m_reloj.setInterval(5);
         QObject::connect(&m_reloj, &QTimer::timeout, &m_reloj, [this] {
             for (QWidget* una : QApplication::topLevelWidgets())
-                if (una->objectName() == QLatin1String("frmReintento") && una->isVisible()
-                    && m_ultima != una) {
+                if (una->objectName() == QLatin1String("frmReintento") && una->isVisible() && m_ultima != una
+                    && !control<QLabel>(*una, "lblMotivo").text().isEmpty()) {
                     m_ultima = una;
                     ++m_cuantos;
                     m_que(*una);

@@ -1,32 +1,13 @@
 #include "controls/qvAviso.hpp"
 
+#include "tests/support/Contraste.hpp"
 #include "tests/support/Ventanas.hpp"
 
 #include <QApplication>
 #include <QTest>
 
-#include <algorithm>
-#include <cmath>
-
 using atipicos::qvAviso;
-
-namespace {
-
-double luminancia(const QColor& color)
-{
-    const auto canal = [](double valor) {
-        return valor <= 0.04045 ? valor / 12.92 : std::pow((valor + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * canal(color.redF()) + 0.7152 * canal(color.greenF()) + 0.0722 * canal(color.blueF());
-}
-
-double contraste(const QColor& uno, const QColor& otro)
-{
-    const auto [menor, mayor] = std::minmax(luminancia(uno), luminancia(otro));
-    return (mayor + 0.05) / (menor + 0.05);
-}
-
-}
+using atipicos::pruebas::contraste;
 
 class qvAviso_Test : public QObject {
     Q_OBJECT

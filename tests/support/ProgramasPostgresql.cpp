@@ -30,7 +30,8 @@ namespace {
         dup2(fichero, STDOUT_FILENO);
         dup2(fichero, STDERR_FILENO);
         if (cuenta != nullptr
-            && (setgroups(0, nullptr) != 0 || setgid(cuenta->pw_gid) != 0 || setuid(cuenta->pw_uid) != 0))
+            && (chdir("/") != 0 // it may have no leave to be where the tests are
+                || setgroups(0, nullptr) != 0 || setgid(cuenta->pw_gid) != 0 || setuid(cuenta->pw_uid) != 0))
             _exit(126);
         std::vector<char*> argumentos;
         for (const auto& uno : orden)
