@@ -8,7 +8,8 @@ Works on a copy of HEAD in build/mutaciones. Of all mutants of each source N are
 and judged: a folder of the core by its unit tests, a source of windows by the tests of windows of its folder, each by
 those that come by it. An operator or a constant changes, a condition is turned round, a call or an assignment is left
 out. Prints each survivor with its line, and a table. As far as possible the mutants of a source are built together; one
-that has to be built alone takes some seconds more. A mutant is killed when the same test fails twice.
+that has to be built alone takes some seconds more. A mutant is killed when the same test fails twice. A broken program
+may do harm: as root one has deleted /dev/full, so run this where that does not matter.
 """
 import argparse
 import concurrent.futures

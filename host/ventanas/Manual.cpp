@@ -9,7 +9,7 @@ namespace atipicos::app {
 
 namespace {
 
-    const auto primera = QStringLiteral("indice");
+    const auto portada = QStringLiteral("indice");
     const auto mensajes = QStringLiteral("mensajes");
 
     QString lee(const QString& lugar, const QString& nombre)
@@ -86,8 +86,8 @@ Manual::Manual(const QString& lugar)
         if (!apartados.empty() && pagina(nombre) == nullptr)
             m_paginas.push_back({ nombre, std::move(apartados) });
     };
-    agrega(primera);
-    for (auto uno = enlace.globalMatch(lee(lugar, primera)); uno.hasNext();)
+    agrega(portada);
+    for (auto uno = enlace.globalMatch(lee(lugar, portada)); uno.hasNext();)
         agrega(uno.next().captured(1));
 }
 

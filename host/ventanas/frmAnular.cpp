@@ -130,12 +130,12 @@ void frmAnular::lee()
 {
     m_lector.Haz([this](const Ambito& ambito, const Sigue& sigue) {
         auto todos = verifica(ambito.bases).sin_cargo;
-        m_lector.al_mostrar(sigue, [this, todos = std::move(todos)]() mutable { muestra(std::move(todos)); });
+        m_lector.al_mostrar(sigue, [this, todos = std::move(todos)] { muestra(todos); });
         m_lector.al_mostrar(sigue, [this] { m_lector.Para(); });
     });
 }
 
-void frmAnular::muestra(std::vector<AsientoSinCargo> todos)
+void frmAnular::muestra(const std::vector<AsientoSinCargo>& todos)
 {
     for (const auto& uno : todos)
         m_rejilla->AddItem(a_qt(nombre_corto(uno.asiento) + '\t' + uno.fecha.texto() + '\t' + uno.documento

@@ -31,7 +31,7 @@ private:
     void hace_lista();
     void hace_pie(QVBoxLayout& caja);
     void lee();
-    void muestra(std::vector<AsientoSinCargo> todos);
+    void muestra(const std::vector<AsientoSinCargo>& todos);
     void anula();
 
     Sesion& m_sesion;

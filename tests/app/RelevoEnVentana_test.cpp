@@ -107,18 +107,18 @@ struct EscenaDelRelevo {
     }
 };
 
-/// Does `que` with each notice of a lost line that is shown, once it says why: the first servers have refused
-/// by then.
+/// Does `que` with each notice of a lost line that is shown, a moment after it is there; `con_motivo`: once
+/// it says why, which it does when all servers have refused.
 class EnCadaAviso {
 public:
-    explicit EnCadaAviso(std::function<void(QWidget&)> que)
+    explicit EnCadaAviso(std::function<void(QWidget&)> que, bool con_motivo = false)
         : m_que(std::move(que))
     {
         m_reloj.setInterval(5);
-        QObject::connect(&m_reloj, &QTimer::timeout, &m_reloj, [this] {
+        QObject::connect(&m_reloj, &QTimer::timeout, &m_reloj, [this, con_motivo] {
             for (QWidget* una : QApplication::topLevelWidgets())
                 if (una->objectName() == QLatin1String("frmReintento") && una->isVisible() && m_ultima != una
-                    && !control<QLabel>(*una, "lblMotivo").text().isEmpty()) {
+                    && (!con_motivo || !control<QLabel>(*una, "lblMotivo").text().isEmpty())) {
                     m_ultima = una;
                     ++m_cuantos;
                     m_que(*una);
@@ -177,13 +177,16 @@ private slots:
         const EscenaDelRelevo escena(m_servidor->direccion("empresa"));
         escena.teclea_cargo("Sigue en la reserva");
         m_servidor->mata();
-        const EnCadaAviso aviso([&](QWidget& dicho) {
-            QVERIFY(control<QLabel>(dicho, "lblPerdida").text().contains(QStringLiteral("120 s como mucho")));
-            QVERIFY(!control<QLabel>(dicho, "lblMotivo").text().isEmpty());
-            QVERIFY(escena.linea().startsWith(QStringLiteral("Conexión perdida a las ")));
-            m_servidor->asciende();
-            m_servidor->repone();
-        });
+        const EnCadaAviso aviso(
+            [&](QWidget& dicho) {
+                QVERIFY(
+                    control<QLabel>(dicho, "lblPerdida").text().contains(QStringLiteral("120 s como mucho")));
+                QVERIFY(control<QLabel>(dicho, "lblMotivo").text().startsWith(QStringLiteral("Motivo: ")));
+                QVERIFY(escena.linea().startsWith(QStringLiteral("Conexión perdida a las ")));
+                m_servidor->asciende();
+                m_servidor->repone();
+            },
+            true);
         escena.acepta_y_no_imprime();
         QCOMPARE(aviso.cuantos(), 1);
         const auto dichos = escena.textos();
