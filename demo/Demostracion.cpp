@@ -175,27 +175,6 @@ void mira_la_ventana_principal(QWidget& principal, Grabacion& grabacion)
     grabacion.captura(principal, "principal");
 }
 
-/// Suppliers, and the record of one.
-void mira_las_fichas(QWidget& principal, Grabacion& grabacion)
-{
-    const AlAbrirse lista(
-        [&](QWidget& dialogo) {
-            grabacion.captura(dialogo, "proveedores");
-            {
-                const AlAbrirse ficha(
-                    [&](QWidget& una) {
-                        grabacion.captura(una, "proveedor");
-                        pulsa(Qt::Key_Escape);
-                    },
-                    "frmFicha");
-                intro();
-            }
-            pulsa(Qt::Key_Escape);
-        },
-        "frmFichas");
-    control<QAction>(principal, "mnuProveedores").trigger();
-}
-
 /// A page of the manual, opened as a person does.
 void mira_el_manual(Grabacion& grabacion)
 {
@@ -223,7 +202,7 @@ void consulta(const app::OpcionesComunes& opciones, Grabacion& grabacion)
     principal.show();
     principal.activateWindow();
     mira_la_ventana_principal(principal, grabacion);
-    mira_las_fichas(principal, grabacion);
+    demo::graba_fichas(principal, "mnuProveedores", { "proveedores", "proveedor" }, grabacion);
     pulsa(Qt::Key_B, Qt::ControlModifier);
     QWidget& visor = abierta("frmCompras_Atipicos_Visor");
     if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == &visor; }))

@@ -145,26 +145,6 @@ namespace {
         }
     }
 
-    void graba_las_fichas_de_articulos(QWidget& principal, Grabacion& grabacion)
-    {
-        const AlAbrirse lista(
-            [&](QWidget& dialogo) {
-                grabacion.captura(dialogo, "articulos");
-                {
-                    const AlAbrirse ficha(
-                        [&](QWidget& una) {
-                            grabacion.captura(una, "articulo");
-                            pulsa(Qt::Key_Escape);
-                        },
-                        "frmFicha");
-                    intro();
-                }
-                pulsa(Qt::Key_Escape);
-            },
-            "frmFichas");
-        abre_orden(principal, "mnuArticulos");
-    }
-
     /// The first charge of the list is deleted, which leaves its entry without one.
     void elimina_uno(QWidget& principal, Grabacion& grabacion)
     {
@@ -215,6 +195,26 @@ namespace {
 
 }
 
+void graba_fichas(QWidget& principal, const char* orden, const NombresDeFichas& nombres, Grabacion& grabacion)
+{
+    const AlAbrirse lista(
+        [&](QWidget& dialogo) {
+            grabacion.captura(dialogo, nombres.lista);
+            {
+                const AlAbrirse ficha(
+                    [&](QWidget& una) {
+                        grabacion.captura(una, nombres.ficha);
+                        pulsa(Qt::Key_Escape);
+                    },
+                    "frmFicha");
+                intro();
+            }
+            pulsa(Qt::Key_Escape);
+        },
+        "frmFichas");
+    abre_orden(principal, orden);
+}
+
 void graba_ventanas_del_anfitrion(const app::OpcionesComunes& opciones, Grabacion& grabacion)
 {
     app::Sesion sesion(opciones);
@@ -228,7 +228,7 @@ void graba_ventanas_del_anfitrion(const app::OpcionesComunes& opciones, Grabacio
         throw Error(1, "demostracion", "La ventana principal no se llena.");
     graba_un_borrador(principal, grabacion);
     graba_los_elegidos(principal, grabacion);
-    graba_las_fichas_de_articulos(principal, grabacion);
+    graba_fichas(principal, "mnuArticulos", { "articulos", "articulo" }, grabacion);
     graba_lo_pendiente(principal, grabacion);
 }
 

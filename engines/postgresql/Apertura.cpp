@@ -123,7 +123,8 @@ namespace {
     void ajusta(PGconn* linea, const std::string& orden, milliseconds limite, Donde donde)
     {
         const auto hasta = Reloj::now() + limite;
-        PQsendQuery(linea, orden.c_str());
+        if (PQsendQuery(linea, orden.c_str()) != 1)
+            no_conecta_por(en_una_linea(PQerrorMessage(linea)), donde);
         for (;;) {
             while (PQisBusy(linea) == 1) {
                 const auto queda = std::chrono::duration_cast<milliseconds>(hasta - Reloj::now());
