@@ -2,7 +2,7 @@
 # tests/app/EnPantalla.sh SCRIPT PROGRAM: runs a script of this folder that drives the started program on a screen of its
 # own and reads it through AT-SPI. Ends with 77 (skipped) where something for that is not installed.
 set -euo pipefail
-for hace_falta in Xvfb xdotool xprop openbox dbus-run-session; do
+for hace_falta in Xvfb xdotool openbox dbus-run-session; do
     command -v "$hace_falta" >/dev/null || { echo "skipped: $hace_falta is not installed"; exit 77; }
 done
 # Debian's own Python: it has the module that Debian installs.
@@ -13,5 +13,7 @@ python=/usr/bin/python3
 export PYTHONDONTWRITEBYTECODE=1 XDG_RUNTIME_DIR
 XDG_RUNTIME_DIR=$(mktemp -d)
 trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
-# The bus says on its standard error whom it starts.
-dbus-run-session -- "$python" "$(dirname "$0")/$1" "$2" 2> >(grep -v -e '^dbus-daemon' -e '^SpiRegistry' >&2 || true)
+# The bus says on its standard error whom it starts. A pipe, which the shell waits for: what the script says at its end
+# is why it failed.
+{ dbus-run-session -- "$python" "$(dirname "$0")/$1" "$2" 2>&1 >&3 |
+    { grep -v -e '^dbus-daemon' -e '^SpiRegistry' >&2 || true; }; } 3>&1
