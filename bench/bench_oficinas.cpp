@@ -17,12 +17,14 @@
 #include <array>
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <map>
 #include <new>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <thread>
 
 namespace atipicos::bench {
@@ -92,6 +94,7 @@ namespace {
         std::chrono::seconds tiempo, Libreta& libreta)
     {
         try {
+            prctl(PR_SET_PDEATHSIG, SIGKILL); // else it would wait for ever for the server that went with it
             salida.cierra_entrada();
             // Nobody is there to be told what it waits for.
             const Puesto puesto(lugar, { .sigue_esperando = [](std::chrono::milliseconds) { return true; } });

@@ -63,7 +63,8 @@ Pgbouncer::Pgbouncer(const ServidorPostgresql& servidor, const std::string& modo
                            << "\n[pgbouncer]\nlisten_addr =\nlisten_port = " << puerto
                            << "\nunix_socket_dir = " << m_carpeta.string()
                            << "\nauth_type = trust\nauth_file = " << (m_carpeta / "usuarios.txt").string()
-                           << "\npool_mode = " << modo << "\ndefault_pool_size = " << sesiones
+                           << "\npool_mode = " << modo
+                           << "\nmax_client_conn = 1000\ndefault_pool_size = " << sesiones
                            << "\nignore_startup_parameters = extra_float_digits, options\nlogfile = "
                            << (m_carpeta / "registro.txt").string() << '\n';
     m_proceso = fork();
