@@ -37,8 +37,7 @@ ServidorConReserva::ServidorConReserva()
     : m_programas(programas_postgresql())
     , m_carpeta(carpeta_de_postgresql())
 {
-    exige({ m_programas / "initdb", "-D", datos(0), "-U", "atipicos", "-A", "trust", "-E", "UTF8",
-        "--locale=C.UTF-8", "--no-sync" });
+    crea_cluster(m_carpeta, datos(0));
     std::ofstream(datos(0) / "postgresql.conf", std::ios::app)
         << "listen_addresses = ''\nmax_connections = 60\nshared_buffers = 32MB\nautovacuum = off\nfsync = "
            "off\n"
