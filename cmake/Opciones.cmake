@@ -43,15 +43,17 @@ if(ATIPICOS_FUZZ)
 endif()
 
 # One static library for one folder: atipicos_biblioteca(<name> SOURCES … USES …). What nearly all of them begin with is
-# compiled once, with the lowest one; the build for Windows does without, and so sees what a source forgets to include.
+# compiled once, with the lowest one, where the tests are built; not where it is optimised, because GCC forgets of headers
+# compiled before that they are the system's, and complains of what it would overlook. The build for Windows does without
+# too, and so sees what a source forgets to include.
 function(atipicos_biblioteca nombre)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
     add_library(${nombre} STATIC ${ARG_SOURCES})
     target_link_libraries(${nombre} PUBLIC atipicos_opciones ${ARG_USES})
-    if(nombre STREQUAL "atipicos_runtime")
+    if(CMAKE_BUILD_TYPE STREQUAL "Debug" AND nombre STREQUAL "atipicos_runtime")
         target_precompile_headers(${nombre} PRIVATE
             <algorithm> <chrono> <filesystem> <functional> <iostream> <map> <memory> <optional> <string> <vector>)
-    else()
+    elseif(CMAKE_BUILD_TYPE STREQUAL "Debug")
         target_precompile_headers(${nombre} REUSE_FROM atipicos_runtime)
     endif()
     set_target_properties(${nombre} PROPERTIES POSITION_INDEPENDENT_CODE ON)
