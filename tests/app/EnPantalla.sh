@@ -13,7 +13,10 @@ python=/usr/bin/python3
 export PYTHONDONTWRITEBYTECODE=1 XDG_RUNTIME_DIR
 XDG_RUNTIME_DIR=$(mktemp -d)
 trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
+# The bus of Debian's settings listens in /tmp whatever TMPDIR says, and would leave its socket there when it is killed.
+bus=$XDG_RUNTIME_DIR/session.conf
+sed "s#<listen>.*</listen>#<listen>unix:dir=$XDG_RUNTIME_DIR</listen>#" /usr/share/dbus-1/session.conf >"$bus"
 # The bus says on its standard error whom it starts. A pipe, which the shell waits for: what the script says at its end
 # is why it failed.
-{ dbus-run-session -- "$python" "$(dirname "$0")/$1" "$2" 2>&1 >&3 |
+{ dbus-run-session --config-file="$bus" -- "$python" "$(dirname "$0")/$1" "$2" 2>&1 >&3 |
     { grep -v -e '^dbus-daemon' -e '^SpiRegistry' >&2 || true; }; } 3>&1
