@@ -55,6 +55,10 @@ class Escritorio:
         self.fin.callback(proceso.terminate)
         return proceso
 
+    @staticmethod
+    def _lee(*orden):
+        return subprocess.run(orden, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, check=False).stdout
+
     def _pantalla(self):
         lee, escribe = os.pipe()
         # -r: on a busy machine a key is held for longer than the server takes before it repeats it.
@@ -149,12 +153,35 @@ class Escritorio:
         return next((una for una in self.ventanas() if tiene(una, pyatspi.STATE_ACTIVE)), None)
 
     def ventana(self, comienzo):
-        """Waits until the active window is the one whose title begins so."""
+        """Waits until the active window is the one whose title begins so, to the window manager too: until that has seen
+        it, it may give the focus once more, and a menu that is opened meanwhile is closed by that.
+        """
         def es_ella():
             activa = self.activa()
-            return activa if activa is not None and activa.name.startswith(comienzo) else None
+            if activa is None or not activa.name.startswith(comienzo):
+                return None
+            return activa if self._lee("xdotool", "getactivewindow", "getwindowname").startswith(comienzo) else None
 
         return self.espera(f"the window «{comienzo}»", es_ella)
+
+    def elige(self, menu, letra, titulo):
+        """Chooses in a menu of the main window, by its letter and that of the line, what opens the window of that title.
+        When nothing comes of it for a while it is chosen again: a busy window manager closes a menu that has just opened.
+        """
+        principal = self.activa().name
+
+        def llega():
+            self.teclas(menu)
+            self.teclas(letra)
+            hasta = time.monotonic() + 15
+            while time.monotonic() < hasta:
+                activa = self.activa()
+                if activa is not None and activa.name != principal:
+                    return activa.name == titulo
+                time.sleep(0.05)
+            return False
+
+        return self.espera(f"the window «{titulo}», of a menu", llega)
 
     def foco(self, nombre):
         """Waits until the focus is on an object of that name in the active window."""

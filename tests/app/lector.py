@@ -234,7 +234,7 @@ def lee_las_fichas(escritorio, lector):
     for letra, titulo, columna, debidos in (
             ("p", "Proveedores", "Modificar el proveedor", ("text «NIF:»", "combo box «2  A 30 días»")),
             ("t", "Artículos", "Modificar el artículo", ("text «Cuenta de ingresos:»",))):
-        escritorio.teclas("alt+m", letra)
+        escritorio.elige("alt+m", letra, titulo)
         lector.lee(titulo, "text «Buscar:»", f"table «{titulo}»", "push button «Nuevo»", "push button «Modificar»",
                    "push button «Eliminar»", "push button «Cerrar»")
         escritorio.teclas("Return")
