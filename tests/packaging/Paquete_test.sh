@@ -90,7 +90,7 @@ endurecido() {
     grep -q 'BIND_NOW\|Flags: NOW' "$carpeta/elf" || { echo "$1: sin BIND_NOW" >&2; return 1; }
     grep -q GNU_RELRO "$carpeta/elf" || { echo "$1: sin RELRO" >&2; return 1; }
     grep -q 'GNU_STACK.* RW ' "$carpeta/elf" || { echo "$1: con la pila ejecutable" >&2; return 1; }
-    readelf -h "$1" | grep -q 'Type: *DYN' || { echo "$1: no es independiente de su posición" >&2; return 1; }
+    grep -q 'Type: *DYN' <<<"$(readelf -h "$1")" || { echo "$1: no es independiente de su posición" >&2; return 1; }
     grep -qx 'CMAKE_BUILD_TYPE:STRING=Debug' "$compilacion/CMakeCache.txt" && return 0
     grep -q '__stack_chk_fail' "$carpeta/simbolos" || { echo "$1: sin protector de la pila" >&2; return 1; }
     [ -z "${2-}" ] || grep -q "$2" "$carpeta/simbolos" || { echo "$1: sin funciones comprobadas" >&2; return 1; }
@@ -100,6 +100,7 @@ endurecido "$(find "$raiz/usr/lib" -name 'libQVORComprasAtip.so.*.*')"
 echo "binarios endurecidos"
 [ -n "$(find "$raiz/usr/lib" -name 'libQVORComprasAtip.so.*')" ]
 [ -s "$raiz/usr/share/icons/hicolor/scalable/apps/atipicos.svg" ]
+pagina=$(zcat "$raiz"/usr/share/man/man1/atipicos.1.gz | sed 's/\\-/-/g')
 # The manual: every page that the program shows, with its pictures, where the man page and the program say that it is.
 manual=$raiz/usr/share/doc/atipicos/manual
 if grep -qx 'ATIPICOS_GUI:BOOL=ON' "$compilacion/CMakeCache.txt"; then
@@ -107,10 +108,9 @@ if grep -qx 'ATIPICOS_GUI:BOOL=ON' "$compilacion/CMakeCache.txt"; then
         [ -s "$manual/$(basename "$fuente" .md).html" ] || { echo "falta en el manual $(basename "$fuente")" >&2; exit 1; }
     done
     diff -rq "$(dirname "$0")/../../docs/manual/imagenes" "$manual/imagenes"
-    zgrep -qF "${manual#"$raiz"}/indice.html" "$raiz"/usr/share/man/man1/atipicos.1.gz
+    grep -qF "${manual#"$raiz"}/indice.html" <<<"$pagina"
 fi
 [ -s "$raiz/usr/share/QVORComprasAtip/plantilla/documento_cargo.json" ]
-pagina=$(zcat "$raiz"/usr/share/man/man1/atipicos.1.gz | sed 's/\\-/-/g')
 
 # Every command and option that the help tells is on the man page and is completed, and nothing else is completed.
 declaradas() { sed -nE "s/^  (.*,)?($1)( .*)?\$/\2/p"; }

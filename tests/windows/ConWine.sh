@@ -53,7 +53,7 @@ else
 fi
 
 wine regsvr32 /s /u "$componente"
-if registrado || wine reg query 'HKCU\Software\Classes\CLSID' /s 2>/dev/null | grep -q QVORComprasAtip; then
+if registrado || wine reg query 'HKCU\Software\Classes\CLSID' /s 2>/dev/null | grep QVORComprasAtip >/dev/null; then
     echo "queda algo en el registro" >&2
     exit 1
 fi
