@@ -136,6 +136,15 @@ void ListaSeleccion::prepara_lista(const QStringList& otros)
     anclaje->AgregarColumna(1, 100);
 }
 
+void ListaSeleccion::Busca(const QString& texto) { m_filtro->setText(texto); }
+
+/// A dialog that is shown selects what is in its first box, and the next letter would replace the first.
+void ListaSeleccion::setVisible(bool visible)
+{
+    QDialog::setVisible(visible);
+    m_filtro->deselect();
+}
+
 QString ListaSeleccion::elegida() const
 {
     const int fila = m_lista->Row();

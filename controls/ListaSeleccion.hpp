@@ -22,6 +22,10 @@ public:
     ListaSeleccion(const QString& titulo, const std::vector<Ficha>& fichas, const QStringList& otros = {},
         QWidget* parent = nullptr);
 
+    void Busca(const QString& texto); ///< as if it had been typed; more can be typed behind it
+
+    void setVisible(bool visible) override;
+
     [[nodiscard]] QString elegida() const; ///< the code of the chosen row; empty when there is none
 
 protected:

@@ -95,7 +95,7 @@ Selector::Selector(const QString& que, std::int64_t maximo, QWidget* parent)
     caja->addWidget(m_boton);
     caja->addWidget(m_etiqueta, 1);
 
-    connect(m_boton, &QToolButton::clicked, this, &Selector::abre_lista);
+    connect(m_boton, &QToolButton::clicked, this, [this] { abre_lista({}); });
     connect(m_codigo, &QLineEdit::textEdited, this, [this] {
         m_pendiente = true;
         m_puesto = false;
@@ -226,7 +226,7 @@ bool Selector::Buscar()
 }
 
 /// The code of the row chosen; empty when none was, or the list could not be read.
-QString Selector::elige_en_lista()
+QString Selector::elige_en_lista(const QString& buscado)
 {
     std::vector<Ficha> fichas;
     if (!trap("Selector:abre_lista", [&] { fichas = m_fuente->todas(); }))
@@ -235,15 +235,16 @@ QString Selector::elige_en_lista()
     for (const auto& otro : m_fuente->otros())
         otros << a_qt(otro.titulo);
     ListaSeleccion lista(QStringLiteral("Buscar ") + m_que, fichas, otros, this);
+    lista.Busca(buscado);
     return lista.exec() == QDialog::Accepted ? lista.elegida() : QString();
 }
 
-void Selector::abre_lista()
+void Selector::abre_lista(const QString& buscado)
 {
     if (!m_fuente || !isEnabled())
         return;
     const bool pendiente = std::exchange(m_pendiente, false); // a window over the box does not leave it
-    const QString elegida = elige_en_lista();
+    const QString elegida = elige_en_lista(buscado);
     m_codigo->setFocus();
     m_pendiente = pendiente;
     if (elegida.isEmpty())
@@ -262,6 +263,15 @@ bool Selector::entra_con_su_codigo(const QFocusEvent& entrada) const
         || (entrada.reason() == Qt::ActiveWindowFocusReason && (m_puesto || m_falta));
 }
 
+/// A letter where a code would begin: whoever does not know the code types the name. Behind digits it is a
+/// slip.
+bool Selector::empieza_un_nombre(const QKeyEvent& tecla) const
+{
+    const bool con_otra = (tecla.modifiers() & ~Qt::ShiftModifier) != Qt::NoModifier;
+    return !con_otra && tecla.text().size() == 1 && tecla.text().front().isLetter()
+        && m_codigo->selectedText() == m_codigo->text();
+}
+
 bool Selector::eventFilter(QObject* objeto, QEvent* evento)
 {
     if (evento->type() == QEvent::FocusOut)
@@ -270,7 +280,8 @@ bool Selector::eventFilter(QObject* objeto, QEvent* evento)
         m_codigo->selectAll();
     if (evento->type() != QEvent::KeyPress || m_codigo->isReadOnly())
         return QWidget::eventFilter(objeto, evento);
-    switch (static_cast<QKeyEvent*>(evento)->key()) {
+    const auto& tecla = *static_cast<QKeyEvent*>(evento);
+    switch (tecla.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (!Buscar())
@@ -278,10 +289,13 @@ bool Selector::eventFilter(QObject* objeto, QEvent* evento)
         emit Intro();
         return true;
     case Qt::Key_F2:
-        abre_lista();
+        abre_lista({});
         return true;
     default:
-        return QWidget::eventFilter(objeto, evento);
+        if (!empieza_un_nombre(tecla))
+            return QWidget::eventFilter(objeto, evento);
+        abre_lista(tecla.text());
+        return true;
     }
 }
 

@@ -14,9 +14,9 @@ namespace atipicos {
 
 /// What the pickers have in common: a box for the code, a button, and the name that goes with the code.
 ///
-/// Enter looks the code up and tells `Intro`; so does leaving the box, silently. F2 or the button opens a
-/// list to search by name. A code that does not exist is shown as such beside the box. A failing lookup shows
-/// the component's error box.
+/// Enter looks the code up and tells `Intro`; so does leaving the box, silently. F2, the button or a letter
+/// in place of a code opens a list to search by name. A code that does not exist is shown as such beside the
+/// box. A failing lookup shows the component's error box.
 class Selector : public QWidget {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(Selector)
@@ -53,9 +53,10 @@ protected:
     void resizeEvent(QResizeEvent* evento) override;
 
 private:
-    void abre_lista();
+    void abre_lista(const QString& buscado);
+    [[nodiscard]] bool empieza_un_nombre(const QKeyEvent& tecla) const;
     [[nodiscard]] bool entra_con_su_codigo(const QFocusEvent& entrada) const;
-    [[nodiscard]] QString elige_en_lista();
+    [[nodiscard]] QString elige_en_lista(const QString& buscado);
     void muestra(const QString& nombre, bool falta);
     void escribe_nombre();
     void pide_ancho();

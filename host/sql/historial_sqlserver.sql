@@ -84,7 +84,8 @@ BEGIN
         AND n.Num_Linea = o.Num_Linea);
 END;
 
--- Nobody changes it, whatever rights he has.
+-- Nobody changes a row of it, whatever rights he has; an owner of the database can empty the table (TRUNCATE), or
+-- drop it, and no trigger is asked.
 CREATE TRIGGER Historial_Firme ON Historial AFTER UPDATE, DELETE AS
 BEGIN
     THROW 50000, 'El historial no se cambia ni se borra.', 1;

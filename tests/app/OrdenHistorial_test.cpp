@@ -51,9 +51,19 @@ namespace {
         }
     };
 
+    /// What the first events left behind, each value of it.
+    nlohmann::json dejado(const std::string& texto)
+    {
+        auto todo = nlohmann::json::array();
+        const auto sucesos = nlohmann::json::parse(texto);
+        for (std::size_t i = 0; i < 3; ++i)
+            todo.push_back(sucesos.at(i).at("despues"));
+        return todo;
+    }
+
     constexpr std::array de_una_vida{ "alta 0 despues 131,98", "alta 1 despues 9,75", "alta 2 despues 1,15",
         "cambio 2 antes 1,15 despues 1,25", "cambio 0 antes 131,98 despues 133", "baja 1 antes 9,75",
-        "baja 2 antes 1,25", "baja 0 antes 133", "anulación 2/2026/1, con el 2/2026/2" };
+        "baja 2 antes 1,25", "baja 0 antes 133", "anulación 2/2026/1, con el 2/2027/1" };
     constexpr std::array cambios{
         "UPDATE Proveedores_Cargos_Atipicos_Lineas SET Precio = 1.25 WHERE Num_Linea = 2",
         "UPDATE Proveedores_Cargos_Atipicos SET Importe = 133"
@@ -74,10 +84,11 @@ namespace {
         EXPECT_THAT(cambiado, HasSubstr("  Precio 1,15 → 1,25\n"));
         EXPECT_THAT(cambiado, HasSubstr("  Importe 131,98 → 133\n"));
         ASSERT_EQ(programa("eliminar" + std::string(cual) + "--si").estado, 0);
-        ASSERT_EQ(programa("regularizar --si --fecha 30/11/2026").estado, 0);
+        ASSERT_EQ(programa("regularizar --si --fecha 15/01/2027").estado, 0);
         const auto ultima = programa("historial" + std::string(cual) + "--formato json");
         EXPECT_THAT(en_breve(ultima.salida), testing::ElementsAreArray(de_una_vida));
         EXPECT_EQ(ultima.errores, "");
+        EXPECT_EQ(dejado(ultima.salida), dejado(primera.salida)) << "as it was read where it stood";
         EXPECT_THAT(programa("historial" + std::string(cual)).salida, HasSubstr("anulación  asiento"));
     }
 
@@ -119,12 +130,14 @@ namespace {
         for (const std::string quien : { "begona 1", "juan 2" })
             ASSERT_EQ(programa("accesos " + quien + como("atipicos")).estado, 0);
         ASSERT_EQ(programa("registrar r.csv" + como("begona")).estado, 0);
+        const auto primero = programa("historial" + std::string(cual) + "--formato json" + como("auditora"));
         for (const std::string uno : cambios)
             servidor.psql("empresa", "SET ROLE juan; SET search_path TO orvalin; " + uno);
         ASSERT_EQ(programa("eliminar" + std::string(cual) + "--si" + como("juan")).estado, 0);
-        ASSERT_EQ(programa("regularizar --si --fecha 30/11/2026" + como("begona")).estado, 0);
+        ASSERT_EQ(programa("regularizar --si --fecha 15/01/2027" + como("begona")).estado, 0);
         const auto suyo = programa("historial" + std::string(cual) + "--formato json" + como("auditora"));
         EXPECT_THAT(en_breve(suyo.salida), testing::ElementsAreArray(de_una_vida)) << suyo.errores;
+        EXPECT_EQ(dejado(suyo.salida), dejado(primero.salida)) << "as it was read where it stood";
         std::string logins;
         for (const auto& uno : nlohmann::json::parse(suyo.salida)) {
             logins += uno["login"].get<std::string>() + " ";

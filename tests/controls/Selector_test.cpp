@@ -145,7 +145,7 @@ private slots:
     {
         const Banco banco;
         CajaDeAlmacen corto;
-        corto.teclea(QStringLiteral("x-32768"));
+        corto.teclea(QStringLiteral("3x-2768"));
         QCOMPARE(corto.codigo().text(), QStringLiteral("3276"));
         corto.codigo().selectAll();
         corto.teclea(QStringLiteral("32767"));
@@ -202,6 +202,44 @@ private slots:
         QCOMPARE(caja.intros.count(), 1);
         QVERIFY(caja.control->Elegido());
         QCOMPARE(caja.focusWidget(), &caja.codigo());
+    }
+
+    void a_letter_in_place_of_a_code_is_the_beginning_of_a_name()
+    {
+        const Banco banco;
+        CajaDeProveedor caja;
+        const auto escribe = [&](Qt::Key letra, Qt::KeyboardModifiers con) {
+            return [&caja, letra, con] { QTest::keyClick(&caja.codigo(), letra, con); };
+        };
+        QVERIFY(pruebas::con_dialogo<ListaSeleccion>(
+            escribe(Qt::Key_Q, Qt::ShiftModifier), tecleando("uesería", Qt::Key_Return)));
+        QCOMPARE(caja.control->Codigo(), 106);
+        QCOMPARE(caja.intros.count(), 1);
+        caja.codigo().selectAll(); // as a new code would be typed over it
+        QVERIFY(pruebas::con_dialogo<ListaSeleccion>(
+            escribe(Qt::Key_T, Qt::NoModifier), [](ListaSeleccion& lista) {
+                QCOMPARE(
+                    lista.findChild<QLineEdit*>(QStringLiteral("txtFiltro"))->text(), QStringLiteral("t"));
+                tecleando("imple", Qt::Key_Return)(lista);
+            }));
+        QCOMPARE(caja.control->Codigo(), 113);
+    }
+
+    void a_letter_behind_digits_or_with_another_key_is_nothing()
+    {
+        const Banco banco;
+        CajaDeProveedor caja;
+        QTest::keyClick(&caja.codigo(), Qt::Key_T, Qt::ControlModifier);
+        QTest::keyClick(&caja.codigo(), Qt::Key_T, Qt::AltModifier);
+        caja.teclea(QStringLiteral("10"));
+        QTest::keyClick(&caja.codigo(), Qt::Key_T);
+        caja.teclea(QStringLiteral("4"));
+        caja.pulsa(Qt::Key_Return);
+        QCOMPARE(caja.rotulo(), QStringLiteral("Conservas La Graciosa, S.A."));
+        caja.codigo().selectAll();
+        caja.control->set_SoloLectura(true);
+        QTest::keyClick(&caja.codigo(), Qt::Key_T);
+        QCOMPARE(caja.control->Codigo(), 104);
     }
 
     void giving_the_list_up_leaves_the_box_as_it_was()

@@ -191,14 +191,18 @@ namespace {
     TEST_F(Derechos, an_entry_that_is_known_to_be_incomplete_is_committed)
     {
         const auto ana = como("ana");
-        EXPECT_EQ(al_contabilizar(ana,
-                      [&] {
-                          inserta_asiento(ana, 8);
-                          inserta_apunte(ana, 8, 1, "131.98", "0");
-                          ana.bexmor->Execute("INSERT INTO Asientos_Incompletos (Cod_Empresa, "
-                                              "Cod_Ejercicio, Numero, Motivo) VALUES (1, 2026, 8, 'cuenta')");
-                      }),
-            "no error");
+        const auto sabiendo = [&](const std::string& cual) {
+            return al_contabilizar(ana, [&] {
+                inserta_asiento(ana, 8);
+                inserta_apunte(ana, 8, 1, "131.98", "0");
+                ana.bexmor->Execute("INSERT INTO Asientos_Incompletos (Cod_Empresa, Cod_Ejercicio, Numero, "
+                                    "Motivo) VALUES ("
+                    + cual + ", 'cuenta')");
+            });
+        };
+        for (const auto* otro : { "2, 2026, 8", "1, 2025, 8", "1, 2026, 9" })
+            EXPECT_THAT(sabiendo(otro), HasSubstr("no cuadra")) << otro;
+        EXPECT_EQ(sabiendo("1, 2026, 8"), "no error");
         EXPECT_THAT(
             error_de([&] { ana.bexmor->Execute("DELETE FROM Asientos_Incompletos"); }), HasSubstr(negado))
             << "and stays known";
