@@ -59,6 +59,7 @@ namespace {
         EXPECT_EQ(segundos("postgresql://s/e"), 120);
         EXPECT_EQ(segundos("postgresql://s,t/e?reintento=0&preparadas=no"), 0);
         EXPECT_EQ(segundos("host=s reintento=300 dbname=e"), 300);
+        EXPECT_EQ(segundos("postgresql://s/e?reintento=86400"), 86'400) << "a day";
         EXPECT_EQ(en("postgresql://s,t/e?preparadas=no&reintento=30&port=7"),
             "not prepared|dbname=e|host=s,t|port=7");
         for (const auto* valor : { "", "-1", "un rato", "3s", "86401", "99999999999999" })
