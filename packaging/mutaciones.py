@@ -50,7 +50,7 @@ PRUEBAS = {
                "Lanzadores", "LanzadoresEnVentana", "AnfitrionPython", "SinMemoria"],
     "engines/ado": ["AdoConexion", "AdoFilas", "AdoEmpresas"],
     "engines/sql": ["Catalogo", "Contrato", "Fechas", "PostgresqlConnection", "Reescritura", "Servidor",
-                    "SqliteConnection", "SqliteRecordset", "Tokens"],
+                    "SqliteConnection", "SqliteRecordset", "TextosDeFecha", "Tokens"],
 }
 
 # Folders whose sources of windows are judged by the tests of windows of the same folder.

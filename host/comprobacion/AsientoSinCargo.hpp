@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/comprobacion/ClaveAsiento.hpp"
+#include "host/comprobacion/AsientoContabilizado.hpp"
 #include "runtime/Currency.hpp"
 #include "runtime/Date.hpp"
 
@@ -34,6 +34,9 @@ struct AsientoSinCargo {
         return procedencia == Procedencia::eliminado || procedencia == Procedencia::cambiado;
     }
 };
+
+/// What such an entry says of itself: not yet what it is.
+[[nodiscard]] AsientoSinCargo sin_clasificar(const AsientoContabilizado& asiento);
 
 /// What an account of an accounting company has too much, all years together.
 struct SaldoQueSobra {

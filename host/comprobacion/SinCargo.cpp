@@ -65,10 +65,8 @@ void SinCargo::suma(const AsientoContabilizado& asiento)
 void SinCargo::agrega(const AsientoContabilizado& asiento)
 {
     suma(asiento);
-    const auto& primero = asiento.apuntes.front();
-    m_pendientes.push_back({ { asiento.clave, asiento.fecha, primero.documento,
-                                 asiento.apuntes[asiento.apuntes.size() - 2].cuenta, primero.debe },
-        primero.cuenta, huella_de_cuentas(asiento), m_almacenes.series_de(asiento) });
+    m_pendientes.push_back({ sin_clasificar(asiento), asiento.apuntes.front().cuenta,
+        huella_de_cuentas(asiento), m_almacenes.series_de(asiento) });
 }
 
 void SinCargo::agrega_ajeno(const AsientoContabilizado& asiento)

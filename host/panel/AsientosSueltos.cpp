@@ -102,7 +102,7 @@ std::optional<AsientosSueltos> asientos_sueltos(const Ambito& ambito, const Sigu
             return std::nullopt;
         const auto asiento = lee_asiento(*ambito.bases.bexmor, clave);
         if (asiento && asiento->es_de_un_cargo())
-            sueltos.asientos.push_back(clave);
+            sueltos.asientos.push_back(sin_clasificar(*asiento));
     }
     return sueltos;
 }

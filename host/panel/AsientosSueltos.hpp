@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/comprobacion/ClaveAsiento.hpp"
+#include "host/comprobacion/AsientoSinCargo.hpp"
 #include "host/panel/Ambito.hpp"
 
 #include <cstddef>
@@ -11,7 +11,7 @@ namespace atipicos::app {
 
 /// Entries that a charge was posted with, that no charge names any more and nobody has reversed.
 struct AsientosSueltos {
-    std::vector<ClaveAsiento> asientos;
+    std::vector<AsientoSinCargo> asientos; ///< not classified
     bool hay_mas = false; ///< not all were looked at
 
     static constexpr std::size_t maximo = 500; ///< entries without charge that are looked at

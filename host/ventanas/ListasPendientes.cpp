@@ -83,11 +83,12 @@ ListaPendiente lista_de(const AsientosSueltos& sueltos, const Destinatario& de)
             "Se hicieron para cargos que después se han eliminado o cambiado, y siguen en "
             "Contabilidad. «Anular» dice de cada uno qué es y pregunta antes de anular los que sobran; la "
             "orden hace lo mismo en un terminal.") };
-    lista.columnas = { { QStringLiteral("Empresa contable"), 20, true },
-        { QStringLiteral("Ejercicio"), 14, true }, { QStringLiteral("Asiento"), 14, true } };
-    for (const auto& asiento : sueltos.asientos)
-        lista.filas.push_back({ QString::number(asiento.empresa), QString::number(asiento.ejercicio),
-            QString::number(asiento.numero) });
+    lista.columnas = { { QStringLiteral("Asiento"), 14 }, { QStringLiteral("Fecha"), 14 },
+        { QStringLiteral("Documento"), 14 }, { QStringLiteral("Cuenta"), 14 },
+        { QStringLiteral("Total"), 14, true } };
+    for (const auto& uno : sueltos.asientos)
+        lista.filas.push_back({ a_qt(nombre_corto(uno.asiento)), a_qt(uno.fecha.texto()), a_qt(uno.documento),
+            a_qt(uno.cuenta), importe(uno.importe) });
     lista.ordenes << orden("regularizar", de);
     lista.se_anulan = true;
     return lista;

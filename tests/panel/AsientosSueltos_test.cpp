@@ -31,7 +31,13 @@ namespace {
         banco.bases().bexmor->Execute("INSERT INTO Asientos (Cod_Empresa, Cod_Ejercicio, Numero, Fecha, "
                                       "Usuario) VALUES (1, 2026, 900, '02/03/2026', '2')");
         const ClaveAsiento suelto{ 1, 2026, 2 };
-        EXPECT_THAT(sueltos().asientos, ElementsAre(suelto));
+        const auto dichos = sueltos().asientos;
+        ASSERT_EQ(dichos.size(), 1U);
+        EXPECT_EQ(dichos[0].asiento, suelto);
+        EXPECT_EQ(dichos[0].fecha, pruebas::dia("21/11/2026"));
+        EXPECT_EQ(dichos[0].documento, "AT260002");
+        EXPECT_EQ(dichos[0].cuenta, "40000104") << "the supplier's";
+        EXPECT_EQ(dichos[0].importe, pruebas::moneda("248.20")) << "with tax";
         EXPECT_FALSE(sueltos().hay_mas);
 
         const std::vector<ClaveAsiento> cuales{ suelto };
