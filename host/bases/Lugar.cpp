@@ -54,6 +54,14 @@ std::string Lugar::texto() const
     return m_carpeta.string();
 }
 
+Lugar Lugar::absoluto() const
+{
+    auto otro = *this;
+    if (m_clase == Clase::carpeta)
+        otro.m_carpeta = std::filesystem::absolute(m_carpeta).lexically_normal();
+    return otro;
+}
+
 std::string Lugar::opcion() const
 {
     return (m_clase == Clase::carpeta ? "--datos " : "--conexion ") + como_palabra(texto());

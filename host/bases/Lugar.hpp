@@ -25,6 +25,7 @@ public:
     [[nodiscard]] const std::string& direccion() const noexcept { return m_direccion; } ///< of a server
 
     [[nodiscard]] std::string texto() const; ///< as a person may read it: a folder, or an address
+    [[nodiscard]] Lugar absoluto() const; ///< the same, wherever it is named from
     [[nodiscard]] std::string opcion() const; ///< as the command line takes it: `--datos CARPETA`
     [[nodiscard]] std::string_view motor() const noexcept; ///< name of the database product
 

@@ -19,10 +19,11 @@ namespace {
         return cuantos == 1 ? a_qt(uno) : con_puntos(cuantos) + u' ' + a_qt(varios);
     }
 
+    /// To be given in any terminal, from whatever folder.
     QString orden(const char* cual, const Destinatario& de, const QString& mas = {})
     {
-        return QStringLiteral("atipicos %1 ").arg(QLatin1String(cual)) + mas + a_qt(de.lugar.opcion())
-            + QStringLiteral(" --empresa %1").arg(de.empresa);
+        return QStringLiteral("atipicos %1 ").arg(QLatin1String(cual)) + mas
+            + a_qt(de.lugar.absoluto().opcion()) + QStringLiteral(" --empresa %1").arg(de.empresa);
     }
 
 }

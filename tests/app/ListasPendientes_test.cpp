@@ -85,6 +85,11 @@ private slots:
         QCOMPARE(fila(lista, 0), QStringLiteral("2/2026/30|20/10/2026|AT260016|40000101|1.092,45"));
         QCOMPARE(lista.ordenes,
             QStringList{ QStringLiteral("atipicos regularizar --datos '/srv/mi empresa' --empresa 3") });
+        const Destinatario de_aqui{ bases::Lugar(std::filesystem::path("datos")), 1 };
+        QCOMPARE(lista_de(sueltos, de_aqui).ordenes.front(),
+            QStringLiteral("atipicos regularizar %1 --empresa 1")
+                .arg(QString::fromStdString(
+                    bases::Lugar(std::filesystem::current_path() / "datos").opcion())));
         QVERIFY(lista.se_anulan);
         QVERIFY(!lista.se_abren);
     }

@@ -28,6 +28,15 @@ namespace {
         EXPECT_EQ(odbc.motor(), "ODBC");
     }
 
+    TEST(Lugar, can_be_named_from_anywhere)
+    {
+        const auto aqui = std::filesystem::current_path();
+        EXPECT_EQ(Lugar("otra/../mis datos").absoluto().carpeta(), aqui / "mis datos");
+        EXPECT_EQ(Lugar("/mis datos").absoluto().opcion(), "--datos '/mis datos'");
+        const auto servidor = Lugar::de_conexion("postgresql://ana@servidor/base");
+        EXPECT_EQ(servidor.absoluto().opcion(), servidor.opcion());
+    }
+
     TEST(Lugar, anything_else_is_refused_without_being_repeated)
     {
         for (const auto* url :
