@@ -1,9 +1,14 @@
 // A server that does not answer, is not there, or is one of several.
+#include "engines/postgresql/Apertura.hpp"
 #include "tests/engines/ParPostgresql.hpp"
 #include "tests/support/Intermediario.hpp"
 
+#include <array>
 #include <chrono>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <optional>
+#include <sys/socket.h>
 
 namespace atipicos::postgresql {
 namespace {
@@ -66,6 +71,24 @@ namespace {
         intermediario->calla(false);
         guarda("12");
         EXPECT_EQ(guardado(), "12/12\n");
+    }
+
+    TEST_F(PostgresqlEspera, a_line_over_a_network_is_watched_as_the_address_says_or_for_a_minute)
+    {
+        auto con = por_intermediario();
+        const auto vigilada = [&con] {
+            const auto linea = Apertura(con, Donde::aqui()).abre(Donde::aqui());
+            std::array<int, 4> segundos{};
+            std::size_t i = 0;
+            for (const int opcion : { TCP_KEEPIDLE, TCP_KEEPINTVL, TCP_KEEPCNT, TCP_USER_TIMEOUT }) {
+                socklen_t bytes = sizeof(int);
+                EXPECT_EQ(getsockopt(PQsocket(linea.get()), IPPROTO_TCP, opcion, &segundos[i++], &bytes), 0);
+            }
+            return segundos;
+        };
+        EXPECT_EQ(vigilada(), (std::array{ 30, 10, 3, 60'000 })) << "the last one in milliseconds";
+        con.direccion += "&keepalives_idle=7&keepalives_interval=4&keepalives_count=5&tcp_user_timeout=9000";
+        EXPECT_EQ(vigilada(), (std::array{ 7, 4, 5, 9'000 }));
     }
 
     TEST_F(PostgresqlEspera, who_waits_is_asked_whether_to_go_on_and_can_end_it)

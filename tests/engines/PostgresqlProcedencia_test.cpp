@@ -21,6 +21,8 @@ namespace {
             servidor->psql("par",
                 "CREATE TABLE propio.marcas (id int PRIMARY KEY, marca propio.si_o_no, corto smallint);"
                 "INSERT INTO propio.marcas VALUES (3, 1, 1), (4, 0, 0), (5, NULL, 7);"
+                "CREATE TABLE propio.lotes (id int PRIMARY KEY, marca smallint);"
+                "INSERT INTO propio.lotes VALUES (3, 1);"
                 "CREATE TABLE propio.contador (serie int PRIMARY KEY, numero int NOT NULL);"
                 "INSERT INTO propio.contador VALUES (7, 250041), (8, 1);"
                 "CREATE TABLE dbo.contador (serie int, numero int, ejercicio int, PRIMARY KEY (ejercicio));"
@@ -113,7 +115,8 @@ namespace {
         EXPECT_TRUE(primero_de("SELECT Marca FROM Marcas WHERE Id =5").es_nulo());
         for (const auto* sql : { "SELECT Corto FROM Marcas WHERE Id =3", "SELECT MAX(Marca) FROM Marcas",
                  "SELECT Corto AS Marca FROM Marcas WHERE Id =3", "SELECT Marca + 0 FROM Marcas WHERE Id =3",
-                 "SELECT c.Serie - 6 AS Marca FROM Contador c WHERE c.Serie =7" })
+                 "SELECT c.Serie - 6 AS Marca FROM Contador c WHERE c.Serie =7",
+                 "SELECT l.Marca FROM Lotes l INNER JOIN Marcas m ON m.Id = l.Id" })
             EXPECT_EQ(primero_de(sql), Variant(1)) << sql;
         auto rs = gestion->CreateRecordset();
         rs->Open("SELECT m.*, Corto FROM Marcas m WHERE Id =3", CursorType::ForwardOnly, LockType::ReadOnly);

@@ -87,6 +87,28 @@ namespace {
             << "whole";
     }
 
+    TEST_F(BasesEnSqlServer, write_the_trail_in_the_name_of_who_has_logged_in)
+    {
+        crea();
+        const auto veces = [](const std::string& texto, const std::string& parte) {
+            std::size_t cuantas = 0;
+            for (auto i = texto.find(parte); i != std::string::npos; i = texto.find(parte, i + 1))
+                ++cuantas;
+            return cuantas;
+        };
+        std::size_t anotan = 0;
+        for (const auto& dicha : conexion.dichas)
+            if (const auto suyas = veces(dicha, "INSERT INTO Historial (")
+                    + veces(dicha, "INSERT INTO Orvalin.dbo.Historial_Anulaciones (");
+                suyas > 0) {
+                EXPECT_EQ(veces(dicha, "ORIGINAL_LOGIN()"), suyas) << dicha;
+                EXPECT_EQ(veces(dicha, "HOST_NAME()"), suyas) << dicha;
+                EXPECT_EQ(veces(dicha, "APP_NAME()"), suyas) << dicha;
+                anotan += suyas;
+            }
+        EXPECT_EQ(anotan, 5U) << "what was and what is new, of a header and of a line; and a reversal";
+    }
+
     TEST(PermisosDeSqlServer, are_given_in_one_batch_and_one_transaction_after_what_they_need)
     {
         const auto guion = pruebas::lee_fichero(ATIPICOS_FUENTES "/host/sql/permisos_sqlserver.sql");
