@@ -1,6 +1,5 @@
 #include "host/comprobacion/HistorialCargo.hpp"
 
-#include "context/modComun.hpp"
 #include "host/sql/Literal.hpp"
 #include "platform/adodb/campos.hpp"
 #include "runtime/Currency.hpp"
@@ -82,11 +81,11 @@ namespace {
         return fila;
     }
 
-    std::string condicion(const ClaveCargo& clave)
+    std::string condicion(std::int16_t empresa, const ClaveCargo& clave)
     {
-        return " WHERE Cod_Empresa =" + std::to_string(modComun::EmpresaOrvalin()->Codigo())
-            + " AND Cod_Ejercicio =" + std::to_string(clave.Ejercicio) + " AND Cod_Almacen ="
-            + std::to_string(clave.Almacen) + " AND Codigo =" + sql::literal(clave.Codigo);
+        return " WHERE Cod_Empresa =" + std::to_string(empresa) + " AND Cod_Ejercicio ="
+            + std::to_string(clave.Ejercicio) + " AND Cod_Almacen =" + std::to_string(clave.Almacen)
+            + " AND Codigo =" + sql::literal(clave.Codigo);
     }
 
     FilaLeida leida(adodb::Recordset& rs, std::span<const char* const> columnas)
@@ -98,16 +97,15 @@ namespace {
     }
 
     /// The rows of the charge as they are, by the number of their line.
-    std::map<std::int32_t, FilaLeida> ahora(const ClaveCargo& clave)
+    std::map<std::int32_t, FilaLeida> ahora(adodb::Connection& orvalin, const std::string& condicion)
     {
-        const auto conexion = modComun::ConexionOrvalin();
         std::map<std::int32_t, FilaLeida> filas;
         const auto cabecera
-            = adodb::consulta(*conexion, "SELECT * FROM Proveedores_Cargos_Atipicos" + condicion(clave));
+            = adodb::consulta(orvalin, "SELECT * FROM Proveedores_Cargos_Atipicos" + condicion);
         if (!cabecera->Eof())
             filas.emplace(0, leida(*cabecera, de_cabecera));
-        const auto lineas = adodb::consulta(
-            *conexion, "SELECT * FROM Proveedores_Cargos_Atipicos_Lineas" + condicion(clave));
+        const auto lineas
+            = adodb::consulta(orvalin, "SELECT * FROM Proveedores_Cargos_Atipicos_Lineas" + condicion);
         for (; !lineas->Eof(); lineas->MoveNext())
             filas.emplace(CLng(lineas->Fields("Num_Linea").Value()), leida(*lineas, de_linea));
         return filas;
@@ -160,10 +158,10 @@ namespace {
         return todos;
     }
 
-    void agrega_anulaciones(std::vector<Suceso>& sucesos)
+    void agrega_anulaciones(adodb::Connection& orvalin, std::vector<Suceso>& sucesos)
     {
         for (const auto& [empresa, ejercicio, numero] : asientos_de(sucesos)) {
-            const auto rs = adodb::consulta(*modComun::ConexionOrvalin(),
+            const auto rs = adodb::consulta(orvalin,
                 "SELECT * FROM Historial_Anulaciones WHERE Cod_Empresa =" + std::to_string(empresa)
                     + " AND Cod_Ejercicio =" + std::to_string(ejercicio)
                     + " AND Asiento =" + std::to_string(numero));
@@ -191,16 +189,18 @@ namespace {
 
 }
 
-std::vector<Suceso> historial_de(const ClaveCargo& clave)
+HistorialCargo historial_de(adodb::Connection& orvalin, std::int16_t empresa, const ClaveCargo& clave)
 {
-    std::vector<Suceso> sucesos;
-    const auto rs = adodb::consulta(
-        *modComun::ConexionOrvalin(), "SELECT * FROM Historial" + condicion(clave) + " ORDER BY Numero");
+    const auto del_cargo = condicion(empresa, clave);
+    HistorialCargo historial;
+    const auto rs = adodb::consulta(orvalin, "SELECT * FROM Historial" + del_cargo + " ORDER BY Numero");
     for (; !rs->Eof(); rs->MoveNext())
-        sucesos.push_back(lee_suceso(*rs));
-    completa(sucesos, ahora(clave));
-    agrega_anulaciones(sucesos);
-    return sucesos;
+        historial.sucesos.push_back(lee_suceso(*rs));
+    auto filas = ahora(orvalin, del_cargo);
+    historial.existe = filas.contains(0);
+    completa(historial.sucesos, std::move(filas));
+    agrega_anulaciones(orvalin, historial.sucesos);
+    return historial;
 }
 
 } // namespace atipicos::app

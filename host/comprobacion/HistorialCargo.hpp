@@ -30,9 +30,16 @@ struct Suceso {
     std::string asiento = {}; ///< of a reversal: the entry, and the one that reverses it
 };
 
-/// What has been done to the charge of that key in the current company, in its order, reversals of the
-/// entries that it has had included. Empty when nothing has since the database writes it down. Raises the
-/// errors of the database; its user may not be let read it.
-[[nodiscard]] std::vector<Suceso> historial_de(const ClaveCargo& clave);
+struct HistorialCargo {
+    /// In their order, reversals of the entries that it has had included. None: nothing has been done to it
+    /// since the database writes it down.
+    std::vector<Suceso> sucesos;
+    bool existe = false; ///< the charge is there now
+};
+
+/// What has been done to the charge of that key in a management company. Raises the errors of the database;
+/// its user may not be let read it.
+[[nodiscard]] HistorialCargo historial_de(
+    adodb::Connection& orvalin, std::int16_t empresa, const ClaveCargo& clave);
 
 } // namespace atipicos::app

@@ -1,7 +1,6 @@
 #include "engines/sql/Fechas.hpp"
 #include "host/bases/Reparto.hpp"
-#include "host/comprobacion/CargoConsultado.hpp"
-#include "host/comprobacion/HistorialCargo.hpp"
+#include "host/comprobacion/HistorialEnPalabras.hpp"
 #include "host/ordenes/Ordenes.hpp"
 #include "host/sesion/Sesion.hpp"
 #include "host/terminal/Tabla.hpp"
@@ -9,69 +8,12 @@
 #include <nlohmann/json.hpp>
 
 #include <iostream>
-#include <set>
-#include <string_view>
 
 namespace atipicos::app {
 
 namespace {
 
     using Json = nlohmann::ordered_json;
-    using Que = Suceso::Que;
-
-    std::string palabra(Que que)
-    {
-        switch (que) {
-        case Que::alta:
-            return "alta";
-        case Que::cambio:
-            return "cambio";
-        case Que::baja:
-            return "baja";
-        case Que::anulacion:
-            break;
-        }
-        return "anulación";
-    }
-
-    std::string parte(const Suceso& suceso)
-    {
-        if (suceso.que == Que::anulacion)
-            return "asiento";
-        return suceso.linea == 0 ? "cabecera" : "línea " + std::to_string(suceso.linea);
-    }
-
-    /// Told elsewhere, or again with each change: who and when.
-    bool se_dice_aparte(const std::string& columna)
-    {
-        static const std::set<std::string> aparte{ "Usuario", "Hora" };
-        return aparte.contains(columna);
-    }
-
-    /// What it was and what it became, in words: all of it, or of a change what differs.
-    std::string detalle(const Suceso& suceso)
-    {
-        if (suceso.que == Que::anulacion)
-            return suceso.asiento;
-        const FilaLeida vacia;
-        const auto& antes = suceso.antes ? *suceso.antes : vacia;
-        const auto& despues = suceso.despues ? *suceso.despues : vacia;
-        std::string texto;
-        for (const auto& [columna, valor] : suceso.despues ? despues : antes) {
-            const auto anterior = antes.find(columna);
-            const bool difiere = suceso.que == Que::cambio && anterior != antes.end();
-            if (se_dice_aparte(columna)
-                || (difiere ? anterior->second == valor : valor.empty() || valor == "0"))
-                continue;
-            texto += (texto.empty() ? "" : "; ") + columna + " ";
-            if (difiere)
-                texto += (anterior->second.empty() ? "vacío" : anterior->second) + " → ";
-            texto += valor.empty() ? "vacío" : valor;
-        }
-        return texto;
-    }
-
-    std::string quien(const Suceso& suceso) { return suceso.login.empty() ? "otro programa" : suceso.login; }
 
     void como_tabla(const std::vector<Suceso>& sucesos)
     {
@@ -79,8 +21,8 @@ namespace {
             { "Usuario", Alineacion::derecha }, { "Detalle" } });
         for (const auto& uno : sucesos)
             tabla.agrega(
-                { uno.momento.texto_regional(), palabra(uno.que), parte(uno), en_una_linea(quien(uno)),
-                    en_una_linea(uno.puesto), en_una_linea(uno.usuario), en_una_linea(detalle(uno)) });
+                { uno.momento.texto_regional(), que_fue(uno), de_que_fue(uno), en_una_linea(quien_fue(uno)),
+                    en_una_linea(uno.puesto), en_una_linea(uno.usuario), en_una_linea(en_una_frase(uno)) });
         tabla.escribe(std::cout);
     }
 
@@ -98,9 +40,9 @@ namespace {
     {
         auto json = Json::array();
         for (const auto& uno : sucesos) {
-            Json suyo{ { "momento", sql::texto_iso(uno.momento) }, { "accion", palabra(uno.que) },
+            Json suyo{ { "momento", sql::texto_iso(uno.momento) }, { "accion", que_fue(uno) },
                 { "login", uno.login }, { "puesto", uno.puesto }, { "usuario", uno.usuario } };
-            if (uno.que == Que::anulacion) {
+            if (uno.que == Suceso::Que::anulacion) {
                 suyo["asiento"] = uno.asiento;
             } else {
                 suyo["linea"] = uno.linea;
@@ -118,8 +60,9 @@ int historial(const OpcionesComunes& comunes, const OpcionesCargo& opciones)
 {
     const Sesion sesion(comunes, { .solo_lectura = true });
     const ClaveCargo clave{ opciones.ejercicio, opciones.almacen, opciones.codigo };
-    const auto sucesos = historial_de(clave);
-    if (sucesos.empty() && !busca_cargo(clave))
+    const auto [sucesos, existe]
+        = historial_de(*sesion.bases.orvalin, sesion.empresa->Codigo(Donde::aqui()), clave);
+    if (sucesos.empty() && !existe)
         no_existe(clave);
     if (opciones.formato == "json")
         como_json(sucesos);

@@ -6,6 +6,14 @@
 
 namespace atipicos::orvalin {
 
+std::string con_su_nombre(const std::vector<Ficha>& fichas, const std::string& codigo)
+{
+    for (const auto& una : fichas)
+        if (std::to_string(una.Codigo) == codigo)
+            return codigo + ' ' + una.Nombre;
+    return codigo;
+}
+
 Catalogos::Catalogos(std::shared_ptr<adodb::Connection> conexion, std::int16_t empresa)
     : m_conexion(std::move(conexion))
     , m_empresa(empresa)

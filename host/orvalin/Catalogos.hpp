@@ -17,6 +17,9 @@ struct Ficha {
     friend bool operator==(const Ficha&, const Ficha&) = default;
 };
 
+/// "2 Juan Pérez"; the code alone when nobody has it.
+[[nodiscard]] std::string con_su_nombre(const std::vector<Ficha>& fichas, const std::string& codigo);
+
 struct Almacen {
     std::string Nombre;
     std::int16_t EmpContable = 0; ///< accounting company, 0 for none

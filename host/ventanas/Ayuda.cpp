@@ -17,7 +17,7 @@ namespace {
     constexpr auto propiedad = "pagina_del_manual";
 
     /// Names of windows, of parts of windows, and of classes that have no name of their own.
-    constexpr std::array<std::pair<const char*, const char*>, 35> paginas{ {
+    constexpr std::array<std::pair<const char*, const char*>, 36> paginas{ {
         { "frmPrincipal", "principal.md" },
         { "fraBorradores", "principal.md#cargos-sin-guardar" },
         { "fraPendientes", "principal.md#pendiente" },
@@ -25,6 +25,7 @@ namespace {
         { "panCargos", "principal.md#últimos-cargos" },
         { "frmPendiente", "principal.md#pendiente" },
         { "frmAnular", "principal.md#anular-asientos-sin-cargo" },
+        { "frmHistorial", "principal.md#historial-de-un-cargo" },
         { "frmFichas", "principal.md#proveedores-y-artículos" },
         { "frmFicha", "principal.md#proveedores-y-artículos" },
         { "frmEmpresa", "principal.md#abrir-o-crear-otra-empresa" },

@@ -36,14 +36,6 @@ namespace {
     constexpr int letras_de_la_izquierda = 130; ///< wide
     constexpr int letras_de_la_derecha = 76;
 
-    QString nombre_de(const std::vector<orvalin::Ficha>& fichas, std::int32_t codigo)
-    {
-        for (const auto& ficha : fichas)
-            if (ficha.Codigo == codigo)
-                return QString::number(codigo) + u' ' + a_qt(ficha.Nombre);
-        return QString::number(codigo);
-    }
-
 }
 
 frmPrincipal::frmPrincipal(Sesion& sesion, const OpcionesComunes& opciones, QWidget* parent)
@@ -200,7 +192,8 @@ void frmPrincipal::hace_estado(const OpcionesComunes& opciones)
     agrega("lblEmpresa",
         QStringLiteral("Empresa: %1 %2").arg(empresa.Codigo(Donde::aqui())).arg(a_qt(empresa.Nombre())));
     agrega("lblUsuario",
-        QStringLiteral("Usuario: ") + nombre_de(m_sesion.catalogos.usuarios(), empresa.Usuario()));
+        QStringLiteral("Usuario: ")
+            + a_qt(orvalin::con_su_nombre(m_sesion.catalogos.usuarios(), std::to_string(empresa.Usuario()))));
     const auto lugar = opciones.lugar();
     const bool en_carpeta = lugar.clase() == bases::Lugar::Clase::carpeta;
     agrega("lblMotor", QStringLiteral("Motor: ") + a_qt(std::string(lugar.motor())));

@@ -77,6 +77,7 @@ private:
     void abre_cargo(const CargoResumido& cargo);
     /// Does something with the charges that are chosen in the list, and tells what has come of it.
     void con_elegidos(const char* etiqueta, QString (CargosElegidos::*que)(QWidget*) const);
+    void abre_historial_del_elegido();
     void muestra_visor(const frmclsComprasAtipVisor::Busqueda& busqueda);
     void muestra_visor_de_nuevo(const frmclsComprasAtipVisor::Busqueda& busqueda);
     [[nodiscard]] QWidget* abre_editor_vacio();

@@ -98,6 +98,10 @@ void frmPrincipal::hace_menu_elegidos(QMenu& menu)
         QKeySequence(Qt::CTRL | Qt::Key_E), &CargosElegidos::exporta);
     agrega("mnuEnviarElegidos", QStringLiteral("Enviar por &correo los elegidos"),
         QKeySequence(Qt::CTRL | Qt::Key_M), &CargosElegidos::envia);
+    menu.addSeparator();
+    acciones << menu.addAction(QStringLiteral("&Historial de un cargo…"), QKeySequence(Qt::CTRL | Qt::Key_H),
+        this, [this] { abre_historial_del_elegido(); });
+    acciones.back()->setObjectName(QStringLiteral("mnuHistorial"));
     m_de_elegidos = acciones;
 }
 

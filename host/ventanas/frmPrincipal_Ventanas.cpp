@@ -10,6 +10,7 @@
 #include "host/ventanas/frmAnular.hpp"
 #include "host/ventanas/frmEmpresa.hpp"
 #include "host/ventanas/frmFichas.hpp"
+#include "host/ventanas/frmHistorial.hpp"
 #include "host/ventanas/PanelBorradores.hpp"
 #include "host/ventanas/PanelCargos.hpp"
 
@@ -128,6 +129,17 @@ void frmPrincipal::con_elegidos(const char* etiqueta, QString (CargosElegidos::*
             if (const auto dicho = (cargos.*que)(this); !dicho.isEmpty())
                 statusBar()->showMessage(dicho, lo_que_dura_un_aviso);
         },
+        TextoError::SoloDescripcion);
+}
+
+/// Of the first of them, if any; another one can be keyed in, also one that is no longer in any list.
+void frmPrincipal::abre_historial_del_elegido()
+{
+    std::optional<ClaveCargo> cual;
+    if (const auto elegidos = m_cargos->Elegidos(); !elegidos.empty())
+        cual = { elegidos.front().ejercicio, elegidos.front().almacen, elegidos.front().codigo };
+    trap(
+        "frmPrincipal:abre_historial", [&] { abre_historial(m_sesion, m_lugar, cual, *this); },
         TextoError::SoloDescripcion);
 }
 

@@ -77,6 +77,16 @@ namespace {
         }
     };
 
+    TEST_F(RelevoDelPrograma, who_writes_is_led_to_the_server_that_can_be_written_without_asking_for_it)
+    {
+        const auto primario = servidor->enchufe_del_primario().parent_path();
+        const auto sin_decirlo = " --conexion 'postgresql://atipicos@/empresa?host="
+            + servidor->carpeta_de_la_reserva().string() + "," + primario.string() + "' ";
+        const auto dicho = programa("accesos ines 3" + sin_decirlo);
+        EXPECT_EQ(dicho.estado, 0) << dicho.errores;
+        EXPECT_THAT(programa("accesos" + conexion()).salida, HasSubstr("ines"));
+    }
+
     TEST_F(RelevoDelPrograma, registrar_goes_on_at_the_other_server_and_records_each_claim_once)
     {
         const int de_antes = cuantos("SELECT COUNT(*) FROM orvalin.proveedores_cargos_atipicos");

@@ -8,6 +8,7 @@
 #include "host/ventanas/frmEmpresa.hpp"
 #include "host/ventanas/frmFicha.hpp"
 #include "host/ventanas/frmFichas.hpp"
+#include "host/ventanas/frmHistorial.hpp"
 #include "host/ventanas/frmManual.hpp"
 #include "host/ventanas/frmPrincipal.hpp"
 #include "host/ventanas/frmResumen.hpp"
@@ -166,6 +167,9 @@ private slots:
         compara(QStringLiteral("Ficha de un artículo"), articulo, {});
         const app::frmAnular anular(*m_sesion, m_opciones.lugar());
         compara(QStringLiteral("Anular asientos sin cargo"), anular, {});
+        const app::frmHistorial historial(*m_sesion, m_opciones.lugar());
+        compara(QStringLiteral("Historial de un cargo"), historial,
+            QStringLiteral("host/ventanas/frmHistorial.cpp"));
         const app::frmResumen resumen(*m_sesion, m_opciones.lugar());
         compara(QStringLiteral("Resumen de cargos"), resumen, QStringLiteral("host/ventanas/frmResumen.cpp"));
         const frmEditor_Comentarios comentario;

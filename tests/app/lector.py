@@ -262,6 +262,16 @@ def lee_los_elegidos(escritorio, lector):
     escritorio.ventana("Cargos atípicos")
 
 
+def lee_el_historial(escritorio, lector):
+    """Who has done what to the chosen charge, and what of it each time."""
+    escritorio.teclas("alt+l")
+    lector.oye("sucesos del cargo", lambda: escritorio.teclas("ctrl+h"))
+    lector.lee("Historial de un cargo", "text «Código:»", "text «Almacén»", "table «Lo que se ha hecho con el cargo»",
+               "table «Antes y después»", "push button «Ver»", "push button «Cerrar»")
+    escritorio.teclas("Escape")
+    escritorio.ventana("Cargos atípicos")
+
+
 def lee_lo_pendiente(escritorio, lector):
     """The charge is deleted, and its entry is what nobody needs any more."""
     escritorio.teclas("ctrl+b")
@@ -318,6 +328,7 @@ def main():
         lee_el_resumen(escritorio, lector)
         lee_las_fichas(escritorio, lector)
         lee_los_elegidos(escritorio, lector)
+        lee_el_historial(escritorio, lector)
         lee_lo_pendiente(escritorio, lector)
         lee_otra_empresa(escritorio, lector)
     if lector.faltas:
