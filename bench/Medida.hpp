@@ -21,8 +21,12 @@ public:
     {
         const auto antes = std::chrono::steady_clock::now();
         trabajo();
-        m_milisegundos.push_back(
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - antes).count());
+        anota(std::chrono::steady_clock::now() - antes);
+    }
+
+    void anota(std::chrono::duration<double, std::milli> tardado)
+    {
+        m_milisegundos.push_back(tardado.count());
     }
 
     [[nodiscard]] double mediana() const

@@ -8,7 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 destino=$(realpath "${1:-docs/rendimiento.md}")
 shift || true
 programas=("$@")
-[ ${#programas[@]} -gt 0 ] || programas=(bench_guardar bench_operaciones bench_listar bench_servidor bench_oficinas bench_panel
+[ ${#programas[@]} -gt 0 ] || programas=(bench_guardar bench_operaciones bench_listar bench_servidor bench_oficinas bench_relevo bench_panel
     bench_ventana bench_visor bench_imprimir bench_registrar bench_resumen bench_despacho bench_forma)
 
 packaging/dependencias.sh ventanas pruebas

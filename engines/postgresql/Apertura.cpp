@@ -24,6 +24,7 @@ namespace {
     constexpr auto clase_de_sesion = "target_session_attrs";
     constexpr milliseconds un_momento{ 100 }; ///< between two questions to who waits
     constexpr milliseconds entre_intentos{ 500 };
+    constexpr milliseconds enseguida{ 3'000 }; ///< until then without such pauses: a standby is quick
 
     std::string en_una_linea(const char* texto)
     {
@@ -280,7 +281,8 @@ struct Apertura::Intento {
 
     [[nodiscard]] bool descansa() const
     {
-        for (auto hecho = milliseconds(); hecho < entre_intentos; hecho += un_momento) {
+        const auto pausa = Reloj::now() - comienzo < enseguida ? un_momento : entre_intentos;
+        for (auto hecho = milliseconds(); hecho < pausa; hecho += un_momento) {
             std::this_thread::sleep_for(un_momento);
             if (!sigue())
                 return false;

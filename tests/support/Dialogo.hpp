@@ -66,13 +66,31 @@ template <class Dialogo>
         const QPointer<QWidget> ventana(&abierto);
         if (auto* dialogo = qobject_cast<Dialogo*>(&abierto))
             mientras(*dialogo);
-        terminado = QTest::qWaitFor(
-            [&] { return ventana.isNull() || !ventana->isVisible(); }, atipicos::pruebas::paciencia);
+        const auto cerrado = [&] { return ventana.isNull() || !ventana->isVisible(); };
+        static_cast<void>(QTest::qWaitFor(
+            [&] { return cerrado() || QTest::currentTestFailed(); }, atipicos::pruebas::paciencia));
+        terminado = cerrado();
         if (!terminado)
             ventana->close();
     });
     abre();
     return terminado;
+}
+
+/// Whether `hace` opens no modal dialog; one that it opens is closed.
+[[nodiscard]] inline bool sin_dialogo(const std::function<void()>& hace)
+{
+    bool abierto = false;
+    QTimer reloj;
+    QObject::connect(&reloj, &QTimer::timeout, &reloj, [&abierto] {
+        if (auto* dialogo = QApplication::activeModalWidget()) {
+            abierto = true;
+            dialogo->close();
+        }
+    });
+    reloj.start(1);
+    hace();
+    return !abierto;
 }
 
 } // namespace atipicos::pruebas
