@@ -199,6 +199,7 @@ HistorialCargo historial_de(adodb::Connection& orvalin, std::int16_t empresa, co
     auto filas = ahora(orvalin, del_cargo);
     historial.existe = filas.contains(0);
     completa(historial.sucesos, std::move(filas));
+    historial.sucesos = sin_reescritos(std::move(historial.sucesos));
     agrega_anulaciones(orvalin, historial.sucesos);
     return historial;
 }
