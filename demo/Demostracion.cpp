@@ -226,6 +226,7 @@ void consulta(const app::OpcionesComunes& opciones, Grabacion& grabacion)
         throw Error(1, "demostracion", "El resumen no se lee.");
     grabacion.captura(resumen, "resumen");
     resumen.close();
+    demo::graba_historial(principal, grabacion);
     modMsgOp::Mostrar("Leyendo atípicos: 10.000");
     grabacion.captura(abierta("frmMsg"), "espera");
     modMsgOp::Ocultar();

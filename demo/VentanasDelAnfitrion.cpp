@@ -232,4 +232,14 @@ void graba_ventanas_del_anfitrion(const app::OpcionesComunes& opciones, Grabacio
     graba_lo_pendiente(principal, grabacion);
 }
 
+void graba_historial(QWidget& principal, Grabacion& grabacion)
+{
+    abre_orden(principal, "mnuHistorial");
+    auto& historial = ventana_activa("frmHistorial");
+    if (!QTest::qWaitFor([&] { return control<VSFlexGrid>(historial, "vsSucesos").Rows() > 2; }))
+        throw Error(1, "demostracion", "El historial no se lee.");
+    grabacion.captura(historial, "historial");
+    historial.close();
+}
+
 } // namespace atipicos::demo

@@ -20,4 +20,7 @@ struct NombresDeFichas {
 void graba_fichas(
     QWidget& principal, const char* orden, const NombresDeFichas& nombres, Grabacion& grabacion);
 
+/// Takes that of the history of the charge that is chosen in the main window.
+void graba_historial(QWidget& principal, Grabacion& grabacion);
+
 } // namespace atipicos::demo

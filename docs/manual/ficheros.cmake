@@ -23,6 +23,7 @@ set(ATIPICOS_IMAGENES
     comentario
     editor-con-lineas
     editor-vacio
+    historial
     impresora
     previsiones
     principal

@@ -63,9 +63,12 @@ def guarda_el_segundo(escritorio):
     """Another warehouse and franchise, and a supplier found by his name."""
     campo(escritorio, "Almacén", "3")
     escritorio.foco("Proveedor")
-    escritorio.teclas("F2")
+    escritorio.escribe("n")  # a name where a code would begin
     escritorio.ventana("Buscar el proveedor")
-    escritorio.escribe("nandu")
+    escritorio.foco("Buscar:")
+    escritorio.escribe("andu")
+    escritorio.espera("what was typed before the window was there", lambda: escritorio.objeto(
+        "Buscar:", "text").queryText().getText(0, -1) == "nandu")
     escritorio.teclas("Return")
     escritorio.ventana("Reclamaciones a Proveedores")
     campo(escritorio, "Fecha", "")
