@@ -86,6 +86,13 @@ private slots:
         QCOMPARE(escena.fila(escena.datos(), 1), QStringLiteral("Proveedor||104"));
         QCOMPARE(escena.estado(),
             QStringLiteral("2 sucesos del cargo AT260003 del ejercicio 2026 en el almacén 2."));
+
+        control<QTableView>(*escena.ventana, "vsUltimos").selectRow(3); // another one, in the same window
+        control<QAction>(*escena.ventana, "mnuHistorial").trigger();
+        QTRY_COMPARE(escena.estado(),
+            QStringLiteral("Un suceso del cargo AT250001 del ejercicio 2025 en el almacén 4."));
+        QCOMPARE(control<QSpinBox>(escena.historial(), "txtEjercicio").value(), 2025);
+        QCOMPARE(escena.ventana->findChildren<QWidget*>(QStringLiteral("frmHistorial")).size(), 1);
     }
 
     void another_one_can_be_keyed_in_also_one_that_is_gone()
