@@ -27,4 +27,10 @@ struct DatoCambiado {
 /// The same in a line: "Precio 9,75 → 9,5; Observaciones vacío → Golpe".
 [[nodiscard]] std::string en_una_frase(const Suceso& suceso);
 
+/// What the history of a charge that is there says when it says nothing: behind its name.
+inline constexpr auto como_estaba = " está como estaba cuando se empezó a llevar el historial.";
+/// Of a database whose tables are spread.
+inline constexpr auto ya_no_se_lleva
+    = "Esta base de datos está repartida entre varios nodos: no lleva el historial desde que lo está.";
+
 } // namespace atipicos::app

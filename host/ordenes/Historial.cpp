@@ -67,14 +67,11 @@ int historial(const OpcionesComunes& comunes, const OpcionesCargo& opciones)
     if (opciones.formato == "json")
         como_json(sucesos);
     else if (sucesos.empty())
-        std::cout << "El cargo " << clave.Codigo
-                  << " está como estaba cuando se empezó a llevar el historial.\n";
+        std::cout << "El cargo " << clave.Codigo << como_estaba << '\n';
     else
         como_tabla(sucesos);
     if (bases::esta_repartida(*sesion.bases.orvalin))
-        std::cerr
-            << "Esta base de datos está repartida entre varios nodos: no lleva el historial desde que lo "
-               "está.\n";
+        std::cerr << ya_no_se_lleva << '\n';
     return hecho;
 }
 

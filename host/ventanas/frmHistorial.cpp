@@ -74,8 +74,7 @@ namespace {
         const auto cargo = del_cargo(clave);
         const auto cuantos = historial.sucesos.size();
         if (cuantos == 0)
-            return historial.existe ? u'E' + cargo.mid(1)
-                    + QStringLiteral(" está como estaba cuando se empezó a llevar el historial.")
+            return historial.existe ? u'E' + cargo.mid(1) + a_qt(como_estaba)
                                     : QStringLiteral("No consta ") + cargo + u'.';
         return (cuantos == 1 ? QStringLiteral("Un suceso d") : QStringLiteral("%1 sucesos d").arg(cuantos))
             + cargo + u'.' + (historial.existe ? QString() : QStringLiteral(" Ya no existe."));
@@ -230,9 +229,7 @@ void frmHistorial::muestra(const Leido& leido)
     m_sucesos->set_Row(m_sucesos->Rows() - 1); // the last thing that was done
     auto texto = lo_leido(leido.clave, leido.historial);
     if (leido.repartida)
-        texto
-            += QStringLiteral(" Esta base de datos está repartida entre varios nodos: no lleva el historial "
-                              "desde que lo está.");
+        texto += u' ' + a_qt(ya_no_se_lleva);
     m_estado->setText(texto);
     if (!m_leidos.empty())
         m_sucesos->setFocus();
