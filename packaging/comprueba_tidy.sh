@@ -13,4 +13,4 @@ sed -E "s#-Winvalid-pch -include [^ ]*/cmake_pch.hxx##" "$compilacion/compile_co
 grep -oP '"file": "\K[^"]+' "$propia/compile_commands.json" | sort -u \
     | grep -vE "/(tests|bench|demo|docs)/|/SinVentanas.cpp$|_autogen/|/cmake_pch|/sqlite3.c$" \
     | xargs -P "$(nproc)" -n 2 clang-tidy --quiet -p "$propia" --warnings-as-errors='*' \
-        --extra-arg=-Wno-unknown-warning-option 2> >(grep -vE '^[0-9]+ warnings? (generated|treated)|^$' >&2 || true)
+        --extra-arg=-Wno-unknown-warning-option --extra-arg=-Wno-unused-command-line-argument 2> >(grep -vE '^[0-9]+ warnings? (generated|treated)|^$' >&2 || true)
